@@ -1,0 +1,30 @@
+# Every target of the project is made by one of these two, so that warnings and sanitizers are
+# decided in one place, and so that a std-only library is never handed a Qt include directory.
+
+add_library(rws_flags INTERFACE)
+target_include_directories(rws_flags INTERFACE ${CMAKE_SOURCE_DIR})
+if(MSVC)
+  target_compile_options(rws_flags INTERFACE /W4 /permissive- /utf-8)
+else()
+  target_compile_options(rws_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor)
+endif()
+if(RWS_SANITIZE)
+  target_compile_options(rws_flags INTERFACE -fsanitize=${RWS_SANITIZE}
+                                             -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(rws_flags INTERFACE -fsanitize=${RWS_SANITIZE})
+endif()
+
+# rws_library(name SOURCES ... LINK ...): a library without Qt.
+function(rws_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_link_libraries(${name} PUBLIC rws_flags ${ARG_LINK})
+endfunction()
+
+# rws_qt_library(name SOURCES ... LINK ...): a library that may use Qt.
+function(rws_qt_library name)
+  rws_library(${name} ${ARGN})
+  set_target_properties(${name} PROPERTIES AUTOMOC ON AUTORCC ON)
+  target_compile_definitions(${name} PUBLIC QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII)
+  target_link_libraries(${name} PUBLIC Qt6::Widgets)
+endfunction()

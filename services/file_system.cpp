@@ -1,0 +1,235 @@
+#include "services/file_system.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "services/code_page.h"
+#include "services/faults.h"
+#include "services/os_files.h"
+#include "services/paths.h"
+
+namespace rws {
+
+namespace {
+
+constexpr std::size_t kWriteChunk = 64 * 1024;
+
+bool IsAbsolute(const std::string& path) {
+  return !path.empty() && (IsSeparator(path[0]) || (path.size() > 1 && path[1] == ':'));
+}
+
+/** The name in `folder` that equals `name` but for its case, first in sorted order. */
+std::optional<std::string> FindEntry(const std::string& folder, std::string_view name) {
+  std::vector<std::string> matches;
+  const std::string wanted = FoldName(name);
+  ResumeNext([&] {
+    for (auto& entry : os::ListFolder(folder))
+      if (FoldName(entry.Name) == wanted) matches.push_back(entry.Name);
+  });
+  if (matches.empty()) return {};
+  return *std::min_element(matches.begin(), matches.end());
+}
+
+/** Sorts names without regard to case, ties by bytes; the folded forms are made once. */
+template <class Item, class NameOf>
+void SortByName(std::vector<Item>& items, NameOf nameOf) {
+  std::vector<std::pair<std::string, Item>> keyed;
+  keyed.reserve(items.size());
+  for (auto& item : items) {
+    std::string folded = FoldName(nameOf(item));
+    keyed.emplace_back(std::move(folded), std::move(item));
+  }
+  std::sort(keyed.begin(), keyed.end(), [&](const auto& a, const auto& b) {
+    const int order = a.first.compare(b.first);
+    return order != 0 ? order < 0 : nameOf(a.second) < nameOf(b.second);
+  });
+  for (std::size_t i = 0; i < items.size(); ++i) items[i] = std::move(keyed[i].second);
+}
+
+/** Removes a half-written file when its writer fails. */
+class Leftover {
+ public:
+  explicit Leftover(std::string path) : path_(std::move(path)) {}
+  ~Leftover() {
+    if (!path_.empty()) ResumeNext([&] { os::DeleteFile(path_); });
+  }
+  Leftover(const Leftover&) = delete;
+  Leftover& operator=(const Leftover&) = delete;
+  void Keep() { path_.clear(); }
+
+ private:
+  std::string path_;
+};
+
+/** A name beside `path` that nothing bears yet. */
+std::string NameBeside(const std::string& path) {
+  for (int i = 0;; ++i) {
+    std::string name = path + ".rws" + std::to_string(i);
+    if (!os::Exists(name)) return name;
+  }
+}
+
+}  // namespace
+
+void FileSystem::Step(std::string_view action, const std::string& path) const {
+  if (BeforeStep) BeforeStep({action, path});
+}
+
+std::string FileSystem::Resolve(const std::string& path) const {
+  if (path.empty() || os::Exists(path)) return path;
+#ifdef _WIN32
+  return path;
+#else
+  std::string rest = path;
+  std::replace(rest.begin(), rest.end(), '\\', kSeparator);
+  if (os::Exists(rest)) return rest;
+  // The longest parent that exists keeps its spelling; only what lies below it is searched for.
+  const std::string parent = GetParentFolderName(rest);
+  const std::string folder = parent.empty() ? (IsAbsolute(rest) ? "/" : ".") : Resolve(parent);
+  const std::string name = GetFileName(rest);
+  const std::string prefix = parent.empty() && !IsAbsolute(rest) ? "" : folder;
+  return BuildPath(prefix, FindEntry(folder, name).value_or(name));
+#endif
+}
+
+std::string FileSystem::GetAbsolutePathName(const std::string& path) const {
+  return IsAbsolute(path) ? path : BuildPath(os::CurrentFolder(), path);
+}
+
+bool FileSystem::FileExists(const std::string& path) const {
+  os::EntryKind kind;
+  return os::Stat(Resolve(path), kind) && kind == os::EntryKind::File;
+}
+
+bool FileSystem::FolderExists(const std::string& path) const {
+  os::EntryKind kind;
+  return os::Stat(Resolve(path), kind) && kind == os::EntryKind::Folder;
+}
+
+bool FileSystem::CanWriteInto(const std::string& folder) const {
+  return os::CanWriteInto(Resolve(folder));
+}
+
+std::string FileSystem::ReadFile(const std::string& path) const {
+  const std::string source = Resolve(path);
+  Step("read", source);
+  return os::ReadFile(source);
+}
+
+void FileSystem::SyncFolderOf(const std::string& path) const {
+  Step("sync folder", path);
+  os::SyncFolder(GetParentFolderName(path));
+}
+
+void FileSystem::WriteBeside(const std::string& path, const std::string& beside,
+                             std::string_view bytes, const std::string& rightsFrom) const {
+  Step("create", path);
+  auto file = os::OpenOutput(beside, os::OpenMode::CreateNew);
+  Leftover leftover(beside);
+  for (std::size_t start = 0; start < bytes.size(); start += kWriteChunk) {
+    Step("write", path);
+    file->Write(bytes.substr(start, kWriteChunk));
+  }
+  Step("flush", path);
+  file->Sync();
+  file->Close();
+  os::CopyMode(rightsFrom, beside);
+  leftover.Keep();
+}
+
+void FileSystem::Put(const std::string& target, std::string_view bytes,
+                     const std::string& rightsFrom) const {
+  const std::string beside = NameBeside(target);
+  WriteBeside(target, beside, bytes, rightsFrom);
+  Leftover leftover(beside);
+  Step("take name", target);
+  os::RenameOver(beside, target);
+  leftover.Keep();
+  SyncFolderOf(target);
+}
+
+void FileSystem::ReplaceFile(const std::string& path, std::string_view bytes) const {
+  const std::string target = os::FollowLinks(Resolve(path));
+  Put(target, bytes, target);
+}
+
+void FileSystem::AppendToFile(const std::string& path, std::string_view bytes) const {
+  const std::string target = Resolve(path);
+  Step("append", target);
+  auto file = os::OpenOutput(target, os::OpenMode::Append);
+  file->Write(bytes);
+  file->Close();
+}
+
+void FileSystem::CopyFile(const std::string& from, const std::string& to) const {
+  const std::string source = Resolve(from);
+  const std::string target = Resolve(to);
+  if (os::SameFile(source, target))
+    throw FileFault(fault::Permission, "copy", source, "source and target are the same file");
+  Put(os::FollowLinks(target), ReadFile(source), source);
+}
+
+void FileSystem::MoveFile(const std::string& from, const std::string& to) const {
+  const std::string source = Resolve(from);
+  const std::string target = Resolve(to);
+  // A rename that only changes letter case finds the file itself at the target.
+  if (os::Exists(target) && !(source != to && target == source)) throw FileExistsFault(target);
+  const std::string wanted = target == source ? to : target;
+  Step("move", source);
+  if (!os::RenameNew(source, wanted)) {
+    const std::string bytes = ReadFile(source);
+    const std::string beside = NameBeside(wanted);
+    WriteBeside(wanted, beside, bytes, source);
+    Leftover leftover(beside);
+    if (!os::RenameNew(beside, wanted)) throw InvalidCallFault();
+    leftover.Keep();
+    SyncFolderOf(wanted);
+    os::DeleteFile(source);
+  }
+  SyncFolderOf(wanted);
+  if (GetParentFolderName(source) != GetParentFolderName(wanted)) SyncFolderOf(source);
+}
+
+void FileSystem::DeleteFile(const std::string& path) const {
+  const std::string target = Resolve(path);
+  Step("delete", target);
+  os::DeleteFile(target);
+  SyncFolderOf(target);
+}
+
+void FileSystem::CreateFolder(const std::string& path) const {
+  const std::string target = Resolve(path);
+  Step("create folder", target);
+  os::CreateFolder(target);
+  SyncFolderOf(target);
+}
+
+std::vector<FolderEntry> FileSystem::ListFolder(const std::string& path) const {
+  const std::string folder = Resolve(path);
+  Step("list", folder);
+  std::vector<FolderEntry> entries;
+  for (auto& entry : os::ListFolder(folder)) {
+    os::EntryKind kind = entry.Kind;
+    if (kind == os::EntryKind::Link && !os::Stat(BuildPath(folder, entry.Name), kind)) continue;
+    entries.push_back({std::move(entry.Name), kind == os::EntryKind::Folder});
+  }
+  SortByName(entries, [](const FolderEntry& entry) -> const std::string& { return entry.Name; });
+  return entries;
+}
+
+std::vector<std::string> FileSystem::ListFileNames(
+    const std::string& path, const std::function<bool(const std::string&)>& wanted) const {
+  const std::string folder = Resolve(path);
+  Step("list", folder);
+  std::vector<std::string> names;
+  for (auto& entry : os::ListFolder(folder)) {
+    os::EntryKind kind = entry.Kind;
+    if (kind == os::EntryKind::Folder || !wanted(entry.Name)) continue;
+    if (kind == os::EntryKind::Link && !os::Stat(BuildPath(folder, entry.Name), kind)) continue;
+    if (kind == os::EntryKind::File) names.push_back(std::move(entry.Name));
+  }
+  SortByName(names, [](const std::string& name) -> const std::string& { return name; });
+  return names;
+}
+
+}  // namespace rws

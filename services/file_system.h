@@ -1,0 +1,71 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace rws {
+
+/** A single action on the disk, about to be taken. */
+struct FileStep {
+  std::string_view Action;
+  const std::string& Path;
+};
+
+/** An entry of a folder. */
+struct FolderEntry {
+  std::string Name;
+  bool IsFolder;
+};
+
+/** The only code that touches the disk. Takes "\" and "/"; finds a name in any letter case on
+    systems that mind it, the exact spelling first, else the first match in sorted order. What it
+    writes is flushed, file and folder, before the call returns. Every failure is a fault that names
+    the file and the reason. */
+class FileSystem {
+ public:
+  /** Called before each action that changes the disk or reads a file; a test makes it throw. */
+  std::function<void(const FileStep&)> BeforeStep;
+
+  bool FileExists(const std::string& path) const;
+  bool FolderExists(const std::string& path) const;
+  /** The spelling on disk of `path`; of parts that do not exist, the one given. */
+  std::string Resolve(const std::string& path) const;
+  /** `path` from the root of the file system on. */
+  std::string GetAbsolutePathName(const std::string& path) const;
+  /** True if files can be made in the folder. */
+  bool CanWriteInto(const std::string& folder) const;
+
+  std::string ReadFile(const std::string& path) const;
+  /** Gives `path` the content `bytes`. They go to a file beside it, which takes the name when it is
+      whole and on disk; until then, and after any failure, the old content stands. */
+  void ReplaceFile(const std::string& path, std::string_view bytes) const;
+  /** Adds `bytes` at the end of the file, making it when there is none. Not flushed to disk. */
+  void AppendToFile(const std::string& path, std::string_view bytes) const;
+  /** Copies over whatever file stands at `to`, which is whole or as it was. Onto itself is refused.
+   */
+  void CopyFile(const std::string& from, const std::string& to) const;
+  /** Moves or renames; never over an existing file. Between file systems the source is deleted only
+      when the copy is on disk. */
+  void MoveFile(const std::string& from, const std::string& to) const;
+  void DeleteFile(const std::string& path) const;
+  /** Makes one folder; its parent must exist. */
+  void CreateFolder(const std::string& path) const;
+
+  /** Files and folders of a folder, links followed, dangling ones left out; sorted without regard
+      to case, ties by bytes. */
+  std::vector<FolderEntry> ListFolder(const std::string& path) const;
+  /** As above, but only the regular files whose name passes `wanted`; looks at nothing else. */
+  std::vector<std::string> ListFileNames(
+      const std::string& path, const std::function<bool(const std::string&)>& wanted) const;
+
+ private:
+  void Step(std::string_view action, const std::string& path) const;
+  void WriteBeside(const std::string& path, const std::string& beside, std::string_view bytes,
+                   const std::string& rightsFrom) const;
+  void Put(const std::string& target, std::string_view bytes, const std::string& rightsFrom) const;
+  void SyncFolderOf(const std::string& path) const;
+};
+
+}  // namespace rws

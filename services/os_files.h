@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/** The operating system's file calls, in one file for each system. Paths are exact spellings; every
+    failure is a fault that names the path and the system's reason. Only `FileSystem` uses these. */
+namespace rws::os {
+
+enum class EntryKind { File, Folder, Link, Other };
+
+struct Entry {
+  std::string Name;
+  EntryKind Kind;
+};
+
+/** Kind of what stands at `path`, links followed; false if nothing does or the link dangles. */
+bool Stat(const std::string& path, EntryKind& kind);
+/** True if something stands at `path`, a dangling link included. */
+bool Exists(const std::string& path);
+/** True if both paths lead to the same file on disk. */
+bool SameFile(const std::string& a, const std::string& b);
+/** The file that a link leads to in the end; any other path as it is. */
+std::string FollowLinks(const std::string& path);
+bool CanWriteInto(const std::string& folder);
+
+std::string ReadFile(const std::string& path);
+std::vector<Entry> ListFolder(const std::string& path);
+
+/** A file open for writing. The destructor closes it without a word; `Sync` and `Close` report. */
+class OutputFile {
+ public:
+  virtual ~OutputFile() = default;
+  virtual void Write(std::string_view bytes) = 0;
+  virtual void Sync() = 0;
+  virtual void Close() = 0;
+};
+
+enum class OpenMode { CreateNew, Append };
+std::unique_ptr<OutputFile> OpenOutput(const std::string& path, OpenMode mode);
+
+/** Gives a new file the access rights of the one that it is to replace or copies. */
+void CopyMode(const std::string& from, const std::string& to);
+/** Flushes a folder, so that a name made or removed in it survives a power cut. */
+void SyncFolder(const std::string& path);
+/** Renames over whatever stands at `to`, in one step. */
+void RenameOver(const std::string& from, const std::string& to);
+/** Renames; a file at `to` is a fault, also where the system's own call would replace it. Returns
+    false, with nothing done, when the two lie on different file systems. */
+bool RenameNew(const std::string& from, const std::string& to);
+void DeleteFile(const std::string& path);
+void CreateFolder(const std::string& path);
+std::string CurrentFolder();
+
+}  // namespace rws::os

@@ -1,0 +1,208 @@
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <utility>
+
+#include "services/faults.h"
+#include "services/os_files.h"
+#include "services/paths.h"
+
+namespace rws::os {
+
+namespace {
+
+[[noreturn]] void Fail(std::string_view action, const std::string& path, int error) {
+  if (error == ENOENT) throw FileNotFoundFault(path);
+  if (error == EEXIST) throw FileExistsFault(path);
+  const int number =
+      error == EACCES || error == EPERM || error == EROFS ? fault::Permission : fault::FileIo;
+  throw FileFault(number, action, path, std::strerror(error));
+}
+
+EntryKind KindOf(mode_t mode) {
+  if (S_ISREG(mode)) return EntryKind::File;
+  if (S_ISDIR(mode)) return EntryKind::Folder;
+  return EntryKind::Other;
+}
+
+class Descriptor {
+ public:
+  Descriptor(const std::string& path, int flags, std::string_view action)
+      : fd_(::open(path.c_str(), flags | O_CLOEXEC, 0666)) {
+    if (fd_ < 0) Fail(action, path, errno);
+  }
+  ~Descriptor() {
+    if (fd_ >= 0) ::close(fd_);
+  }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  int Get() const { return fd_; }
+  int Release() { return std::exchange(fd_, -1); }
+
+ private:
+  int fd_;
+};
+
+class PosixOutput : public OutputFile {
+ public:
+  PosixOutput(const std::string& path, OpenMode mode)
+      : path_(path),
+        file_(path, O_WRONLY | O_CREAT | (mode == OpenMode::Append ? O_APPEND : O_EXCL), "open") {}
+
+  void Write(std::string_view bytes) override {
+    while (!bytes.empty()) {
+      const ssize_t written = ::write(file_.Get(), bytes.data(), bytes.size());
+      if (written < 0 && errno == EINTR) continue;
+      if (written < 0) Fail("write", path_, errno);
+      bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+  }
+  void Sync() override {
+    if (::fsync(file_.Get()) != 0) Fail("flush", path_, errno);
+  }
+  void Close() override {
+    if (::close(file_.Release()) != 0) Fail("close", path_, errno);
+  }
+
+ private:
+  std::string path_;
+  Descriptor file_;
+};
+
+}  // namespace
+
+bool Stat(const std::string& path, EntryKind& kind) {
+  struct stat info;
+  if (::stat(path.c_str(), &info) != 0) return false;
+  kind = KindOf(info.st_mode);
+  return true;
+}
+
+bool Exists(const std::string& path) {
+  struct stat info;
+  return ::lstat(path.c_str(), &info) == 0;
+}
+
+bool SameFile(const std::string& a, const std::string& b) {
+  struct stat first, second;
+  return ::stat(a.c_str(), &first) == 0 && ::stat(b.c_str(), &second) == 0 &&
+         first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
+std::string FollowLinks(const std::string& path) {
+  std::error_code error;
+  if (!std::filesystem::is_symlink(path, error)) return path;
+  const auto real = std::filesystem::canonical(path, error);
+  return error ? path : real.string();
+}
+
+bool CanWriteInto(const std::string& folder) {
+  return ::access(folder.c_str(), W_OK | X_OK) == 0;
+}
+
+std::string ReadFile(const std::string& path) {
+  Descriptor file(path, O_RDONLY, "open");
+  struct stat info;
+  if (::fstat(file.Get(), &info) != 0) Fail("read", path, errno);
+  if (S_ISDIR(info.st_mode)) Fail("read", path, EISDIR);
+  std::string bytes(S_ISREG(info.st_mode) ? static_cast<std::size_t>(info.st_size) + 1 : 4096, 0);
+  std::size_t used = 0;
+  while (true) {
+    if (used == bytes.size()) bytes.resize(bytes.size() * 2);
+    const ssize_t count = ::read(file.Get(), bytes.data() + used, bytes.size() - used);
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) Fail("read", path, errno);
+    if (count == 0) break;
+    used += static_cast<std::size_t>(count);
+  }
+  bytes.resize(used);
+  return bytes;
+}
+
+std::vector<Entry> ListFolder(const std::string& path) {
+  struct Closer {
+    void operator()(DIR* folder) const { ::closedir(folder); }
+  };
+  const std::unique_ptr<DIR, Closer> folder(::opendir(path.c_str()));
+  if (!folder) {
+    if (errno == ENOENT || errno == ENOTDIR) throw PathNotFoundFault(path);
+    Fail("list", path, errno);
+  }
+  std::vector<Entry> entries;
+  errno = 0;
+  while (const dirent* found = ::readdir(folder.get())) {
+    const std::string_view name = found->d_name;
+    if (name == "." || name == "..") continue;
+    EntryKind kind = EntryKind::Other;
+    if (found->d_type == DT_REG) kind = EntryKind::File;
+    if (found->d_type == DT_DIR) kind = EntryKind::Folder;
+    if (found->d_type == DT_LNK) kind = EntryKind::Link;
+    if (found->d_type == DT_UNKNOWN) Stat(BuildPath(path, name), kind);
+    entries.push_back({std::string(name), kind});
+    errno = 0;
+  }
+  if (errno != 0) Fail("list", path, errno);
+  return entries;
+}
+
+std::unique_ptr<OutputFile> OpenOutput(const std::string& path, OpenMode mode) {
+  return std::make_unique<PosixOutput>(path, mode);
+}
+
+void CopyMode(const std::string& from, const std::string& to) {
+  struct stat info;
+  if (::stat(from.c_str(), &info) != 0) return;
+  // Some mounted systems know no rights; the bytes matter more.
+  (void)!::chmod(to.c_str(), info.st_mode & 07777);
+}
+
+void SyncFolder(const std::string& path) {
+  Descriptor folder(path.empty() ? "." : path, O_RDONLY | O_DIRECTORY, "open");
+  // Some network file systems cannot flush a folder and say so; nothing more can be done there.
+  if (::fsync(folder.Get()) != 0 && errno != EINVAL && errno != ENOTSUP && errno != EBADF)
+    Fail("flush", path, errno);
+}
+
+void RenameOver(const std::string& from, const std::string& to) {
+  if (::rename(from.c_str(), to.c_str()) != 0) Fail("rename", from, errno);
+}
+
+bool RenameNew(const std::string& from, const std::string& to) {
+#if defined(__linux__) && defined(RENAME_NOREPLACE)
+  if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
+  if (errno == EXDEV) return false;
+  if (errno == EEXIST) throw FileExistsFault(to);
+  if (errno != EINVAL && errno != ENOSYS && errno != ENOTSUP) Fail("rename", from, errno);
+#endif
+  if (Exists(to)) throw FileExistsFault(to);
+  if (::rename(from.c_str(), to.c_str()) == 0) return true;
+  if (errno == EXDEV) return false;
+  Fail("rename", from, errno);
+}
+
+void DeleteFile(const std::string& path) {
+  if (::unlink(path.c_str()) != 0) Fail("delete", path, errno);
+}
+
+void CreateFolder(const std::string& path) {
+  if (::mkdir(path.c_str(), 0777) != 0) {
+    if (errno == ENOENT) throw PathNotFoundFault(path);
+    Fail("create", path, errno);
+  }
+}
+
+std::string CurrentFolder() {
+  std::string path(4096, 0);
+  if (::getcwd(path.data(), path.size()) == nullptr) Fail("find", ".", errno);
+  path.resize(std::strlen(path.c_str()));
+  return path;
+}
+
+}  // namespace rws::os

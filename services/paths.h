@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/** Path texts. A path is UTF-8 on Windows and the system's own bytes elsewhere; both "\" and "/"
+    separate. Nothing here touches the disk. */
+namespace rws {
+
+/** The system's own separator. */
+extern const char kSeparator;
+
+bool IsSeparator(char c);
+
+/** `folder` and `name` joined by one separator; an empty folder gives the name. */
+std::string BuildPath(std::string_view folder, std::string_view name);
+
+/** The last part of a path. */
+std::string GetFileName(std::string_view path);
+/** The last part without its extension. */
+std::string GetBaseName(std::string_view path);
+/** The path without its last part and the separator before it; "" when nothing is left. */
+std::string GetParentFolderName(std::string_view path);
+/** The path with the file name removed; keeps the trailing separator. */
+std::string StripFileName(std::string_view path);
+
+}  // namespace rws

@@ -1,0 +1,24 @@
+#include "services/setting_values.h"
+
+#include "services/text.h"
+
+namespace rws {
+
+std::string ReadSetting(const Settings& settings, const SettingValue& value) {
+  return ReadSetting(settings, value, value.Default);
+}
+
+std::string ReadSetting(const Settings& settings, const SettingValue& value,
+                        std::string_view fallback) {
+  return GetRegValue(settings, SettingsRoot::CurrentUser, kSetPath, value.Name, fallback);
+}
+
+bool ReadFlag(const Settings& settings, const SettingValue& value) {
+  return EqualNoCase(ReadSetting(settings, value), "True");
+}
+
+void WriteSetting(const Settings& settings, const SettingValue& value, std::string_view text) {
+  SetRegValue(settings, SettingsRoot::CurrentUser, kSetPath, value.Name, std::string(text));
+}
+
+}  // namespace rws

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "services/settings.h"
+
+namespace rws {
+
+/** One value of the program under its base key, with what it reads as when it is absent. */
+struct SettingValue {
+  std::string_view Name;
+  std::string_view Default;
+};
+
+/** Where the program keeps its settings, under the user's own root. */
+inline constexpr std::string_view kSettingsBaseKey = "Software\\Hollowbyte\\RWS Edit";
+
+/** All values of the program. A form's place is kept beside these, under the form's name followed
+   by "Top", "Left", "Width" or "Height". A value without a fixed default reads as "". */
+namespace setting {
+inline constexpr SettingValue GamePath{"GamePath", ""};
+inline constexpr SettingValue WorkDir{"WorkDir", ""};
+inline constexpr SettingValue LastDirPath{"LastDirPath", ""};
+inline constexpr SettingValue Backup{"Backup", "True"};
+inline constexpr SettingValue LockWT{"RWSLockWT", ""};
+inline constexpr SettingValue SndPlayer{"RWSSndPlayer", "False"};
+inline constexpr SettingValue SaveWarn{"RWSSaveWarn", "0"};
+/** Colours are decimal text of blue-green-red numbers: 0x800000 and 0xFFFFFF. */
+inline constexpr SettingValue ForeColor{"RWSForeColor", "8388608"};
+inline constexpr SettingValue BackColor{"RWSBackColor", "16777215"};
+inline constexpr SettingValue SoundFrom{"RWSSoundFrom", ""};
+inline constexpr SettingValue SoundTo{"RWSSoundTo", ""};
+inline constexpr SettingValue LastSavAsPath{"LastSavAsPath", ""};
+inline constexpr SettingValue LastMovePath{"LastMovePath", ""};
+inline constexpr SettingValue CampaignPath{"CampaignPath", ""};
+inline constexpr SettingValue CopyToDir{"CopyToDir", ""};
+inline constexpr SettingValue SqFile{"SqFile", ""};
+inline constexpr SettingValue SkinDirTemp{"SkinDirTemp", ""};
+inline constexpr SettingValue LastImagePath{"LastImagePath", ""};
+inline constexpr SettingValue BriefMapLabel{"BriefMaplbl", "Mission Map: "};
+inline constexpr SettingValue BriefWeatherLabel{"BriefWeatherlbl", "Mission Weather: "};
+inline constexpr SettingValue BriefCloudLabel{"BriefCloudlbl", "Mission Cloud height: "};
+inline constexpr SettingValue BriefTimeLabel{"BriefTimelbl", "Mission Time: "};
+inline constexpr SettingValue UseUSMeasurement{"UseUSMeasurement", "False"};
+inline constexpr SettingValue LabelInsert{"LabelInsert", "False"};
+inline constexpr SettingValue WPMetric{"WPMetric", "True"};
+/** Number of the single-byte encoding of mission text; "" follows the system. */
+inline constexpr SettingValue CodePage{"CodePage", ""};
+}  // namespace setting
+
+/** One of the program's values, or its default. */
+std::string ReadSetting(const Settings& settings, const SettingValue& value);
+/** As above, with a default that only the run knows. */
+std::string ReadSetting(const Settings& settings, const SettingValue& value,
+                        std::string_view fallback);
+/** A value that holds "True" or "False". */
+bool ReadFlag(const Settings& settings, const SettingValue& value);
+void WriteSetting(const Settings& settings, const SettingValue& value, std::string_view text);
+
+}  // namespace rws

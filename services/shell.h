@@ -1,0 +1,34 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "services/clock.h"
+
+namespace rws {
+
+/** Facts of the operating system, as the classic version call gives them. */
+struct OsVersion {
+  int Platform = 0, Major = 0, Minor = 0;
+  /** The platform's own name of itself, such as "Debian GNU/Linux 12". */
+  std::string ProductName;
+};
+
+/** What the program asks of the desktop and the system around it. */
+struct Shell {
+  /** Runs a verb ("open", "Play") on a path; a result from 0 to 32 means failure. */
+  std::function<int(const std::string& verb, const std::string& path)> Execute;
+  /** Plays a sound file and returns at once. */
+  std::function<void(const std::string& path)> StartSound;
+  std::function<void()> StopSound;
+  std::function<void()> NotifyAssocChanged;
+  /** Lets waiting user interface events run. */
+  std::function<void()> PumpEvents;
+  std::function<DateTime()> Now;
+  std::function<OsVersion()> Version;
+  /** Text of the system's default locale for a locale information code. */
+  std::function<std::string(int code)> LocaleText;
+  std::function<std::string()> HomeFolder;
+};
+
+}  // namespace rws
