@@ -1,0 +1,20 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "services/services.h"
+
+namespace rws {
+
+/** The text of a file that is one single line by the rule of the reader, rebuilt with a carriage
+    return and line feed behind each of its line-feed parts, blank ones dropped. Nothing when the
+   file needs no repair. */
+std::optional<std::string> RepairedLineEnds(std::string_view bytes);
+
+/** Repairs a file with bare line feeds on disk, without which it could not be read. The new text
+    takes the file's name when it is whole and on disk. A failure leaves the old file, silently. */
+void NormaliseLineEnds(const Services& services, const std::string& path);
+
+}  // namespace rws

@@ -1,0 +1,97 @@
+#include "mission/mission_file.h"
+
+#include <string>
+#include <string_view>
+
+#include "mission/line_values.h"
+#include "services/error_log.h"
+#include "services/paths.h"
+#include "services/pickers.h"
+#include "services/text.h"
+
+namespace rws {
+
+namespace {
+
+std::string Stamp(const Services& services) {
+  return StampText(services.System.Now());
+}
+
+/** The first backup of a mission keeps its plain name for good; later ones carry their time. */
+std::string BackupPath(const Services& services, const std::string& fileName) {
+  const std::string folder = BuildPath(services.AppPath, "RWS Backup");
+  if (!services.Files.FolderExists(folder)) services.Files.CreateFolder(folder);
+  const std::string plain = BuildPath(folder, fileName + ".bak");
+  if (!services.Files.FileExists(plain)) return plain;
+  return BuildPath(folder, fileName + "." + Stamp(services) + ".bak");
+}
+
+/** A copy that an earlier failure left may be the only one of its mission: it steps aside. */
+void KeepEarlierCopy(const Services& services, const std::string& temporary) {
+  if (services.Files.FileExists(temporary))
+    services.Files.MoveFile(temporary, temporary + Stamp(services));
+}
+
+/** Told only after a failed restore, from what stands on disk at that moment. */
+void TellWhatStands(const Services& services, const std::string& path, const std::string& temporary,
+                    const Fault& caught) {
+  std::string text =
+      "\"" + path + "\" could not be restored after the failed update.\n" + caught.Text;
+  if (services.Files.FileExists(temporary))
+    text += "\nThe mission as it was before is in \"" + temporary + "\".";
+  else if (services.Files.FileExists(path))
+    text += "\nThe updated mission is in its place.";
+  services.Ask.MsgBox(text, Buttons::Ok, Icon::Critical, kProgramTitle);
+}
+
+void Restore(const Services& services, const std::string& temporary, const std::string& path) {
+  const auto tell = [&](const Fault& caught) {
+    TellWhatStands(services, path, temporary, caught);
+    throw Fault(caught);
+  };
+  Trap([&] { services.Files.MoveFile(temporary, path); }, tell);
+}
+
+}  // namespace
+
+bool WriteMissionFile(const Document& doc, const Services& services, const LineArray& lines,
+                      std::size_t mission) {
+  const Mission& record = At(doc.Missions, static_cast<std::ptrdiff_t>(mission));
+  const std::string path = BuildPath(record.DirPath, record.FileName);
+  const std::string temporary = BuildPath(services.AppPath, "$$$TEMP");
+  bool copied = false;
+  const bool written = LogAndLeave(services, "WriteMissionFile", [&] {
+    KeepEarlierCopy(services, temporary);
+    services.Files.CopyFile(path, temporary);
+    copied = true;
+    if (doc.bBackup) services.Files.MoveFile(path, BackupPath(services, record.FileName));
+    services.Files.ReplaceFile(path, lines.FileText());
+    services.Files.DeleteFile(temporary);
+  });
+  if (!written && copied) Restore(services, temporary, path);
+  return written;
+}
+
+void GetSqFile(Document& doc, const Services& services) {
+  LogAndLeave(services, "GetSqFile", [&] {
+    const std::string path =
+        GetFile(services, "Choose Squadron file", "mis(*.mis)|*mis", &setting::SqFile);
+    if (path.empty()) return;
+    const auto lines = LineArray::FromFile(services.Files.ReadFile(path));
+    LineArray stems;
+    bool inWing = false;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+      const auto line = Trim(lines[i]);
+      if (IsSectionHeader(line)) {
+        inWing = EqualNoCase(line, "[Wing]");
+      } else if (inWing && line.size() > 2) {
+        stems.Add(line.substr(0, line.size() - 2));
+      }
+    }
+    services.Files.ReplaceFile(BuildPath(services.AppPath, "sq.txt"), stems.FileText());
+    doc.Closing = true;
+    doc.Window.Close();
+  });
+}
+
+}  // namespace rws

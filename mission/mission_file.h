@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstddef>
+
+#include "mission/document.h"
+#include "services/services.h"
+
+namespace rws {
+
+/** Puts a mission's new lines on disk. In this order: a copy in "$$$TEMP"; with backups on, the old
+    file moved to "RWS Backup"; the new file written beside and given the mission's name; the copy
+    deleted. Each step is on disk before the next begins. A failure is logged and the copy moved
+   back; false then. Where a file still stands at the mission's path that move is refused, since
+   nothing is ever replaced by it: a box tells where the good copy lies and the fault goes up to the
+   caller. */
+bool WriteMissionFile(const Document& doc, const Services& services, const LineArray& lines,
+                      std::size_t mission);
+
+/** Writes the squadron stems of a chosen mission's `[Wing]` list to "sq.txt" in `AppPath`, one a
+    line, and closes the main window. No control reaches it. */
+void GetSqFile(Document& doc, const Services& services);
+
+}  // namespace rws

@@ -1,0 +1,107 @@
+#include "mission/reader.h"
+
+#include "mission/line_ends.h"
+#include "mission/line_values.h"
+#include "services/error_log.h"
+#include "services/list_files.h"
+#include "services/numbers.h"
+#include "services/paths.h"
+#include "services/setting_values.h"
+#include "services/text.h"
+
+namespace rws {
+
+namespace {
+
+void CloseOverMissingFile(Document& doc, const Services& services, const std::string& path) {
+  LogError(services, path, "File does not exist!");
+  services.Ask.MsgBox("Check error log for errors. RWS will now close.", Buttons::Ok,
+                      Icon::Critical, kProgramTitle);
+  ResumeNext([&] { WriteSetting(services.Settings, setting::GamePath, ""); });
+  doc.Closing = true;
+  doc.Window.Close();
+}
+
+/** Tests a line of the head against every header value; a later line overwrites an earlier one. The
+    patterns are loose on purpose: "*time*" takes a "timeConstant" line as well. */
+void ReadHeaderLine(Document& doc, const Services& services, Mission& mission,
+                    std::string_view line, const std::string& lower) {
+  const auto log = [&](auto&& body) { LogAndLeave(services, "LoadMission", body); };
+  const auto whole = [&] { return CInt(Val(GetValue(line))); };
+  mission.HasBornPlace = false;
+  if (Like(lower, "*map*")) {
+    mission.MapPath = GetValue(line);
+    mission.MapName = GetMapName(doc, services, mission.MapPath);
+  }
+  if (Like(lower, "*time*")) mission.Time = GetValue(line);
+  if (Like(lower, "*cloudtype*")) mission.CloudType = GetValue(line);
+  if (Like(lower, "*cloudheight*")) mission.CloudHeight = IntegerPart(GetValue(line));
+  if (Like(lower, "*army*")) mission.Army = GetValue(line);
+  if (Like(lower, "*playernum*")) mission.PlayerNum = GetValue(line);
+  if (Like(lower, "*player *")) mission.Player = GetValue(line);
+  if (Like(lower, "*timeconstant *")) log([&] { mission.TimeConstant = whole(); });
+  if (Like(lower, "*weaponsconstant *")) log([&] { mission.WeaponsConstant = whole(); });
+  if (Like(lower, "*briefsound *")) {
+    mission.BriefSoundLine = line;
+    log([&] { mission.BriefSound = GetBriefSoundPath(doc, services, line); });
+  }
+}
+
+void ReadHeader(Document& doc, const Services& services, Mission& mission) {
+  std::string lower;
+  for (std::size_t i = 0; i < mission.Lines.size(); ++i) {
+    services.Page.LCaseInto(lower, mission.Lines[i]);
+    // A blank behind the bracket or an indent hides the end of the head.
+    if (lower == "[wing]") return;
+    ReadHeaderLine(doc, services, mission, mission.Lines[i], lower);
+  }
+}
+
+}  // namespace
+
+bool GetMissionFiles(Document& doc, const Services& services) {
+  doc.MissionFiles.clear();
+  LogAndLeave(services, "GetMissionFiles", [&] {
+    ListFiles(services, doc.MissionFiles, doc.MissionDir, "*.mis", true, doc.ExcludedNames);
+  });
+  return !doc.MissionFiles.empty();
+}
+
+void LoadMissionArray(Document& doc, const Services& services) {
+  doc.Missions.clear();
+  LogAndLeave(services, "LoadMissionArray", [&] {
+    doc.Missions.reserve(doc.MissionFiles.size());
+    for (const auto& path : doc.MissionFiles) {
+      Mission& mission = doc.Missions.emplace_back();
+      mission.BaseName = GetBaseName(path);
+      mission.FileName = GetFileName(path);
+      // A folder whose name holds the file name loses that part too; kept as it is.
+      mission.DirPath = Replace(services.Files.GetAbsolutePathName(path), mission.FileName, "");
+    }
+  });
+}
+
+void ReadMissionText(Document& doc, const Services& services, std::size_t mission,
+                     std::string bytes) {
+  Mission& record = At(doc.Missions, static_cast<std::ptrdiff_t>(mission));
+  record.Lines = LineArray::FromFile(std::move(bytes));
+  ReadHeader(doc, services, record);
+  LoadMissionParams(doc, services, mission);
+  record.Loaded = true;
+}
+
+void LoadMission(Document& doc, const Services& services, std::size_t mission) {
+  const Mission& record = doc.Missions[mission];
+  doc.Window.ShowBusy(true);
+  const std::string path = BuildPath(record.DirPath, record.FileName);
+  if (!services.Files.FileExists(path)) {
+    doc.Window.ShowBusy(false);
+    return CloseOverMissingFile(doc, services, path);
+  }
+  NormaliseLineEnds(services, path);
+  LogAndLeave(services, "LoadMission",
+              [&] { ReadMissionText(doc, services, mission, services.Files.ReadFile(path)); });
+  doc.Window.ShowBusy(false);
+}
+
+}  // namespace rws

@@ -1,0 +1,224 @@
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "mission/line_values.h"
+#include "mission/reader.h"
+#include "services/arrays.h"
+#include "services/error_log.h"
+#include "services/numbers.h"
+#include "services/text.h"
+
+namespace rws {
+
+namespace {
+
+/** What a section costs before its lines (it may make a flight), what a line of a flight costs
+   beside one of a route, and what a failure costs, since each is a line of the log. */
+constexpr std::size_t kSectionCost = 60;
+constexpr std::size_t kFlightLineCost = 4;
+constexpr std::size_t kFailureCost = 2000;
+
+/** Runs one section reader; what it read before a failure stays. */
+template <class Body>
+void ReadSection(const Services& services, std::string_view name, ReadBudget& budget, Body body) {
+  if (budget.Spent()) return;
+  const bool read = LogAndLeave(services, name, [&] {
+    budget.Spend(kSectionCost);
+    body();
+  });
+  if (!read) ResumeNext([&] { budget.Spend(kFailureCost); });
+}
+
+/** Finds the lines that hold a word, in file order, in one run over the whole text. */
+class WordFinder {
+ public:
+  WordFinder(const LineArray& lines, std::string_view lowerWord)
+      : lines_(lines), word_(lowerWord), next_(FindNoCase(lines.FileText(), lowerWord, 0)) {}
+
+  /** True if line `i` holds the word; lines are asked for in ascending order. */
+  bool InLine(std::size_t i) {
+    if (next_ >= lines_.End(i)) return false;
+    next_ = FindNoCase(lines_.FileText(), word_, lines_.End(i));
+    return true;
+  }
+
+ private:
+  const LineArray& lines_;
+  std::string_view word_;
+  std::size_t next_;
+};
+
+/** The test "*planes #", without a lower-cased copy of every line of the file. */
+bool EndsWithPlanes(std::string_view line) {
+  constexpr std::string_view kKey = "planes ";
+  if (line.size() <= kKey.size() || line.back() < '0' || line.back() > '9') return false;
+  return EqualNoCase(line.substr(line.size() - 1 - kKey.size(), kKey.size()), kKey);
+}
+
+/** The rest of a numbered key's line: "skin0 x.bmp" without every "skin0", trimmed. */
+std::string RestOf(const std::string& lower, std::string_view key, int number) {
+  return std::string(Trim(Replace(lower, std::string(key) + std::to_string(number), "")));
+}
+
+/** All rows are tested for every line, in this order, as keys are told by loose patterns. */
+void ReadFlightLine(Flight& flight, std::string_view line, const std::string& lower) {
+  const auto slot = [&]() -> PlaneSlot& { return At(flight.PlaneSlots, GetNumber(line)); };
+  if (Like(lower, "*class*")) flight.Class = Trim(Replace(line, "Class air.", ""));
+  if (Like(lower, "*planes #")) flight.Planes = GetValue(line);
+  if (Like(lower, "*parachute #")) flight.Parachute = GetValue(line);
+  if (Like(lower, "*onlyai*")) flight.OnlyAI = GetValue(line);
+  if (Like(lower, "*fuel*")) flight.Fuel = GetValue(line);
+  if (Like(lower, "*weapons*")) flight.Weapons = GetValue(line);
+  if (Like(lower, "*skill #")) flight.Skill = GetValue(line);
+  if (Like(lower, "*starttime*")) flight.StartTime = GetValue(line);
+  if (Val(flight.Skill) >= 4) flight.Skill = "Custom";
+  if (Like(lower, "*skill#*")) {
+    slot().Skill = GetValue(line);
+    flight.Skill = "Custom";
+  }
+  if (Like(lower, "*skin#*")) slot().Skin = RestOf(lower, "skin", GetNumber(line));
+  if (Like(lower, "*noseart#*")) slot().NoseArt = RestOf(lower, "noseart", GetNumber(line));
+  if (Like(lower, "*pilot#*")) slot().Pilot = RestOf(lower, "pilot", GetNumber(line));
+  if (Like(lower, "*numberon#*")) slot().NumberOn = GetValue(line);
+}
+
+/** A route's altitude or speed: whole number text, decimals dropped. */
+std::string WholeNumberWord(std::string_view word) {
+  if (Val(word) == 0) word = "0";
+  return FormatNumber(IntegerPart(word), "####0");
+}
+
+void ReadWaypointLine(Waypoint& waypoint, std::string_view line,
+                      std::vector<std::string_view>& words) {
+  const auto trimmed = Trim(line);
+  SplitInto(words, trimmed, ' ');
+  const auto ending = trimmed.substr(trimmed.size() - std::min<std::size_t>(2, trimmed.size()));
+  waypoint.Marker = Contains(ending, "&") ? ending : "&0";
+  const auto speed = At(words, 4);
+  waypoint.Alt = WholeNumberWord(words[3]);
+  waypoint.Speed = WholeNumberWord(speed);
+  waypoint.X = CDbl(IntegerPart(words[1]));
+  waypoint.Y = CDbl(IntegerPart(words[2]));
+  waypoint.Type = words[0];
+  waypoint.Line = line;
+  waypoint.Dist = 0;
+}
+
+double Distance(const Waypoint& a, const Waypoint& b) {
+  const double dx = std::fabs(a.X - b.X) / 10;
+  const double dy = std::fabs(a.Y - b.Y) / 10;
+  return std::sqrt(dx * dx + dy * dy);
+}
+
+void ReadBornPlaceLine(BornPlace& place, std::string_view line) {
+  const auto words = SplitAt(Trim(line), ' ');
+  place.Army = CInt(words[0]);
+  place.Radius = CLng(At(words, 1));
+  place.X = CLng(At(words, 2));
+  place.Y = CLng(At(words, 3));
+}
+
+/** Reads one numbered section. The one that ends the file is never stored: looking for its end runs
+    off the lines. */
+void ReadBornPlacePlanes(Mission& mission, std::size_t& line, ReadBudget& budget) {
+  const std::string number = Replace(Replace(mission.Lines[line], "[BornPlace", ""), "]", "");
+  const int index = CInt(number);
+  std::vector<std::string> planes;
+  const auto at = [&] { return At(mission.Lines, static_cast<std::ptrdiff_t>(line)); };
+  for (++line; !IsSectionHeader(at()); ++line) {
+    budget.Spend(1);
+    if (!Contains(at(), "[")) AddToArray(planes, std::string(Trim(at())));
+  }
+  At(mission.BornPlaces, index).Planes = std::move(planes);
+}
+
+}  // namespace
+
+void ReadBudget::Spend(std::size_t lines) {
+  if (lines >= left_) {
+    left_ = 0;
+    throw OverflowFault();
+  }
+  left_ -= lines;
+}
+
+void LoadPlane(Document& doc, const Services& services, std::size_t mission, std::size_t flight,
+               std::size_t line, ReadBudget& budget) {
+  ReadSection(services, "LoadPlane", budget, [&] {
+    const LineArray& lines = doc.Missions[mission].Lines;
+    Flight& record = At(doc.Missions[mission].Flights, static_cast<std::ptrdiff_t>(flight));
+    const auto before = At(lines, static_cast<std::ptrdiff_t>(line) - 1);
+    record.Name = Replace(Replace(before, "[", ""), "]", "");
+    std::string lower;
+    // Without a header behind it the section runs off the last line, which the log then tells.
+    for (std::size_t i = line; !IsSectionHeader(At(lines, static_cast<std::ptrdiff_t>(i))); ++i) {
+      budget.Spend(kFlightLineCost);
+      services.Page.LCaseInto(lower, lines[i]);
+      ReadFlightLine(record, lines[i], lower);
+    }
+  });
+}
+
+void LoadWayPoint(Document& doc, const Services& services, std::size_t mission, std::size_t flight,
+                  std::size_t line, ReadBudget& budget) {
+  ReadSection(services, "LoadWayPoint", budget, [&] {
+    const LineArray& lines = doc.Missions[mission].Lines;
+    Flight& record = At(doc.Missions[mission].Flights, static_cast<std::ptrdiff_t>(flight));
+    std::vector<std::string_view> words;
+    std::size_t count = 0;
+    for (std::size_t i = line + 1; i < lines.size() && !IsSectionHeader(lines[i]); ++i) {
+      budget.Spend(1);
+      record.Waypoints.resize(count + 1);
+      Waypoint& waypoint = record.Waypoints[count];
+      ReadWaypointLine(waypoint, lines[i], words);
+      if (count > 0) waypoint.Dist = Distance(waypoint, record.Waypoints[count - 1]);
+      ++count;
+    }
+    record.LastWaypoint = std::to_string(static_cast<std::ptrdiff_t>(count) - 1);
+    record.Waypoints.shrink_to_fit();
+  });
+}
+
+void LoadBornPlace(Document& doc, const Services& services, std::size_t mission, std::size_t line,
+                   ReadBudget& budget) {
+  ReadSection(services, "LoadBornPlace", budget, [&] {
+    Mission& record = doc.Missions[mission];
+    const LineArray& lines = record.Lines;
+    std::size_t i = line + 1;
+    for (std::size_t count = 0; i < lines.size() && !IsSectionHeader(lines[i]); ++i) {
+      budget.Spend(1);
+      record.BornPlaces.resize(++count);
+      ReadBornPlaceLine(record.BornPlaces.back(), lines[i]);
+    }
+    while (i < lines.size() && Like(services.Page.LCase(lines[i]), "*bornplace#*"))
+      ReadBornPlacePlanes(record, i, budget);
+  });
+}
+
+void LoadMissionParams(Document& doc, const Services& services, std::size_t mission) {
+  LogAndLeave(services, "LoadMissionParams", [&] {
+    Mission& record = doc.Missions[mission];
+    const LineArray& lines = record.Lines;
+    WordFinder way(lines, "_way"), bornPlace(lines, "bornplace");
+    ReadBudget budget;
+    std::size_t flights = 0, lastFlight = 0;
+    // Section readers get a copy of the line index: this walk goes through their lines as well.
+    for (std::size_t i = 0; i < lines.size() && !budget.Spent(); ++i) {
+      if (EndsWithPlanes(lines[i])) {
+        record.Flights.resize(flights + 1);
+        lastFlight = flights++;
+        LoadPlane(doc, services, mission, lastFlight, i, budget);
+      }
+      if (way.InLine(i)) LoadWayPoint(doc, services, mission, lastFlight, i, budget);
+      if (bornPlace.InLine(i)) {
+        record.HasBornPlace = true;
+        LoadBornPlace(doc, services, mission, i, budget);
+      }
+    }
+    record.Flights.shrink_to_fit();
+    if (budget.Spent()) throw OverflowFault();
+  });
+}
+
+}  // namespace rws

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+
+#include "mission/document.h"
+#include "services/services.h"
+
+namespace rws {
+
+/** True if the working copy of a mission differs from its shadow. Coordinates, types and kept lines
+    of waypoints and the aircraft and places of home bases take no part. A working copy that holds a
+    flight, waypoint, home base or line more than the shadow counts as unchanged, on purpose: the
+    commands that add one add it to the shadow too. */
+bool MissionChanged(const Document& doc, std::size_t mission);
+
+/** Lights or darkens the Update button for the current mission; every edit ends with it. Does
+   nothing while controls are filled. */
+void SetModify(Document& doc, const Services& services);
+
+/** Writes every modified mission. Each that cannot be written is told to the user, counts as saved
+    until its next edit, and the rest is still attempted; only a mission that could not be restored
+    either ends the run. True if all were written. */
+bool UpdateChanges(Document& doc, const Services& services);
+
+enum class LeaveBy { Mouse, Key };
+
+/** Settles unsaved changes of the current mission, by `SavePromptMode`, when another is about to be
+    shown. `clickUpdate` runs the Update button and tells whether all was written. False if the
+    mission must not be left. */
+bool WarnSave(Document& doc, const Services& services, LeaveBy by,
+              const std::function<bool()>& clickUpdate);
+
+/** Drops the edits of a mission. Its record becomes unread, so that the file's own state returns
+   when it is shown next; the shadow may hold records that were added since. */
+void DropEdits(Document& doc, std::size_t mission);
+
+}  // namespace rws

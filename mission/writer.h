@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstddef>
+
+#include "mission/document.h"
+#include "services/services.h"
+
+namespace rws {
+
+/** Makes the lines of a mission's new file: the head and the tail of the kept lines, and between
+   them flights and routes from the records. A cloud or time line without its value is completed
+   from the window. False, logged, when the lines could not be made or the mission was never read;
+   nothing on disk has been touched then. */
+bool BuildMissionFile(Document& doc, const Services& services, LineArray& output,
+                      std::size_t mission);
+
+/** Appends a flight's section. Keys of the section that no record models are lost, as accepted. */
+void FlightArray(const Services& services, LineArray& output, const Flight& flight);
+
+/** Appends a flight's route. Coordinates keep their text; a word whose number is exactly 0 becomes
+    "0", also a marker "&0" behind the sixth word. */
+void WaypointArray(const Services& services, LineArray& output, const Flight& flight);
+
+/** Appends all home base sections. */
+void NewBornPlace(const Services& services, LineArray& output, const Mission& mission);
+
+}  // namespace rws
