@@ -93,7 +93,7 @@ std::string FileSystem::Resolve(const std::string& path) const {
 }
 
 std::string FileSystem::GetAbsolutePathName(const std::string& path) const {
-  return IsAbsolute(path) ? path : BuildPath(os::CurrentFolder(), path);
+  return path.empty() ? path : os::AbsolutePath(path);
 }
 
 bool FileSystem::FileExists(const std::string& path) const {

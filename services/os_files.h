@@ -53,6 +53,7 @@ void RenameOver(const std::string& from, const std::string& to);
 bool RenameNew(const std::string& from, const std::string& to);
 void DeleteFile(const std::string& path);
 void CreateFolder(const std::string& path);
-std::string CurrentFolder();
+/** `path` from the root on, "." and ".." taken out by spelling alone. */
+std::string AbsolutePath(const std::string& path);
 
 }  // namespace rws::os

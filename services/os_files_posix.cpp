@@ -198,11 +198,10 @@ void CreateFolder(const std::string& path) {
   }
 }
 
-std::string CurrentFolder() {
-  std::string path(4096, 0);
-  if (::getcwd(path.data(), path.size()) == nullptr) Fail("find", ".", errno);
-  path.resize(std::strlen(path.c_str()));
-  return path;
+std::string AbsolutePath(const std::string& path) {
+  std::error_code error;
+  const auto absolute = std::filesystem::absolute(path, error);
+  return error ? path : absolute.lexically_normal().string();
 }
 
 }  // namespace rws::os

@@ -204,8 +204,10 @@ void CreateFolder(const std::string& path) {
   if (!::CreateDirectoryW(Wide(path).c_str(), nullptr)) Fail("create", path, ::GetLastError());
 }
 
-std::string CurrentFolder() {
-  return Narrow(std::filesystem::current_path().wstring());
+std::string AbsolutePath(const std::string& path) {
+  std::error_code error;
+  const auto absolute = std::filesystem::absolute(Wide(path), error);
+  return error ? path : Narrow(absolute.lexically_normal().wstring());
 }
 
 }  // namespace rws::os

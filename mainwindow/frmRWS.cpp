@@ -1,0 +1,147 @@
+#include "mainwindow/frmRWS.h"
+
+#include <QGuiApplication>
+
+#include "mission/reader.h"
+#include "services/arrays.h"
+#include "services/error_log.h"
+#include "services/paths.h"
+#include "services/platform/form_placement.h"
+#include "services/platform/qt_text.h"
+#include "services/text.h"
+
+/** The pictures stand in a library; without this call the linker would leave them out. */
+static void InitIcons() {
+  Q_INIT_RESOURCE(icons);
+}
+
+namespace rws {
+
+frmRWS::frmRWS(Document& doc, Services& services) : context_{doc, services} {
+  InitIcons();
+  Build();
+  ConnectDocument();
+  Connect();
+  LoadFormPos(services, *this);
+}
+
+void frmRWS::ConnectDocument() {
+  DocumentWindow& window = context_.Doc.Window;
+  window.ShowBusy = [](bool busy) {
+    busy ? QGuiApplication::setOverrideCursor(Qt::WaitCursor)
+         : QGuiApplication::restoreOverrideCursor();
+  };
+  window.Close = [this] {
+    QMetaObject::invokeMethod(
+        this, [this] { Unload(); }, Qt::QueuedConnection);
+  };
+  window.IsUp = [this] { return isVisible(); };
+  window.LightUpdate = [this](bool lit) { LightUpdate(lit); };
+  window.WeatherRow = [this] { return missionPanel->cboWeather->currentIndex(); };
+  window.CloudHeightText = [this] {
+    return ToBytes(context_.Services.Page, missionPanel->txtWeather->text());
+  };
+  window.ClockText = [this] { return missionPanel->ClockText(); };
+  context_.Services.Ask.Notice = [this](const std::string& text) { Notice(text); };
+  missionPanel->ReloadFlight = [this] { flightArea->LoadFlight(context_.Doc.CurFlight); };
+}
+
+void frmRWS::Notice(const std::string& text) {
+  constexpr int kNoticeMilliseconds = 8000;
+  staBar->showMessage(FromPath(text), kNoticeMilliseconds);
+}
+
+void frmRWS::ShowDirectory() {
+  staPanels[0]->setText(FromPath(context_.Doc.MissionDir));
+}
+
+void frmRWS::EnableMission(bool enabled) {
+  missionPanel->EnableControls(enabled);
+  flightArea->setEnabled(enabled);
+  mnuMisPop->setEnabled(enabled);
+}
+
+void frmRWS::InitForm() {
+  LogAndLeave(context_.Services, "InitForm", [&] {
+    const bool loading = context_.Doc.bLoading;
+    context_.Doc.bLoading = true;
+    lstMission->SetRows({});
+    flightArea->ClearFlightList();
+    missionPanel->fraMission->setTitle(tr("Mission Map:"));
+    flightArea->ResetCaptions();
+    missionPanel->cboWeather->Fill({tr("Clear"), tr("Good"), tr("Hazy"), tr("Poor"), tr("Blind"),
+                                    tr("Rain/Snow"), tr("Thunder")});
+    flightArea->FillFixedLists();
+    missionPanel->cboWeather->SelectRow(0);
+    staBar->clearMessage();
+    staPanels[1]->clear();
+    context_.Doc.bLoading = loading;
+  });
+}
+
+void frmRWS::Start() {
+  Document& doc = context_.Doc;
+  ShowDirectory();
+  if (!GetMissionFiles(doc, context_.Services)) {
+    doc.Missions.clear();
+    doc.MissionShadow.clear();
+    InitForm();
+    LightUpdate(false);
+    return EnableMission(false);
+  }
+  EnableMission(true);
+  LoadMissionArray(doc, context_.Services);
+  doc.bLoading = true;
+  LoadMissionList();
+  ShowMission();
+}
+
+void frmRWS::LoadMissionList() {
+  LogAndLeave(context_.Services, "LoadMissionList", [&] {
+    Document& doc = context_.Doc;
+    flightArea->ClearFlightList();
+    const std::string wanted = FoldName(GetBaseName(ComLineMission));
+    ComLineMission.clear();
+    QStringList names;
+    names.reserve(static_cast<qsizetype>(doc.Missions.size()));
+    for (const auto& mission : doc.Missions) {
+      if (!wanted.empty() && FoldName(mission.BaseName) == wanted)
+        doc.CurMission = static_cast<int>(names.size());
+      names << FromPath(mission.BaseName);
+    }
+    lstMission->SetRows(names);
+    if (doc.CurMission >= names.size()) doc.CurMission = 0;
+    lstMission->SelectRow(doc.CurMission);
+  });
+}
+
+void frmRWS::ShowMission() {
+  Document& doc = context_.Doc;
+  doc.bLoading = true;
+  ResumeNext([&] { flightArea->ClearFlightList(); });
+  ResumeNext([&] { flightArea->ClearFrames(true); });
+  ResumeNext([&] { doc.MissionShadow = doc.Missions; });
+  if (!doc.Missions.empty()) {
+    const auto current = static_cast<std::size_t>(doc.CurMission);
+    if (!doc.Missions[current].Loaded)
+      ResumeNext([&] { LoadMission(doc, context_.Services, current); });
+    if (doc.Closing) return;
+    const Mission& mission = doc.Missions[current];
+    mnuMissionPop[2]->setVisible(mission.HasBornPlace);
+    ResumeNext([&] { doc.MissionShadow[current] = mission; });
+    missionPanel->ShowMission();
+    const bool hasFlights = SafeUBound(mission.Flights) >= 0;
+    missionPanel->cmdCount->setEnabled(hasFlights);
+    ResumeNext([&] {
+      if (hasFlights)
+        flightArea->PlaneChg(true, -1, false);
+      else
+        flightArea->ShowNoFlights();
+    });
+    // The button may still be lit by the mission that was left.
+    LightUpdate(mission.Modified);
+  }
+  doc.bLoading = false;
+}
+
+}  // namespace rws

@@ -1,0 +1,95 @@
+#pragma once
+
+#include <QAction>
+#include <QLabel>
+#include <QMainWindow>
+#include <QMenu>
+#include <QPushButton>
+#include <QStatusBar>
+#include <array>
+#include <functional>
+
+#include "mainwindow/flight_area.h"
+#include "mainwindow/mission_panel.h"
+#include "mainwindow/state.h"
+#include "mission/update.h"
+#include "services/controls/list_box.h"
+
+namespace rws {
+
+/** The main window: the missions of one directory, the values of the one selected, and the flows
+   that cross its panels. */
+class frmRWS : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  frmRWS(Document& doc, Services& services);
+
+  /** Rereads `MissionDir` and shows the current mission. */
+  void Start();
+  /** Reads the current mission on first use, takes its baseline and fills every control. */
+  void ShowMission();
+  /** Clears the window and fills its fixed lists. */
+  void InitForm();
+  /** Fills `lstMission` and selects the current mission. */
+  void LoadMissionList();
+
+  /** A short text in the status bar that goes away by itself. */
+  void Notice(const std::string& text);
+  /** Ends the program without a question; runs once. */
+  void Unload();
+
+  ListBox* lstMission;
+  MissionPanel* missionPanel;
+  FlightArea* flightArea;
+  std::array<QPushButton*, 4> cmd;
+  QStatusBar* staBar;
+  /** Panel 1 shows the directory, panel 2 the player. */
+  std::array<QLabel*, 2> staPanels;
+
+  QMenu *mnuFile, *mnuTool, *mnuHelp, *mnuMisPop, *mnuCase;
+  QAction* mnuExit;
+  std::array<QAction*, 6> mnuTools;
+  std::array<QAction*, 3> mnuH;
+  std::array<QAction*, 9> mnuMissionPop;
+  std::array<QAction*, 4> mnuCases;
+
+  /** Opens the mission menu and returns when it has closed; a test replaces it. */
+  std::function<void(QPoint globalPosition)> PopUpMissionMenu;
+
+  /** File name given on the command line; the first `Start` selects that mission. */
+  std::string ComLineMission;
+  /** Directory given on the command line; such a run leaves the stored window place alone. */
+  std::string ComLinePath;
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void Build();
+  void BuildMenus();
+  void BuildMissionMenu();
+  QWidget* BuildLeftSide();
+  QWidget* BuildButtons();
+  void BuildStatusBar();
+  void Connect();
+  void ConnectDocument();
+
+  void ListKeyReleased();
+  void ListMouseReleased(Qt::MouseButton button, int row, QPoint globalPosition);
+  bool LeaveMission(LeaveBy by, int& row);
+  void OpenMissionMenu(QPoint globalPosition);
+
+  void ClickDirectory();
+  void ClickExit();
+  bool ClickUpdate();
+  bool MayExit();
+  void LightUpdate(bool lit);
+  void EnableMission(bool enabled);
+  void ShowDirectory();
+
+  WindowContext context_;
+  bool unloaded_ = false;
+};
+
+}  // namespace rws

@@ -1,0 +1,131 @@
+#include <QGridLayout>
+#include <QMenuBar>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+#include "mainwindow/frmRWS.h"
+#include "services/platform/qt_text.h"
+
+namespace rws {
+
+namespace {
+
+QAction* AddEntry(QMenu* menu, const QString& caption, const QString& objectName) {
+  QAction* entry = caption.isEmpty() ? menu->addSeparator() : menu->addAction(caption);
+  entry->setObjectName(objectName);
+  // An entry is enabled by the code that gives it something to do.
+  entry->setEnabled(false);
+  return entry;
+}
+
+template <std::size_t N>
+void AddEntries(QMenu* menu, std::array<QAction*, N>& entries, const char* name,
+                const std::array<QString, N>& captions) {
+  for (std::size_t i = 0; i < N; ++i)
+    entries[i] =
+        AddEntry(menu, captions[i], QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(i));
+}
+
+}  // namespace
+
+void frmRWS::Build() {
+  setObjectName(QStringLiteral("frmRWS"));
+  setWindowTitle(FromPath(kProgramTitle));
+  BuildMenus();
+  BuildMissionMenu();
+  flightArea = new FlightArea(context_, this);
+  auto* sides = new QSplitter(this);
+  sides->setChildrenCollapsible(false);
+  sides->addWidget(BuildLeftSide());
+  sides->addWidget(flightArea);
+  sides->setStretchFactor(1, 1);
+  auto* margin = new QWidget(this);
+  auto* frame = new QVBoxLayout(margin);
+  frame->addWidget(sides);
+  setCentralWidget(margin);
+  BuildStatusBar();
+  resize(fontMetrics().averageCharWidth() * 150, fontMetrics().height() * 38);
+}
+
+void frmRWS::BuildMenus() {
+  mnuFile = menuBar()->addMenu(tr("&File"));
+  mnuFile->setObjectName(QStringLiteral("mnuFile"));
+  mnuExit = AddEntry(mnuFile, tr("E&xit"), QStringLiteral("mnuExit"));
+  mnuExit->setEnabled(true);
+  mnuTool = menuBar()->addMenu(tr("&Tools"));
+  mnuTool->setObjectName(QStringLiteral("mnuTool"));
+  AddEntries<6>(mnuTool, mnuTools, "mnuTools",
+                {tr("&Skin Manager"), tr("&Rename All"), tr("&Convert Mission Folder"),
+                 tr("Copy &From"), QString(), tr("RWS &Preferences")});
+  mnuHelp = menuBar()->addMenu(tr("Hel&p"));
+  mnuHelp->setObjectName(QStringLiteral("mnuHelp"));
+  AddEntries<3>(mnuHelp, mnuH, "mnuH", {tr("&Contents"), tr("&About"), tr("Check for &Updates")});
+}
+
+void frmRWS::BuildMissionMenu() {
+  mnuMisPop = new QMenu(this);
+  mnuMisPop->setObjectName(QStringLiteral("mnuMisPop"));
+  AddEntries<9>(
+      mnuMisPop, mnuMissionPop, "mnuMissionPop",
+      {tr("Edit Mission &Brief"), tr("&View in Notepad"), tr("Edit &Spawn Points"),
+       tr("&Add Sound File"), QString(), tr("SaveA&s"), tr("&Delete"), tr("&Move"), tr("&Rename")});
+  mnuCase = new QMenu(mnuMisPop);
+  mnuCase->setObjectName(QStringLiteral("mnuCase"));
+  AddEntries<4>(mnuCase, mnuCases, "mnuCase",
+                {tr("&Manual"), tr("&Proper Case"), tr("&Lowercase"), tr("&Uppercase")});
+  mnuMissionPop[8]->setMenu(mnuCase);
+}
+
+QWidget* frmRWS::BuildLeftSide() {
+  auto* side = new QWidget(this);
+  auto* column = new QVBoxLayout(side);
+  column->setContentsMargins(0, 0, 0, 0);
+  lstMission = new ListBox;
+  lstMission->setObjectName(QStringLiteral("lstMission"));
+  lstMission->setAccessibleName(tr("Missions"));
+  lstMission->setToolTip(tr("Right click selected mission for single file menu options"));
+  missionPanel = new MissionPanel(context_, side);
+  column->addWidget(lstMission, 1);
+  column->addWidget(missionPanel);
+  column->addWidget(BuildButtons());
+  return side;
+}
+
+QWidget* frmRWS::BuildButtons() {
+  const std::array<QString, 4> captions{tr("&Directory"), tr("&Exit"), tr("Mi&nimize"),
+                                        tr("&Update")};
+  const std::array<QString, 4> tips{tr("Select a mission directory"), tr("Close the program"),
+                                    tr("Minimize the program"),
+                                    tr("Write the changes to the mission file")};
+  auto* box = new QWidget;
+  auto* row = new QHBoxLayout(box);
+  row->setContentsMargins(0, 0, 0, 0);
+  for (std::size_t i = 0; i < cmd.size(); ++i) {
+    cmd[i] = new QPushButton(captions[i]);
+    cmd[i]->setObjectName(QStringLiteral("cmd(%1)").arg(i));
+    cmd[i]->setAccessibleName(QString(captions[i]).remove(u'&'));
+    cmd[i]->setToolTip(tips[i]);
+    cmd[i]->setAutoDefault(false);
+  }
+  // Update is what the others are there for; it stands apart, first under the values it writes.
+  for (const int i : {3, 0, 2, 1}) row->addWidget(cmd[static_cast<std::size_t>(i)]);
+  return box;
+}
+
+void frmRWS::BuildStatusBar() {
+  staBar = statusBar();
+  staBar->setObjectName(QStringLiteral("staBar"));
+  const std::array<QString, 2> tips{tr("Current mission directory"), tr("Player select")};
+  for (std::size_t i = 0; i < staPanels.size(); ++i) {
+    staPanels[i] = new QLabel;
+    staPanels[i]->setToolTip(tips[i]);
+    staPanels[i]->setAccessibleName(tips[i]);
+    staPanels[i]->setTextFormat(Qt::PlainText);
+    staPanels[i]->setIndent(fontMetrics().averageCharWidth());
+    // A long directory must not keep the window from being made narrower.
+    staPanels[i]->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    staBar->addWidget(staPanels[i], i == 0 ? 3 : 1);
+  }
+}
+
+}  // namespace rws

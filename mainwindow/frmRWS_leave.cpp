@@ -1,0 +1,146 @@
+#include <QCloseEvent>
+#include <algorithm>
+#include <utility>
+
+#include "mainwindow/frmRWS.h"
+#include "services/error_log.h"
+#include "services/paths.h"
+#include "services/pickers.h"
+#include "services/platform/form_placement.h"
+#include "services/platform/qt_text.h"
+#include "services/setting_values.h"
+
+namespace rws {
+
+void frmRWS::Connect() {
+  const auto trap = [this](const char* name, auto handler) {
+    return [this, name, handler](auto... arguments) {
+      LogAndLeave(context_.Services, name, [&] { handler(arguments...); });
+    };
+  };
+  connect(lstMission, &ListBox::KeyReleased, this,
+          trap("lstMission_KeyUp", [this] { ListKeyReleased(); }));
+  connect(lstMission, &ListBox::MouseReleased, this,
+          trap("lstMission_MouseUp", [this](Qt::MouseButton button, int row, QPoint position) {
+            ListMouseReleased(button, row, position);
+          }));
+  connect(lstMission, &ListBox::MenuKeyPressed, this,
+          trap("lstMission_MouseUp", [this](QPoint position) { OpenMissionMenu(position); }));
+  connect(cmd[0], &QPushButton::clicked, this,
+          trap("cmd_Click", [this](bool) { ClickDirectory(); }));
+  connect(cmd[1], &QPushButton::clicked, this, trap("cmd_Click", [this](bool) { ClickExit(); }));
+  connect(cmd[2], &QPushButton::clicked, this, [this] { showMinimized(); });
+  connect(cmd[3], &QPushButton::clicked, this, trap("cmd_Click", [this](bool) { ClickUpdate(); }));
+  // Unlike the Exit button this entry does not ask about unsaved changes; the difference stays.
+  connect(mnuExit, &QAction::triggered, this, [this] { Unload(); });
+  PopUpMissionMenu = [this](QPoint position) { mnuMisPop->exec(position); };
+}
+
+void frmRWS::OpenMissionMenu(QPoint globalPosition) {
+  if (!context_.Doc.Missions.empty()) PopUpMissionMenu(globalPosition);
+}
+
+/** Settles the changes of the mission being left. An Update rereads the directory, so the row that
+   is wanted is found again by its file. */
+bool frmRWS::LeaveMission(LeaveBy by, int& row) {
+  Document& doc = context_.Doc;
+  const std::string wanted = At(doc.MissionFiles, row);
+  if (!WarnSave(doc, context_.Services, by, [this] { return ClickUpdate(); })) return false;
+  const auto found = std::find(doc.MissionFiles.begin(), doc.MissionFiles.end(), wanted);
+  if (doc.Closing || found == doc.MissionFiles.end()) return false;
+  row = static_cast<int>(found - doc.MissionFiles.begin());
+  return true;
+}
+
+void frmRWS::ListKeyReleased() {
+  int row = lstMission->CurrentRow();
+  if (row < 0 || row == context_.Doc.CurMission) return;
+  if (!LeaveMission(LeaveBy::Key, row)) return;
+  context_.Doc.CurMission = row;
+  ShowMission();
+  if (lstMission->CurrentRow() != row) lstMission->SelectRow(row);
+}
+
+void frmRWS::ListMouseReleased(Qt::MouseButton button, int row, QPoint globalPosition) {
+  if (button == Qt::RightButton) {
+    const std::string clicked = row >= 0 ? At(context_.Doc.MissionFiles, row) : std::string();
+    OpenMissionMenu(globalPosition);
+    // The menu worked on the mission that was lit; only now the light moves, unless the menu has
+    // reread the directory meanwhile.
+    const auto& files = context_.Doc.MissionFiles;
+    if (context_.Doc.Closing || row >= std::ssize(files) || (row >= 0 && At(files, row) != clicked))
+      return;
+    if (row >= 0) lstMission->SelectRow(row);
+  }
+  row = lstMission->CurrentRow();
+  if (row < 0 || row == context_.Doc.CurMission) return;
+  if (!LeaveMission(LeaveBy::Mouse, row)) return;
+  context_.Doc.CurMission = row;
+  ShowMission();
+  if (lstMission->CurrentRow() != row) lstMission->SelectRow(row);
+}
+
+void frmRWS::ClickDirectory() {
+  const Services& services = context_.Services;
+  Document& doc = context_.Doc;
+  std::string folder = ReadSetting(services.Settings, setting::LastDirPath, doc.MissionDir);
+  folder = ExistingFolder(services, folder);
+  folder = GetFolder(services, "Select a mission directory", true, folder);
+  if (folder.empty()) return;
+  doc.MissionDir = folder;
+  ShowDirectory();
+  ResumeNext([&] { WriteSetting(services.Settings, setting::LastDirPath, folder); });
+  doc.CurMission = 0;
+  doc.CurFlight = 0;
+  doc.Missions.clear();
+  Start();
+}
+
+bool frmRWS::ClickUpdate() {
+  const bool allWritten = UpdateChanges(context_.Doc, context_.Services);
+  LightUpdate(false);
+  // What could not be written lives in memory only; it is neither erased nor reread.
+  if (!allWritten) return false;
+  context_.Doc.Missions.clear();
+  Start();
+  return true;
+}
+
+bool frmRWS::MayExit() {
+  if (!cmd[3]->isEnabled()) return true;
+  const Answer answer =
+      context_.Services.Ask.MsgBox("Would you like to save your updates before exiting?",
+                                   Buttons::YesNoCancel, Icon::Question, kProgramTitle);
+  if (answer == Answer::Yes) {
+    const bool allWritten = UpdateChanges(context_.Doc, context_.Services);
+    LightUpdate(false);
+    return allWritten;
+  }
+  return answer == Answer::No;
+}
+
+void frmRWS::ClickExit() {
+  if (MayExit()) Unload();
+}
+
+void frmRWS::Unload() {
+  if (std::exchange(unloaded_, true)) return;
+  context_.Doc.Closing = true;
+  if (ComLinePath.empty()) ResumeNext([&] { SaveFormPos(context_.Services, *this); });
+  close();
+}
+
+void frmRWS::closeEvent(QCloseEvent* event) {
+  if (unloaded_) return event->accept();
+  event->ignore();
+  LogAndLeave(context_.Services, "Form_Unload", [&] { ClickExit(); });
+}
+
+void frmRWS::LightUpdate(bool lit) {
+  cmd[3]->setEnabled(lit);
+  // Pale green; black text goes with it, also where the desktop is dark.
+  cmd[3]->setStyleSheet(lit ? QStringLiteral("background-color: #C0FFC0; color: black;")
+                            : QString());
+}
+
+}  // namespace rws

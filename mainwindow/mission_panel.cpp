@@ -1,0 +1,164 @@
+#include "mainwindow/mission_panel.h"
+
+#include <QMouseEvent>
+
+#include "mainwindow/logic/stationary.h"
+#include "mission/update.h"
+#include "services/clock.h"
+#include "services/error_log.h"
+#include "services/numbers.h"
+#include "services/paths.h"
+#include "services/platform/qt_text.h"
+#include "services/setting_values.h"
+#include "services/text.h"
+#include "services/units.h"
+
+namespace rws {
+
+MissionPanel::MissionPanel(WindowContext context, QWidget* parent)
+    : QWidget(parent), context_(context) {
+  Build();
+  Connect();
+}
+
+void MissionPanel::Connect() {
+  connect(cboWeather, &QComboBox::currentIndexChanged, this, &MissionPanel::WeatherChosen);
+  connect(txtWeather, &QLineEdit::textChanged, this, &MissionPanel::CloudsChanged);
+  txtWeather->MayLeave = [this] { return MayLeaveClouds(); };
+  connect(dtMission, &QTimeEdit::timeChanged, this, &MissionPanel::TimeChanged);
+  connect(chkST, &QCheckBox::clicked, this,
+          [this] { ConstantClicked(chkST, &Mission::TimeConstant); });
+  connect(chkWL, &QCheckBox::clicked, this,
+          [this] { ConstantClicked(chkWL, &Mission::WeaponsConstant); });
+  connect(imgSnd, &QToolButton::clicked, this,
+          [this] { PlaySoundFile(Current().BriefSound, false); });
+  imgSnd->installEventFilter(this);
+}
+
+bool MissionPanel::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == imgSnd && event->type() == QEvent::MouseButtonRelease &&
+      static_cast<QMouseEvent*>(event)->button() == Qt::RightButton)
+    PlaySoundFile("", true);
+  return QWidget::eventFilter(watched, event);
+}
+
+Mission& MissionPanel::Current() {
+  return At(context_.Doc.Missions, context_.Doc.CurMission);
+}
+
+std::string MissionPanel::ClockText() const {
+  return ToPath(dtMission->time().toString(QStringLiteral("HH.mm")));
+}
+
+void MissionPanel::EnableControls(bool enabled) {
+  setEnabled(enabled);
+}
+
+void MissionPanel::ShowMission() {
+  ResumeNext([&] {
+    fraMission->setTitle(
+        tr("Mission Map: ") +
+        FromBytes(context_.Services.Page, Current().MapName).replace(u'&', QStringLiteral("&&")));
+  });
+  ResumeNext([&] { cboWeather->SelectRow(CInt(Val(Current().CloudType))); });
+  ResumeNext([&] { txtWeather->setText(FromPath(NumberText(Val(Current().CloudHeight)))); });
+  ResumeNext([&] {
+    const auto time =
+        QTime::fromString(FromPath(HoursToClock(Current().Time)), QStringLiteral("H:mm"));
+    if (time.isValid()) dtMission->setTime(time);
+  });
+  ResumeNext([&] { ShowConstant(chkWL, Current().WeaponsConstant); });
+  ResumeNext([&] { ShowConstant(chkST, Current().TimeConstant); });
+  ResumeNext([&] { ShowSound(); });
+  ResumeNext([&] { ShowStationary(); });
+}
+
+/** A constant of 2, which is neither on nor off, shows as half checked; other numbers cannot be
+    shown. */
+void MissionPanel::ShowConstant(QCheckBox* box, int value) {
+  if (value < 0 || value > 2) return;
+  constexpr Qt::CheckState kStates[] = {Qt::Unchecked, Qt::Checked, Qt::PartiallyChecked};
+  box->setCheckState(kStates[value]);
+  box->setTristate(false);
+}
+
+void MissionPanel::ShowSound() {
+  const bool hasSound = !Trim(Current().BriefSoundLine).empty();
+  imgSnd->setVisible(hasSound);
+  if (hasSound)
+    imgSnd->setToolTip(tr("Click here to hear the sound file \"%1\" attached to this mission.")
+                           .arg(FromPath(GetFileName(Current().BriefSound))));
+}
+
+void MissionPanel::ShowStationary() {
+  const int count =
+      CountStationary(context_.Doc, static_cast<std::size_t>(context_.Doc.CurMission));
+  const QString text = FromPath(StationaryText(count));
+  lbl[9]->setText(text);
+  if (count >= 1) cmdModSA->setToolTip(text);
+  cmdModSA->setEnabled(count >= 1);
+}
+
+void MissionPanel::WeatherChosen(int row) {
+  if (context_.Doc.bLoading) return;
+  ResumeNext([&] {
+    Current().CloudType = std::to_string(row);
+    SetModify(context_.Doc, context_.Services);
+  });
+}
+
+void MissionPanel::CloudsChanged(const QString& text) {
+  LogAndLeave(context_.Services, "txtWeather_Change", [&] {
+    const double value = Val(ToPath(text));
+    // Each of these writes runs this handler again, with the value that then counts.
+    if (value > udClouds->Maximum())
+      return txtWeather->setText(QString::number(udClouds->Maximum()));
+    if (value < udClouds->Minimum())
+      return txtWeather->setText(QString::number(udClouds->Minimum()));
+    txtWeather->setToolTip(FromPath(MetersToFeet(ToPath(text))) + tr(" feet"));
+    if (context_.Doc.bLoading) return;
+    Current().CloudHeight = ToBytes(context_.Services.Page, text);
+    SetModify(context_.Doc, context_.Services);
+  });
+}
+
+bool MissionPanel::MayLeaveClouds() {
+  if (IsNumeric(ToPath(txtWeather->text()))) return true;
+  ResumeNext([&] {
+    txtWeather->setText(FromPath(NumberText(RoundHalfEven(Val(Current().CloudHeight), 0))));
+  });
+  return false;
+}
+
+void MissionPanel::TimeChanged() {
+  // Runs while controls are filled as well: showing a mission writes its time back in the spelling
+  // of the conversion.
+  LogAndLeave(context_.Services, "dtMission_Change", [&] {
+    Current().Time = ClockToHours(ClockText());
+    SetModify(context_.Doc, context_.Services);
+    if (ReloadFlight) ReloadFlight();
+  });
+}
+
+void MissionPanel::ConstantClicked(QCheckBox* box, std::int16_t Mission::*field) {
+  if (context_.Doc.bLoading) return;
+  LogAndLeave(context_.Services, box == chkST ? "chkST_Click" : "chkWL_Click", [&] {
+    Current().*field = box->isChecked() ? 1 : 0;
+    SetModify(context_.Doc, context_.Services);
+  });
+}
+
+void MissionPanel::PlaySoundFile(const std::string& path, bool stop) {
+  const Shell& shell = context_.Services.System;
+  ResumeNext([&] {
+    if (ReadFlag(context_.Services.Settings, setting::SndPlayer)) {
+      shell.Execute("Play", path);
+      return;
+    }
+    const FileSystem& files = context_.Services.Files;
+    if (files.FileExists(path)) shell.StartSound(files.Resolve(path));
+    if (stop) shell.StopSound();
+  });
+}
+
+}  // namespace rws

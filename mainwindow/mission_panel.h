@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QTimeEdit>
+#include <QToolButton>
+#include <QWidget>
+#include <functional>
+#include <map>
+
+#include "mainwindow/state.h"
+#include "services/controls/drop_down.h"
+#include "services/controls/guarded_edit.h"
+#include "services/controls/up_down.h"
+
+namespace rws {
+
+/** Shows and edits the values that belong to a mission as a whole. A write to a control by code
+   runs its handler as the user's own edit does; `bLoading` tells the handlers apart. */
+class MissionPanel : public QWidget {
+  Q_OBJECT
+
+ public:
+  MissionPanel(WindowContext context, QWidget* parent);
+
+  /** Fills every control from the current mission. A value that cannot be shown leaves its control
+     as it is. */
+  void ShowMission();
+  /** Enables or disables everything; disabled when there is no mission. */
+  void EnableControls(bool enabled);
+  /** The time picker as "hh.mm". */
+  std::string ClockText() const;
+
+  QGroupBox* fraMission;
+  std::map<int, QLabel*> lbl;
+  DropDown* cboWeather;
+  GuardedEdit* txtWeather;
+  UpDown* udClouds;
+  QTimeEdit* dtMission;
+  QCheckBox *chkST, *chkWL;
+  QToolButton *cmdCount, *cmdModSA, *imgSnd;
+
+  /** Fills what depends on the time of the current flight again. */
+  std::function<void()> ReloadFlight;
+
+ private:
+  void Build();
+  void BuildValues();
+  void BuildCounts();
+  void NameControls();
+  void Connect();
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+  Mission& Current();
+  void ShowConstant(QCheckBox* box, int value);
+  void ShowSound();
+  void ShowStationary();
+
+  void WeatherChosen(int row);
+  void CloudsChanged(const QString& text);
+  bool MayLeaveClouds();
+  void TimeChanged();
+  void ConstantClicked(QCheckBox* box, std::int16_t Mission::*field);
+  void PlaySoundFile(const std::string& path, bool stop);
+
+  WindowContext context_;
+};
+
+}  // namespace rws

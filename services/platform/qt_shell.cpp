@@ -1,0 +1,62 @@
+#include "services/platform/qt_shell.h"
+
+#include <QDateTime>
+#include <QDesktopServices>
+#include <QDir>
+#include <QLocale>
+#include <QOperatingSystemVersion>
+#include <QSysInfo>
+#include <QUrl>
+
+#include "services/platform/event_pump.h"
+#include "services/platform/qt_text.h"
+#include "services/platform/sound_player.h"
+
+namespace rws {
+
+namespace {
+
+constexpr int kFailedCode = 31, kDoneCode = 33;
+
+int OpenByDesktop(const std::string&, const std::string& path) {
+  if (path.empty()) return kFailedCode;
+  return QDesktopServices::openUrl(QUrl::fromLocalFile(FromPath(path))) ? kDoneCode : kFailedCode;
+}
+
+DateTime LocalNow() {
+  const QDateTime now = QDateTime::currentDateTime();
+  return {now.date().year(), now.date().month(),  now.date().day(),
+          now.time().hour(), now.time().minute(), now.time().second()};
+}
+
+OsVersion SystemVersion() {
+  OsVersion version;
+#ifdef _WIN32
+  const auto running = QOperatingSystemVersion::current();
+  version.Platform = 2;
+  version.Major = running.majorVersion();
+  version.Minor = running.minorVersion();
+#endif
+  version.ProductName = ToPath(QSysInfo::prettyProductName());
+  return version;
+}
+
+}  // namespace
+
+Shell MakeQtShell() {
+  const auto pump = std::make_shared<EventPump>();
+  const auto sound = std::make_shared<SoundPlayer>();
+  Shell shell;
+  shell.Execute = OpenByDesktop;
+  shell.StartSound = [sound](const std::string& path) { sound->Start(FromPath(path)); };
+  shell.StopSound = [sound] { sound->Stop(); };
+  shell.NotifyAssocChanged = [] {};
+  shell.PumpEvents = [pump] { pump->Pump(); };
+  shell.Now = LocalNow;
+  shell.Version = SystemVersion;
+  shell.LocaleText = [](int) { return ToPath(QLocale::system().name()); };
+  shell.HomeFolder = [] { return ToPath(QDir::homePath()); };
+  return shell;
+}
+
+}  // namespace rws

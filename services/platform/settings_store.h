@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+#include "services/settings.h"
+
+namespace rws {
+
+/** The settings store of the running system: the registry on Windows, else an ini file under the
+    user's configuration directory. A path names another ini file, on every system. */
+SettingsBackend MakeSettingsStore(const QString& iniFile);
+
+/** Where the ini file lies when no other is named. */
+QString DefaultSettingsFile();
+
+}  // namespace rws
