@@ -23,9 +23,7 @@ struct Options {
   std::string File, Output, Tables, Game;
 };
 
-void Complain(const std::string& text) {
-  std::cerr << "rws-cli: " << text << "\n";
-}
+void Complain(const std::string& text) { std::cerr << "rws-cli: " << text << "\n"; }
 
 /** A document whose window answers with the values of a window that nothing was done in. */
 Document NewDocument() {
@@ -134,6 +132,4 @@ int Run(int argc, char** argv) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  return Run(argc, argv);
-}
+int main(int argc, char** argv) { return Run(argc, argv); }

@@ -23,9 +23,7 @@ void FlightArea::ResetCaptions() {
   fraGroup->setTitle(tr("None"));
 }
 
-void FlightArea::ShowNoFlights() {
-  ResetCaptions();
-}
+void FlightArea::ShowNoFlights() { ResetCaptions(); }
 
 void FlightArea::ClearFlightList() {}
 void FlightArea::FillFixedLists() {}

@@ -11,9 +11,7 @@
 #include "services/text.h"
 
 /** The pictures stand in a library; without this call the linker would leave them out. */
-static void InitIcons() {
-  Q_INIT_RESOURCE(icons);
-}
+static void InitIcons() { Q_INIT_RESOURCE(icons); }
 
 namespace rws {
 
@@ -51,9 +49,7 @@ void frmRWS::Notice(const std::string& text) {
   staBar->showMessage(FromPath(text), kNoticeMilliseconds);
 }
 
-void frmRWS::ShowDirectory() {
-  staPanels[0]->setText(FromPath(context_.Doc.MissionDir));
-}
+void frmRWS::ShowDirectory() { staPanels[0]->setText(FromPath(context_.Doc.MissionDir)); }
 
 void frmRWS::EnableMission(bool enabled) {
   missionPanel->EnableControls(enabled);

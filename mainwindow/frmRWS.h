@@ -36,7 +36,7 @@ class frmRWS : public QMainWindow {
 
   /** A short text in the status bar that goes away by itself. */
   void Notice(const std::string& text);
-  /** Ends the program without a question; runs once. */
+  /** Ends the program without a question. */
   void Unload();
 
   ListBox* lstMission;
@@ -84,6 +84,8 @@ class frmRWS : public QMainWindow {
   void ClickExit();
   bool ClickUpdate();
   bool MayExit();
+  /** Shut-down, but for the closing itself; runs once. */
+  void Finish();
   void LightUpdate(bool lit);
   void EnableMission(bool enabled);
   void ShowDirectory();

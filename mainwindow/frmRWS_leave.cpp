@@ -124,16 +124,22 @@ void frmRWS::ClickExit() {
 }
 
 void frmRWS::Unload() {
-  if (std::exchange(unloaded_, true)) return;
-  context_.Doc.Closing = true;
-  if (ComLinePath.empty()) ResumeNext([&] { SaveFormPos(context_.Services, *this); });
+  Finish();
   close();
 }
 
+void frmRWS::Finish() {
+  if (std::exchange(unloaded_, true)) return;
+  context_.Doc.Closing = true;
+  if (ComLinePath.empty()) ResumeNext([&] { SaveFormPos(context_.Services, *this); });
+}
+
 void frmRWS::closeEvent(QCloseEvent* event) {
-  if (unloaded_) return event->accept();
-  event->ignore();
-  LogAndLeave(context_.Services, "Form_Unload", [&] { ClickExit(); });
+  bool mayClose = unloaded_;
+  if (!mayClose) LogAndLeave(context_.Services, "Form_Unload", [&] { mayClose = MayExit(); });
+  if (!mayClose) return event->ignore();
+  Finish();
+  event->accept();
 }
 
 void frmRWS::LightUpdate(bool lit) {

@@ -42,17 +42,13 @@ bool MissionPanel::eventFilter(QObject* watched, QEvent* event) {
   return QWidget::eventFilter(watched, event);
 }
 
-Mission& MissionPanel::Current() {
-  return At(context_.Doc.Missions, context_.Doc.CurMission);
-}
+Mission& MissionPanel::Current() { return At(context_.Doc.Missions, context_.Doc.CurMission); }
 
 std::string MissionPanel::ClockText() const {
   return ToPath(dtMission->time().toString(QStringLiteral("HH.mm")));
 }
 
-void MissionPanel::EnableControls(bool enabled) {
-  setEnabled(enabled);
-}
+void MissionPanel::EnableControls(bool enabled) { setEnabled(enabled); }
 
 void MissionPanel::ShowMission() {
   ResumeNext([&] {
@@ -75,11 +71,10 @@ void MissionPanel::ShowMission() {
 
 /** A constant of 2, which is neither on nor off, shows as half checked; other numbers cannot be
     shown. */
-void MissionPanel::ShowConstant(QCheckBox* box, int value) {
+void MissionPanel::ShowConstant(CheckBox* box, int value) {
   if (value < 0 || value > 2) return;
   constexpr Qt::CheckState kStates[] = {Qt::Unchecked, Qt::Checked, Qt::PartiallyChecked};
   box->setCheckState(kStates[value]);
-  box->setTristate(false);
 }
 
 void MissionPanel::ShowSound() {
@@ -140,7 +135,7 @@ void MissionPanel::TimeChanged() {
   });
 }
 
-void MissionPanel::ConstantClicked(QCheckBox* box, std::int16_t Mission::*field) {
+void MissionPanel::ConstantClicked(CheckBox* box, std::int16_t Mission::*field) {
   if (context_.Doc.bLoading) return;
   LogAndLeave(context_.Services, box == chkST ? "chkST_Click" : "chkWL_Click", [&] {
     Current().*field = box->isChecked() ? 1 : 0;

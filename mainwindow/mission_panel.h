@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QCheckBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QTimeEdit>
@@ -10,6 +9,7 @@
 #include <map>
 
 #include "mainwindow/state.h"
+#include "services/controls/check_box.h"
 #include "services/controls/drop_down.h"
 #include "services/controls/guarded_edit.h"
 #include "services/controls/up_down.h"
@@ -38,7 +38,7 @@ class MissionPanel : public QWidget {
   GuardedEdit* txtWeather;
   UpDown* udClouds;
   QTimeEdit* dtMission;
-  QCheckBox *chkST, *chkWL;
+  CheckBox *chkST, *chkWL;
   QToolButton *cmdCount, *cmdModSA, *imgSnd;
 
   /** Fills what depends on the time of the current flight again. */
@@ -53,7 +53,7 @@ class MissionPanel : public QWidget {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
   Mission& Current();
-  void ShowConstant(QCheckBox* box, int value);
+  void ShowConstant(CheckBox* box, int value);
   void ShowSound();
   void ShowStationary();
 
@@ -61,7 +61,7 @@ class MissionPanel : public QWidget {
   void CloudsChanged(const QString& text);
   bool MayLeaveClouds();
   void TimeChanged();
-  void ConstantClicked(QCheckBox* box, std::int16_t Mission::*field);
+  void ConstantClicked(CheckBox* box, std::int16_t Mission::*field);
   void PlaySoundFile(const std::string& path, bool stop);
 
   WindowContext context_;

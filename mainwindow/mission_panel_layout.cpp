@@ -51,8 +51,8 @@ void MissionPanel::BuildValues() {
   dtMission = new QTimeEdit;
   dtMission->setDisplayFormat(QStringLiteral("HH:mm"));
   dtMission->setWrapping(true);
-  chkST = new QCheckBox(tr("&Static Time"));
-  chkWL = new QCheckBox(tr("No User &Loadout"));
+  chkST = new CheckBox(tr("&Static Time"));
+  chkWL = new CheckBox(tr("No User &Loadout"));
   imgSnd = new QToolButton;
   imgSnd->setIcon(QIcon(QStringLiteral(":/icons/sound.svg")));
   imgSnd->setAutoRaise(true);

@@ -26,8 +26,6 @@ std::string GetMapName(const Document& doc, const Services& services, std::strin
 std::string GetBriefSoundPath(const Document& doc, const Services& services, std::string_view line);
 
 /** True if the line opens a section: its very first character is "[". */
-inline bool IsSectionHeader(std::string_view line) {
-  return !line.empty() && line[0] == '[';
-}
+inline bool IsSectionHeader(std::string_view line) { return !line.empty() && line[0] == '['; }
 
 }  // namespace rws

@@ -13,9 +13,7 @@ namespace rws {
 
 namespace {
 
-std::string Stamp(const Services& services) {
-  return StampText(services.System.Now());
-}
+std::string Stamp(const Services& services) { return StampText(services.System.Now()); }
 
 /** The first backup of a mission keeps its plain name for good; later ones carry their time. */
 std::string BackupPath(const Services& services, const std::string& fileName) {

@@ -19,13 +19,9 @@ namespace {
 
 constexpr std::string_view kIndent = "  ";
 
-std::string_view IndentOf(std::string_view line) {
-  return IsSectionHeader(line) ? "" : kIndent;
-}
+std::string_view IndentOf(std::string_view line) { return IsSectionHeader(line) ? "" : kIndent; }
 
-std::ptrdiff_t Signed(std::size_t index) {
-  return static_cast<std::ptrdiff_t>(index);
-}
+std::ptrdiff_t Signed(std::size_t index) { return static_cast<std::ptrdiff_t>(index); }
 
 bool EndsHead(std::string_view line, const std::string& lower) {
   return Like(lower, "*?wing?*") || Contains(line, "Chiefs") || Contains(line, "NStationary");

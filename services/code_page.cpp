@@ -13,9 +13,7 @@ const CodePageTable& TableOf(int number) {
   return TableOf(1252);
 }
 
-bool IsTurkishI(char32_t c) {
-  return c == 0x130 || c == 0x131;
-}
+bool IsTurkishI(char32_t c) { return c == 0x130 || c == 0x131; }
 
 }  // namespace
 

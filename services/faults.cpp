@@ -8,21 +8,11 @@ std::string Quoted(std::string_view text, std::string_view path) {
 }
 }  // namespace
 
-Fault InvalidCallFault() {
-  return {fault::InvalidCall, "Invalid procedure call or argument"};
-}
-Fault OverflowFault() {
-  return {fault::Overflow, "Overflow"};
-}
-Fault OutOfMemoryFault() {
-  return {fault::OutOfMemory, "Out of memory"};
-}
-Fault SubscriptFault() {
-  return {fault::Subscript, "Subscript out of range"};
-}
-Fault TypeMismatchFault() {
-  return {fault::TypeMismatch, "Type mismatch"};
-}
+Fault InvalidCallFault() { return {fault::InvalidCall, "Invalid procedure call or argument"}; }
+Fault OverflowFault() { return {fault::Overflow, "Overflow"}; }
+Fault OutOfMemoryFault() { return {fault::OutOfMemory, "Out of memory"}; }
+Fault SubscriptFault() { return {fault::Subscript, "Subscript out of range"}; }
+Fault TypeMismatchFault() { return {fault::TypeMismatch, "Type mismatch"}; }
 
 Fault FileNotFoundFault(std::string_view path) {
   return {fault::FileNotFound, Quoted("File not found", path)};

@@ -13,9 +13,7 @@ namespace rws {
 
 namespace {
 
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 /** Reads a sign, digits with one "." and an exponent; returns how many characters were used. */
 std::size_t ReadDecimal(std::string_view text, double& value) {
@@ -113,9 +111,7 @@ std::optional<double> ParseNumber(std::string_view text) {
   return value;
 }
 
-bool IsNumeric(std::string_view text) {
-  return ParseNumber(text).has_value();
-}
+bool IsNumeric(std::string_view text) { return ParseNumber(text).has_value(); }
 
 double Val(std::string_view text) {
   text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
@@ -130,18 +126,10 @@ double CDbl(std::string_view text) {
   return *value;
 }
 
-std::int16_t CInt(double value) {
-  return ToWhole<std::int16_t>(value);
-}
-std::int16_t CInt(std::string_view text) {
-  return CInt(CDbl(text));
-}
-std::int32_t CLng(double value) {
-  return ToWhole<std::int32_t>(value);
-}
-std::int32_t CLng(std::string_view text) {
-  return CLng(CDbl(text));
-}
+std::int16_t CInt(double value) { return ToWhole<std::int16_t>(value); }
+std::int16_t CInt(std::string_view text) { return CInt(CDbl(text)); }
+std::int32_t CLng(double value) { return ToWhole<std::int32_t>(value); }
+std::int32_t CLng(std::string_view text) { return CLng(CDbl(text)); }
 
 double RoundHalfEven(double value, int decimals) {
   const double scale = std::pow(10.0, decimals);
@@ -154,12 +142,8 @@ double RoundHalfEven(double value, int decimals) {
   return whole / scale;
 }
 
-std::string NumberText(double value) {
-  return ShortestText(value);
-}
-std::string NumberText(float value) {
-  return ShortestText(value);
-}
+std::string NumberText(double value) { return ShortestText(value); }
+std::string NumberText(float value) { return ShortestText(value); }
 
 std::string FormatNumber(double value, std::string_view mask) {
   if (!std::isfinite(value)) throw OverflowFault();

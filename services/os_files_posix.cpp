@@ -103,9 +103,7 @@ std::string FollowLinks(const std::string& path) {
   return error ? path : real.string();
 }
 
-bool CanWriteInto(const std::string& folder) {
-  return ::access(folder.c_str(), W_OK | X_OK) == 0;
-}
+bool CanWriteInto(const std::string& folder) { return ::access(folder.c_str(), W_OK | X_OK) == 0; }
 
 std::string ReadFile(const std::string& path) {
   Descriptor file(path, O_RDONLY, "open");

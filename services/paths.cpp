@@ -20,9 +20,7 @@ std::string_view WithoutTrailing(std::string_view path) {
 }
 }  // namespace
 
-bool IsSeparator(char c) {
-  return c == '\\' || c == '/';
-}
+bool IsSeparator(char c) { return c == '\\' || c == '/'; }
 
 std::string BuildPath(std::string_view folder, std::string_view name) {
   std::string result(folder);

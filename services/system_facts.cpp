@@ -41,9 +41,7 @@ void OpenFile(const Services& services, const std::string& path) {
                         kProgramTitle);
 }
 
-void NotifyAssocChanged(const Services& services) {
-  services.System.NotifyAssocChanged();
-}
+void NotifyAssocChanged(const Services& services) { services.System.NotifyAssocChanged(); }
 
 std::string FileRename(const Services& services, const std::string& from, const std::string& to) {
   std::string reason;

@@ -36,13 +36,9 @@ std::string Replace(std::string_view text, std::string_view find, std::string_vi
   return result.append(text.substr(start));
 }
 
-bool Contains(std::string_view text, std::string_view part) {
-  return text.find(part) != text.npos;
-}
+bool Contains(std::string_view text, std::string_view part) { return text.find(part) != text.npos; }
 
-char LowerAscii(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
-}
+char LowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
 
 bool EqualNoCase(std::string_view a, std::string_view b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(),

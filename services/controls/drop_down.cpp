@@ -7,9 +7,7 @@
 
 namespace rws {
 
-DropDown::DropDown(QWidget* parent) : QComboBox(parent) {
-  setFocusPolicy(Qt::StrongFocus);
-}
+DropDown::DropDown(QWidget* parent) : QComboBox(parent) { setFocusPolicy(Qt::StrongFocus); }
 
 void DropDown::Fill(const QStringList& rows) {
   const bool blocked = blockSignals(true);

@@ -1,16 +1,14 @@
 #include "services/controls/guarded_edit.h"
 
 #include <QApplication>
-#include <QEvent>
+#include <QFocusEvent>
 #include <utility>
 
 namespace rws {
 
 GuardedEdit::GuardedEdit(QWidget* parent) : QLineEdit(parent) {}
 
-GuardedEdit::~GuardedEdit() {
-  qApp->removeEventFilter(this);
-}
+GuardedEdit::~GuardedEdit() { qApp->removeEventFilter(this); }
 
 void GuardedEdit::focusInEvent(QFocusEvent* event) {
   QLineEdit::focusInEvent(event);
@@ -19,6 +17,12 @@ void GuardedEdit::focusInEvent(QFocusEvent* event) {
 
 void GuardedEdit::focusOutEvent(QFocusEvent* event) {
   QLineEdit::focusOutEvent(event);
+  const bool byMouse = event->reason() == Qt::MouseFocusReason;
+  if ((byMouse || event->reason() == Qt::ShortcutFocusReason) && Refuses()) {
+    // The focus has moved, but the press that moved it has not reached its target yet.
+    swallowPress_ = byMouse;
+    return setFocus(Qt::OtherFocusReason);
+  }
   qApp->removeEventFilter(this);
 }
 
@@ -26,25 +30,19 @@ bool GuardedEdit::focusNextPrevChild(bool next) {
   return Refuses() || QLineEdit::focusNextPrevChild(next);
 }
 
-/** True if a press on `target` would take the focus to another control of this window. */
-bool GuardedEdit::LeavesBy(QObject* target) const {
-  auto* widget = qobject_cast<QWidget*>(target);
-  if (!widget || widget->window() != window()) return false;
-  while (widget && !widget->isWindow() && !(widget->focusPolicy() & Qt::ClickFocus))
-    widget = widget->parentWidget();
-  return widget && widget != this && !widget->isWindow();
-}
-
 bool GuardedEdit::eventFilter(QObject* watched, QEvent* event) {
+  auto* widget = qobject_cast<QWidget*>(watched);
+  if (!widget || widget == this || widget->window() != window()) return false;
   switch (event->type()) {
     case QEvent::MouseButtonPress:
-      if (!LeavesBy(watched) || !Refuses()) return false;
+      if (!std::exchange(swallowPress_, false)) return false;
       swallowRelease_ = true;
       return true;
     case QEvent::MouseButtonRelease:
       return std::exchange(swallowRelease_, false);
     case QEvent::Shortcut:
-      return watched != this && qobject_cast<QWidget*>(watched) && Refuses();
+      // A button's mnemonic presses it without taking the focus.
+      return Refuses();
     default:
       return false;
   }

@@ -25,9 +25,8 @@ class GuardedEdit : public QLineEdit {
 
  private:
   bool Refuses() const { return MayLeave && !MayLeave(); }
-  bool LeavesBy(QObject* target) const;
 
-  bool swallowRelease_ = false;
+  bool swallowPress_ = false, swallowRelease_ = false;
 };
 
 }  // namespace rws

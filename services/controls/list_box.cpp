@@ -15,9 +15,7 @@ ListBox::ListBox(QWidget* parent) : QListView(parent) {
   setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
 }
 
-void ListBox::SetRows(const QStringList& rows) {
-  rows_.setStringList(rows);
-}
+void ListBox::SetRows(const QStringList& rows) { rows_.setStringList(rows); }
 
 void ListBox::SelectRow(int row) {
   setCurrentIndex(rows_.index(row));

@@ -9,8 +9,6 @@ namespace rws {
 
 namespace {
 
-constexpr qint64 kPumpMilliseconds = 10;
-
 bool IsCommand(QEvent::Type type) {
   switch (type) {
     case QEvent::MouseButtonPress:
@@ -33,14 +31,10 @@ bool IsCommand(QEvent::Type type) {
 
 }  // namespace
 
-EventPump::EventPump() {
-  sincePump_.start();
-}
-
-EventPump::~EventPump() = default;
+EventPump::EventPump(qint64 interval) : interval_(interval) { sincePump_.start(); }
 
 void EventPump::Pump() {
-  if (pumping_ || sincePump_.elapsed() < kPumpMilliseconds) return;
+  if (pumping_ || sincePump_.elapsed() < interval_) return;
   pumping_ = true;
   qApp->installEventFilter(this);
   QCoreApplication::processEvents();

@@ -11,16 +11,16 @@ class EventPump : public QObject {
   Q_OBJECT
 
  public:
-  EventPump();
-  ~EventPump() override;
+  /** Events run at most once in `interval` milliseconds. */
+  explicit EventPump(qint64 interval = 10);
 
-  /** Runs waiting events, at most once in 10 milliseconds. */
   void Pump();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  qint64 interval_;
   QElapsedTimer sincePump_;
   bool pumping_ = false;
 };

@@ -12,9 +12,7 @@ namespace {
 
 constexpr int kTwipsPerPixel = 15;
 
-std::string Name(const QWidget& form, const char* what) {
-  return ToPath(form.objectName()) + what;
-}
+std::string Name(const QWidget& form, const char* what) { return ToPath(form.objectName()) + what; }
 
 void Store(const Services& services, const std::string& name, int pixels) {
   SetRegValue(services.Settings, SettingsRoot::CurrentUser, kSetPath, name,
@@ -45,7 +43,8 @@ void LoadFormPos(const Services& services, QWidget& form) {
 
 void CenterForm(QWidget& form) {
   const QRect screen = form.screen()->availableGeometry();
-  form.move(screen.center() - QPoint(form.width() / 2, form.height() / 2));
+  form.move(screen.topLeft() +
+            QPoint(screen.width() - form.width(), screen.height() - form.height()) / 2);
 }
 
 }  // namespace rws

@@ -20,8 +20,6 @@ QString FromPath(std::string_view path) {
   return QString::fromUtf8(path.data(), static_cast<qsizetype>(path.size()));
 }
 
-std::string ToPath(const QString& path) {
-  return path.toStdString();
-}
+std::string ToPath(const QString& path) { return path.toStdString(); }
 
 }  // namespace rws

@@ -15,9 +15,7 @@
 namespace rws {
 
 namespace {
-void OpenByDesktop(const QString& path) {
-  QDesktopServices::openUrl(QUrl::fromLocalFile(path));
-}
+void OpenByDesktop(const QString& path) { QDesktopServices::openUrl(QUrl::fromLocalFile(path)); }
 }  // namespace
 
 SoundPlayer::SoundPlayer() = default;
@@ -30,9 +28,7 @@ void SoundPlayer::Start(const QString& path) {
   if (!::PlaySoundW(name, nullptr, SND_FILENAME | SND_ASYNC | SND_NODEFAULT)) OpenByDesktop(path);
 }
 
-void SoundPlayer::Stop() {
-  ::PlaySoundW(nullptr, nullptr, 0);
-}
+void SoundPlayer::Stop() { ::PlaySoundW(nullptr, nullptr, 0); }
 
 #else
 
