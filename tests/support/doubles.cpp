@@ -8,9 +8,7 @@
 
 namespace rws::test {
 
-PromptScript::~PromptScript() {
-  AllAsked();
-}
+PromptScript::~PromptScript() { AllAsked(); }
 
 void PromptScript::AllAsked() {
   for (const auto& line : expected_) ADD_FAILURE() << "never asked: " << line.Text;

@@ -48,13 +48,9 @@ std::string Sandbox::Read(std::string_view name) const {
   return bytes.str();
 }
 
-bool Sandbox::Exists(std::string_view name) const {
-  return fs::exists(fs::path(Path(name)));
-}
+bool Sandbox::Exists(std::string_view name) const { return fs::exists(fs::path(Path(name))); }
 
-void Sandbox::MakeFolder(std::string_view name) const {
-  fs::create_directories(Path(name));
-}
+void Sandbox::MakeFolder(std::string_view name) const { fs::create_directories(Path(name)); }
 
 std::string Sandbox::Names(std::string_view folder) const {
   std::set<std::string> names;

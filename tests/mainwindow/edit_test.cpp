@@ -1,0 +1,154 @@
+#include "tests/mainwindow/window_fixture.h"
+
+namespace rws::test {
+namespace {
+
+TEST_F(WindowTest, EveryValueReachesTheFileThroughUpdate) {
+  Box.Write("missions/a.mis", MissionText());
+  Open();
+  Panel().cboWeather->SelectRow(4);
+  Panel().txtWeather->setText("1250");
+  Panel().dtMission->setTime(QTime(6, 45));
+  Click(Panel().chkST);
+  Click(Panel().chkWL);
+  EXPECT_TRUE(Lit());
+  Click(Window->cmd[3]);
+  EXPECT_FALSE(Lit());
+  EXPECT_EQ(FileText("a"), Crlf({"[MAIN]",
+                                 "  MAP Smolensk/sload.ini",
+                                 "  TIME 06.75",
+                                 "  TIMECONSTANT 1",
+                                 "  WEAPONSCONSTANT 1",
+                                 "  CloudType 4",
+                                 "  CloudHeight 1250.0",
+                                 "  army 1",
+                                 "  playerNum 0",
+                                 "[SEASON]",
+                                 "  Year 1941",
+                                 "[Wing]",
+                                 "  r0100",
+                                 "[r0100]",
+                                 "  Planes 2",
+                                 "  Skill 1",
+                                 "  Class air.IL_2",
+                                 "  Fuel 100",
+                                 "  weapons default",
+                                 "[r0100_Way]",
+                                 "  TAKEOFF 100.00 200.00 0 0 &0",
+                                 "  LANDING 300.00 400.00 0 0 &0",
+                                 "[NStationary]"}));
+  EXPECT_EQ(Box.Read("program/RWS Backup/a.mis.bak"), MissionText());
+  EXPECT_EQ(Box.Names("program"), "RWS Backup");
+  EXPECT_EQ(Box.Names("missions"), "a.mis");
+  // The reader takes the constant's line for the time as well.
+  EXPECT_EQ(Panel().dtMission->time(), QTime(1, 0));
+}
+
+TEST_F(WindowTest, TypingTheOldValueAgainDarkensUpdate) {
+  OpenThree();
+  Panel().txtWeather->setText("1500");
+  EXPECT_TRUE(Lit());
+  EXPECT_TRUE(Doc().Missions[0].Modified);
+  Panel().txtWeather->setText("1000");
+  EXPECT_FALSE(Lit());
+  EXPECT_FALSE(Doc().Missions[0].Modified);
+}
+
+TEST_F(WindowTest, CloudHeightIsCutAsTyped) {
+  OpenThree();
+  struct Row {
+    const char *Typed, *Shown, *ToolTip;
+  };
+  const Row rows[] = {{"3000", "2500", "8202 feet"}, {"10", "50", "164 feet"},
+                      {"", "50", "164 feet"},        {"abc", "50", "164 feet"},
+                      {"1000", "1000", "3281 feet"}, {"2500.5", "2500", "8202 feet"}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.Typed);
+    Panel().txtWeather->setText(row.Typed);
+    EXPECT_EQ(Panel().txtWeather->text(), row.Shown);
+    EXPECT_EQ(Panel().txtWeather->toolTip(), row.ToolTip);
+    EXPECT_EQ(Doc().Missions[0].CloudHeight, row.Shown);
+  }
+}
+
+TEST_F(WindowTest, TheArrowsStepTheCloudHeight) {
+  OpenThree();
+  Panel().txtWeather->setText("915");
+  Click(Panel().udClouds->Up);
+  EXPECT_EQ(Panel().txtWeather->text(), "1015");
+  QTest::keyClick(Panel().txtWeather, Qt::Key_Down);
+  EXPECT_EQ(Panel().txtWeather->text(), "915");
+  Panel().txtWeather->setText("2450");
+  Click(Panel().udClouds->Up);
+  EXPECT_EQ(Panel().txtWeather->text(), "2500");
+  EXPECT_EQ(Doc().Missions[0].CloudHeight, "2500");
+}
+
+TEST_F(WindowTest, ABadCloudHeightKeepsTheFocusAndSwallowsTheClick) {
+  OpenThree();
+  Window->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(Window.get()));
+  Panel().txtWeather->setFocus();
+  const auto spoil = [&] { Panel().txtWeather->setText("100abc"); };
+  spoil();
+  Click(Panel().chkST);
+  EXPECT_FALSE(Panel().chkST->isChecked()) << "the click that tried to leave must do nothing";
+  EXPECT_TRUE(Panel().txtWeather->hasFocus());
+  EXPECT_EQ(Panel().txtWeather->text(), "100") << "the whole number of the record's text";
+  spoil();
+  QTest::keyClick(Panel().txtWeather, Qt::Key_Tab);
+  EXPECT_TRUE(Panel().txtWeather->hasFocus());
+  QTest::keyClick(Panel().txtWeather, Qt::Key_Tab);
+  EXPECT_FALSE(Panel().txtWeather->hasFocus()) << "a good number may be left";
+  Click(Panel().chkST);
+  EXPECT_TRUE(Panel().chkST->isChecked());
+}
+
+TEST_F(WindowTest, ShowingAMissionIsNoEdit) {
+  Box.Write("missions/a.mis", MissionText());
+  Box.Write("missions/b.mis", Crlf({"[MAIN]", "  TIME 7.5", "  CloudType 0", "[Wing]", "[x]"}));
+  Open();
+  ClickRow(1);
+  EXPECT_FALSE(Lit());
+  EXPECT_FALSE(Doc().Missions[0].Modified);
+  EXPECT_FALSE(Doc().Missions[1].Modified);
+}
+
+TEST_F(WindowTest, AFailedUpdateKeepsTheEdits) {
+  OpenThree();
+  Edit();
+  World_.Services.Files.BeforeStep = [](const FileStep& step) {
+    if (step.Action == "take name" && step.Path.ends_with("a.mis"))
+      throw FileFault(fault::FileIo, "write", step.Path, "disk full");
+  };
+  World_.Script.Expect("Update fail. Reason unknown. Mission file restored.");
+  Click(Window->cmd[3]);
+  const auto& box = World_.Script.Boxes.back();
+  EXPECT_EQ(box.Icon, Icon::Critical);
+  EXPECT_EQ(box.Title, "RWS Edit");
+  EXPECT_EQ(FileText("a"), MissionText());
+  EXPECT_FALSE(Lit()) << "counts as saved until the next edit";
+  EXPECT_EQ(Doc().Missions[0].CloudType, "5");
+
+  World_.Services.Files.BeforeStep = {};
+  Panel().txtWeather->setText("1300");
+  EXPECT_TRUE(Lit());
+  Click(Window->cmd[3]);
+  EXPECT_NE(FileText("a").find("CloudType 5"), std::string::npos);
+}
+
+TEST_F(WindowTest, AMissionThatCannotBeBuiltIsNotTouched) {
+  const std::string bad =
+      Crlf({"[MAIN]", "  CloudType 1", "[Wing]", "[BornPlace]", "  1 3000 5 6"});
+  Box.Write("missions/a.mis", bad);
+  Box.Write("missions/b.mis", MissionText());
+  Open();
+  Edit();
+  World_.Script.Expect("Update Failed. Reason unknown. Update aborted.");
+  Click(Window->cmd[3]);
+  EXPECT_EQ(FileText("a"), bad);
+  EXPECT_EQ(Box.Names("program"), "");
+}
+
+}  // namespace
+}  // namespace rws::test

@@ -1,0 +1,151 @@
+#include "services/setting_values.h"
+#include "tests/mainwindow/window_fixture.h"
+
+namespace rws::test {
+namespace {
+
+TEST_F(WindowTest, ShowsTheValuesOfTheFirstMission) {
+  Doc().Maps = {{"Smolensk Summer", "smolensk/sload.ini"}};
+  Box.Write("game/Quick/go.wav", "x");
+  Box.Write(
+      "missions/one.mis",
+      Crlf({"[MAIN]", "  briefSound Quick/go.wav", "  MAP Smolensk/sload.ini", "  TIME 7.25",
+            "  CloudType 6", "  CloudHeight 1500.0", "  WEAPONSCONSTANT 1", "[Wing]",
+            "[NStationary]", "  0_Static vehicles.planes.Plane$IL_2 1 1.00 2.00 90.00 0.0 null",
+            "  1_Static vehicles.planes.plane$IL_2 1 1.00 2.00 90.00 0.0 null"}));
+  Open();
+  EXPECT_EQ(Panel().fraMission->title(), "Mission Map: Smolensk Summer");
+  EXPECT_EQ(Panel().cboWeather->currentText(), "Thunder");
+  EXPECT_EQ(Panel().txtWeather->text(), "1500");
+  EXPECT_EQ(Panel().txtWeather->toolTip(), "4921 feet");
+  EXPECT_EQ(Panel().dtMission->time(), QTime(7, 15));
+  EXPECT_FALSE(Panel().chkST->isChecked());
+  EXPECT_TRUE(Panel().chkWL->isChecked());
+  EXPECT_TRUE(Panel().imgSnd->isVisible());
+  EXPECT_EQ(Panel().imgSnd->toolTip(),
+            "Click here to hear the sound file \"go.wav\" attached to this mission.");
+  EXPECT_EQ(Panel().lbl[9]->text(), "1 stationary aircraft in this mission");
+  EXPECT_EQ(Panel().cmdModSA->toolTip(), "1 stationary aircraft in this mission");
+  EXPECT_FALSE(Panel().cmdCount->isEnabled());
+  EXPECT_FALSE(Window->mnuMissionPop[2]->isVisible());
+  EXPECT_EQ(Window->staPanels[0]->text().toStdString(), Doc().MissionDir);
+  EXPECT_FALSE(Lit());
+  EXPECT_FALSE(Doc().bLoading);
+}
+
+TEST_F(WindowTest, KeepsWhatACurrentValueCannotReplace) {
+  Box.Write("missions/a.mis", MissionText());
+  Box.Write("missions/b.mis", Crlf({"[MAIN]", "  TIME x", "  CloudType 7", "  CloudHeight 9000",
+                                    "  weaponsConstant 2", "[Wing]", "[BornPlace]", "[Chiefs]"}));
+  Open();
+  ClickRow(1);
+  EXPECT_EQ(Panel().cboWeather->currentText(), "Hazy");
+  EXPECT_EQ(Panel().dtMission->time(), QTime(12, 30));
+  EXPECT_EQ(Panel().txtWeather->text(), "2500");
+  EXPECT_EQ(Doc().Missions[1].CloudHeight, "9000") << "showing a height must not change it";
+  EXPECT_EQ(Panel().chkWL->checkState(), Qt::PartiallyChecked);
+  EXPECT_FALSE(Panel().cmdCount->isEnabled());
+  EXPECT_TRUE(Window->mnuMissionPop[2]->isVisible());
+  EXPECT_EQ(Panel().lbl[9]->text(), "No stationary aircraft for this mission");
+  EXPECT_EQ(Window->flightArea->fraFlight->title(), "None");
+  Click(Panel().chkWL);
+  EXPECT_EQ(Doc().Missions[1].WeaponsConstant, 0);
+}
+
+TEST_F(WindowTest, AnEmptyDirectoryDisablesWhatWorksOnAMission) {
+  OpenThree();
+  Edit();
+  World_.Script.ExpectPath("Select a mission directory", Box.Path("program"));
+  Click(Window->cmd[0]);
+  EXPECT_EQ(Window->lstMission->RowCount(), 0);
+  EXPECT_TRUE(Doc().Missions.empty());
+  EXPECT_FALSE(Lit());
+  EXPECT_FALSE(Panel().isEnabled());
+  EXPECT_FALSE(Window->mnuMisPop->isEnabled());
+  EXPECT_EQ(Panel().fraMission->title(), "Mission Map:");
+  EXPECT_EQ(Window->staPanels[0]->text().toStdString(), Box.Path("program"));
+  EXPECT_EQ(ReadSetting(World_.Services.Settings, setting::LastDirPath), Box.Path("program"));
+  Window->PopUpMissionMenu = [](QPoint) { FAIL() << "a menu over no mission"; };
+  QTest::mouseClick(Window->lstMission->viewport(), Qt::RightButton);
+}
+
+TEST_F(WindowTest, ACancelledDirectoryChangesNothing) {
+  OpenThree();
+  Edit();
+  WriteSetting(World_.Services.Settings, setting::LastDirPath, Box.Path("missions/gone/deeper"));
+  World_.Script.ExpectPath("Select a mission directory", "");
+  Click(Window->cmd[0]);
+  EXPECT_EQ(World_.Script.StartFolders.back(), Box.Path("missions"));
+  EXPECT_EQ(Doc().Missions.size(), 3u);
+  EXPECT_TRUE(Lit());
+}
+
+TEST_F(WindowTest, AMissionThatIsGoneEndsTheProgram) {
+  OpenThree();
+  Box.Write("missions/b.mis", "");
+  World_.Services.Files.DeleteFile(Box.Path("missions/b.mis"));
+  World_.Script.Expect("Check error log for errors. RWS will now close.");
+  ClickRow(1);
+  EXPECT_TRUE(Doc().Closing);
+  EXPECT_EQ(World_.Log.back(), Box.Path("missions/b.mis") + "File does not exist!");
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(Window->isVisible());
+}
+
+TEST_F(WindowTest, AMissionThatCannotBeReadIsTriedAgain) {
+  OpenThree();
+  World_.Services.Files.BeforeStep = [](const FileStep& step) {
+    if (step.Action == "read") throw FileFault(fault::Permission, "read", step.Path, "denied");
+  };
+  ClickRow(1);
+  EXPECT_FALSE(Doc().Missions[1].Loaded);
+  World_.Services.Files.BeforeStep = {};
+  ClickRow(0);
+  ClickRow(1);
+  EXPECT_TRUE(Doc().Missions[1].Loaded);
+}
+
+TEST_F(WindowTest, OpensTheMissionOfTheCommandLineOnce) {
+  for (const char* name : {"a", "coop Dogfight, med, Japanese D3A1", "-2704"})
+    Box.Write(std::string("missions/") + name + ".Mis", MissionText());
+  Window = std::make_unique<frmRWS>(Doc(), World_.Services);
+  Window->show();
+  Window->InitForm();
+  Window->ComLineMission = "COOP dogfight, med, Japanese D3A1.mis";
+  Window->Start();
+  EXPECT_EQ(Doc().Missions[static_cast<std::size_t>(Doc().CurMission)].BaseName,
+            "coop Dogfight, med, Japanese D3A1");
+  ClickRow(0);
+  Window->Start();
+  EXPECT_EQ(Doc().CurMission, 0) << "an Update must not jump back to that mission";
+}
+
+TEST_F(WindowTest, PlaysAndStopsTheSound) {
+  Box.Write("game/Quick/Go.WAV", "x");
+  Box.Write("missions/a.mis", Crlf({"[MAIN]", "  briefSound quick/go.wav", "[Wing]", "[x]"}));
+  Box.Write("missions/b.mis", Crlf({"[MAIN]", "  briefSound quick/none.wav", "[Wing]", "[x]"}));
+  Open();
+  Click(Panel().imgSnd);
+  QTest::mouseClick(Panel().imgSnd, Qt::RightButton);
+  ASSERT_EQ(World_.ShellCalls.size(), 2u);
+  EXPECT_EQ(World_.ShellCalls[0], "start " + Box.Path("game/Quick/Go.WAV"));
+  EXPECT_EQ(World_.ShellCalls[1], "stop");
+  ClickRow(1);
+  Click(Panel().imgSnd);
+  EXPECT_EQ(World_.ShellCalls.size(), 2u) << "a missing sound is silent";
+}
+
+TEST_F(WindowTest, EveryControlHasANameForScreenReaders) {
+  OpenThree();
+  for (auto* control : Window->findChildren<QWidget*>()) {
+    const bool speaks = control->focusPolicy() != Qt::NoFocus && control->isVisible() &&
+                        !control->objectName().startsWith("qt_");
+    if (speaks) {
+      EXPECT_FALSE(control->accessibleName().isEmpty())
+          << control->metaObject()->className() << " " << control->objectName().toStdString();
+    }
+  }
+}
+
+}  // namespace
+}  // namespace rws::test

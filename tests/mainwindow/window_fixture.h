@@ -1,0 +1,88 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+#include <QTest>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "mainwindow/frmRWS.h"
+#include "services/faults.h"
+#include "tests/support/doubles.h"
+#include "tests/support/sandbox.h"
+
+namespace rws::test {
+
+/** The real main window over a sandbox of missions. */
+class WindowTest : public ::testing::Test {
+ protected:
+  WindowTest() : World_(Box.Path("program")) {
+    Box.MakeFolder("program");
+    Box.MakeFolder("missions");
+    World_.Doc.MissionDir = Box.Path("missions");
+    World_.Doc.GamePath = Box.Path("game");
+  }
+
+  /** A mission of one value each, with one flight. */
+  static std::string MissionText(const std::string& cloudHeight = "1000.0") {
+    return Crlf({"[MAIN]",
+                 "  MAP Smolensk/sload.ini",
+                 "  TIME 12.5",
+                 "  CloudType 2",
+                 "  CloudHeight " + cloudHeight,
+                 "  army 1",
+                 "  playerNum 0",
+                 "[SEASON]",
+                 "  Year 1941",
+                 "[Wing]",
+                 "  r0100",
+                 "[r0100]",
+                 "  Planes 2",
+                 "  Skill 1",
+                 "  Class air.IL_2",
+                 "  Fuel 100",
+                 "  weapons default",
+                 "[r0100_Way]",
+                 "  TAKEOFF 100.00 200.00 0 0 &0",
+                 "  LANDING 300.00 400.00 0 0 &0",
+                 "[NStationary]"});
+  }
+
+  /** Writes the missions a, b and c and shows the first. */
+  void OpenThree() {
+    for (const char* name : {"a", "b", "c"})
+      Box.Write(std::string("missions/") + name + ".mis", MissionText());
+    Open();
+  }
+
+  void Open() {
+    Window = std::make_unique<frmRWS>(World_.Doc, World_.Services);
+    Window->show();
+    Window->InitForm();
+    Window->Start();
+  }
+
+  Document& Doc() { return World_.Doc; }
+  MissionPanel& Panel() { return *Window->missionPanel; }
+  bool Lit() { return Window->cmd[3]->isEnabled(); }
+  int Row() { return Window->lstMission->CurrentRow(); }
+
+  void Click(QWidget* control) { QTest::mouseClick(control, Qt::LeftButton); }
+  void ClickRow(int row, Qt::MouseButton button = Qt::LeftButton) {
+    auto* list = Window->lstMission;
+    const QRect place = list->visualRect(list->model()->index(row, 0));
+    QTest::mouseClick(list->viewport(), button, {}, place.center());
+  }
+  void PressKey(Qt::Key key) { QTest::keyClick(Window->lstMission, key); }
+  /** Any edit: another weather. */
+  void Edit() { Panel().cboWeather->SelectRow(5); }
+  std::string FileText(const std::string& name) { return Box.Read("missions/" + name + ".mis"); }
+
+  Sandbox Box;
+  World World_;
+  std::unique_ptr<frmRWS> Window;
+};
+
+}  // namespace rws::test

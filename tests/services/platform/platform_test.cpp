@@ -1,0 +1,106 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QSignalSpy>
+#include <QTest>
+#include <QWidget>
+
+#include "services/controls/drop_down.h"
+#include "services/platform/event_pump.h"
+#include "services/platform/form_placement.h"
+#include "services/platform/qt_text.h"
+#include "services/platform/settings_store.h"
+#include "services/setting_values.h"
+#include "tests/support/doubles.h"
+#include "tests/support/sandbox.h"
+
+namespace rws::test {
+namespace {
+
+TEST(SettingsStore, KeepsValuesInAnIniFile) {
+  const Sandbox box;
+  const QString file = QString::fromStdString(box.Path("settings.ini"));
+  Settings settings{std::string(kSettingsBaseKey), MakeSettingsStore(file)};
+  const std::string odd = "C:\\IL 2, \xC3\xA9\\50%\\\xFF; =x";
+  WriteSetting(settings, setting::GamePath, odd);
+  SetRegValue(settings, SettingsRoot::CurrentUser, kSetPath, "BackUp", std::string("False"));
+  SetRegValue(settings, SettingsRoot::CurrentUser, kSetPath, "Number", 42);
+  SetRegValue(settings, SettingsRoot::ClassesRoot, "rws.mis", "", std::string("open"));
+
+  Settings again{std::string(kSettingsBaseKey), MakeSettingsStore(file)};
+  EXPECT_EQ(ReadSetting(again, setting::GamePath), odd);
+  EXPECT_FALSE(ReadFlag(again, setting::Backup)) << "both spellings are one value";
+  EXPECT_EQ(GetRegValue(again, SettingsRoot::CurrentUser, kSetPath, "number", ""), "42");
+  DeleteRegKey(again, SettingsRoot::CurrentUser, kSettingsBaseKey);
+  EXPECT_EQ(ReadSetting(again, setting::GamePath), "");
+  EXPECT_TRUE(ReadFlag(again, setting::Backup));
+}
+
+TEST(QtText, EveryByteSurvivesAWidget) {
+  std::string bytes;
+  for (int i = 0; i < 256; ++i) bytes += static_cast<char>(i);
+  for (const int number : {1250, 1251, 1252, 1253, 1254, 1257}) {
+    const CodePage page(number);
+    EXPECT_EQ(ToBytes(page, FromBytes(page, bytes)), bytes) << number;
+  }
+}
+
+TEST(DropDown, IsFilledWithoutASignal) {
+  DropDown list;
+  QSignalSpy changed(&list, &QComboBox::currentIndexChanged);
+  list.Fill({"a", "b"});
+  EXPECT_EQ(list.currentIndex(), -1);
+  list.SelectRow(7);
+  list.SelectRow(-1);
+  EXPECT_EQ(changed.count(), 0);
+  list.SelectRow(1);
+  EXPECT_EQ(changed.count(), 1);
+  list.SelectRow(1);
+  EXPECT_EQ(changed.count(), 1) << "an equal write is no change";
+}
+
+TEST(FormPlacement, ComesBackWhereItWasOrToTheMiddle) {
+  World world;
+  QWidget form;
+  form.setObjectName("frmX");
+  form.resize(200, 100);
+  form.move(120, 80);
+  SaveFormPos(world.Services, form);
+  form.move(0, 0);
+  LoadFormPos(world.Services, form);
+  EXPECT_EQ(form.pos(), QPoint(120, 80));
+  for (const char* left : {"-30000", "3000000"}) {
+    world.SettingTexts["software\\hollowbyte\\rws edit\\frmxleft"] = left;
+    form.move(0, 0);
+    LoadFormPos(world.Services, form);
+    const QRect screen = form.screen()->availableGeometry();
+    EXPECT_EQ(form.pos(), QPoint((screen.width() - 200) / 2, (screen.height() - 100) / 2)) << left;
+  }
+}
+
+TEST(EventPump, RefusesCommandsAndRemembersAClose) {
+  class Form : public QWidget {
+   public:
+    int Keys = 0, Closes = 0;
+
+   protected:
+    void keyPressEvent(QKeyEvent*) override { ++Keys; }
+    void closeEvent(QCloseEvent*) override { ++Closes; }
+  };
+  Form form;
+  form.show();
+  EventPump pump(0);
+  QCoreApplication::postEvent(&form,
+                              new QKeyEvent(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, "a"));
+  QCoreApplication::postEvent(&form, new QCloseEvent);
+  pump.Pump();
+  EXPECT_EQ(form.Keys, 0);
+  EXPECT_EQ(form.Closes, 0);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(form.Closes, 1);
+  EXPECT_EQ(form.Keys, 0) << "a key pressed during a scan is gone";
+}
+
+}  // namespace
+}  // namespace rws::test
