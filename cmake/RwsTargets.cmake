@@ -7,6 +7,10 @@ if(MSVC)
   target_compile_options(rws_flags INTERFACE /W4 /permissive- /utf-8)
 else()
   target_compile_options(rws_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+    # Warns of every literal joined to a string in optimised builds.
+    target_compile_options(rws_flags INTERFACE -Wno-restrict)
+  endif()
 endif()
 if(RWS_SANITIZE)
   target_compile_options(rws_flags INTERFACE -fsanitize=${RWS_SANITIZE}

@@ -1,0 +1,122 @@
+// Reading and writing a mission, each as a ratio to a plain line scan of the same bytes, and the
+// heap that a mission takes with its shadow. Every ratio is taken in one run: floor and work
+// alternate.
+
+#include <benchmark/benchmark.h>
+
+#include <chrono>
+#include <cstring>
+
+#include "bench/heap_count.h"
+#include "bench/mission_text.h"
+#include "mission/document.h"
+#include "mission/reader.h"
+#include "mission/writer.h"
+
+namespace rws::bench {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+std::size_t ScanLines(const std::string& bytes) {
+  std::size_t lines = 0;
+  const char* at = bytes.data();
+  const char* end = at + bytes.size();
+  while (const void* hit = std::memchr(at, '\n', static_cast<std::size_t>(end - at))) {
+    ++lines;
+    at = static_cast<const char*>(hit) + 1;
+  }
+  return lines;
+}
+
+Document NewDocument() {
+  Document doc;
+  doc.Missions.resize(1);
+  doc.Window.WeatherRow = [] { return 0; };
+  doc.Window.CloudHeightText = [] { return std::string("1000"); };
+  doc.Window.ClockText = [] { return std::string("12.00"); };
+  return doc;
+}
+
+Services NewServices() {
+  Services services;
+  services.LogSink = [](const std::string&) {};
+  return services;
+}
+
+template <class Work>
+double Seconds(Work work) {
+  const auto start = Clock::now();
+  work();
+  return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+/** Runs floor and work in turn and reports their times and ratio. */
+template <class Floor, class Work>
+void Compare(benchmark::State& state, Floor floor, Work work) {
+  double floorSeconds = 0, workSeconds = 0;
+  for (auto _ : state) {
+    floorSeconds += Seconds(floor);
+    const double seconds = Seconds(work);
+    workSeconds += seconds;
+    state.SetIterationTime(seconds);
+  }
+  const auto runs = static_cast<double>(state.iterations());
+  state.counters["floor_us"] = floorSeconds / runs * 1e6;
+  state.counters["work_us"] = workSeconds / runs * 1e6;
+  state.counters["ratio"] = workSeconds / floorSeconds;
+}
+
+void Read(benchmark::State& state) {
+  const std::string bytes = MissionText(static_cast<std::size_t>(state.range(0)));
+  const Services services = NewServices();
+  Compare(
+      state, [&] { benchmark::DoNotOptimize(ScanLines(bytes)); },
+      [&] {
+        Document doc = NewDocument();
+        ReadMissionText(doc, services, 0, bytes);
+        benchmark::DoNotOptimize(doc.Missions[0].Lines.size());
+      });
+}
+
+void Write(benchmark::State& state) {
+  const std::string bytes = MissionText(static_cast<std::size_t>(state.range(0)));
+  const Services services = NewServices();
+  Document doc = NewDocument();
+  ReadMissionText(doc, services, 0, bytes);
+  Compare(
+      state, [&] { benchmark::DoNotOptimize(ScanLines(bytes)); },
+      [&] {
+        LineArray lines;
+        if (!BuildMissionFile(doc, services, lines, 0)) state.SkipWithError("not built");
+        benchmark::DoNotOptimize(lines.FileText().data());
+      });
+}
+
+void Heap(benchmark::State& state) {
+  const std::string bytes = MissionText(static_cast<std::size_t>(state.range(0)));
+  const Services services = NewServices();
+  std::size_t used = 0;
+  for (auto _ : state) {
+    const std::size_t before = HeapInUse();
+    Document doc = NewDocument();
+    ReadMissionText(doc, services, 0, bytes);
+    doc.MissionShadow = doc.Missions;
+    used = HeapInUse() - before;
+  }
+  state.counters["heap_bytes"] = static_cast<double>(used);
+  state.counters["ratio"] = static_cast<double>(used) / static_cast<double>(bytes.size());
+}
+
+void Sizes(benchmark::internal::Benchmark* bench) {
+  for (const int kilobytes : {20, 100, 300, 1000}) bench->Arg(kilobytes * 1000);
+}
+
+BENCHMARK(Read)->Apply(Sizes)->UseManualTime()->Unit(benchmark::kMicrosecond);
+BENCHMARK(Write)->Apply(Sizes)->UseManualTime()->Unit(benchmark::kMicrosecond);
+BENCHMARK(Heap)->Apply(Sizes)->Unit(benchmark::kMicrosecond);
+
+}  // namespace
+}  // namespace rws::bench
+
+BENCHMARK_MAIN();
