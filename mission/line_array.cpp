@@ -31,11 +31,14 @@ void LineArray::Add(std::string_view indent, std::string_view line) {
   text_.append(indent).append(line).append("\r\n", 2);
 }
 
-void LineArray::Append(const LineArray& lines) {
-  if (text_.size() + lines.text_.size() > kLargest) throw OverflowFault();
-  const auto offset = static_cast<std::uint32_t>(text_.size());
-  for (const auto start : lines.starts_) starts_.push_back(offset + start);
-  text_.append(lines.text_);
+void LineArray::AddRange(const LineArray& lines, std::size_t first, std::size_t last) {
+  if (first >= last) return;
+  const std::size_t begin = lines.Start(first), size = lines.End(last - 1) + 2 - begin;
+  if (text_.size() + size > kLargest) throw OverflowFault();
+  // Unsigned arithmetic brings an offset down as well as up.
+  const auto shift = static_cast<std::uint32_t>(text_.size() - begin);
+  for (std::size_t i = first; i < last; ++i) starts_.push_back(lines.starts_[i] + shift);
+  text_.append(lines.text_, begin, size);
 }
 
 void LineArray::Set(std::size_t index, std::string_view line) {

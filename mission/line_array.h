@@ -27,7 +27,8 @@ class LineArray {
   void Add(std::string_view line) { Add({}, line); }
   /** Appends a line made of an indent and a text. */
   void Add(std::string_view indent, std::string_view line);
-  void Append(const LineArray& lines);
+  /** Appends the lines `first` to `last` - 1 of another array as they are. */
+  void AddRange(const LineArray& lines, std::size_t first, std::size_t last);
   void Set(std::size_t index, std::string_view line);
   void Reserve(std::size_t bytes, std::size_t lines);
 

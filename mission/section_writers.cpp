@@ -14,6 +14,18 @@ namespace {
 
 constexpr std::string_view kIndent = "  ";
 
+void AddKey(LineArray& output, std::string_view key, std::string_view value) {
+  std::string line(key);
+  output.Add(kIndent, Trim(line.append(" ").append(value)));
+}
+
+/** True if the number that a word begins with is exactly 0, which it also is for a word without
+ * one. */
+bool CountsAsZero(std::string_view word) {
+  const bool beginsAboveZero = !word.empty() && word[0] >= '1' && word[0] <= '9';
+  return !beginsAboveZero && Val(word) == 0;
+}
+
 /** Number of plane slots that a flight writes; a count above four stops at the last slot. */
 std::size_t SlotCount(const Flight& flight) {
   const double planes = Val(flight.Planes);
@@ -26,7 +38,7 @@ void AddSlotLines(LineArray& output, const Flight& flight, std::string_view key,
   for (std::size_t slot = 0; slot < SlotCount(flight); ++slot) {
     const std::string& value = flight.PlaneSlots[slot].*field;
     if (value.empty()) continue;
-    output.Add(kIndent, std::string(key).append(std::to_string(slot)).append(" ").append(value));
+    AddKey(output, std::string(key).append(std::to_string(slot)), value);
   }
 }
 
@@ -46,7 +58,7 @@ void RewriteWords(std::string& text, const Waypoint& waypoint, std::string_view 
     if (index == 4) word = FormatNumber(waypoint.Speed, "##0.0");
     // The sixth word is a marker or the name of a target. Those behind it are not spared, so a
     // marker "&0" at the eighth place becomes "0" here.
-    if (index != 0 && index != 5 && Val(word) == 0) word = "0";
+    if (index != 0 && index != 5 && CountsAsZero(word)) word = "0";
     text.append(word).append(" ");
     start = end + 1;
   }
@@ -55,7 +67,8 @@ void RewriteWords(std::string& text, const Waypoint& waypoint, std::string_view 
 std::string WaypointText(const Waypoint& waypoint) {
   const auto line = Trim(waypoint.Line);
   const auto oldMarker = line.substr(line.size() - std::min<std::size_t>(2, line.size()));
-  std::string text(kIndent);
+  std::string text;
+  text.reserve(line.size() + 16);
   RewriteWords(text, waypoint, line);
   if (!Contains(oldMarker, "&"))
     text.append(waypoint.Marker);
@@ -70,21 +83,21 @@ std::string WaypointText(const Waypoint& waypoint) {
 void FlightArray(const Services& services, LineArray& output, const Flight& flight) {
   LogAndLeave(services, "FlightArray", [&] {
     output.Add("[" + flight.Name + "]");
-    output.Add(kIndent, "Planes " + flight.Planes);
+    AddKey(output, "Planes", flight.Planes);
     if (!flight.OnlyAI.empty()) output.Add(kIndent, "OnlyAI 1");
     if (flight.Parachute == "0") output.Add(kIndent, "Parachute 0");
     if (flight.Skill == "Custom")
       AddSlotLines(output, flight, "Skill", &PlaneSlot::Skill);
     else
-      output.Add(kIndent, "Skill " + flight.Skill);
+      AddKey(output, "Skill", flight.Skill);
     AddSlotLines(output, flight, "skin", &PlaneSlot::Skin);
     AddSlotLines(output, flight, "pilot", &PlaneSlot::Pilot);
     AddSlotLines(output, flight, "noseart", &PlaneSlot::NoseArt);
     AddSlotLines(output, flight, "numberOn", &PlaneSlot::NumberOn);
-    output.Add(kIndent, "Class air." + flight.Class);
-    output.Add(kIndent, "Fuel " + flight.Fuel);
-    output.Add(kIndent, "weapons " + flight.Weapons);
-    if (!flight.StartTime.empty()) output.Add(kIndent, "StartTime " + flight.StartTime);
+    AddKey(output, "Class", "air." + flight.Class);
+    AddKey(output, "Fuel", flight.Fuel);
+    AddKey(output, "weapons", flight.Weapons);
+    if (!flight.StartTime.empty()) AddKey(output, "StartTime", flight.StartTime);
   });
 }
 
@@ -94,7 +107,7 @@ void WaypointArray(const Services& services, LineArray& output, const Flight& fl
     const std::ptrdiff_t last = LastWaypointOf(flight);
     for (std::ptrdiff_t i = 0; i <= last; ++i) {
       const Waypoint& waypoint = At(flight.Waypoints, i);
-      if (!waypoint.Line.empty()) output.Add(WaypointText(waypoint));
+      if (!waypoint.Line.empty()) output.Add(kIndent, Trim(WaypointText(waypoint)));
     }
   });
 }

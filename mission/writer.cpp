@@ -104,7 +104,7 @@ void Builder::HeadLine(std::string line, const std::string& lower) {
   if (headEnded_) return AddMissingPlayer();
   if (line.empty()) return;
   output_.Add(IndentOf(line), Trim(line));
-  if (services_.Page.UCase(Trim(line)) == "[MAIN]") PlaceBriefSound();
+  if (EqualNoCase(Trim(line), "[MAIN]")) PlaceBriefSound();
 }
 
 void Builder::ReplaceCloudType(std::string& line) {
@@ -209,13 +209,12 @@ bool Builder::FindTail() {
 
 void Builder::Regenerate() {
   const auto& flights = mission_.Flights;
-  LineArray flightLines;
   std::unordered_map<std::string_view, std::vector<std::size_t>> byName;
+  output_.Add("[Wing]");
   for (std::size_t i = 0; i < flights.size(); ++i) {
     byName[flights[i].Name].push_back(i);
-    flightLines.Add(Trim(flights[i].Name));
+    output_.Add(kIndent, Trim(flights[i].Name));
   }
-  output_.Add("[Wing]");
   for (const auto& flight : flights) {
     if (flight.Status == "*") continue;
     // All flights of this name, so that two of one name are written twice each.
@@ -223,13 +222,11 @@ void Builder::Regenerate() {
     if (same == byName.end()) continue;
     for (const std::size_t i : same->second) {
       // Thousands of flights of one name would be millions of sections.
-      if (flightLines.FileText().size() > LineArray::kLargest / 2) throw OverflowFault();
-      FlightArray(services_, flightLines, flights[i]);
-      WaypointArray(services_, flightLines, flights[i]);
+      if (output_.FileText().size() > LineArray::kLargest / 2) throw OverflowFault();
+      FlightArray(services_, output_, flights[i]);
+      WaypointArray(services_, output_, flights[i]);
     }
   }
-  for (std::size_t i = 0; i < flightLines.size(); ++i)
-    output_.Add(IndentOf(flightLines[i]), Trim(flightLines[i]));
 }
 
 std::size_t Builder::SkipOldBornPlaces(std::size_t line) const {
@@ -244,19 +241,32 @@ std::size_t Builder::SkipOldBornPlaces(std::size_t line) const {
   return line;
 }
 
+/** True if a line of the tail is written just as it stands. */
+bool IsInWrittenForm(std::string_view line) {
+  if (line.empty() || line.back() == ' ') return false;
+  return line[0] == '[' || (line.size() > 2 && line.starts_with(kIndent) && line[2] != ' ');
+}
+
 void Builder::WalkTail() {
   const LineArray& lines = mission_.Lines;
-  bool copying = false;
-  for (std::size_t i = tailStart_; i < lines.size(); ++i) {
+  std::size_t i = tailStart_;
+  while (i < lines.size() && !IsSectionHeader(lines[i])) ++i;
+  // Nearly every line comes back as it was; runs of them are copied in one go.
+  std::size_t kept = i;
+  for (; i < lines.size(); ++i) {
+    const bool isBornPlace = IsSectionHeader(lines[i]) && EqualNoCase(lines[i], "[bornplace]");
+    if (!isBornPlace && IsInWrittenForm(lines[i])) continue;
+    output_.AddRange(lines, kept, i);
     const std::string_view indent = IndentOf(lines[i]);
-    copying = copying || indent.empty();
-    if (!copying) continue;
-    if (indent.empty() && EqualNoCase(lines[i], "[bornplace]")) {
+    if (isBornPlace) {
       NewBornPlace(services_, output_, mission_);
+      // The line that ends the old text keeps the indent of the header before it: none.
       i = SkipOldBornPlaces(i);
     }
     output_.Add(indent, Trim(lines[i]));
+    kept = i + 1;
   }
+  output_.AddRange(lines, kept, i);
 }
 
 }  // namespace

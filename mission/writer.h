@@ -14,7 +14,8 @@ namespace rws {
 bool BuildMissionFile(Document& doc, const Services& services, LineArray& output,
                       std::size_t mission);
 
-/** Appends a flight's section. Keys of the section that no record models are lost, as accepted. */
+/** Appends a flight's section: its header, then indented lines without blanks at their end. Keys of
+ * the section that no record models are lost, as accepted. */
 void FlightArray(const Services& services, LineArray& output, const Flight& flight);
 
 /** Appends a flight's route. Coordinates keep their text; a word whose number is exactly 0 becomes

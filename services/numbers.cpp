@@ -69,7 +69,9 @@ Whole ToWhole(double value) {
 
 template <class Real>
 std::string ShortestText(Real value) {
-  if (value == 0) return "0";
+  // Whole numbers, by far the most of them, without the search for the shortest decimal.
+  if (std::fabs(value) < 1e15 && std::trunc(value) == value)
+    return std::to_string(static_cast<long long>(value));
   // The longest plain decimal of a 64-bit number has 309 digits before or 324 behind the point.
   std::array<char, 400> buffer;
   const auto result =
@@ -78,21 +80,16 @@ std::string ShortestText(Real value) {
 }
 
 /** Rounds a plain decimal (no sign) to `decimals` places, ties away from zero. */
-std::string RoundDecimalText(const std::string& plain, std::size_t decimals) {
-  const std::size_t point = std::min(plain.find('.'), plain.size());
-  std::string digits = plain.substr(0, point);
-  std::string fraction = point < plain.size() ? plain.substr(point + 1) : "";
-  const bool up = fraction.size() > decimals && fraction[decimals] >= '5';
-  fraction.resize(decimals, '0');
-  digits += fraction;
-  if (up) {
-    std::size_t i = digits.size();
-    while (i > 0 && digits[i - 1] == '9') digits[--i] = '0';
-    if (i == 0)
-      digits.insert(digits.begin(), '1');
-    else
-      ++digits[i - 1];
-  }
+std::string RoundDecimalText(std::string digits, std::size_t decimals) {
+  const std::size_t point = std::min(digits.find('.'), digits.size());
+  if (point < digits.size()) digits.erase(point, 1);
+  const bool up = digits.size() > point + decimals && digits[point + decimals] >= '5';
+  digits.resize(point + decimals, '0');
+  if (!up) return digits;
+  std::size_t i = digits.size();
+  while (i > 0 && digits[i - 1] == '9') digits[--i] = '0';
+  if (i == 0) return '1' + digits;
+  ++digits[i - 1];
   return digits;
 }
 
@@ -147,28 +144,26 @@ std::string NumberText(float value) { return ShortestText(value); }
 
 std::string FormatNumber(double value, std::string_view mask) {
   if (!std::isfinite(value)) throw OverflowFault();
-  const std::size_t point = mask.find('.');
-  const std::string_view left = mask.substr(0, point);
-  const std::string_view right = point == mask.npos ? "" : mask.substr(point + 1);
-  const auto zeros = [](std::string_view part) {
-    return static_cast<std::size_t>(std::count(part.begin(), part.end(), '0'));
-  };
-  std::string digits = RoundDecimalText(ShortestText(std::fabs(value)), right.size());
-  std::string fraction = digits.substr(digits.size() - right.size());
-  std::string whole = digits.substr(0, digits.size() - right.size());
-  whole.erase(0, std::min(whole.find_first_not_of('0'), whole.size()));
+  const std::size_t point = std::min(mask.find('.'), mask.size());
+  const std::size_t decimals = point < mask.size() ? mask.size() - point - 1 : 0;
+  const std::size_t firstZero = std::min(mask.find('0'), point);
+  const std::size_t wholeWanted = point - firstZero;
+  const auto right = mask.substr(mask.size() - decimals);
+  const auto fractionWanted = static_cast<std::size_t>(std::count(right.begin(), right.end(), '0'));
 
-  // A "0" to the right of a "#" forces the digits from the first "0" of the mask on.
-  const std::size_t firstZero = left.find('0');
-  const std::size_t wanted = firstZero == left.npos ? 0 : left.size() - firstZero;
-  if (whole.size() < wanted) whole.insert(0, wanted - whole.size(), '0');
-  while (fraction.size() > zeros(right) && fraction.back() == '0') fraction.pop_back();
-
+  std::string digits = RoundDecimalText(ShortestText(std::fabs(value)), decimals);
   const bool isZero = digits.find_first_not_of('0') == digits.npos;
-  std::string result = value < 0 && !isZero ? "-" : "";
-  result += whole;
-  if (point != mask.npos) result += '.' + fraction;
-  return result;
+  std::size_t whole = digits.size() - decimals;
+  const std::size_t leading = std::min(digits.find_first_not_of('0'), whole);
+  digits.erase(0, leading);
+  whole -= leading;
+  // A "0" to the left of the point forces all digits from there on.
+  if (whole < wholeWanted) digits.insert(0, wholeWanted - whole, '0');
+  whole = std::max(whole, wholeWanted);
+  while (digits.size() > whole + fractionWanted && digits.back() == '0') digits.pop_back();
+  if (point < mask.size()) digits.insert(whole, 1, '.');
+  if (value < 0 && !isZero) digits.insert(0, 1, '-');
+  return digits;
 }
 
 std::string FormatNumber(std::string_view text, std::string_view mask) {

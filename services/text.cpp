@@ -105,6 +105,13 @@ bool MatchOne(char c, std::string_view pattern, std::size_t& p) {
   }
 }
 
+/** Where the part of a pattern behind a "*" may begin: at its first character, when that is a plain
+    one. */
+std::size_t NextStart(std::string_view text, std::size_t from, char first) {
+  const bool isPlain = first != '*' && first != '?' && first != '#' && first != '[';
+  return isPlain ? std::min(text.find(first, from), text.size()) : from;
+}
+
 }  // namespace
 
 bool Like(std::string_view text, std::string_view pattern) {
@@ -128,7 +135,7 @@ bool Like(std::string_view text, std::string_view pattern) {
       ++t;
     } else if (starPattern != pattern.npos) {
       p = starPattern;
-      t = ++starText;
+      t = starText = NextStart(text, starText + 1, pattern[p]);
     } else {
       return false;
     }
