@@ -84,9 +84,7 @@ int Show(const Services& services, const Options& options) {
 }
 
 int Rewrite(const Services& services, const Options& options) {
-  const std::string source = services.Files.GetAbsolutePathName(options.File);
-  const std::string target = services.Files.GetAbsolutePathName(options.Output);
-  if (services.Files.Resolve(source) == services.Files.Resolve(target)) {
+  if (services.Files.IsSameFile(options.File, options.Output)) {
     Complain("the output would replace the mission itself");
     return kBadUsage;
   }

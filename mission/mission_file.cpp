@@ -30,21 +30,22 @@ void KeepEarlierCopy(const Services& services, const std::string& temporary) {
     services.Files.MoveFile(temporary, temporary + Stamp(services));
 }
 
-/** Told only after a failed restore, from what stands on disk at that moment. */
-void TellWhatStands(const Services& services, const std::string& path, const std::string& temporary,
-                    const Fault& caught) {
-  std::string text =
-      "\"" + path + "\" could not be restored after the failed update.\n" + caught.Text;
-  if (services.Files.FileExists(temporary))
-    text += "\nThe mission as it was before is in \"" + temporary + "\".";
-  else if (services.Files.FileExists(path))
-    text += "\nThe updated mission is in its place.";
-  services.Ask.MsgBox(text, Buttons::Ok, Icon::Critical, kProgramTitle);
+void TellNotRestored(const Services& services, const std::string& path, const Fault& caught,
+                     const std::string& whatStands) {
+  services.Ask.MsgBox("\"" + path + "\" could not be restored after the failed update.\n" +
+                          caught.Text + whatStands,
+                      Buttons::Ok, Icon::Critical, kProgramTitle);
 }
 
+/** Moves the copy back. A file that stands at the mission's path is not replaced. */
 void Restore(const Services& services, const std::string& temporary, const std::string& path) {
+  const bool stood = services.Files.FileExists(path);
   const auto tell = [&](const Fault& caught) {
-    TellWhatStands(services, path, temporary, caught);
+    std::string stands = stood ? "\nThe updated mission is in its place."
+                               : "\nThe mission as it was before is in its place.";
+    if (services.Files.FileExists(temporary))
+      stands = "\nThe mission as it was before is in \"" + temporary + "\".";
+    TellNotRestored(services, path, caught, stands);
     throw Fault(caught);
   };
   Trap([&] { services.Files.MoveFile(temporary, path); }, tell);
@@ -58,16 +59,21 @@ bool WriteMissionFile(const Document& doc, const Services& services, const LineA
   const std::string path = BuildPath(record.DirPath, record.FileName);
   const std::string temporary = BuildPath(services.AppPath, "$$$TEMP");
   bool copied = false;
-  const bool written = LogAndLeave(services, "WriteMissionFile", [&] {
+  const auto write = [&] {
     KeepEarlierCopy(services, temporary);
     services.Files.CopyFile(path, temporary);
     copied = true;
     if (doc.bBackup) services.Files.MoveFile(path, BackupPath(services, record.FileName));
     services.Files.ReplaceFile(path, lines.FileText());
     services.Files.DeleteFile(temporary);
+  };
+  return Trap(write, [&](const Fault& caught) {
+    LogError(services, caught.Text, "WriteMissionFile");
+    if (copied) return Restore(services, temporary, path);
+    if (services.Files.FileExists(path)) return;
+    TellNotRestored(services, path, caught, "");
+    throw Fault(caught);
   });
-  if (!written && copied) Restore(services, temporary, path);
-  return written;
 }
 
 void GetSqFile(Document& doc, const Services& services) {

@@ -86,8 +86,7 @@ void ReadMissionText(Document& doc, const Services& services, std::size_t missio
   Mission& record = At(doc.Missions, static_cast<std::ptrdiff_t>(mission));
   record.Lines = LineArray::FromFile(std::move(bytes));
   ReadHeader(doc, services, record);
-  LoadMissionParams(doc, services, mission);
-  record.Loaded = true;
+  record.Loaded = LoadMissionParams(doc, services, mission);
 }
 
 void LoadMission(Document& doc, const Services& services, std::size_t mission) {

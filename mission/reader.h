@@ -22,13 +22,15 @@ void LoadMissionArray(Document& doc, const Services& services);
 void LoadMission(Document& doc, const Services& services, std::size_t mission);
 
 /** The part of `LoadMission` behind the disk: fills the mission from a file's bytes, whose line
-   ends are in order. */
+   ends are in order. A mission that was given up half way stays unread: written back, it would lose
+   the rest. */
 void ReadMissionText(Document& doc, const Services& services, std::size_t mission,
                      std::string bytes);
 
-/** The pass over `Lines` that finds flights, routes and home bases. Records of an earlier read are
-    not cleared first; who reads a mission again erases its arrays. */
-void LoadMissionParams(Document& doc, const Services& services, std::size_t mission);
+/** The pass over `Lines` that finds flights, routes and home bases; false, logged, if it was given
+   up before the end. Records of an earlier read are not cleared first; who reads a mission again
+   erases its arrays. */
+bool LoadMissionParams(Document& doc, const Services& services, std::size_t mission);
 
 /** Counts the lines that the section readers may still look at. A file made so that each of its
    lines starts a section over the rest of it would be read for hours; it is given up with an

@@ -196,8 +196,8 @@ void LoadBornPlace(Document& doc, const Services& services, std::size_t mission,
   });
 }
 
-void LoadMissionParams(Document& doc, const Services& services, std::size_t mission) {
-  LogAndLeave(services, "LoadMissionParams", [&] {
+bool LoadMissionParams(Document& doc, const Services& services, std::size_t mission) {
+  return LogAndLeave(services, "LoadMissionParams", [&] {
     Mission& record = doc.Missions[mission];
     const LineArray& lines = record.Lines;
     WordFinder way(lines, "_way"), bornPlace(lines, "bornplace");

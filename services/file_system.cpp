@@ -88,7 +88,8 @@ std::string FileSystem::Resolve(const std::string& path) const {
   const std::string folder = parent.empty() ? (IsAbsolute(rest) ? "/" : ".") : Resolve(parent);
   const std::string name = GetFileName(rest);
   const std::string prefix = parent.empty() && !IsAbsolute(rest) ? "" : folder;
-  return BuildPath(prefix, FindEntry(folder, name).value_or(name));
+  const std::string exact = BuildPath(prefix, name);
+  return os::Exists(exact) ? exact : BuildPath(prefix, FindEntry(folder, name).value_or(name));
 #endif
 }
 
@@ -104,6 +105,10 @@ bool FileSystem::FileExists(const std::string& path) const {
 bool FileSystem::FolderExists(const std::string& path) const {
   os::EntryKind kind;
   return os::Stat(Resolve(path), kind) && kind == os::EntryKind::Folder;
+}
+
+bool FileSystem::IsSameFile(const std::string& a, const std::string& b) const {
+  return os::SameFile(Resolve(a), Resolve(b));
 }
 
 bool FileSystem::CanWriteInto(const std::string& folder) const {

@@ -34,6 +34,8 @@ class FileSystem {
   std::string Resolve(const std::string& path) const;
   /** `path` from the root of the file system on. */
   std::string GetAbsolutePathName(const std::string& path) const;
+  /** True if both paths lead to one file, also through a link. */
+  bool IsSameFile(const std::string& a, const std::string& b) const;
   /** True if files can be made in the folder. */
   bool CanWriteInto(const std::string& folder) const;
 

@@ -15,6 +15,8 @@ struct LeaveRow {
   bool Leaves, Writes;
 };
 
+void PrintTo(const LeaveRow& row, std::ostream* out) { *out << row.Name; }
+
 class LeaveTest : public WindowTest, public ::testing::WithParamInterface<LeaveRow> {};
 
 TEST_P(LeaveTest, SettlesTheChangesOfTheMissionBeingLeft) {
@@ -108,6 +110,8 @@ struct ExitRow {
   Answer Answered;
   bool Ends, Writes;
 };
+
+void PrintTo(const ExitRow& row, std::ostream* out) { *out << row.Name; }
 
 class ExitTest : public WindowTest, public ::testing::WithParamInterface<ExitRow> {
  protected:
