@@ -123,13 +123,13 @@ std::string FileSystem::ReadFile(const std::string& path) const {
 
 void FileSystem::SyncFolderOf(const std::string& path) const {
   Step("sync folder", path);
-  os::SyncFolder(GetParentFolderName(path));
+  os::SyncFolderOf(path);
 }
 
 void FileSystem::WriteBeside(const std::string& path, const std::string& beside,
                              std::string_view bytes, const std::string& rightsFrom) const {
   Step("create", path);
-  auto file = os::OpenOutput(beside, os::OpenMode::CreateNew);
+  auto file = os::OpenOutput(beside, os::OpenMode::CreateNew, path);
   Leftover leftover(beside);
   for (std::size_t start = 0; start < bytes.size(); start += kWriteChunk) {
     Step("write", path);
@@ -161,7 +161,7 @@ void FileSystem::ReplaceFile(const std::string& path, std::string_view bytes) co
 void FileSystem::AppendToFile(const std::string& path, std::string_view bytes) const {
   const std::string target = Resolve(path);
   Step("append", target);
-  auto file = os::OpenOutput(target, os::OpenMode::Append);
+  auto file = os::OpenOutput(target, os::OpenMode::Append, target);
   file->Write(bytes);
   file->Close();
 }
@@ -179,7 +179,8 @@ void FileSystem::MoveFile(const std::string& from, const std::string& to) const 
   const std::string target = Resolve(to);
   // A rename that only changes letter case finds the file itself at the target.
   if (os::Exists(target) && !(source != to && target == source)) throw FileExistsFault(target);
-  const std::string wanted = target == source ? to : target;
+  const std::string wanted =
+      target == source ? BuildPath(GetParentFolderName(target), GetFileName(to)) : target;
   Step("move", source);
   if (!os::RenameNew(source, wanted)) {
     const std::string bytes = ReadFile(source);

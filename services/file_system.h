@@ -41,7 +41,8 @@ class FileSystem {
 
   std::string ReadFile(const std::string& path) const;
   /** Gives `path` the content `bytes`. They go to a file beside it, which takes the name when it is
-      whole and on disk; until then, and after any failure, the old content stands. */
+      whole and on disk; until then the old content stands, also after a failure. Should only the
+      flush of the folder fail, that is a fault although the new content stands. */
   void ReplaceFile(const std::string& path, std::string_view bytes) const;
   /** Adds `bytes` at the end of the file, making it when there is none. Not flushed to disk. */
   void AppendToFile(const std::string& path, std::string_view bytes) const;

@@ -40,12 +40,15 @@ class OutputFile {
 };
 
 enum class OpenMode { CreateNew, Append };
-std::unique_ptr<OutputFile> OpenOutput(const std::string& path, OpenMode mode);
+/** Faults name `shownAs`, which for a file written beside another is that other one. */
+std::unique_ptr<OutputFile> OpenOutput(const std::string& path, OpenMode mode,
+                                       const std::string& shownAs);
 
 /** Gives a new file the access rights of the one that it is to replace or copies. */
 void CopyMode(const std::string& from, const std::string& to);
-/** Flushes a folder, so that a name made or removed in it survives a power cut. */
-void SyncFolder(const std::string& path);
+/** Flushes the folder that `path` lies in, so that a name made or removed there survives a power
+ * cut. */
+void SyncFolderOf(const std::string& path);
 /** Renames over whatever stands at `to`, in one step. */
 void RenameOver(const std::string& from, const std::string& to);
 /** Renames; a file at `to` is a fault, also where the system's own call would replace it. Returns

@@ -34,9 +34,9 @@ EntryKind KindOf(mode_t mode) {
 
 class Descriptor {
  public:
-  Descriptor(const std::string& path, int flags, std::string_view action)
+  Descriptor(const std::string& path, const std::string& shownAs, int flags)
       : fd_(::open(path.c_str(), flags | O_CLOEXEC, 0666)) {
-    if (fd_ < 0) Fail(action, path, errno);
+    if (fd_ < 0) Fail("open", shownAs, errno);
   }
   ~Descriptor() {
     if (fd_ >= 0) ::close(fd_);
@@ -52,9 +52,9 @@ class Descriptor {
 
 class PosixOutput : public OutputFile {
  public:
-  PosixOutput(const std::string& path, OpenMode mode)
-      : path_(path),
-        file_(path, O_WRONLY | O_CREAT | (mode == OpenMode::Append ? O_APPEND : O_EXCL), "open") {}
+  PosixOutput(const std::string& path, OpenMode mode, const std::string& shownAs)
+      : path_(shownAs),
+        file_(path, shownAs, O_WRONLY | O_CREAT | (mode == OpenMode::Append ? O_APPEND : O_EXCL)) {}
 
   void Write(std::string_view bytes) override {
     while (!bytes.empty()) {
@@ -106,7 +106,7 @@ std::string FollowLinks(const std::string& path) {
 bool CanWriteInto(const std::string& folder) { return ::access(folder.c_str(), W_OK | X_OK) == 0; }
 
 std::string ReadFile(const std::string& path) {
-  Descriptor file(path, O_RDONLY, "open");
+  Descriptor file(path, path, O_RDONLY);
   struct stat info;
   if (::fstat(file.Get(), &info) != 0) Fail("read", path, errno);
   if (S_ISDIR(info.st_mode)) Fail("read", path, EISDIR);
@@ -150,8 +150,9 @@ std::vector<Entry> ListFolder(const std::string& path) {
   return entries;
 }
 
-std::unique_ptr<OutputFile> OpenOutput(const std::string& path, OpenMode mode) {
-  return std::make_unique<PosixOutput>(path, mode);
+std::unique_ptr<OutputFile> OpenOutput(const std::string& path, OpenMode mode,
+                                       const std::string& shownAs) {
+  return std::make_unique<PosixOutput>(path, mode, shownAs);
 }
 
 void CopyMode(const std::string& from, const std::string& to) {
@@ -161,11 +162,18 @@ void CopyMode(const std::string& from, const std::string& to) {
   (void)!::chmod(to.c_str(), info.st_mode & 07777);
 }
 
-void SyncFolder(const std::string& path) {
-  Descriptor folder(path.empty() ? "." : path, O_RDONLY | O_DIRECTORY, "open");
+void SyncFolderOf(const std::string& path) {
+  const std::string parent = std::filesystem::path(path).parent_path().string();
+  const int folder =
+      ::open(parent.empty() ? "." : parent.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  // A folder that may be written but not read cannot be flushed.
+  if (folder < 0 && errno == EACCES) return;
+  if (folder < 0) Fail("open", parent, errno);
+  const int error = ::fsync(folder) == 0 ? 0 : errno;
+  ::close(folder);
   // Some network file systems cannot flush a folder and say so; nothing more can be done there.
-  if (::fsync(folder.Get()) != 0 && errno != EINVAL && errno != ENOTSUP && errno != EBADF)
-    Fail("flush", path, errno);
+  if (error != 0 && error != EINVAL && error != ENOTSUP && error != EBADF)
+    Fail("flush", parent, error);
 }
 
 void RenameOver(const std::string& from, const std::string& to) {

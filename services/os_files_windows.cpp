@@ -58,10 +58,10 @@ std::string Narrow(const std::wstring& wide) {
 
 class Handle {
  public:
-  Handle(const std::string& path, DWORD access, DWORD creation, std::string_view action)
+  Handle(const std::string& path, const std::string& shownAs, DWORD access, DWORD creation)
       : handle_(::CreateFileW(Wide(path).c_str(), access, FILE_SHARE_READ | FILE_SHARE_DELETE,
                               nullptr, creation, FILE_ATTRIBUTE_NORMAL, nullptr)) {
-    if (handle_ == INVALID_HANDLE_VALUE) Fail(action, path, ::GetLastError());
+    if (handle_ == INVALID_HANDLE_VALUE) Fail("open", shownAs, ::GetLastError());
   }
   ~Handle() {
     if (handle_ != INVALID_HANDLE_VALUE) ::CloseHandle(handle_);
@@ -79,10 +79,10 @@ constexpr std::size_t kChunk = 1u << 20;
 
 class WindowsOutput : public OutputFile {
  public:
-  WindowsOutput(const std::string& path, OpenMode mode)
-      : path_(path),
-        file_(path, mode == OpenMode::Append ? FILE_APPEND_DATA : GENERIC_WRITE,
-              mode == OpenMode::Append ? OPEN_ALWAYS : CREATE_NEW, "open") {}
+  WindowsOutput(const std::string& path, OpenMode mode, const std::string& shownAs)
+      : path_(shownAs),
+        file_(path, shownAs, mode == OpenMode::Append ? FILE_APPEND_DATA : GENERIC_WRITE,
+              mode == OpenMode::Append ? OPEN_ALWAYS : CREATE_NEW) {}
 
   void Write(std::string_view bytes) override {
     while (!bytes.empty()) {
@@ -145,7 +145,7 @@ bool CanWriteInto(const std::string& folder) {
 }
 
 std::string ReadFile(const std::string& path) {
-  Handle file(path, GENERIC_READ, OPEN_EXISTING, "open");
+  Handle file(path, path, GENERIC_READ, OPEN_EXISTING);
   std::string bytes;
   std::string chunk(kChunk, 0);
   while (true) {
@@ -172,13 +172,14 @@ std::vector<Entry> ListFolder(const std::string& path) {
   return entries;
 }
 
-std::unique_ptr<OutputFile> OpenOutput(const std::string& path, OpenMode mode) {
-  return std::make_unique<WindowsOutput>(path, mode);
+std::unique_ptr<OutputFile> OpenOutput(const std::string& path, OpenMode mode,
+                                       const std::string& shownAs) {
+  return std::make_unique<WindowsOutput>(path, mode, shownAs);
 }
 
 void CopyMode(const std::string&, const std::string&) {}
 
-void SyncFolder(const std::string&) {
+void SyncFolderOf(const std::string&) {
   // NTFS keeps its folders in a journal; write-through renames do the rest.
 }
 

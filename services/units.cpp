@@ -1,5 +1,7 @@
 #include "services/units.h"
 
+#include <cmath>
+
 #include "services/numbers.h"
 
 namespace rws {
@@ -7,7 +9,8 @@ namespace rws {
 namespace {
 std::string Convert(std::string_view text, double factor, int decimals) {
   const auto value = ParseNumber(text);
-  return value ? NumberText(RoundHalfEven(*value * factor, decimals)) : "";
+  if (!value || !std::isfinite(*value * factor)) return "";
+  return NumberText(RoundHalfEven(*value * factor, decimals));
 }
 }  // namespace
 

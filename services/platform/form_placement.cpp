@@ -2,6 +2,8 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <algorithm>
+#include <optional>
 
 #include "services/numbers.h"
 #include "services/platform/qt_text.h"
@@ -19,10 +21,11 @@ void Store(const Services& services, const std::string& name, int pixels) {
               std::to_string(pixels * kTwipsPerPixel));
 }
 
-int Stored(const Services& services, const std::string& name, int pixels) {
-  const std::string text = GetRegValue(services.Settings, SettingsRoot::CurrentUser, kSetPath, name,
-                                       std::to_string(pixels * kTwipsPerPixel));
-  return static_cast<int>(Val(text) / kTwipsPerPixel);
+std::optional<int> Stored(const Services& services, const std::string& name) {
+  const std::string text =
+      GetRegValue(services.Settings, SettingsRoot::CurrentUser, kSetPath, name, "");
+  if (text.empty()) return {};
+  return static_cast<int>(std::clamp(Val(text) / kTwipsPerPixel, -1e6, 1e6));
 }
 
 }  // namespace
@@ -33,8 +36,10 @@ void SaveFormPos(const Services& services, const QWidget& form) {
 }
 
 void LoadFormPos(const Services& services, QWidget& form) {
-  const QPoint place(Stored(services, Name(form, "Left"), form.x()),
-                     Stored(services, Name(form, "Top"), form.y()));
+  const auto left = Stored(services, Name(form, "Left"));
+  const auto top = Stored(services, Name(form, "Top"));
+  if (!left && !top) return;
+  const QPoint place(left.value_or(form.x()), top.value_or(form.y()));
   // A corner that can be gripped must be on a screen.
   const QPoint grip = place + QPoint(40, 10);
   if (place.x() + place.y() < 0 || !QGuiApplication::screenAt(grip)) return CenterForm(form);
