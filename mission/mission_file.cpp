@@ -30,22 +30,23 @@ void KeepEarlierCopy(const Services& services, const std::string& temporary) {
     services.Files.MoveFile(temporary, temporary + Stamp(services));
 }
 
-void TellNotRestored(const Services& services, const std::string& path, const Fault& caught,
+void TellNotRestored(const Services& services, const std::string& path, const Fault& cause,
                      const std::string& whatStands) {
-  services.Ask.MsgBox("\"" + path + "\" could not be restored after the failed update.\n" +
-                          caught.Text + whatStands,
-                      Buttons::Ok, Icon::Critical, kProgramTitle);
+  services.Ask.MsgBox(
+      "\"" + path + "\" could not be restored after the failed update.\n" + cause.Text + whatStands,
+      Buttons::Ok, Icon::Critical, kProgramTitle);
 }
 
 /** Moves the copy back. A file that stands at the mission's path is not replaced. */
-void Restore(const Services& services, const std::string& temporary, const std::string& path) {
+void Restore(const Services& services, const std::string& temporary, const std::string& path,
+             const Fault& cause) {
   const bool stood = services.Files.FileExists(path);
   const auto tell = [&](const Fault& caught) {
     std::string stands = stood ? "\nThe updated mission is in its place."
                                : "\nThe mission as it was before is in its place.";
     if (services.Files.FileExists(temporary))
       stands = "\nThe mission as it was before is in \"" + temporary + "\".";
-    TellNotRestored(services, path, caught, stands);
+    TellNotRestored(services, path, cause, "\n" + caught.Text + stands);
     throw Fault(caught);
   };
   Trap([&] { services.Files.MoveFile(temporary, path); }, tell);
@@ -69,7 +70,7 @@ bool WriteMissionFile(const Document& doc, const Services& services, const LineA
   };
   return Trap(write, [&](const Fault& caught) {
     LogError(services, caught.Text, "WriteMissionFile");
-    if (copied) return Restore(services, temporary, path);
+    if (copied) return Restore(services, temporary, path, caught);
     if (services.Files.FileExists(path)) return;
     TellNotRestored(services, path, caught, "");
     throw Fault(caught);

@@ -167,6 +167,8 @@ void LoadWayPoint(Document& doc, const Services& services, std::size_t mission, 
     Flight& record = At(doc.Missions[mission].Flights, static_cast<std::ptrdiff_t>(flight));
     std::vector<std::string_view> words;
     std::size_t count = 0;
+    // A route that breaks off is written as far as it was read, not up to the end of one before it.
+    record.LastWaypoint.clear();
     for (std::size_t i = line + 1; i < lines.size() && !IsSectionHeader(lines[i]); ++i) {
       budget.Spend(1);
       record.Waypoints.resize(count + 1);

@@ -104,7 +104,7 @@ void Builder::HeadLine(std::string line, const std::string& lower) {
   if (headEnded_) return AddMissingPlayer();
   if (line.empty()) return;
   output_.Add(IndentOf(line), Trim(line));
-  if (EqualNoCase(Trim(line), "[MAIN]")) PlaceBriefSound();
+  if (IsSectionHeader(line) && EqualNoCase(Trim(line), "[MAIN]")) PlaceBriefSound();
 }
 
 void Builder::ReplaceCloudType(std::string& line) {

@@ -1,0 +1,177 @@
+#include <gtest/gtest.h>
+
+#ifndef _WIN32
+#include <sys/wait.h>
+#endif
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+#include "services/paths.h"
+#include "tests/support/doubles.h"
+#include "tests/support/sandbox.h"
+
+namespace rws {
+namespace {
+
+using test::Crlf;
+using Json = nlohmann::json;
+
+const std::vector<std::string> kMission = {"[MAIN]",
+                                           "  briefSound a/b.wav",
+                                           "  MAP Moscow/sload.ini",
+                                           "  TIME 12.0",
+                                           "[Wing]",
+                                           "  r0100",
+                                           "[r0100]",
+                                           "  Planes 1",
+                                           "  Skill 1",
+                                           "  skin0 \xE9.bmp",
+                                           "  Class air.X",
+                                           "  Fuel 100",
+                                           "  weapons none",
+                                           "[r0100_Way]",
+                                           "  T 1 2 3.0 4.0 &0",
+                                           "[BornPlace]",
+                                           "  1 3000 5 6",
+                                           "[end]"};
+
+/** Runs the tool in a folder of its own. */
+class Cli : public testing::Test {
+ protected:
+  int Run(const std::string& arguments) {
+    const std::string command =
+        "cd \"" + box_.Path() + "\" && \"" RWS_CLI "\" " + arguments + " > out.txt 2> err.txt";
+    const int status = std::system(command.c_str());
+    out_ = box_.Read("out.txt");
+    err_ = box_.Read("err.txt");
+#ifdef _WIN32
+    return status;
+#else
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+#endif
+  }
+
+  test::Sandbox box_;
+  std::string out_, err_;
+};
+
+TEST_F(Cli, ShowPrintsEveryField) {
+  box_.Write("g/il2fb.exe", "");
+  box_.Write("g/m/a.mis", Crlf(kMission));
+  box_.Write("tables/RWS_Maps.txt", "Moscow winter,moscow/sload.ini\r\n");
+  ASSERT_EQ(Run("show g/m/a.mis --tables tables"), 0) << err_;
+  EXPECT_EQ(std::count(out_.begin(), out_.end(), '\n'), 1);
+  EXPECT_NE(out_.find(R"("Skin":"\u00e9.bmp")"), out_.npos);
+  for (const char byte : out_) ASSERT_LT(static_cast<unsigned char>(byte), 0x80);
+  const Json mission = Json::parse(out_);
+  const auto keys = [](const Json& object) {
+    std::string names;
+    for (const auto& [key, value] : object.items()) names += key + " ";
+    return names;
+  };
+  EXPECT_EQ(keys(mission),
+            "Army BaseName BornPlaces BriefSound BriefSoundLine CloudHeight CloudType DirPath "
+            "FileName Flights HasBornPlace Lines Loaded MapName MapPath Modified Player PlayerNum "
+            "Time TimeConstant WeaponsConstant ");
+  const Json& flight = mission["Flights"][0];
+  EXPECT_EQ(keys(flight),
+            "ArmyWord Class Fuel LastWaypoint Name OnlyAI Parachute PlaneSlots Planes Shown Skill "
+            "StartTime Status Waypoints Weapons ");
+  EXPECT_EQ(keys(flight["PlaneSlots"][3]), "NoseArt NumberOn Pilot Reserved Skill Skin ");
+  EXPECT_EQ(keys(flight["Waypoints"][0]), "Alt Dist Line Marker Speed Type X Y ");
+  EXPECT_EQ(mission["BornPlaces"],
+            Json::parse(R"([{"Army":1,"Radius":3000,"Planes":[],"X":5,"Y":6}])"));
+  EXPECT_EQ(mission["Loaded"], true);
+  EXPECT_EQ(mission["MapName"], "Moscow winter");
+  EXPECT_EQ(mission["Lines"].size(), kMission.size());
+  EXPECT_EQ(flight["Waypoints"][0]["Alt"], "3");
+  EXPECT_EQ(flight["Waypoints"][0]["X"], 1.0);
+  const std::string sound = mission["BriefSound"];
+  EXPECT_TRUE(sound.ends_with(BuildPath("g", "a\\b.wav"))) << sound;
+  ASSERT_EQ(Run("--game elsewhere show g/m/a.mis"), 0);
+  EXPECT_EQ(Json::parse(out_)["BriefSound"], BuildPath("elsewhere", "a\\b.wav"));
+}
+
+TEST_F(Cli, RewriteGivesWhatAnUpdateWouldWrite) {
+  const std::string path = box_.Write("a.mis", Crlf(kMission));
+  const auto time = std::filesystem::last_write_time(path);
+  ASSERT_EQ(Run("rewrite a.mis --output out.mis"), 0) << err_;
+  EXPECT_EQ(box_.Read("out.mis"), Crlf(kMission));
+  EXPECT_EQ(box_.Read("a.mis"), Crlf(kMission));
+  EXPECT_EQ(std::filesystem::last_write_time(path), time);
+  EXPECT_EQ(out_ + err_, "");
+}
+
+TEST_F(Cli, NamesOfAnyKindAreFiles) {
+  box_.Write("-2704.mis", Crlf(kMission));
+  box_.Write("coop Dogfight, med, Japanese D3A1.Mis", Crlf(kMission));
+  EXPECT_EQ(Run("show -- -2704.mis"), 0) << err_;
+  EXPECT_EQ(Json::parse(out_)["BaseName"], "-2704");
+  EXPECT_EQ(Run("show ./-2704.mis"), 0) << err_;
+  EXPECT_EQ(Run("rewrite --output=out.mis -- -2704.mis"), 0) << err_;
+  EXPECT_TRUE(box_.Exists("out.mis"));
+  EXPECT_EQ(Run("show \"coop Dogfight, med, Japanese D3A1.Mis\""), 0) << err_;
+  EXPECT_EQ(Json::parse(out_)["BaseName"], "coop Dogfight, med, Japanese D3A1");
+}
+
+TEST_F(Cli, ExitsWithOneOrTwo) {
+  box_.Write("a.mis", Crlf(kMission));
+  box_.Write("unwritable.mis", Crlf({"[MAIN]", "[Wing]", "[BornPlace]", "  1 2 3 4"}));
+  const std::pair<const char*, int> rows[] = {
+      {"--version", 0},
+      {"--help", 0},
+      {"", 2},
+      {"shew a.mis", 2},
+      {"show", 2},
+      {"show --no-such-option a.mis", 2},
+      {"rewrite a.mis", 2},
+      {"rewrite a.mis --output", 2},
+      {"show gone.mis", 1},
+      {"show .", 1},
+      {"rewrite gone.mis --output out.mis", 1},
+      {"rewrite unwritable.mis --output out.mis", 1},
+      {"rewrite a.mis --output no/such/folder/out.mis", 1},
+  };
+  for (const auto& [arguments, code] : rows) {
+    SCOPED_TRACE(arguments);
+    EXPECT_EQ(Run(arguments), code) << err_;
+    EXPECT_EQ(err_.empty(), code == 0);
+    EXPECT_FALSE(box_.Exists("out.mis"));
+  }
+  EXPECT_EQ(Run("--version"), 0);
+  EXPECT_TRUE(out_.starts_with("rws-cli ")) << out_;
+  // One mission that is gone does not hide the others.
+  EXPECT_EQ(Run("show gone.mis a.mis"), 1);
+  EXPECT_EQ(Json::parse(out_)["BaseName"], "a");
+}
+
+TEST_F(Cli, RefusesToReplaceTheMissionItself) {
+  const std::string path = box_.Write("a.mis", Crlf(kMission));
+  box_.MakeFolder("sub");
+  std::filesystem::create_symlink(path, box_.Path("link.mis"));
+  for (const std::string output : {"a.mis", "A.MIS", "./a.mis", "sub/../a.mis", "link.mis"}) {
+    SCOPED_TRACE(output);
+    EXPECT_EQ(Run("rewrite a.mis --output " + output), 2);
+    EXPECT_NE(err_.find("would replace the mission itself"), err_.npos);
+    EXPECT_EQ(box_.Read("a.mis"), Crlf(kMission));
+    box_.Write("a.mis", Crlf(kMission));
+  }
+  EXPECT_EQ(box_.Names(), "a.mis,err.txt,link.mis,out.txt,sub");
+}
+
+TEST_F(Cli, RepairsLineEndsInMemoryOnly) {
+  std::string bytes;
+  for (const auto& line : kMission) bytes += line + "\n\n";
+  box_.Write("a.mis", bytes);
+  ASSERT_EQ(Run("show a.mis"), 0) << err_;
+  EXPECT_EQ(Json::parse(out_)["Lines"].size(), kMission.size());
+  ASSERT_EQ(Run("rewrite a.mis --output out.mis"), 0) << err_;
+  EXPECT_EQ(box_.Read("out.mis"), Crlf(kMission));
+  EXPECT_EQ(box_.Read("a.mis"), bytes);
+}
+
+}  // namespace
+}  // namespace rws

@@ -1,0 +1,170 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "mission/line_ends.h"
+#include "mission/reader.h"
+#include "mission/writer.h"
+#include "tests/support/doubles.h"
+
+namespace rws {
+namespace {
+
+using test::Crlf;
+using test::ReadInto;
+using test::World;
+
+/** Reads bytes that are no mission; every one of them must be kept, and building must end. */
+void ReadAndBuild(const std::string& bytes, World& world) {
+  ReadInto(world, bytes);
+  const bool ended = bytes.empty() || bytes.ends_with("\r\n");
+  EXPECT_TRUE(world.Doc.Missions[0].Lines.FileText() == bytes + (ended ? "" : "\r\n"));
+  LineArray output;
+  if (BuildMissionFile(world.Doc, world.Services, output, 0) && !output.empty()) {
+    EXPECT_TRUE(output.FileText().ends_with("\r\n"));
+  }
+}
+
+TEST(BadInput, KeepsEveryByte) {
+  std::string allBytes;
+  for (int i = 0; i < 256; ++i) allBytes += static_cast<char>(i);
+  const std::pair<const char*, std::string> rows[] = {
+      {"empty", ""},
+      {"line ends only", "\r\n\r\n\r\n"},
+      {"no line end", "[MAIN]"},
+      {"lone carriage returns", "[MAIN]\r  TIME 1\r[Wing]\r"},
+      {"NUL bytes", std::string("[MAIN]\r\n\0\0\r\n[Wing]\r\n[\0]\r\n", 25)},
+      {"all bytes", allBytes},
+      {"one long line", std::string(10'000'000, 'x')},
+      {"one long line of blanks", "[Wing]\r\n" + std::string(1'000'000, ' ') + "planes 1"},
+      {"one long waypoint",
+       "[a]\r\nPlanes 1\r\n[a_Way]\r\nT 1 2 3 4" + std::string(1'000'000, ' ') + "\r\n[e]"},
+      {"only a keyword", "planes 1"},
+      {"only a header", "[bornplace]"},
+      {"huge numbers",
+       "TIME 1e999\r\ntimeConstant 1e999\r\n[a]\r\nplanes 1\r\nskill 1e999\r\n"
+       "[a_way]\r\nT 1e999 -1e999 1e999 1e999 &99999999999999999999999\r\n"
+       "[bornplace]\r\n1e999 1 1 1\r\n[bornplace99999999999]\r\nx\r\n[e]\r\n"},
+  };
+  for (const auto& [name, bytes] : rows) {
+    SCOPED_TRACE(name);
+    World world;
+    ReadAndBuild(bytes, world);
+  }
+}
+
+TEST(BadInput, RandomBytesAreKept) {
+  std::mt19937 random(20'260'304);
+  std::string bytes(3'000'000, 0);
+  for (auto& byte : bytes) byte = static_cast<char>(random() % 256);
+  World world;
+  ReadAndBuild(bytes, world);
+  if (const auto repaired = RepairedLineEnds(bytes)) ReadAndBuild(*repaired, world);
+}
+
+TEST(BadInput, RandomOrderOfKeywordsIsKept) {
+  const char* const words[] = {"\r\n",
+                               "\r\n",
+                               " ",
+                               "  ",
+                               "[",
+                               "]",
+                               "[Wing]\r\n",
+                               "_Way",
+                               "planes 1",
+                               "[BornPlace]\r\n",
+                               "[BornPlace0]\r\n",
+                               "Chiefs",
+                               "NStationary",
+                               "TIME",
+                               "CloudType",
+                               "CloudHeight",
+                               "player ",
+                               "playerNum",
+                               "[MAIN]\r\n",
+                               "briefSound ",
+                               "timeConstant ",
+                               "skill0",
+                               "skin9",
+                               "Class air.",
+                               "&0",
+                               "NORMFLY 1 2 3 4 &0\r\n",
+                               "1 2 3 4\r\n",
+                               "-7.5",
+                               "0",
+                               "\n",
+                               "\xFF"};
+  std::mt19937 random(4711);
+  for (int round = 0; round < 400; ++round) {
+    SCOPED_TRACE(round);
+    std::string bytes;
+    for (int i = 0; i < 120; ++i) bytes += words[random() % std::size(words)];
+    World world;
+    ReadAndBuild(bytes, world);
+    if (HasFailure()) break;
+  }
+}
+
+TEST(BadInput, ALargeFileIsReadInOnePass) {
+  std::string bytes = "[MAIN]\r\n[Wing]\r\n[NStationary]\r\n";
+  while (bytes.size() < 30'000'000)
+    bytes += "  123_Static vehicles.stationary.Stationary$Wagon 1 12345.67 23456.78 630.00 0.0\r\n";
+  World world;
+  ReadAndBuild(bytes, world);
+  EXPECT_TRUE(world.Log.empty());
+}
+
+TEST(BadInput, MoreFlightsThanSixteenBits) {
+  constexpr std::size_t kFlights = 65'536;
+  std::string bytes = "[MAIN]\r\n[Wing]\r\n";
+  for (std::size_t i = 0; i < kFlights; ++i) {
+    const std::string name = "r" + std::to_string(i);
+    bytes += "[" + name + "]\r\n  Planes 1\r\n[" + name + "_Way]\r\n  T 1 2 0 0 &0\r\n";
+  }
+  bytes += "[end]\r\n";
+  World world;
+  ReadInto(world, bytes);
+  ASSERT_EQ(world.Doc.Missions[0].Flights.size(), kFlights);
+  LineArray output;
+  ASSERT_TRUE(BuildMissionFile(world.Doc, world.Services, output, 0));
+  ReadInto(world, output.FileText());
+  const auto& flights = world.Doc.Missions[0].Flights;
+  ASSERT_EQ(flights.size(), kFlights);
+  EXPECT_EQ(flights.back().Name, "r65535");
+  EXPECT_EQ(flights.back().Waypoints.size(), 1U);
+  EXPECT_TRUE(world.Log.empty());
+}
+
+/** A file that would be read for hours. Flights that were never read must not be missing from a
+   file that is written. */
+TEST(BadInput, AFileGivenUpIsNotWritten) {
+  std::string bytes = "[MAIN]\r\n[Wing]\r\n";
+  for (int i = 0; i < 9'000; ++i)
+    bytes += "[r" + std::to_string(i) + "]\r\nPlanes 1\r\nskin9 fails\r\n";
+  bytes += "[r0_Way]\r\nT 1 2 0 0 &0\r\n[end]\r\n";
+  World world;
+  ReadInto(world, bytes);
+  ASSERT_EQ(world.Log.back(), "OverflowLoadMissionParams");
+  ASSERT_LT(world.Doc.Missions[0].Flights.size(), 9'000U);
+  LineArray output;
+  EXPECT_FALSE(BuildMissionFile(world.Doc, world.Services, output, 0));
+}
+
+TEST(BadInput, ThousandsOfFlightsOfOneNameAreNotWritten) {
+  // n flights of one name are n * n sections; long skin names reach the limit with few of them.
+  constexpr int kFlights = 300;
+  const std::string skin(7'000, 's');
+  std::string bytes = "[MAIN]\r\n[Wing]\r\n";
+  for (int i = 0; i < kFlights; ++i)
+    bytes += "[same]\r\nPlanes 1\r\nskin0 " + skin + "\r\n[same_Way]\r\nT 1 2 0 0 &0\r\n";
+  bytes += "[end]\r\n";
+  World world;
+  ReadInto(world, bytes);
+  ASSERT_EQ(world.Doc.Missions[0].Flights.size(), 300U);
+  LineArray output;
+  EXPECT_FALSE(BuildMissionFile(world.Doc, world.Services, output, 0));
+  EXPECT_EQ(world.Log, std::vector<std::string>{"OverflowBuildMissionFile"});
+}
+
+}  // namespace
+}  // namespace rws
