@@ -10,12 +10,12 @@
 namespace {
 
 QPalette DarkPalette() {
-  const QColor window(0x2b, 0x2b, 0x2e), base(0x1e, 0x1e, 0x20), text(0xe6, 0xe6, 0xe6);
+  const QColor window(0x3c, 0x3c, 0x40), base(0x28, 0x28, 0x2b), text(0xe6, 0xe6, 0xe6);
   QPalette palette(window);
   palette.setColor(QPalette::Window, window);
   palette.setColor(QPalette::Base, base);
   palette.setColor(QPalette::AlternateBase, window);
-  palette.setColor(QPalette::Button, QColor(0x3a, 0x3a, 0x3e));
+  palette.setColor(QPalette::Button, QColor(0x4a, 0x4a, 0x50));
   for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
     palette.setColor(role, text);
   for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})

@@ -72,6 +72,7 @@ class frmRWS : public QMainWindow {
   QWidget* BuildLeftSide();
   QWidget* BuildButtons();
   void BuildStatusBar();
+  void SetTabOrder();
   void Connect();
   void ConnectDocument();
 

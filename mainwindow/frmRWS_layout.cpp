@@ -44,6 +44,7 @@ void frmRWS::Build() {
   frame->addWidget(sides);
   setCentralWidget(margin);
   BuildStatusBar();
+  SetTabOrder();
   resize(fontMetrics().averageCharWidth() * 150, fontMetrics().height() * 38);
 }
 
@@ -110,6 +111,16 @@ QWidget* frmRWS::BuildButtons() {
   // Update is what the others are there for; it stands apart, first under the values it writes.
   for (const int i : {3, 0, 2, 1}) row->addWidget(cmd[static_cast<std::size_t>(i)]);
   return box;
+}
+
+/** As the eye goes: down the left side, then along the buttons. */
+void frmRWS::SetTabOrder() {
+  const MissionPanel& panel = *missionPanel;
+  const std::array<QWidget*, 13> order = {
+      lstMission,     panel.cboWeather, panel.txtWeather, panel.dtMission, panel.chkST, panel.chkWL,
+      panel.cmdCount, panel.cmdModSA,   panel.imgSnd,     cmd[3],          cmd[0],      cmd[2],
+      cmd[1]};
+  for (std::size_t i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
 }
 
 void frmRWS::BuildStatusBar() {

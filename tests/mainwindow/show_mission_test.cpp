@@ -135,6 +135,22 @@ TEST_F(WindowTest, PlaysAndStopsTheSound) {
   EXPECT_EQ(World_.ShellCalls.size(), 2u) << "a missing sound is silent";
 }
 
+TEST_F(WindowTest, TabGoesDownTheLeftSide) {
+  OpenThree();
+  Window->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(Window.get()));
+  Window->lstMission->setFocus();
+  Edit();
+  QStringList reached;
+  for (int i = 0; i < 9; ++i) {
+    reached << QApplication::focusWidget()->objectName();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  }
+  // The time picker has a stop for the hours and one for the minutes.
+  EXPECT_EQ(reached.join(" ").toStdString(),
+            "lstMission cboWeather txtWeather dtMission dtMission chkST chkWL cmdCount cmd(3)");
+}
+
 TEST_F(WindowTest, EveryControlHasANameForScreenReaders) {
   OpenThree();
   for (auto* control : Window->findChildren<QWidget*>()) {
