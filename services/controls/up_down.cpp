@@ -51,7 +51,7 @@ void UpDown::StepBy(int steps) {
 }
 
 bool UpDown::eventFilter(QObject* watched, QEvent* event) {
-  if (watched != buddy_ || event->type() != QEvent::KeyPress || !isEnabled()) return false;
+  if (event->type() != QEvent::KeyPress || watched != buddy_ || !isEnabled()) return false;
   const int key = static_cast<QKeyEvent*>(event)->key();
   if (key != Qt::Key_Up && key != Qt::Key_Down) return false;
   StepBy(key == Qt::Key_Up ? 1 : -1);
