@@ -1,0 +1,112 @@
+#include "catalogues/aircraft.h"
+
+#include "catalogues/table.h"
+#include "catalogues/weapons.h"
+#include "services/error_log.h"
+#include "services/text.h"
+
+namespace rws {
+
+namespace {
+
+constexpr const char kTable[] = "RWS_Aircraft.txt";
+
+/** The name that folders of skins go by when the table gives none. */
+std::string FolderOfClass(const std::string& aircraftClass) {
+  std::string folder = aircraftClass;
+  std::erase_if(folder, [](char c) { return c == '_' || c == '-' || c == '.'; });
+  return folder;
+}
+
+Aircraft MakeAircraft(std::string_view line, const std::string& side, const WeaponsFile& weapons) {
+  const auto columns = SplitAt(line, ',');
+  Aircraft aircraft;
+  aircraft.Side = side;
+  aircraft.Name = Column(columns, 1);
+  aircraft.Class = Column(columns, 2);
+  aircraft.Folder = Column(columns, 3);
+  if (Trim(aircraft.Folder).empty()) aircraft.Folder = FolderOfClass(aircraft.Class);
+  aircraft.Companion = Column(columns, 4);
+  aircraft.Flyable = Column(columns, 0) == "F";
+  aircraft.NoseArtOk = Column(columns, 5) == "*";
+  GetWeapons(weapons, aircraft.Class, aircraft.Weapons);
+  return aircraft;
+}
+
+void ReadAircraft(Catalogues& catalogues, const Services& services, const WeaponsFile& weapons) {
+  const auto lines = ReadTable(services, kTable);
+  if (!lines) {
+    services.Ask.MsgBox(
+        std::string("Unable to load \"") + kTable + "\", you will not be able to use all features.",
+        Buttons::Ok, Icon::None, kProgramTitle);
+    return;
+  }
+  if (lines->empty()) throw Fault(fault::InputPastEnd, "Input past end of file");
+  std::string side = "Red";
+  for (std::size_t i = 0; i < lines->size(); ++i) {
+    catalogues.Aircraft.push_back(MakeAircraft((*lines)[i], side, weapons));
+    // The table has no column for the side: this aircraft is the last red one.
+    if (Contains(services.Page.UCase(catalogues.Aircraft.back().Name), "YP-80")) side = "Blue";
+  }
+}
+
+/** The first aircraft with this exact name or class; null when there is none. */
+const Aircraft* Find(const Catalogues& catalogues, std::string_view nameOrClass) {
+  for (const auto& aircraft : catalogues.Aircraft)
+    if (aircraft.Name == nameOrClass || aircraft.Class == nameOrClass) return &aircraft;
+  return nullptr;
+}
+
+}  // namespace
+
+void LoadAircraftArray(Document& doc, Catalogues& catalogues, const Services& services) {
+  catalogues.Aircraft.clear();
+  WeaponsFile weapons;
+  LoadWeaponsFile(doc, services, weapons);
+  if (doc.Closing) return;
+  LogAndLeave(services, "LoadAircraftArray", [&] { ReadAircraft(catalogues, services, weapons); });
+}
+
+std::string GetPlaneName(const Catalogues& catalogues, const Services& services,
+                         std::string_view nameOrClass) {
+  const std::string wanted = services.Page.LCase(nameOrClass);
+  // Lower case has the same length, so that few rows need it.
+  const auto matches = [&](const std::string& text) {
+    return text.size() == wanted.size() && services.Page.LCase(text) == wanted;
+  };
+  for (const auto& aircraft : catalogues.Aircraft)
+    if (matches(aircraft.Class) || matches(aircraft.Name)) return aircraft.Name;
+  return std::string(nameOrClass);
+}
+
+std::string GetIntPlaneName(const Catalogues& catalogues, std::string_view name) {
+  for (const auto& aircraft : catalogues.Aircraft)
+    if (aircraft.Name == name) return aircraft.Class;
+  return std::string(name);
+}
+
+std::string GetPlaneFolder(const Catalogues& catalogues, std::string_view nameOrClass) {
+  const Aircraft* aircraft = Find(catalogues, nameOrClass);
+  return aircraft ? aircraft->Folder : "";
+}
+
+bool IsFlyable(const Catalogues& catalogues, std::string_view nameOrClass) {
+  const Aircraft* aircraft = Find(catalogues, nameOrClass);
+  return aircraft && aircraft->Flyable;
+}
+
+bool IsNoseart(const Catalogues& catalogues, std::string_view nameOrClass) {
+  const Aircraft* aircraft = Find(catalogues, nameOrClass);
+  return aircraft && aircraft->NoseArtOk;
+}
+
+bool IsKnownPlane(const Catalogues& catalogues, std::string_view nameOrClass) {
+  return Find(catalogues, nameOrClass) != nullptr;
+}
+
+std::ptrdiff_t GetPlaneIndex(const Catalogues& catalogues, std::string_view nameOrClass) {
+  const Aircraft* aircraft = Find(catalogues, Trim(nameOrClass));
+  return aircraft ? aircraft - catalogues.Aircraft.data() : -1;
+}
+
+}  // namespace rws

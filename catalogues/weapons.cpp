@@ -1,0 +1,140 @@
+#include "catalogues/weapons.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "catalogues/aircraft.h"
+#include "catalogues/table.h"
+#include "services/error_log.h"
+#include "services/text.h"
+
+namespace rws {
+
+namespace {
+
+constexpr const char kTable[] = "RWS_Weapons.txt";
+constexpr std::size_t kGram = 4;
+constexpr std::uint32_t kNowhere = std::numeric_limits<std::uint32_t>::max();
+
+std::size_t GramHash(std::string_view text, std::size_t position) {
+  std::uint32_t gram = 0;
+  for (std::size_t i = 0; i < kGram; ++i)
+    gram = gram << 8 | static_cast<unsigned char>(text[position + i]);
+  return gram * 2654435761u >> 16;
+}
+
+/** Index of the first line that holds `part`; the number of lines when none does. */
+std::size_t FirstLineWith(const WeaponsFile& file, std::string_view part) {
+  const std::string_view text = file.Lines.FileText();
+  if (part.empty()) return file.Lines.size();
+  std::size_t found = text.npos;
+  if (part.size() < kGram) {
+    found = text.find(part);
+  } else if (!file.Heads.empty()) {
+    std::uint32_t place = file.Heads[GramHash(part, 0)];
+    while (place != kNowhere && text.substr(place, part.size()) != part) place = file.Next[place];
+    if (place != kNowhere) found = place;
+  }
+  return found == text.npos ? file.Lines.size() : file.Lines.LineAt(found);
+}
+
+std::string_view TextOf(std::string_view entry) { return entry.substr(0, entry.find(',')); }
+
+/** The second part of an entry; a subscript fault when it has none. */
+std::string_view KeyOf(std::string_view entry) {
+  const auto parts = SplitAt(entry, ',');
+  return At(parts, 1);
+}
+
+}  // namespace
+
+WeaponsFile MakeWeaponsFile(LineArray lines) {
+  WeaponsFile file{std::move(lines), {}, {}};
+  const std::string_view text = file.Lines.FileText();
+  if (text.size() < kGram) return file;
+  file.Heads.assign(std::size_t{1} << 16, kNowhere);
+  file.Next.resize(text.size() - kGram + 1);
+  for (std::size_t place = file.Next.size(); place-- > 0;) {
+    std::uint32_t& head = file.Heads[GramHash(text, place)];
+    file.Next[place] = std::exchange(head, static_cast<std::uint32_t>(place));
+  }
+  return file;
+}
+
+bool LoadWeaponsFile(Document& doc, const Services& services, WeaponsFile& file) {
+  bool read = false;
+  LogAndLeave(services, "LoadWeaponsFile", [&] {
+    auto lines = ReadTable(services, kTable);
+    if (!lines) {
+      services.Ask.MsgBox(
+          std::string("Unable to load \"") + kTable + "\", RWS can not run without it.",
+          Buttons::Ok, Icon::Critical, kProgramTitle);
+      doc.Closing = true;
+      doc.Window.Close();
+      return;
+    }
+    file = MakeWeaponsFile(std::move(*lines));
+    read = true;
+  });
+  return read;
+}
+
+void GetWeapons(const WeaponsFile& file, std::string_view aircraftClass,
+                std::vector<std::string>& weapons) {
+  weapons = {"Default,default"};
+  std::size_t line = FirstLineWith(file, aircraftClass);
+  if (line + 1 < file.Lines.size())
+    for (; line < file.Lines.size() && !Contains(file.Lines[line], "none"); ++line)
+      weapons.emplace_back(file.Lines[line]);
+  weapons.emplace_back("Empty (No Ammo),none");
+}
+
+WeaponList MakeWeaponList(const Catalogues& catalogues, std::string_view nameOrClass) {
+  WeaponList list{std::string(nameOrClass), {"Default"}};
+  const std::ptrdiff_t index = GetPlaneIndex(catalogues, nameOrClass);
+  if (index < 0) return list;
+  const Aircraft& aircraft = At(catalogues.Aircraft, index);
+  list.Tag = aircraft.Name;
+  for (std::size_t i = 1; i < aircraft.Weapons.size(); ++i)
+    list.Rows.emplace_back(TextOf(aircraft.Weapons[i]));
+  return list;
+}
+
+ShownWeapon DisplayWeps(Catalogues& catalogues, const Services& services, std::string_view tag,
+                        std::string_view key) {
+  ShownWeapon shown;
+  LogAndLeave(services, "DisplayWeps", [&] {
+    auto& weapons = At(catalogues.Aircraft, GetPlaneIndex(catalogues, tag)).Weapons;
+    const std::string wanted = services.Page.LCase(key);
+    for (const auto& entry : weapons) {
+      if (services.Page.LCase(KeyOf(entry)) != wanted) continue;
+      shown.Text = TextOf(entry);
+      return;
+    }
+    shown.Text = key;
+    const std::string learnt = shown.Text + "," + shown.Text;
+    // A key that holds a comma is never found by its second part, yet is learnt once only.
+    if (std::find(weapons.begin(), weapons.end(), learnt) != weapons.end()) return;
+    weapons.insert(weapons.empty() ? weapons.end() : weapons.end() - 1, learnt);
+    shown.Learnt = true;
+  });
+  return shown;
+}
+
+std::string GetWeaponName(const Catalogues& catalogues, const Services& services,
+                          std::string_view nameOrClass, std::string_view displayText) {
+  std::string key;
+  LogAndLeave(services, "GetWeaponName", [&] {
+    const auto& table = catalogues.Aircraft;
+    const auto row = std::find_if(table.begin(), table.end(), [&](const Aircraft& aircraft) {
+      return aircraft.Name == nameOrClass || aircraft.Class == nameOrClass;
+    });
+    // An aircraft that is not known has the loadouts of the first row, on purpose.
+    for (const auto& entry : At(table, row == table.end() ? 0 : row - table.begin()).Weapons)
+      if (TextOf(entry) == displayText) key = KeyOf(entry);
+  });
+  return key;
+}
+
+}  // namespace rws

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "catalogues/catalogues.h"
+#include "mission/document.h"
+#include "mission/line_array.h"
+#include "services/services.h"
+
+/** The loadouts of each aircraft: the user sees a display text, a mission stores a key. */
+namespace rws {
+
+/** The loadout table, and where in its text each four bytes occur: a list of positions, lowest
+    first, that starts in `Heads` and goes on in `Next`. Hundreds of classes are sought in it. */
+struct WeaponsFile {
+  LineArray Lines;
+  std::vector<std::uint32_t> Heads, Next;
+};
+
+/** Reads the loadout table. Without it the program cannot run: a missing one is told and ends the
+    program. False if it was not read, logged if it could not be. */
+bool LoadWeaponsFile(Document& doc, const Services& services, WeaponsFile& file);
+
+/** Prepares the lines of a loadout table for `GetWeapons`. */
+WeaponsFile MakeWeaponsFile(LineArray lines);
+
+/** Builds the entries of one aircraft, "display text,key": the default, its block of the table, the
+    empty loadout. A block begins at the first line that holds the class anywhere, so that longer
+   class names must stand first, and ends before a line that holds "none". The last line begins no
+    block. */
+void GetWeapons(const WeaponsFile& file, std::string_view aircraftClass,
+                std::vector<std::string>& weapons);
+
+/** What the loadout list shows. `Tag` tells for which aircraft. */
+struct WeaponList {
+  std::string Tag;
+  std::vector<std::string> Rows;
+};
+
+/** The loadout list of an aircraft, given by name or class. An unknown one has "Default" alone, and
+    the text given as tag, so that no other aircraft learns its keys. */
+WeaponList MakeWeaponList(const Catalogues& catalogues, std::string_view nameOrClass);
+
+struct ShownWeapon {
+  std::string Text = "Default";
+  /** The key was new: the list needs a row of this text before its last one. */
+  bool Learnt = false;
+};
+
+/** Display text of a loadout key, in any letter case, of the aircraft whose name or class is
+   `tag`. A key that the table lacks is its own text and is learnt for the rest of the run.
+   "Default", logged, for an aircraft that is not known. */
+ShownWeapon DisplayWeps(Catalogues& catalogues, const Services& services, std::string_view tag,
+                        std::string_view key);
+
+/** Key of a display text of an aircraft, given by its exact name or class; an unknown one counts as
+    the first of the table. The last entry with that text wins; "" when there is none. */
+std::string GetWeaponName(const Catalogues& catalogues, const Services& services,
+                          std::string_view nameOrClass, std::string_view displayText);
+
+}  // namespace rws

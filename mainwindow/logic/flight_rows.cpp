@@ -1,0 +1,114 @@
+#include "mainwindow/logic/flight_rows.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "catalogues/aircraft.h"
+#include "catalogues/squadrons.h"
+#include "services/error_log.h"
+#include "services/numbers.h"
+#include "services/text.h"
+
+namespace rws {
+
+namespace {
+
+constexpr const char kMenuHint[] = "Right click for menu options";
+constexpr const char kUnsupportedHint[] =
+    "Installed game does not support this aircraft right click to change it.";
+
+std::string GroupTextOf(std::string_view flightName) {
+  if (flightName.size() < 2) throw InvalidCallFault();
+  return Replace(flightName.substr(0, flightName.size() - 2), "_", " ");
+}
+
+/** Text colour of a row; a word that is no army keeps the colour of the row before, on purpose. */
+std::int32_t ColorOf(std::string_view word, std::int32_t before) {
+  if (word == "red") return 0x0000FF;
+  if (word == "blue") return 0xFF0000;
+  if (word == "white") return 0;
+  if (word == "not") return 0x808080;
+  return before;
+}
+
+FlightRow MakeRow(const Flight& flight, std::int32_t colorBefore, const Catalogues& catalogues,
+                  const Services& services) {
+  FlightRow row;
+  row.GroupText = GroupTextOf(flight.Name);
+  row.SquadText = Replace(SquadFlightText(flight.Name), " ", " / ");
+  row.Supported = IsKnownPlane(catalogues, flight.Class);
+  const std::string word =
+      row.Supported ? GetColorByGroup(catalogues, services, flight.Name) : "not";
+  row.PlaneName = GetPlaneName(catalogues, services, flight.Class);
+  row.SortKey = word + " " + row.PlaneName;
+  row.SquadSortKey = word + " " + GetCountryByGroup(catalogues, services, flight.Name);
+  row.GroupToolTip = GetUserDatabyGroup(catalogues, services, flight.Name);
+  if (row.GroupToolTip.empty()) row.GroupToolTip = row.GroupText;
+  row.ToolTip = kMenuHint;
+  if (!row.Supported) row.ToolTip = row.GroupToolTip = row.SquadToolTip = kUnsupportedHint;
+  row.Color = ColorOf(word, colorBefore);
+  row.Icon = GetCntyNameByGroup(catalogues, services, flight.Name);
+  return row;
+}
+
+}  // namespace
+
+std::string SquadFlightText(std::string_view flightName) {
+  std::string_view digits = Trim(flightName);
+  if (digits.size() > 2) digits.remove_prefix(digits.size() - 2);
+  const auto counted = [&](std::size_t i) {
+    const auto digit = digits.substr(std::min(i, digits.size()), 1);
+    return FormatNumber(Val(digit) + 1, "0#");
+  };
+  return counted(0) + " " + counted(1);
+}
+
+bool MakeFlightRows(const Mission& mission, const Catalogues& catalogues, const Services& services,
+                    std::vector<FlightRow>& rows) {
+  rows.clear();
+  rows.reserve(mission.Flights.size());
+  return LogAndLeave(services, "LoadPlaneList", [&] {
+    for (const auto& flight : mission.Flights) {
+      const std::int32_t colorBefore = rows.empty() ? 0 : rows.back().Color;
+      FlightRow row = MakeRow(flight, colorBefore, catalogues, services);
+      row.Flight = rows.size();
+      row.SquadSortKey += std::to_string(row.Flight);
+      rows.push_back(std::move(row));
+    }
+  });
+}
+
+void SortFlightRows(std::vector<FlightRow>& rows, const CodePage& page, FlightSort by,
+                    bool descending) {
+  std::vector<std::pair<std::string, FlightRow>> keyed;
+  keyed.reserve(rows.size());
+  for (auto& row : rows) {
+    std::string key = page.LCase(by == FlightSort::ByPlane ? row.SortKey : row.SquadSortKey);
+    keyed.emplace_back(std::move(key), std::move(row));
+  }
+  std::sort(keyed.begin(), keyed.end(), [&](const auto& a, const auto& b) {
+    const int order = a.first.compare(b.first);
+    if (order == 0) return a.second.Flight < b.second.Flight;
+    return descending ? order > 0 : order < 0;
+  });
+  for (std::size_t i = 0; i < rows.size(); ++i) rows[i] = std::move(keyed[i].second);
+}
+
+bool SelectedSameAircraft(const std::vector<std::string>& planeNames) {
+  return std::all_of(planeNames.begin(), planeNames.end(),
+                     [&](const auto& name) { return Contains(name, planeNames.front()); });
+}
+
+bool SelectedAllFlyable(const Catalogues& catalogues, const std::vector<std::string>& planeNames) {
+  return std::all_of(planeNames.begin(), planeNames.end(),
+                     [&](const auto& name) { return IsFlyable(catalogues, name); });
+}
+
+std::string RightJust(std::string_view text, std::string_view suffix, std::size_t width) {
+  const std::size_t length = text.size() + suffix.size();
+  std::string result(text);
+  if (length < width) result.append(width - length, ' ');
+  return result.append(suffix);
+}
+
+}  // namespace rws
