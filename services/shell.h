@@ -22,6 +22,9 @@ struct Shell {
   std::function<void(const std::string& path)> StartSound;
   std::function<void()> StopSound;
   std::function<void()> NotifyAssocChanged;
+  /** Takes the place of the one running instance for the life of the program; false when another
+      holds it. A run that crashed does not. */
+  std::function<bool()> TakeInstance;
   /** Lets waiting user interface events run. */
   std::function<void()> PumpEvents;
   std::function<DateTime()> Now;

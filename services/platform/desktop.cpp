@@ -11,6 +11,7 @@
 #include "services/platform/qt_text.h"
 #include "services/platform/settings_store.h"
 #include "services/setting_values.h"
+#include "services/text.h"
 
 namespace rws {
 
@@ -30,12 +31,32 @@ CodePage ChosenCodePage(const Settings& settings) {
   return CodePage(CodePageOfLocale(ToPath(QLocale::system().name())));
 }
 
+/** A game directory of the environment stands for the one of the settings, for this run only. */
+void UseGamePath(SettingsBackend& backend, const std::string& path) {
+  const auto isGamePath = [](const std::string& name) {
+    return EqualNoCase(name, setting::GamePath.Name);
+  };
+  backend.Read = [read = backend.Read, path, isGamePath](
+                     SettingsRoot root, const std::string& key,
+                     const std::string& name) -> std::optional<SettingData> {
+    if (isGamePath(name)) return path;
+    return read(root, key, name);
+  };
+  backend.Write = [write = backend.Write, isGamePath](SettingsRoot root, const std::string& key,
+                                                      const std::string& name,
+                                                      const SettingData& data) {
+    if (!isGamePath(name)) write(root, key, name, data);
+  };
+}
+
 }  // namespace
 
 Services MakeDesktopServices() {
   Services services;
   services.Settings.BaseKey = kSettingsBaseKey;
   services.Settings.Backend = MakeSettingsStore(qEnvironmentVariable("RWS_SETTINGS_FILE"));
+  const std::string gamePath = ToPath(qEnvironmentVariable("RWS_GAME_PATH"));
+  if (!gamePath.empty()) UseGamePath(services.Settings.Backend, gamePath);
   services.Ask = MakeQtPrompts();
   services.System = MakeQtShell();
   services.ProgramPath = ToPath(QDir::toNativeSeparators(QCoreApplication::applicationDirPath()));

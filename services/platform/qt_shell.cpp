@@ -4,7 +4,9 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QLocale>
+#include <QLockFile>
 #include <QOperatingSystemVersion>
+#include <QStandardPaths>
 #include <QSysInfo>
 #include <QUrl>
 
@@ -41,12 +43,29 @@ OsVersion SystemVersion() {
   return version;
 }
 
+/** The lock lies beside a settings file of its own, else with what the user's session keeps. Not
+   under the name ".lock": the settings lock themselves with that. */
+QString LockFile() {
+  const QString settings = qEnvironmentVariable("RWS_SETTINGS_FILE");
+  if (!settings.isEmpty()) return settings + QStringLiteral(".instance");
+  return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) +
+         QStringLiteral("/rws-edit.instance");
+}
+
+bool TakeLock(QLockFile& lock) {
+  // Never stale by age: a run may last for days. One whose process is gone is stale at once.
+  lock.setStaleLockTime(0);
+  return lock.tryLock() || lock.error() != QLockFile::LockFailedError;
+}
+
 }  // namespace
 
 Shell MakeQtShell() {
   const auto pump = std::make_shared<EventPump>();
   const auto sound = std::make_shared<SoundPlayer>();
+  const auto lock = std::make_shared<QLockFile>(LockFile());
   Shell shell;
+  shell.TakeInstance = [lock] { return TakeLock(*lock); };
   shell.Execute = OpenByDesktop;
   shell.StartSound = [sound](const std::string& path) { sound->Start(FromPath(path)); };
   shell.StopSound = [sound] { sound->Stop(); };

@@ -34,7 +34,8 @@ std::unique_ptr<QSettings> OpenKey(const QString& iniFile, SettingsRoot root,
 
 /** The spelling under which a value is stored already. */
 QString StoredName(const QSettings& settings, const std::string& name) {
-  const QString wanted = FromPath(name);
+  // The value of a key itself has no name.
+  const QString wanted = name.empty() ? QStringLiteral(".") : FromPath(name);
   for (const auto& stored : settings.childKeys())
     if (stored.compare(wanted, Qt::CaseInsensitive) == 0) return stored;
   return wanted;

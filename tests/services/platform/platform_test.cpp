@@ -32,6 +32,7 @@ TEST(SettingsStore, KeepsValuesInAnIniFile) {
   EXPECT_EQ(ReadSetting(again, setting::GamePath), odd);
   EXPECT_FALSE(ReadFlag(again, setting::Backup)) << "both spellings are one value";
   EXPECT_EQ(GetRegValue(again, SettingsRoot::CurrentUser, kSetPath, "number", ""), "42");
+  EXPECT_EQ(GetRegValue(again, SettingsRoot::ClassesRoot, "rws.mis", "", ""), "open");
   DeleteRegKey(again, SettingsRoot::CurrentUser, kSettingsBaseKey);
   EXPECT_EQ(ReadSetting(again, setting::GamePath), "");
   EXPECT_TRUE(ReadFlag(again, setting::Backup));

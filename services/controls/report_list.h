@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QTreeView>
+
+namespace rws {
+
+/** A list of rows and columns of which several rows can be selected. It speaks when a button or key
+    is released, when the selection is final. A click on a column's header is passed on and sorts
+    nothing by itself. */
+class ReportList : public QTreeView {
+  Q_OBJECT
+
+ public:
+  explicit ReportList(QWidget* parent = nullptr);
+
+  /** Row of the item that has the focus; -1 is none. */
+  int FocusRow() const { return currentIndex().row(); }
+  /** Selected rows, ascending. */
+  QList<int> SelectedRows() const;
+  /** Selects one row alone and gives it the focus. */
+  void SelectOnly(int row);
+
+ Q_SIGNALS:
+  void MouseReleased(Qt::MouseButton button, QPoint globalPosition);
+  void KeyReleased();
+  void MenuKeyPressed(QPoint globalPosition);
+
+ protected:
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void keyReleaseEvent(QKeyEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+
+ private:
+  Qt::MouseButton pressedButton_ = Qt::NoButton;
+  int pressedKey_ = 0;
+};
+
+}  // namespace rws
