@@ -41,8 +41,8 @@ int main(int argc, char** argv) {
   if (parser.isSet(dark)) QApplication::setPalette(DarkPalette());
 
   rws::Program program;
-  program.Window.show();
-  program.Open(rws::ToPath(arguments.value(1)));
+  program.Window.LoadForm(rws::ToPath(arguments.value(1)));
+  if (program.Doc.Closing) return 1;
   QCoreApplication::processEvents();
   return program.Window.grab().save(arguments[0]) ? 0 : 1;
 }

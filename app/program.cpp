@@ -1,50 +1,28 @@
 #include "app/program.h"
 
-#include <QtGlobal>
+#include <QCoreApplication>
 
-#include "catalogues/maps.h"
-#include "services/faults.h"
-#include "services/numbers.h"
-#include "services/paths.h"
 #include "services/platform/desktop.h"
 #include "services/platform/qt_text.h"
-#include "services/setting_values.h"
+#ifdef _WIN32
+#define NOMINMAX
+#include <windows.h>
+#endif
 
 namespace rws {
 
-namespace {
+Program::Program() : Services(MakeDesktopServices()), Window({Doc, Tables, Run, Services}) {}
 
-void ReadSettings(Document& doc, const Services& services) {
-  const Settings& settings = services.Settings;
-  doc.SavePromptMode = static_cast<int>(Val(ReadSetting(settings, setting::SaveWarn)));
-  doc.bBackup = ReadFlag(settings, setting::Backup);
-  doc.GamePath = ToPath(qEnvironmentVariable("RWS_GAME_PATH"));
-  if (doc.GamePath.empty()) doc.GamePath = ReadSetting(settings, setting::GamePath);
-  doc.ImagesPath = BuildPath(services.AppPath, "Aircraft Images");
-}
-
-}  // namespace
-
-Program::Program() : Services(MakeDesktopServices()), Window(Doc, Services) {
-  const std::string log = BuildPath(Services.AppPath, "Error.txt");
-  if (Services.Files.FileExists(log)) ResumeNext([&] { Services.Files.DeleteFile(log); });
-  ReadSettings(Doc, Services);
-  Window.InitForm();
-  LoadMaps(Doc, Services);
-}
-
-void Program::Open(const std::string& path) {
-  const FileSystem& files = Services.Files;
-  std::string folder = path.empty() ? "" : files.GetAbsolutePathName(path);
-  if (files.FileExists(folder)) {
-    Window.ComLineMission = GetFileName(folder);
-    folder = GetParentFolderName(folder);
-  }
-  if (!files.FolderExists(folder)) folder.clear();
-  Window.ComLinePath = folder;
-  Doc.MissionDir =
-      folder.empty() ? ReadSetting(Services.Settings, setting::LastDirPath, Doc.GamePath) : folder;
-  Window.Start();
+std::string CommandLine() {
+#ifdef _WIN32
+  // The raw text: the arguments would have lost their quotes.
+  QString text = QString::fromWCharArray(::GetCommandLineW());
+  const QChar end = text.startsWith(QLatin1Char('"')) ? QLatin1Char('"') : QLatin1Char(' ');
+  const auto behind = text.indexOf(end, 1);
+  return behind < 0 ? "" : ToPath(text.mid(behind + 1).trimmed());
+#else
+  return ToPath(QCoreApplication::arguments().mid(1).join(QLatin1Char(' ')));
+#endif
 }
 
 }  // namespace rws

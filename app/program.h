@@ -12,11 +12,12 @@ struct Program {
 
   rws::Services Services;
   Document Doc;
+  Catalogues Tables;
+  RunState Run;
   frmRWS Window;
-
-  /** Shows the missions of a directory, or of the one used last when it is "". A path of a mission
-      shows its directory with that mission selected. */
-  void Open(const std::string& path);
 };
+
+/** What stands behind the program's name on its command line. */
+std::string CommandLine();
 
 }  // namespace rws

@@ -55,7 +55,9 @@ void OpenDirectory(benchmark::State& state) {
   Document doc;
   Services services;
   services.LogSink = [](const std::string&) {};
-  frmRWS window(doc, services);
+  Catalogues tables;
+  RunState run;
+  frmRWS window({doc, tables, run, services});
   window.show();
   window.InitForm();
   doc.MissionDir = folder.Path();

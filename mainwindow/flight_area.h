@@ -1,38 +1,79 @@
 #pragma once
 
 #include <QGroupBox>
+#include <QMenu>
 #include <QWidget>
+#include <array>
+#include <functional>
 
+#include "mainwindow/flight_list.h"
 #include "mainwindow/state.h"
 
 namespace rws {
 
-/** The right-hand side of the window: the place of the flight list and of the flight and plane
-    panels. It holds their frames and the calls by which the mission list reaches them. */
+/** The right-hand side of the window: the flight list and the frames of flight and planes. It knows
+    which flight is current and to which flights a command applies. */
 class FlightArea : public QWidget {
   Q_OBJECT
 
  public:
   FlightArea(WindowContext context, QWidget* parent);
 
-  /** Empties the flight list. */
+  /** Rebuilds the list and selects a flight; the first row in sort order when `index` is -1. */
+  void LoadPlaneList(int index);
+  /** Empties the list. */
   void ClearFlightList();
+  /** Shows a flight of the current mission, after the list was rebuilt if `reload` is set; the
+     selected row's flight when `index` is -1. Tells that the player was cleared, if so. */
+  void PlaneChg(bool reload, int index, bool playerCleared);
+  /** Shows what belongs to the current flight as a whole, then its planes. */
+  void LoadPlanes();
+  void SetSingleMode();
+  void SetMultipleMode();
+  void SetWaypointMenuCaption();
+  /** Captions of a window without a flight. */
+  void ResetCaptions();
+  /** Shows that the mission has no flights. */
+  void ShowNoFlights();
+
   /** Fills the fixed lists of the flight and plane panels. */
   void FillFixedLists();
   /** Empties the plane panels. */
   void ClearFrames(bool all);
-  /** Shows a flight of the current mission, after the list was rebuilt if `reload` is set; the
-     selected row's flight when `index` is -1. */
-  void PlaneChg(bool reload, int index, bool playerCleared);
   /** Fills the flight panel. */
   void LoadFlight(int index);
-  /** Shows that the mission has no flights. */
-  void ShowNoFlights();
-  void ResetCaptions();
+  /** Fills the panels of the planes 0 to `last`. */
+  void FillPlanePanels(int last);
+  /** Enables in the panels what makes sense for a group of flights. */
+  void EnablePanelsForGroup(bool sameAircraft, bool allFlyable);
 
+  FlightList* lstPlanes;
   QGroupBox *fraGroup, *fraFlight;
+  QMenu *mnuAircraft, *mnuSkin;
+  std::array<QAction*, 9> mnuAC;
+
+  /** The aircraft for which the loadout list stands: the tag of `cboWeap`. */
+  std::string WeaponTag;
+  /** The installed game has the current flight's aircraft. */
+  bool CurAircraftOK = false;
+
+  /** Opens the flight menu and returns when it has closed; a test replaces it. */
+  std::function<void(QPoint globalPosition)> PopUpAircraftMenu;
+  /** Shows the player in the status bar. */
+  std::function<void(const QString& text)> ShowPlayer;
 
  private:
+  void Build();
+  void BuildMenu();
+  void Connect();
+  Mission& Current();
+  Flight& FlightAt(int index);
+  QString Decoded(const std::string& bytes) const;
+  void ListMouseReleased(Qt::MouseButton button, QPoint globalPosition);
+  void ListKeyReleased();
+  void OpenMenu(QPoint globalPosition);
+  void TakeSelectedFlight();
+
   WindowContext context_;
 };
 

@@ -5,8 +5,6 @@
 #include "mission/reader.h"
 #include "services/arrays.h"
 #include "services/error_log.h"
-#include "services/paths.h"
-#include "services/platform/form_placement.h"
 #include "services/platform/qt_text.h"
 #include "services/text.h"
 
@@ -15,12 +13,11 @@ static void InitIcons() { Q_INIT_RESOURCE(icons); }
 
 namespace rws {
 
-frmRWS::frmRWS(Document& doc, Services& services) : context_{doc, services} {
+frmRWS::frmRWS(WindowContext context) : context_(context) {
   InitIcons();
   Build();
   ConnectDocument();
   Connect();
-  LoadFormPos(services, *this);
 }
 
 void frmRWS::ConnectDocument() {
@@ -41,6 +38,7 @@ void frmRWS::ConnectDocument() {
   };
   window.ClockText = [this] { return missionPanel->ClockText(); };
   context_.Services.Ask.Notice = [this](const std::string& text) { Notice(text); };
+  flightArea->ShowPlayer = [this](const QString& text) { staPanels[1]->setText(text); };
   missionPanel->ReloadFlight = [this] { flightArea->LoadFlight(context_.Doc.CurFlight); };
 }
 
@@ -96,15 +94,13 @@ void frmRWS::LoadMissionList() {
   LogAndLeave(context_.Services, "LoadMissionList", [&] {
     Document& doc = context_.Doc;
     flightArea->ClearFlightList();
-    const std::string wanted = FoldName(GetBaseName(ComLineMission));
-    ComLineMission.clear();
     QStringList names;
     names.reserve(static_cast<qsizetype>(doc.Missions.size()));
-    for (const auto& mission : doc.Missions) {
-      if (!wanted.empty() && FoldName(mission.BaseName) == wanted)
-        doc.CurMission = static_cast<int>(names.size());
-      names << FromPath(mission.BaseName);
-    }
+    for (const auto& mission : doc.Missions) names << FromPath(mission.BaseName);
+    // Only once: after an Update the current mission stays the current one.
+    const int named = FindComLineMission(doc, context_.Run);
+    context_.Run.ComLineMission.clear();
+    if (named >= 0) doc.CurMission = named;
     lstMission->SetRows(names);
     if (doc.CurMission >= names.size()) doc.CurMission = 0;
     lstMission->SelectRow(doc.CurMission);

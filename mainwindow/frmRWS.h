@@ -23,8 +23,11 @@ class frmRWS : public QMainWindow {
   Q_OBJECT
 
  public:
-  frmRWS(Document& doc, Services& services);
+  explicit frmRWS(WindowContext context);
 
+  /** The whole of start-up, up to the first mission on screen. Ends the program when another
+     instance runs, no game directory is found or a table that it cannot do without is missing. */
+  void LoadForm(const std::string& commandLine);
   /** Rereads `MissionDir` and shows the current mission. */
   void Start();
   /** Reads the current mission on first use, takes its baseline and fills every control. */
@@ -57,15 +60,14 @@ class frmRWS : public QMainWindow {
   /** Opens the mission menu and returns when it has closed; a test replaces it. */
   std::function<void(QPoint globalPosition)> PopUpMissionMenu;
 
-  /** File name given on the command line; the first `Start` selects that mission. */
-  std::string ComLineMission;
-  /** Directory given on the command line; such a run leaves the stored window place alone. */
-  std::string ComLinePath;
-
  protected:
   void closeEvent(QCloseEvent* event) override;
 
  private:
+  void LoadTables();
+  bool TakeInstance();
+  void PrepareControls();
+
   void Build();
   void BuildMenus();
   void BuildMissionMenu();

@@ -131,7 +131,12 @@ void frmRWS::Unload() {
 void frmRWS::Finish() {
   if (std::exchange(unloaded_, true)) return;
   context_.Doc.Closing = true;
-  if (ComLinePath.empty()) ResumeNext([&] { SaveFormPos(context_.Services, *this); });
+  const Services& services = context_.Services;
+  if (context_.Run.ComLinePath.empty()) ResumeNext([&] { SaveFormPos(services, *this); });
+  ResumeNext([&] {
+    WriteSetting(services.Settings, setting::ForeColor, std::to_string(context_.Run.ForeColor));
+    WriteSetting(services.Settings, setting::BackColor, std::to_string(context_.Run.BackColor));
+  });
 }
 
 void frmRWS::closeEvent(QCloseEvent* event) {

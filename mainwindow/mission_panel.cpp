@@ -2,6 +2,7 @@
 
 #include <QMouseEvent>
 
+#include "mainwindow/logic/aircraft_count.h"
 #include "mainwindow/logic/stationary.h"
 #include "mission/update.h"
 #include "services/clock.h"
@@ -9,7 +10,6 @@
 #include "services/numbers.h"
 #include "services/paths.h"
 #include "services/platform/qt_text.h"
-#include "services/setting_values.h"
 #include "services/text.h"
 #include "services/units.h"
 
@@ -30,6 +30,7 @@ void MissionPanel::Connect() {
           [this] { ConstantClicked(chkST, &Mission::TimeConstant); });
   connect(chkWL, &QCheckBox::clicked, this,
           [this] { ConstantClicked(chkWL, &Mission::WeaponsConstant); });
+  connect(cmdCount, &QToolButton::clicked, this, &MissionPanel::ShowAircraftCount);
   connect(imgSnd, &QToolButton::clicked, this,
           [this] { PlaySoundFile(Current().BriefSound, false); });
   imgSnd->installEventFilter(this);
@@ -143,10 +144,19 @@ void MissionPanel::ConstantClicked(CheckBox* box, std::int16_t Mission::*field) 
   });
 }
 
+void MissionPanel::ShowAircraftCount() {
+  LogAndLeave(context_.Services, "cmdCount_Click", [&] {
+    const Services& services = context_.Services;
+    const std::string text = AircraftCountText(Current(), context_.Tables, services);
+    services.Ask.MsgBox(services.Page.ToUtf8(text), Buttons::Ok, Icon::Information,
+                        Current().BaseName);
+  });
+}
+
 void MissionPanel::PlaySoundFile(const std::string& path, bool stop) {
   const Shell& shell = context_.Services.System;
   ResumeNext([&] {
-    if (ReadFlag(context_.Services.Settings, setting::SndPlayer)) {
+    if (context_.Run.bSndPlayer) {
       shell.Execute("Play", path);
       return;
     }

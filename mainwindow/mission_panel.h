@@ -62,6 +62,7 @@ class MissionPanel : public QWidget {
   bool MayLeaveClouds();
   void TimeChanged();
   void ConstantClicked(CheckBox* box, std::int16_t Mission::*field);
+  void ShowAircraftCount();
   void PlaySoundFile(const std::string& path, bool stop);
 
   WindowContext context_;

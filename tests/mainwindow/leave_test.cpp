@@ -167,7 +167,7 @@ TEST_F(WindowTest, TheMenuEndsUnaskedAndStoresThePlace) {
 
 TEST_F(WindowTest, ARunOnAGivenDirectoryLeavesTheStoredPlaceAlone) {
   OpenThree();
-  Window->ComLinePath = Doc().MissionDir;
+  Run.ComLinePath = Doc().MissionDir;
   Window->mnuExit->trigger();
   EXPECT_EQ(World_.SettingTexts.count("software\\hollowbyte\\rws edit\\frmrwstop"), 0u);
 }

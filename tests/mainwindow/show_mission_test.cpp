@@ -108,10 +108,9 @@ TEST_F(WindowTest, AMissionThatCannotBeReadIsTriedAgain) {
 TEST_F(WindowTest, OpensTheMissionOfTheCommandLineOnce) {
   for (const char* name : {"a", "coop Dogfight, med, Japanese D3A1", "-2704"})
     Box.Write(std::string("missions/") + name + ".Mis", MissionText());
-  Window = std::make_unique<frmRWS>(Doc(), World_.Services);
+  Make();
   Window->show();
-  Window->InitForm();
-  Window->ComLineMission = "COOP dogfight, med, Japanese D3A1.mis";
+  Run.ComLineMission = "COOP dogfight, med, Japanese D3A1.mis";
   Window->Start();
   EXPECT_EQ(Doc().Missions[static_cast<std::size_t>(Doc().CurMission)].BaseName,
             "coop Dogfight, med, Japanese D3A1");

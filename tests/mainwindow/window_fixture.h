@@ -23,6 +23,7 @@ class WindowTest : public ::testing::Test {
     Box.MakeFolder("missions");
     World_.Doc.MissionDir = Box.Path("missions");
     World_.Doc.GamePath = Box.Path("game");
+    World_.Doc.bLoading = true;
   }
 
   /** A mission of one value each, with one flight. */
@@ -58,10 +59,15 @@ class WindowTest : public ::testing::Test {
   }
 
   void Open() {
-    Window = std::make_unique<frmRWS>(World_.Doc, World_.Services);
+    Make();
     Window->show();
-    Window->InitForm();
     Window->Start();
+  }
+
+  /** The window, filled with nothing but its fixed lists. */
+  void Make() {
+    Window = std::make_unique<frmRWS>(WindowContext{World_.Doc, Tables, Run, World_.Services});
+    Window->InitForm();
   }
 
   Document& Doc() { return World_.Doc; }
@@ -82,6 +88,8 @@ class WindowTest : public ::testing::Test {
 
   Sandbox Box;
   World World_;
+  Catalogues Tables;
+  RunState Run;
   std::unique_ptr<frmRWS> Window;
 };
 

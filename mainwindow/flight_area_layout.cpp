@@ -1,0 +1,47 @@
+#include <QVBoxLayout>
+
+#include "mainwindow/flight_area.h"
+
+namespace rws {
+
+void FlightArea::Build() {
+  lstPlanes = new FlightList(context_.Services.Page, this);
+  lstPlanes->setObjectName(QStringLiteral("lstPlanes"));
+  lstPlanes->setAccessibleName(tr("Flights"));
+  fraFlight = new QGroupBox(this);
+  fraFlight->setObjectName(QStringLiteral("fraFlight"));
+  fraGroup = new QGroupBox(this);
+  fraGroup->setObjectName(QStringLiteral("fraGroup"));
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->addWidget(lstPlanes, 3);
+  column->addWidget(fraFlight, 1);
+  column->addWidget(fraGroup, 2);
+  ResetCaptions();
+}
+
+void FlightArea::BuildMenu() {
+  mnuAircraft = new QMenu(this);
+  mnuAircraft->setObjectName(QStringLiteral("mnuAircraft"));
+  const std::array<QString, 9> captions{tr("&Change Aircraft"),
+                                        tr("Change Flight &Skin"),
+                                        tr("&Markings On"),
+                                        QString(),
+                                        tr("Create &Duplicate Groups"),
+                                        tr("&Remove Selected Flight"),
+                                        tr("&Edit Waypoints"),
+                                        QString(),
+                                        tr("Copy Selected to Clip&board")};
+  for (std::size_t i = 0; i < mnuAC.size(); ++i) {
+    mnuAC[i] =
+        captions[i].isEmpty() ? mnuAircraft->addSeparator() : mnuAircraft->addAction(captions[i]);
+    mnuAC[i]->setObjectName(QStringLiteral("mnuAC(%1)").arg(i));
+  }
+  mnuAC[2]->setCheckable(true);
+  mnuSkin = new QMenu(mnuAircraft);
+  mnuSkin->setObjectName(QStringLiteral("mnuSkin"));
+  mnuSkin->addAction(tr("None"));
+  mnuAC[1]->setMenu(mnuSkin);
+}
+
+}  // namespace rws

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QHash>
+#include <QIcon>
+#include <vector>
+
+#include "mainwindow/logic/flight_rows.h"
+#include "services/code_page.h"
+#include "services/controls/report_list.h"
+
+namespace rws {
+
+/** The rows of the flight list in their sort order. Columns: aircraft, group, squadron and flight,
+   and two sort keys that are never shown. */
+class FlightListModel : public QAbstractTableModel {
+  Q_OBJECT
+
+ public:
+  explicit FlightListModel(const CodePage& page, QObject* parent = nullptr);
+
+  void SetRows(std::vector<FlightRow> rows);
+  const std::vector<FlightRow>& Rows() const { return rows_; }
+  void SortRows(FlightSort by, bool descending);
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  int columnCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+  QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+ private:
+  QString Text(const FlightRow& row, int column) const;
+  QString ToolTip(const FlightRow& row, int column) const;
+  QString Spoken(const FlightRow& row) const;
+
+  const QIcon& IconOf(const FlightRow& row) const;
+
+  const CodePage& page_;
+  std::vector<FlightRow> rows_;
+  /** Pictures by group, made once: a list of flights has few groups. */
+  mutable QHash<QString, QIcon> icons_;
+};
+
+/** `lstPlanes`: the flights of the current mission. A row's place says nothing about its flight. */
+class FlightList : public ReportList {
+  Q_OBJECT
+
+ public:
+  FlightList(const CodePage& page, QWidget* parent);
+
+  /** Shows these rows sorted by aircraft, none selected. */
+  void SetRows(std::vector<FlightRow> rows);
+  int RowCount() const { return model_.rowCount(); }
+  const FlightRow& At(int row) const;
+  /** Row of a flight, or -1. */
+  int RowOf(int flight) const;
+  /** Flight of the selected row; of several the one that has the focus; -1 without one. */
+  int SelectedFlight() const;
+  /** Aircraft names of the selected rows, in list order. */
+  std::vector<std::string> SelectedPlanes() const;
+
+  /** "" after a rebuild, "single" or "multiple" after a selection with the mouse. */
+  std::string Tag;
+
+ private:
+  void HeaderClicked(int column);
+  void FitColumns();
+
+  FlightListModel model_;
+  bool descending_ = false;
+};
+
+/** The icon of a group of regiments, by its name. */
+QIcon GroupIcon(const QString& group);
+
+}  // namespace rws

@@ -1,0 +1,98 @@
+#include "catalogues/aircraft.h"
+#include "catalogues/countries.h"
+#include "catalogues/maps.h"
+#include "catalogues/paint_schemes.h"
+#include "catalogues/squadrons.h"
+#include "mainwindow/frmRWS.h"
+#include "services/controls/list_colors.h"
+#include "services/error_log.h"
+#include "services/paths.h"
+#include "services/platform/form_placement.h"
+#include "services/platform/qt_text.h"
+#include "services/setting_values.h"
+
+namespace rws {
+
+namespace {
+
+/** Deletes the log, which holds one run only. */
+void DeleteLog(const Services& services) {
+  const std::string log = BuildPath(services.AppPath, "Error.txt");
+  if (services.Files.FileExists(log)) ResumeNext([&] { services.Files.DeleteFile(log); });
+}
+
+}  // namespace
+
+/** False for a second instance. It has written and deleted nothing then and ends at once. */
+bool frmRWS::TakeInstance() {
+  const Services& services = context_.Services;
+  if (!services.System.TakeInstance || services.System.TakeInstance()) return true;
+  services.Ask.MsgBox("Only one instance may be running at one time.", Buttons::Ok,
+                      Icon::Information, kProgramTitle);
+  unloaded_ = true;
+  context_.Doc.Closing = true;
+  return false;
+}
+
+void frmRWS::PrepareControls() {
+  missionPanel->chkWL->setChecked(false);
+  missionPanel->chkST->setChecked(false);
+  mnuMissionPop[3]->setChecked(false);
+  missionPanel->imgSnd->setVisible(true);
+}
+
+void frmRWS::LoadTables() {
+  Document& doc = context_.Doc;
+  Catalogues& tables = context_.Tables;
+  const Services& services = context_.Services;
+  LoadPilotSkins(doc, tables, services);
+  LoadNoseArt(doc, tables, services);
+  LoadPlaneSkins(doc, tables, services);
+  if (doc.Closing) return;
+  LoadRegiments(tables, services);
+  InitForm();
+  flightArea->mnuAC[0]->setEnabled(LoadAC(tables, services));
+  LoadMaps(doc, services);
+  LoadAircraftArray(doc, tables, services);
+}
+
+void frmRWS::LoadForm(const std::string& commandLine) {
+  // Before anything is written: a refused start must leave the first run untouched.
+  if (!TakeInstance()) return;
+  Document& doc = context_.Doc;
+  RunState& run = context_.Run;
+  Services& services = context_.Services;
+  const Settings& settings = services.Settings;
+  LogAndLeave(services, "LoadForm", [&] {
+    DeleteLog(services);
+    services.Settings.BaseKey = kSettingsBaseKey;
+    WriteSetting(settings, setting::WorkDir, services.ProgramPath);
+    ReadStartSettings(doc, run, services);
+    LogStartUp(services);
+    PrepareControls();
+    LoadFormPos(services, *this);
+    doc.bLoading = true;
+    setWindowTitle(FromPath(kProgramTitle) + QStringLiteral(" - " RWS_VERSION));
+    doc.bBackup = ReadFlag(settings, setting::Backup);
+    doc.GamePath = ReadSetting(settings, setting::GamePath);
+    LogError(services, doc.GamePath, "Start Up");
+    if (!FindGamePath(doc, services)) return Unload();
+    doc.ImagesPath = BuildPath(services.AppPath, "Aircraft Images");
+    if (!services.Files.FolderExists(doc.ImagesPath)) services.Files.CreateFolder(doc.ImagesPath);
+    ChkComLine(doc, run, services, commandLine);
+    doc.Missions.assign(1, Mission());
+    doc.MissionDir = run.ComLinePath.empty()
+                         ? ReadSetting(settings, setting::LastDirPath, doc.GamePath)
+                         : run.ComLinePath;
+    ApplyListColors(*this, run.ForeColor, run.BackColor);
+    // The window is there while long scans run; the pump keeps it alive and commands out.
+    show();
+    LoadTables();
+    if (doc.Closing) return;
+    doc.CurMission = 0;
+    doc.CurFlight = 0;
+    Start();
+  });
+}
+
+}  // namespace rws

@@ -1,0 +1,165 @@
+#include "mainwindow/logic/start_up.h"
+
+#include "services/error_log.h"
+#include "services/list_files.h"
+#include "services/numbers.h"
+#include "services/paths.h"
+#include "services/pickers.h"
+#include "services/setting_values.h"
+#include "services/system_facts.h"
+#include "services/text.h"
+
+namespace rws {
+
+namespace {
+
+constexpr char kHeading[] = "Start Up";
+constexpr int kLocaleCountryName = 0x1002;
+
+std::int32_t ReadColor(const Services& services, const SettingValue& value) {
+  return static_cast<std::int32_t>(Val(ReadSetting(services.Settings, value))) & 0xFFFFFF;
+}
+
+bool Exists(const Services& services, const std::string& path) {
+  return services.Files.FileExists(path) || services.Files.FolderExists(path);
+}
+
+std::string WithoutQuotes(std::string_view text) {
+  text = Trim(text);
+  if (text.size() > 1 && text.front() == '"' && text.back() == '"')
+    text = text.substr(1, text.size() - 2);
+  return std::string(text);
+}
+
+std::string Absolute(const Services& services, const std::string& path) {
+  return path.empty() ? path : services.Files.GetAbsolutePathName(path);
+}
+
+/** Wipes the settings and puts back what was read from them already, or closing would write it
+    again. The game directory stays in memory for this run. */
+void RestoreDefaults(Document& doc, RunState& run, const Services& services) {
+  DeleteRegKey(services.Settings, SettingsRoot::CurrentUser, kSettingsBaseKey);
+  ReadStartSettings(doc, run, services);
+  doc.bBackup = ReadFlag(services.Settings, setting::Backup);
+}
+
+void TakePath(RunState& run, const Services& services, const std::string& part) {
+  run.ComLinePath = Absolute(services, part);
+  run.ComLineProperties = ContainsNoCase(part, "properties");
+  if (services.Files.FileExists(run.ComLinePath)) {
+    run.ComLineMission = GetFileName(run.ComLinePath);
+    run.ComLinePath = GetParentFolderName(run.ComLinePath);
+  }
+  if (!services.Files.FolderExists(run.ComLinePath)) run.ComLinePath.clear();
+}
+
+/** A folder of a Steam library that looks like the game's, else the library itself. */
+std::string GameInLibrary(const Services& services, const std::string& library) {
+  std::string found;
+  ResumeNext([&] {
+    for (const auto& entry : services.Files.ListFolder(library))
+      if (found.empty() && entry.IsFolder && Like(FoldName(entry.Name), "il[- ]2*"))
+        found = BuildPath(library, entry.Name);
+  });
+  return found.empty() ? library : found;
+}
+
+}  // namespace
+
+void ReadStartSettings(Document& doc, RunState& run, const Services& services) {
+  const Settings& settings = services.Settings;
+  doc.SavePromptMode = static_cast<int>(Val(ReadSetting(settings, setting::SaveWarn)));
+  run.ForeColor = ReadColor(services, setting::ForeColor);
+  run.BackColor = ReadColor(services, setting::BackColor);
+  run.bLockWT = ReadFlag(settings, setting::LockWT);
+  const std::string key = std::string(kProgramTitle) + ".mis";
+  run.bAssociate = !GetRegValue(settings, SettingsRoot::ClassesRoot, key, "", "").empty();
+  run.bSndPlayer = ReadFlag(settings, setting::SndPlayer);
+}
+
+void LogStartUp(const Services& services) {
+  LogError(services, SystemVersionText(services), kHeading);
+  LogError(services, services.ProgramPath, kHeading);
+  LogError(services, GetLocaleText(services, kLocaleCountryName), kHeading);
+}
+
+bool IsGamePath(const Services& services, const std::string& directory) {
+  if (directory.empty()) return false;
+  std::vector<std::string> found;
+  ResumeNext([&] { ListFiles(services, found, directory, "il2*.*", false, ""); });
+  return !found.empty();
+}
+
+void LocateGamePath(Document& doc, const Services& services, const std::string& directory) {
+  LogAndLeave(services, "LocateGamePath", [&] {
+    const std::string conf = directory.empty() ? "" : BuildPath(directory, "conf.ini");
+    if (!conf.empty() && services.Files.FileExists(conf)) {
+      // The test is made on the file and so never holds; the question that follows takes over.
+      doc.GamePath = IsGamePath(services, conf) ? directory : "";
+      return;
+    }
+    const std::string start = directory.empty() ? LikelyGameFolder(services) : directory;
+    const std::string chosen =
+        GetFolder(services, "Please locate the install directory for IL2", false, start);
+    doc.GamePath = IsGamePath(services, chosen) ? chosen : "";
+  });
+}
+
+bool FindGamePath(Document& doc, const Services& services) {
+  while (true) {
+    if (!IsGamePath(services, doc.GamePath)) LocateGamePath(doc, services, doc.GamePath);
+    if (IsGamePath(services, doc.GamePath)) break;
+    const Answer answer =
+        services.Ask.MsgBox("Game path error.\nDo you want to locate the game path?",
+                            Buttons::YesNo, Icon::Critical, "RWS V2");
+    if (answer != Answer::Yes) return false;
+  }
+  WriteSetting(services.Settings, setting::GamePath, doc.GamePath);
+  return true;
+}
+
+std::string LikelyGameFolder(const Services& services) {
+#ifdef _WIN32
+  (void)services;
+  return "";
+#else
+  const std::string home = services.System.HomeFolder();
+  for (const char* library :
+       {".local/share/Steam/steamapps/common", ".steam/steam/steamapps/common",
+        ".var/app/com.valvesoftware.Steam/.local/share/Steam/steamapps/common"}) {
+    const std::string path = BuildPath(home, library);
+    if (!services.Files.FolderExists(path)) continue;
+    const std::string game = GameInLibrary(services, path);
+    if (game != path) return game;
+  }
+  const std::string prefix = BuildPath(home, ".wine/drive_c");
+  if (services.Files.FolderExists(prefix)) return prefix;
+  const std::string library = BuildPath(home, ".local/share/Steam/steamapps/common");
+  return services.Files.FolderExists(library) ? library : "";
+#endif
+}
+
+void ChkComLine(Document& doc, RunState& run, const Services& services,
+                std::string_view commandLine) {
+  LogAndLeave(services, "ChkComLine", [&] {
+    const std::string text = WithoutQuotes(commandLine);
+    if (text.empty()) return;
+    if (Exists(services, Absolute(services, text))) return TakePath(run, services, text);
+    const auto parts = SplitAt(text, ',');
+    if (EqualNoCase(Trim(parts[0]), "-restore")) return RestoreDefaults(doc, run, services);
+    TakePath(run, services, WithoutQuotes(parts[0]));
+    if (parts.size() > 1) doc.ExcludedNames = parts[1];
+    if (parts.size() > 2) run.ThirdPartEmpty = parts[2].empty();
+    if (parts.size() > 3) run.FourthPart = parts[3];
+  });
+}
+
+int FindComLineMission(const Document& doc, const RunState& run) {
+  const std::string wanted = FoldName(GetBaseName(run.ComLineMission));
+  if (wanted.empty()) return -1;
+  for (std::size_t i = 0; i < doc.Missions.size(); ++i)
+    if (FoldName(doc.Missions[i].BaseName) == wanted) return static_cast<int>(i);
+  return -1;
+}
+
+}  // namespace rws

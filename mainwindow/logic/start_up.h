@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "mission/document.h"
+#include "services/services.h"
+
+namespace rws {
+
+/** What start-up finds out for the life of the main window. Colours are blue-green-red numbers. */
+struct RunState {
+  /** Directory and mission given on the command line, or "". */
+  std::string ComLinePath, ComLineMission;
+  /** The argument held "properties". */
+  bool ComLineProperties = false;
+  /** The third and fourth part of the command line, which nothing uses yet. */
+  bool ThirdPartEmpty = false;
+  std::string FourthPart;
+
+  bool bLockWT = false;
+  bool bSndPlayer = false;
+  bool bAssociate = false;
+  std::int32_t ForeColor = 0x800000;
+  std::int32_t BackColor = 0xFFFFFF;
+};
+
+/** Reads what the user has chosen in the preferences. */
+void ReadStartSettings(Document& doc, RunState& run, const Services& services);
+
+/** Writes what a bug report needs to the log: system, program directory, locale. */
+void LogStartUp(const Services& services);
+
+/** True if at least one file of the directory matches "il2*.*". */
+bool IsGamePath(const Services& services, const std::string& directory);
+
+/** Tries to find the game directory by asking for it; sets `GamePath`, to "" when it was not found.
+   A directory with a "conf.ini" is not asked about and is not found either; the question of
+    `FindGamePath` follows. */
+void LocateGamePath(Document& doc, const Services& services, const std::string& directory);
+
+/** Asks until `GamePath` is a game directory or the user gives up, and stores it. False when the
+    program cannot go on. */
+bool FindGamePath(Document& doc, const Services& services);
+
+/** Where the folder browser begins when no game directory is known: on systems with Wine or Steam
+   at the first place that is there, else "". */
+std::string LikelyGameFolder(const Services& services);
+
+/** Reads the command line: a path of a directory or mission, then parts behind commas, or
+   "-restore", which wipes all settings. A text that names an existing file or directory is not
+   split. */
+void ChkComLine(Document& doc, RunState& run, const Services& services,
+                std::string_view commandLine);
+
+/** Index of the mission that the command line named, or -1. */
+int FindComLineMission(const Document& doc, const RunState& run);
+
+}  // namespace rws

@@ -1,0 +1,126 @@
+#include <gtest/gtest.h>
+
+#include <map>
+#include <set>
+
+#include "catalogues/aircraft.h"
+#include "catalogues/countries.h"
+#include "catalogues/dogfight.h"
+#include "catalogues/maps.h"
+#include "catalogues/squadrons.h"
+#include "catalogues/weapons.h"
+#include "services/faults.h"
+#include "services/text.h"
+#include "tests/support/doubles.h"
+
+namespace rws::test {
+namespace {
+
+/** The tables that the program is shipped with, read by its own loaders. */
+class ShippedTables : public ::testing::Test {
+ protected:
+  ShippedTables() {
+    World_.Services.ProgramPath = RWS_SOURCE_DIR "/data";
+    LoadRegiments(Tables, World_.Services);
+    LoadAC(Tables, World_.Services);
+    LoadMaps(World_.Doc, World_.Services);
+    LoadAircraftArray(World_.Doc, Tables, World_.Services);
+    ReadDogFight(Tables, World_.Services);
+  }
+
+  /** The loadouts of each class as a reader of the file sees them: the third column names a class,
+      the block runs to the next line with "none". */
+  std::map<std::string, std::vector<std::string>> Blocks() const {
+    std::map<std::string, std::vector<std::string>> blocks;
+    const auto file =
+        LineArray::FromFile(World_.Services.Files.ReadFile(RWS_SOURCE_DIR "/data/RWS_Weapons.txt"));
+    std::string current;
+    for (std::size_t i = 0; i < file.size(); ++i) {
+      const auto columns = SplitAt(file[i], ',');
+      if (columns.size() > 2) current = columns[2];
+      if (columns[0] == "none") {
+        blocks[current];
+        current.clear();
+      } else {
+        EXPECT_FALSE(current.empty()) << "a loadout of no class: " << file[i];
+        blocks[current].emplace_back(file[i]);
+      }
+    }
+    return blocks;
+  }
+
+  World World_{"/nowhere"};
+  Catalogues Tables;
+};
+
+TEST_F(ShippedTables, AreComplete) {
+  EXPECT_TRUE(World_.Log.empty());
+  EXPECT_EQ(Tables.Aircraft.size(), 365u);
+  EXPECT_EQ(Tables.DogFightAircraft.size(), 365u);
+  EXPECT_EQ(Tables.Countries.size(), 21u);
+  EXPECT_EQ(World_.Doc.Maps.size(), 238u);
+  EXPECT_EQ(Tables.Squadrons.size(), 20u);
+  std::size_t regiments = 0;
+  std::set<std::string> codes, groups;
+  for (const auto& squadron : Tables.Squadrons) {
+    regiments += squadron.Regiments.size();
+    EXPECT_TRUE(groups.insert(squadron.Name).second) << squadron.Name;
+    for (const auto& regiment : squadron.Regiments)
+      EXPECT_TRUE(codes.insert(regiment.Code).second) << regiment.Code;
+    const bool american =
+        squadron.Name == "USAAF" || squadron.Name == "USMC" || squadron.Name == "US Navy";
+    EXPECT_EQ(squadron.Country == "usa", american) << squadron.Name;
+  }
+  EXPECT_EQ(regiments, 4238u);
+}
+
+TEST_F(ShippedTables, EveryAircraftFindsItsOwnLoadoutsAndOnlyThose) {
+  const auto blocks = Blocks();
+  std::size_t loadouts = 0;
+  for (const auto& aircraft : Tables.Aircraft) {
+    std::vector<std::string> expected = {"Default,default"};
+    if (const auto found = blocks.find(aircraft.Class); found != blocks.end())
+      expected.insert(expected.end(), found->second.begin(), found->second.end());
+    loadouts += expected.size() - 1;
+    expected.push_back("Empty (No Ammo),none");
+    EXPECT_EQ(aircraft.Weapons, expected) << aircraft.Class;
+  }
+  EXPECT_EQ(loadouts, 1824u);
+}
+
+TEST_F(ShippedTables, SidesAndNamesAreRight) {
+  std::set<std::string> names;
+  std::string last;
+  for (const auto& aircraft : Tables.Aircraft) {
+    EXPECT_TRUE(names.insert(aircraft.Name).second) << aircraft.Name;
+    EXPECT_TRUE(names.insert(aircraft.Class).second) << aircraft.Class;
+    if (aircraft.Side == "Red") last = aircraft.Name;
+  }
+  EXPECT_TRUE(Contains(last, "YP-80")) << last;
+  const std::pair<const char*, const char*> sides[] = {{"I_16TYPE24", "Red"}, {"P_51D20NA", "Red"},
+                                                       {"SPITFIRE5B", "Red"}, {"BF_109F2", "Blue"},
+                                                       {"JU_87B2", "Blue"},   {"A6M2", "Blue"}};
+  for (const auto& [name, side] : sides) {
+    const auto row = GetPlaneIndex(Tables, name);
+    ASSERT_GE(row, 0) << name;
+    EXPECT_EQ(At(Tables.Aircraft, row).Side, side) << name;
+  }
+  for (const auto& plane : Tables.DogFightAircraft)
+    EXPECT_TRUE(IsKnownPlane(Tables, plane.DisplayName)) << plane.DisplayName;
+  std::set<std::string> maps;
+  for (const auto& map : World_.Doc.Maps) EXPECT_TRUE(maps.insert(map.Name).second) << map.Name;
+}
+
+TEST_F(ShippedTables, HoldOnlyCharactersOfTheEncoding) {
+  const std::set<char> undefined = {'\x81', '\x8D', '\x8F', '\x90', '\x9D'};
+  for (const char* name : {"Aircraft", "Weapons", "Countries", "Squadron", "Maps", "DF"}) {
+    const std::string path = std::string(RWS_SOURCE_DIR "/data/RWS_") + name + ".txt";
+    for (const char c : World_.Services.Files.ReadFile(path)) {
+      const bool isText = c == '\r' || c == '\n' || static_cast<unsigned char>(c) >= 32;
+      ASSERT_TRUE(isText && !undefined.contains(c)) << name;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace rws::test

@@ -1,0 +1,153 @@
+#include <QHeaderView>
+
+#include "tests/mainwindow/window_fixture.h"
+
+namespace rws::test {
+namespace {
+
+class FlightListTest : public WindowTest {
+ protected:
+  /** Flights: 0 a red fighter, 1 a blue bomber, 2 a plane the game lacks, 3 another red fighter. */
+  FlightListTest() {
+    Tables.Aircraft.resize(3);
+    Tables.Aircraft[0].Name = "I-16";
+    Tables.Aircraft[0].Class = "I_16";
+    Tables.Aircraft[0].Flyable = true;
+    Tables.Aircraft[1].Name = "Ju 88";
+    Tables.Aircraft[1].Class = "JU_88";
+    Tables.Aircraft[2].Name = "I-16 Type 24";
+    Tables.Aircraft[2].Class = "I_16T24";
+    for (auto& aircraft : Tables.Aircraft)
+      aircraft.Weapons = {"Default,default", "Empty (No Ammo),none"};
+    Tables.Squadrons = {{"red", "ru", "USSR", {{"r01", "First regiment"}}},
+                        {"blue", "de", "Germany", {{"g01", ""}}}};
+    std::vector<std::string> lines = {"[MAIN]", "  player r0101", "  playerNum 1", "[Wing]"};
+    AddFlight(lines, "r0100", "I_16");
+    AddFlight(lines, "g0110", "JU_88");
+    AddFlight(lines, "x0100", "MYSTERY");
+    AddFlight(lines, "r0101", "I_16T24");
+    lines.push_back("[NStationary]");
+    Box.Write("missions/a.mis", Crlf(lines));
+    Open();
+  }
+
+  static void AddFlight(std::vector<std::string>& lines, const std::string& name,
+                        const std::string& aircraft) {
+    for (const std::string& line :
+         {"[" + name + "]", std::string("  Planes 2"), "  Class air." + aircraft,
+          std::string("  weapons default"), "[" + name + "_Way]",
+          std::string("  NORMFLY 1.00 2.00 500.00 300.00 &0"),
+          std::string("  NORMFLY 5.00 2.00 500.00 300.00 &0")})
+      lines.push_back(line);
+  }
+
+  FlightArea& Area() { return *Window->flightArea; }
+  FlightList& List() { return *Area().lstPlanes; }
+  QString Cell(int row, int column) {
+    return List().model()->index(row, column).data(Qt::DisplayRole).toString();
+  }
+  std::string Planes() {
+    QStringList names;
+    for (int row = 0; row < List().RowCount(); ++row) names << Cell(row, 0);
+    return names.join("|").toStdString();
+  }
+  void ClickFlight(int row, Qt::MouseButton button = Qt::LeftButton,
+                   Qt::KeyboardModifiers keys = {}) {
+    const QRect place = List().visualRect(List().model()->index(row, 0));
+    QTest::mouseClick(List().viewport(), button, keys, place.center());
+  }
+};
+
+TEST_F(FlightListTest, ShowsRowsSortedBySideAndPlane) {
+  EXPECT_EQ(Planes(), "Ju 88|MYSTERY|I-16|I-16 Type 24");
+  EXPECT_EQ(Cell(2, 1), "r01");
+  EXPECT_EQ(Cell(0, 2), "02 / 01");
+  const auto data = [&](int row, int column, int role) {
+    return List().model()->index(row, column).data(role);
+  };
+  EXPECT_EQ(data(0, 0, Qt::ForegroundRole).value<QColor>(), QColor(0, 0, 255));
+  EXPECT_EQ(data(1, 0, Qt::ForegroundRole).value<QColor>(), QColor(128, 128, 128));
+  EXPECT_EQ(data(2, 0, Qt::ForegroundRole).value<QColor>(), QColor(255, 0, 0));
+  EXPECT_EQ(data(1, 1, Qt::ToolTipRole).toString(),
+            "Installed game does not support this aircraft right click to change it.");
+  EXPECT_EQ(data(2, 1, Qt::ToolTipRole).toString(), "First regiment");
+  EXPECT_EQ(data(1, 0, Qt::AccessibleTextRole).toString(),
+            "MYSTERY, Not supported by the installed game");
+  EXPECT_EQ(data(0, 0, Qt::AccessibleTextRole).toString(), "Ju 88, Blue army");
+  // The first row in sort order is shown, though it is not flight 0.
+  EXPECT_EQ(Doc().CurFlight, 1);
+  EXPECT_EQ(Area().fraFlight->title(), "Ju 88 - Flight of 2 - Default");
+  EXPECT_EQ(Area().mnuAC[6]->text(), "&Edit Waypoints (1)");
+  EXPECT_EQ(Window->staPanels[1]->text(), "Group r0101 Plane 2");
+}
+
+TEST_F(FlightListTest, AHeaderTurnsTheOrderRoundWhicheverItIs) {
+  const auto click = [&](int column) { Q_EMIT List().header()->sectionClicked(column); };
+  click(1);
+  EXPECT_EQ(Planes(), "I-16 Type 24|I-16|MYSTERY|Ju 88");
+  click(2);
+  EXPECT_EQ(Planes(), "Ju 88|MYSTERY|I-16|I-16 Type 24");
+  EXPECT_EQ(List().SelectedFlight(), 1) << "the selection stays with its flight";
+  click(0);
+  EXPECT_EQ(Planes(), "I-16 Type 24|I-16|MYSTERY|Ju 88");
+}
+
+TEST_F(FlightListTest, AClickShowsItsFlight) {
+  ClickFlight(2);
+  EXPECT_EQ(Doc().CurFlight, 0);
+  EXPECT_EQ(List().Tag, "single");
+  EXPECT_EQ(Area().fraGroup->title(), "I-16");
+  EXPECT_EQ(Area().WeaponTag, "I-16");
+  QTest::keyClick(&List(), Qt::Key_Down);
+  EXPECT_EQ(Doc().CurFlight, 3);
+  EXPECT_EQ(List().Tag, "single");
+}
+
+TEST_F(FlightListTest, SeveralRowsSwitchTheMode) {
+  ClickFlight(2);
+  ClickFlight(3, Qt::LeftButton, Qt::ControlModifier);
+  EXPECT_EQ(List().Tag, "multiple");
+  EXPECT_EQ(Area().fraFlight->title(), "Multiple Select");
+  EXPECT_TRUE(Area().mnuAC[1]->isEnabled()) << "one name goes on from the other";
+  EXPECT_FALSE(Area().mnuAC[4]->isEnabled());
+  ClickFlight(0, Qt::LeftButton, Qt::ControlModifier);
+  EXPECT_FALSE(Area().mnuAC[1]->isEnabled());
+  ClickFlight(0);
+  EXPECT_EQ(List().Tag, "single") << "a click on the focused row of a group leaves it";
+  EXPECT_EQ(Area().fraGroup->title(), "Ju 88");
+  EXPECT_TRUE(Area().mnuAC[4]->isEnabled());
+}
+
+TEST_F(FlightListTest, ARightClickOpensTheMenuOfItsOwnFlight) {
+  std::string shown;
+  Area().PopUpAircraftMenu = [&](QPoint) { shown = Area().fraGroup->title().toStdString(); };
+  ClickFlight(0, Qt::RightButton);
+  EXPECT_EQ(shown, "Ju 88") << "also on the row that is current already";
+  ClickFlight(1, Qt::RightButton);
+  EXPECT_EQ(shown, "MYSTERY");
+  EXPECT_FALSE(Area().CurAircraftOK);
+  ClickFlight(2);
+  EXPECT_TRUE(Area().mnuAC[1]->isEnabled());
+  EXPECT_FALSE(Area().mnuAC[4]->isEnabled()) << "decided by the flight that was left";
+}
+
+TEST_F(FlightListTest, AMissionWithoutFlightsShowsNone) {
+  Box.Write("missions/b.mis", Crlf({"[MAIN]", "[Wing]", "[NStationary]"}));
+  Window->Start();
+  ClickRow(1);
+  EXPECT_EQ(List().RowCount(), 0);
+  EXPECT_EQ(Area().fraFlight->title(), "None");
+  EXPECT_EQ(Area().fraGroup->title(), "None");
+  ClickFlight(0);
+  QTest::mouseClick(List().viewport(), Qt::LeftButton);
+}
+
+TEST_F(FlightListTest, CountsTheAircraft) {
+  World_.Script.Expect(" * Red Army *\r\n    2 - I-16\r\n    2 - I-16 Type 24\r\n");
+  Click(Window->missionPanel->cmdCount);
+  EXPECT_EQ(World_.Script.Boxes[0].Title, "a");
+  EXPECT_EQ(World_.Script.Boxes[0].Icon, Icon::Information);
+}
+
+}  // namespace
+}  // namespace rws::test

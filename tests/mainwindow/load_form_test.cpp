@@ -1,0 +1,90 @@
+#include "services/setting_values.h"
+#include "tests/mainwindow/window_fixture.h"
+
+namespace rws::test {
+namespace {
+
+class LoadFormTest : public WindowTest {
+ protected:
+  LoadFormTest() {
+    Box.Write("game/il2fb.exe", "");
+    Box.Write("game/PaintSchemes/Skins/IL_2/a.bmp", "");
+    Box.Write("missions/a.mis", MissionText());
+    Box.Write("missions/b.mis", MissionText());
+    Box.Write("program/RWS_Weapons.txt", Crlf({"Rockets,8xRS82,IL_2", "none"}));
+    Box.Write("program/RWS_Aircraft.txt", Crlf({"F,IL-2 Series 1,IL_2,,,,"}));
+    Box.Write("program/Error.txt", "of the run before");
+    WriteSetting(World_.Services.Settings, setting::GamePath, Box.Path("game"));
+    World_.Services.LogSink = {};
+    World_.Services.System.Version = [] { return OsVersion{3, 6, 1, "Debian 12"}; };
+    World_.Services.System.LocaleText = [](int) { return std::string("en_GB"); };
+  }
+
+  void Load(const std::string& commandLine) {
+    Window = std::make_unique<frmRWS>(WindowContext{World_.Doc, Tables, Run, World_.Services});
+    Window->LoadForm(commandLine);
+  }
+};
+
+TEST_F(LoadFormTest, StartsOnTheDirectoryUsedLast) {
+  WriteSetting(World_.Services.Settings, setting::LastDirPath, Box.Path("missions"));
+  Load("");
+  EXPECT_TRUE(Window->isVisible());
+  EXPECT_EQ(Window->windowTitle(), "RWS Edit - 2.0.0");
+  EXPECT_EQ(Window->lstMission->RowCount(), 2);
+  EXPECT_EQ(Window->flightArea->fraGroup->title(), "IL-2 Series 1");
+  EXPECT_EQ(Tables.Skins.size(), 1u);
+  const std::string log = Crlf({"Debian 12Start Up", Box.Path("program") + "Start Up",
+                                "en_GBStart Up", Box.Path("game") + "Start Up"});
+  EXPECT_EQ(Box.Read("program/Error.txt").substr(0, log.size()), log);
+  EXPECT_TRUE(Box.Exists("program/Aircraft Images"));
+  EXPECT_EQ(ReadSetting(World_.Services.Settings, setting::WorkDir), Box.Path("program"));
+  EXPECT_FALSE(Doc().bLoading);
+  Window->mnuExit->trigger();
+  EXPECT_EQ(ReadSetting(World_.Services.Settings, setting::ForeColor, ""), "8388608");
+}
+
+TEST_F(LoadFormTest, OpensAMissionFromTheFileManager) {
+  Box.Write("missions/coop Dogfight, med, Japanese D3A1.Mis", MissionText());
+  Load(Box.Path("missions/coop Dogfight, med, Japanese D3A1.Mis"));
+  EXPECT_EQ(Doc().CurMission, 2);
+  EXPECT_EQ(Row(), 2);
+}
+
+TEST_F(LoadFormTest, ASecondInstanceTouchesNothing) {
+  const auto settings = World_.SettingTexts;
+  World_.Services.System.TakeInstance = [] { return false; };
+  World_.Script.Expect("Only one instance may be running at one time.");
+  Load("");
+  EXPECT_TRUE(Doc().Closing);
+  EXPECT_FALSE(Window->isVisible());
+  Window->close();
+  EXPECT_EQ(World_.SettingTexts, settings);
+  EXPECT_EQ(Box.Read("program/Error.txt"), "of the run before");
+  EXPECT_EQ(World_.Script.Boxes[0].Icon, Icon::Information);
+}
+
+TEST_F(LoadFormTest, WithoutAGameTheProgramEnds) {
+  World_.SettingTexts.clear();
+  World_.Script.ExpectPath("Please locate the install directory for IL2", "");
+  World_.Script.Expect("Game path error.", Answer::No);
+  Load("");
+  EXPECT_TRUE(Doc().Closing);
+  EXPECT_FALSE(Window->isVisible());
+  EXPECT_EQ(ReadSetting(World_.Services.Settings, setting::GamePath), "");
+}
+
+TEST_F(LoadFormTest, WithoutSkinsTheProgramEnds) {
+  World_.Services.Files.DeleteFile(Box.Path("game/PaintSchemes/Skins/IL_2/a.bmp"));
+  Box.Write("bare/il2fb.exe", "");
+  WriteSetting(World_.Services.Settings, setting::GamePath, Box.Path("bare"));
+  World_.Script.Expect("Check the error log file for errors.");
+  Load("");
+  EXPECT_TRUE(Doc().Closing);
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(Window->isVisible());
+  EXPECT_EQ(ReadSetting(World_.Services.Settings, setting::GamePath), "");
+}
+
+}  // namespace
+}  // namespace rws::test
