@@ -4,6 +4,7 @@
 #include <QVBoxLayout>
 
 #include "mainwindow/frmRWS.h"
+#include "services/controls/elided_label.h"
 #include "services/platform/qt_text.h"
 
 namespace rws {
@@ -128,14 +129,12 @@ void frmRWS::BuildStatusBar() {
   staBar->setObjectName(QStringLiteral("staBar"));
   const std::array<QString, 2> tips{tr("Current mission directory"), tr("Player select")};
   for (std::size_t i = 0; i < staPanels.size(); ++i) {
-    staPanels[i] = new QLabel;
+    staPanels[i] = i == 0 ? new ElidedLabel : new QLabel;
     staPanels[i]->setToolTip(tips[i]);
     staPanels[i]->setAccessibleName(tips[i]);
     staPanels[i]->setTextFormat(Qt::PlainText);
     staPanels[i]->setIndent(fontMetrics().averageCharWidth());
-    // A long directory must not keep the window from being made narrower.
-    staPanels[i]->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    staBar->addWidget(staPanels[i], i == 0 ? 3 : 1);
+    staBar->addWidget(staPanels[i], i == 0 ? 1 : 0);
   }
 }
 

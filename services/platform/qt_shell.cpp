@@ -48,8 +48,12 @@ OsVersion SystemVersion() {
 QString LockFile() {
   const QString settings = qEnvironmentVariable("RWS_SETTINGS_FILE");
   if (!settings.isEmpty()) return settings + QStringLiteral(".instance");
-  return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) +
-         QStringLiteral("/rws-edit.instance");
+#ifdef _WIN32
+  constexpr auto kPlace = QStandardPaths::TempLocation;
+#else
+  constexpr auto kPlace = QStandardPaths::RuntimeLocation;
+#endif
+  return QStandardPaths::writableLocation(kPlace) + QStringLiteral("/rws-edit.instance");
 }
 
 bool TakeLock(QLockFile& lock) {
