@@ -2,6 +2,7 @@
 
 #include "catalogues/aircraft.h"
 #include "catalogues/weapons.h"
+#include "mainwindow/trapped.h"
 #include "services/arrays.h"
 #include "services/error_log.h"
 #include "services/numbers.h"
@@ -17,19 +18,16 @@ FlightArea::FlightArea(WindowContext context, QWidget* parent)
 }
 
 void FlightArea::Connect() {
-  const auto trap = [this](const char* name, auto handler) {
-    return [this, name, handler](auto... arguments) {
-      LogAndLeave(context_.Services, name, [&] { handler(arguments...); });
-    };
-  };
-  connect(lstPlanes, &ReportList::MouseReleased, this,
-          trap("lstPlanes_MouseUp", [this](Qt::MouseButton button, QPoint position) {
-            ListMouseReleased(button, position);
-          }));
+  const Services& services = context_.Services;
+  connect(
+      lstPlanes, &ReportList::MouseReleased, this,
+      Trapped(services, "lstPlanes_MouseUp", [this](Qt::MouseButton button, int, QPoint position) {
+        ListMouseReleased(button, position);
+      }));
   connect(lstPlanes, &ReportList::KeyReleased, this,
-          trap("lstPlanes_KeyUp", [this] { ListKeyReleased(); }));
+          Trapped(services, "lstPlanes_KeyUp", [this] { ListKeyReleased(); }));
   connect(lstPlanes, &ReportList::MenuKeyPressed, this,
-          trap("lstPlanes_MouseUp", [this](QPoint position) { OpenMenu(position); }));
+          Trapped(services, "lstPlanes_MouseUp", [this](QPoint position) { OpenMenu(position); }));
   PopUpAircraftMenu = [this](QPoint position) { mnuAircraft->exec(position); };
 }
 

@@ -163,7 +163,7 @@ int FlightList::RowOf(int flight) const {
 }
 
 int FlightList::SelectedFlight() const {
-  const int row = FocusRow();
+  const int row = CurrentRow();
   return row < 0 ? -1 : static_cast<int>(At(row).Flight);
 }
 

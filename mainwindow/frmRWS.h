@@ -78,7 +78,7 @@ class frmRWS : public QMainWindow {
   void Connect();
   void ConnectDocument();
 
-  void ListKeyReleased();
+  void FollowList(LeaveBy by);
   void ListMouseReleased(Qt::MouseButton button, int row, QPoint globalPosition);
   bool LeaveMission(LeaveBy by, int& row);
   void OpenMissionMenu(QPoint globalPosition);

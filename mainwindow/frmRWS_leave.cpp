@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "mainwindow/frmRWS.h"
+#include "mainwindow/trapped.h"
 #include "services/error_log.h"
 #include "services/paths.h"
 #include "services/pickers.h"
@@ -13,24 +14,24 @@
 namespace rws {
 
 void frmRWS::Connect() {
-  const auto trap = [this](const char* name, auto handler) {
-    return [this, name, handler](auto... arguments) {
-      LogAndLeave(context_.Services, name, [&] { handler(arguments...); });
-    };
-  };
+  const Services& services = context_.Services;
   connect(lstMission, &ListBox::KeyReleased, this,
-          trap("lstMission_KeyUp", [this] { ListKeyReleased(); }));
+          Trapped(services, "lstMission_KeyUp", [this] { FollowList(LeaveBy::Key); }));
   connect(lstMission, &ListBox::MouseReleased, this,
-          trap("lstMission_MouseUp", [this](Qt::MouseButton button, int row, QPoint position) {
-            ListMouseReleased(button, row, position);
-          }));
+          Trapped(services, "lstMission_MouseUp",
+                  [this](Qt::MouseButton button, int row, QPoint position) {
+                    ListMouseReleased(button, row, position);
+                  }));
   connect(lstMission, &ListBox::MenuKeyPressed, this,
-          trap("lstMission_MouseUp", [this](QPoint position) { OpenMissionMenu(position); }));
+          Trapped(services, "lstMission_MouseUp",
+                  [this](QPoint position) { OpenMissionMenu(position); }));
   connect(cmd[0], &QPushButton::clicked, this,
-          trap("cmd_Click", [this](bool) { ClickDirectory(); }));
-  connect(cmd[1], &QPushButton::clicked, this, trap("cmd_Click", [this](bool) { ClickExit(); }));
+          Trapped(services, "cmd_Click", [this](bool) { ClickDirectory(); }));
+  connect(cmd[1], &QPushButton::clicked, this,
+          Trapped(services, "cmd_Click", [this](bool) { ClickExit(); }));
   connect(cmd[2], &QPushButton::clicked, this, [this] { showMinimized(); });
-  connect(cmd[3], &QPushButton::clicked, this, trap("cmd_Click", [this](bool) { ClickUpdate(); }));
+  connect(cmd[3], &QPushButton::clicked, this,
+          Trapped(services, "cmd_Click", [this](bool) { ClickUpdate(); }));
   // Unlike the Exit button this entry does not ask about unsaved changes; the difference stays.
   connect(mnuExit, &QAction::triggered, this, [this] { Unload(); });
   PopUpMissionMenu = [this](QPoint position) { mnuMisPop->exec(position); };
@@ -52,10 +53,10 @@ bool frmRWS::LeaveMission(LeaveBy by, int& row) {
   return true;
 }
 
-void frmRWS::ListKeyReleased() {
+/** Goes to the row that the list shows, if the mission may be left. */
+void frmRWS::FollowList(LeaveBy by) {
   int row = lstMission->CurrentRow();
-  if (row < 0 || row == context_.Doc.CurMission) return;
-  if (!LeaveMission(LeaveBy::Key, row)) return;
+  if (row < 0 || row == context_.Doc.CurMission || !LeaveMission(by, row)) return;
   context_.Doc.CurMission = row;
   ShowMission();
   if (lstMission->CurrentRow() != row) lstMission->SelectRow(row);
@@ -72,12 +73,7 @@ void frmRWS::ListMouseReleased(Qt::MouseButton button, int row, QPoint globalPos
       return;
     if (row >= 0) lstMission->SelectRow(row);
   }
-  row = lstMission->CurrentRow();
-  if (row < 0 || row == context_.Doc.CurMission) return;
-  if (!LeaveMission(LeaveBy::Mouse, row)) return;
-  context_.Doc.CurMission = row;
-  ShowMission();
-  if (lstMission->CurrentRow() != row) lstMission->SelectRow(row);
+  FollowList(LeaveBy::Mouse);
 }
 
 void frmRWS::ClickDirectory() {

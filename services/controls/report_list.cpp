@@ -36,15 +36,20 @@ void ReportList::SelectOnly(int row) {
   scrollTo(index);
 }
 
-void ReportList::mousePressEvent(QMouseEvent* event) {
+void ReportList::RememberPress(const QMouseEvent* event) {
   pressedButton_ = event->button();
+  pressedRow_ = indexAt(event->position().toPoint()).row();
+}
+
+void ReportList::mousePressEvent(QMouseEvent* event) {
+  RememberPress(event);
   QTreeView::mousePressEvent(event);
 }
 
 void ReportList::mouseReleaseEvent(QMouseEvent* event) {
   QTreeView::mouseReleaseEvent(event);
   if (event->button() != std::exchange(pressedButton_, Qt::NoButton)) return;
-  Q_EMIT MouseReleased(event->button(), event->globalPosition().toPoint());
+  Q_EMIT MouseReleased(event->button(), pressedRow_, event->globalPosition().toPoint());
 }
 
 void ReportList::keyPressEvent(QKeyEvent* event) {
@@ -65,6 +70,7 @@ void ReportList::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void ReportList::focusOutEvent(QFocusEvent* event) {
+  // A key that closes a message box goes up in the list; it did not go down here.
   pressedKey_ = 0;
   QTreeView::focusOutEvent(event);
 }
