@@ -79,6 +79,21 @@ void Read(benchmark::State& state) {
       });
 }
 
+/** A multiplayer mission without flights has no end of its head: every line is held against every
+    header value. */
+void ReadWithoutWing(benchmark::State& state) {
+  std::string bytes = MissionText(static_cast<std::size_t>(state.range(0)));
+  bytes.replace(bytes.find("[Wing]"), 6, "[None]");
+  const Services services = NewServices();
+  Compare(
+      state, [&] { benchmark::DoNotOptimize(ScanLines(bytes)); },
+      [&] {
+        Document doc = NewDocument();
+        ReadMissionText(doc, services, 0, bytes);
+        benchmark::DoNotOptimize(doc.Missions[0].Lines.size());
+      });
+}
+
 void Write(benchmark::State& state) {
   const std::string bytes = MissionText(static_cast<std::size_t>(state.range(0)));
   const Services services = NewServices();
@@ -113,6 +128,7 @@ void Sizes(benchmark::internal::Benchmark* bench) {
 }
 
 BENCHMARK(Read)->Apply(Sizes)->UseManualTime()->Unit(benchmark::kMicrosecond);
+BENCHMARK(ReadWithoutWing)->Arg(300000)->UseManualTime()->Unit(benchmark::kMicrosecond);
 BENCHMARK(Write)->Apply(Sizes)->UseManualTime()->Unit(benchmark::kMicrosecond);
 BENCHMARK(Heap)->Apply(Sizes)->Unit(benchmark::kMicrosecond);
 

@@ -1,5 +1,7 @@
 #include "mission/reader.h"
 
+#include <array>
+
 #include "mission/line_ends.h"
 #include "mission/line_values.h"
 #include "services/error_log.h"
@@ -28,7 +30,6 @@ void ReadHeaderLine(Document& doc, const Services& services, Mission& mission,
                     std::string_view line, const std::string& lower) {
   const auto log = [&](auto&& body) { LogAndLeave(services, "LoadMission", body); };
   const auto whole = [&] { return CInt(Val(GetValue(line))); };
-  mission.HasBornPlace = false;
   if (Like(lower, "*map*")) {
     mission.MapPath = GetValue(line);
     mission.MapName = GetMapName(doc, services, mission.MapPath);
@@ -47,13 +48,39 @@ void ReadHeaderLine(Document& doc, const Services& services, Mission& mission,
   }
 }
 
+/** For the first letter of each header key, in both cases, the two that follow in lower case. */
+using KeyStarts = std::array<std::array<char, 2>, 256>;
+
+constexpr KeyStarts MakeKeyStarts() {
+  KeyStarts starts{};
+  for (const char* key : {"map", "tim", "clo", "arm", "pla", "wea", "bri"})
+    for (const int letter : {int{key[0]}, key[0] - 32})
+      starts[static_cast<unsigned char>(letter)] = {key[1], key[2]};
+  return starts;
+}
+
+/** False for nearly every line of a mission without flights, which is a head from end to end. */
+bool MayHoldHeaderKey(std::string_view line) {
+  static constexpr auto kStarts = MakeKeyStarts();
+  for (std::size_t i = 0; i + 2 < line.size(); ++i) {
+    const auto& wanted = kStarts[static_cast<unsigned char>(line[i])];
+    if (wanted[0] != 0 && LowerAscii(line[i + 1]) == wanted[0] &&
+        LowerAscii(line[i + 2]) == wanted[1])
+      return true;
+  }
+  return false;
+}
+
 void ReadHeader(Document& doc, const Services& services, Mission& mission) {
   std::string lower;
   for (std::size_t i = 0; i < mission.Lines.size(); ++i) {
-    services.Page.LCaseInto(lower, mission.Lines[i]);
+    const auto line = mission.Lines[i];
     // A blank behind the bracket or an indent hides the end of the head.
-    if (lower == "[wing]") return;
-    ReadHeaderLine(doc, services, mission, mission.Lines[i], lower);
+    if (EqualNoCase(line, "[wing]")) return;
+    mission.HasBornPlace = false;
+    if (!MayHoldHeaderKey(line)) continue;
+    services.Page.LCaseInto(lower, line);
+    ReadHeaderLine(doc, services, mission, line, lower);
   }
 }
 
