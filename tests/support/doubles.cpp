@@ -122,6 +122,19 @@ std::string Crlf(const std::vector<std::string>& lines) {
   return bytes;
 }
 
+std::string CrlfText(std::string_view joinedByBars) {
+  std::string bytes;
+  if (!joinedByBars.empty())
+    for (const auto line : SplitAt(joinedByBars, '|')) bytes.append(line).append("\r\n");
+  return bytes;
+}
+
+std::string Joined(const std::vector<std::string>& texts) {
+  std::string joined;
+  for (const auto& text : texts) joined += (&text == texts.data() ? "" : "|") + text;
+  return joined;
+}
+
 void ReadInto(World& world, const std::string& bytes) {
   Mission mission;
   mission.FileName = "test.mis";
@@ -131,6 +144,11 @@ void ReadInto(World& world, const std::string& bytes) {
   world.Doc.CurMission = 0;
   ReadMissionText(world.Doc, world.Services, 0, bytes);
   world.Doc.MissionShadow = world.Doc.Missions;
+}
+
+Mission& ReadLines(World& world, std::string_view joinedByBars) {
+  ReadInto(world, CrlfText(joinedByBars));
+  return world.Doc.Missions[0];
 }
 
 }  // namespace rws::test

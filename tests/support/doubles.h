@@ -3,6 +3,7 @@
 #include <deque>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "mission/document.h"
@@ -71,7 +72,16 @@ struct World {
 /** Joins lines with carriage return and line feed, one behind each. */
 std::string Crlf(const std::vector<std::string>& lines);
 
+/** The same for lines that are joined by "|"; "" is no line. */
+std::string CrlfText(std::string_view joinedByBars);
+
+/** Texts joined by "|". */
+std::string Joined(const std::vector<std::string>& texts);
+
 /** A world with one mission, read from these bytes without touching the disk. */
 void ReadInto(World& world, const std::string& bytes);
+
+/** The same from lines that are joined by "|"; gives the mission. */
+Mission& ReadLines(World& world, std::string_view joinedByBars);
 
 }  // namespace rws::test
