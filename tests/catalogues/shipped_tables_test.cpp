@@ -17,53 +17,30 @@ namespace rws::test {
 namespace {
 
 /** The tables that the program is shipped with, read by its own loaders. */
-class ShippedTables : public ::testing::Test {
- protected:
+struct ShippedTables : testing::Test {
   ShippedTables() {
-    World_.Services.ProgramPath = RWS_SOURCE_DIR "/data";
-    LoadRegiments(Tables, World_.Services);
-    LoadAC(Tables, World_.Services);
-    LoadMaps(World_.Doc, World_.Services);
-    LoadAircraftArray(World_.Doc, Tables, World_.Services);
-    ReadDogFight(Tables, World_.Services);
+    W.Services.ProgramPath = kFolder;
+    LoadRegiments(Tables, W.Services);
+    LoadAC(Tables, W.Services);
+    LoadMaps(W.Doc, W.Services);
+    LoadAircraftArray(W.Doc, Tables, W.Services);
+    ReadDogFight(Tables, W.Services);
   }
 
-  /** The loadouts of each class as a reader of the file sees them: the third column names a class,
-      the block runs to the next line with "none". */
-  std::map<std::string, std::vector<std::string>> Blocks() const {
-    std::map<std::string, std::vector<std::string>> blocks;
-    const auto file =
-        LineArray::FromFile(World_.Services.Files.ReadFile(RWS_SOURCE_DIR "/data/RWS_Weapons.txt"));
-    std::string current;
-    for (std::size_t i = 0; i < file.size(); ++i) {
-      const auto columns = SplitAt(file[i], ',');
-      if (columns.size() > 2) current = columns[2];
-      if (columns[0] == "none") {
-        blocks[current];
-        current.clear();
-      } else {
-        EXPECT_FALSE(current.empty()) << "a loadout of no class: " << file[i];
-        blocks[current].emplace_back(file[i]);
-      }
-    }
-    return blocks;
-  }
-
-  World World_{"/nowhere"};
+  static constexpr char kFolder[] = RWS_SOURCE_DIR "/data";
+  World W{"/nowhere"};
   Catalogues Tables;
 };
 
 TEST_F(ShippedTables, AreComplete) {
-  EXPECT_TRUE(World_.Log.empty());
+  EXPECT_TRUE(W.Log.empty());
   EXPECT_EQ(Tables.Aircraft.size(), 365u);
   EXPECT_EQ(Tables.DogFightAircraft.size(), 365u);
   EXPECT_EQ(Tables.Countries.size(), 21u);
-  EXPECT_EQ(World_.Doc.Maps.size(), 238u);
+  EXPECT_EQ(W.Doc.Maps.size(), 238u);
   EXPECT_EQ(Tables.Squadrons.size(), 20u);
-  std::size_t regiments = 0;
   std::set<std::string> codes, groups;
   for (const auto& squadron : Tables.Squadrons) {
-    regiments += squadron.Regiments.size();
     EXPECT_TRUE(groups.insert(squadron.Name).second) << squadron.Name;
     for (const auto& regiment : squadron.Regiments)
       EXPECT_TRUE(codes.insert(regiment.Code).second) << regiment.Code;
@@ -71,25 +48,38 @@ TEST_F(ShippedTables, AreComplete) {
         squadron.Name == "USAAF" || squadron.Name == "USMC" || squadron.Name == "US Navy";
     EXPECT_EQ(squadron.Country == "usa", american) << squadron.Name;
   }
-  EXPECT_EQ(regiments, 4238u);
+  EXPECT_EQ(codes.size(), 4238u);
 }
 
 TEST_F(ShippedTables, EveryAircraftFindsItsOwnLoadoutsAndOnlyThose) {
-  const auto blocks = Blocks();
+  // As a reader of the file sees it: the third column names a class, the block runs to "none".
+  std::map<std::string, std::vector<std::string>> blocks;
+  std::string current;
+  const auto file =
+      LineArray::FromFile(W.Services.Files.ReadFile(std::string(kFolder) + "/RWS_Weapons.txt"));
+  for (std::size_t i = 0; i < file.size(); ++i) {
+    const auto columns = SplitAt(file[i], ',');
+    if (columns.size() > 2) current = columns[2];
+    if (columns[0] == "none") {
+      current.clear();
+    } else {
+      EXPECT_FALSE(current.empty()) << "a loadout of no class: " << file[i];
+      blocks[current].emplace_back(file[i]);
+    }
+  }
   std::size_t loadouts = 0;
   for (const auto& aircraft : Tables.Aircraft) {
-    std::vector<std::string> expected = {"Default,default"};
-    if (const auto found = blocks.find(aircraft.Class); found != blocks.end())
-      expected.insert(expected.end(), found->second.begin(), found->second.end());
-    loadouts += expected.size() - 1;
+    auto expected = blocks[aircraft.Class];
+    expected.insert(expected.begin(), "Default,default");
+    loadouts += expected.size();
     expected.push_back("Empty (No Ammo),none");
     EXPECT_EQ(aircraft.Weapons, expected) << aircraft.Class;
   }
-  EXPECT_EQ(loadouts, 1824u);
+  EXPECT_EQ(loadouts, 365u + 1824u);
 }
 
 TEST_F(ShippedTables, SidesAndNamesAreRight) {
-  std::set<std::string> names;
+  std::set<std::string> names, maps;
   std::string last;
   for (const auto& aircraft : Tables.Aircraft) {
     EXPECT_TRUE(names.insert(aircraft.Name).second) << aircraft.Name;
@@ -107,15 +97,14 @@ TEST_F(ShippedTables, SidesAndNamesAreRight) {
   }
   for (const auto& plane : Tables.DogFightAircraft)
     EXPECT_TRUE(IsKnownPlane(Tables, plane.DisplayName)) << plane.DisplayName;
-  std::set<std::string> maps;
-  for (const auto& map : World_.Doc.Maps) EXPECT_TRUE(maps.insert(map.Name).second) << map.Name;
+  for (const auto& map : W.Doc.Maps) EXPECT_TRUE(maps.insert(map.Name).second) << map.Name;
 }
 
 TEST_F(ShippedTables, HoldOnlyCharactersOfTheEncoding) {
   const std::set<char> undefined = {'\x81', '\x8D', '\x8F', '\x90', '\x9D'};
   for (const char* name : {"Aircraft", "Weapons", "Countries", "Squadron", "Maps", "DF"}) {
-    const std::string path = std::string(RWS_SOURCE_DIR "/data/RWS_") + name + ".txt";
-    for (const char c : World_.Services.Files.ReadFile(path)) {
+    const std::string path = std::string(kFolder) + "/RWS_" + name + ".txt";
+    for (const char c : W.Services.Files.ReadFile(path)) {
       const bool isText = c == '\r' || c == '\n' || static_cast<unsigned char>(c) >= 32;
       ASSERT_TRUE(isText && !undefined.contains(c)) << name;
     }

@@ -3,14 +3,21 @@
 #include "catalogues/countries.h"
 #include "catalogues/dogfight.h"
 #include "catalogues/maps.h"
+#include "catalogues/paint_schemes.h"
 #include "catalogues/squadrons.h"
+#include "services/faults.h"
+#include "services/setting_values.h"
 #include "tests/support/doubles.h"
 #include "tests/support/sandbox.h"
 
 namespace rws::test {
 namespace {
 
+using Rows = std::vector<std::string>;
+
 struct TablesTest : testing::Test {
+  TablesTest() { W.Doc.GamePath = Box.Path("game"); }
+
   Sandbox Box;
   World W{Box.Path()};
   Catalogues Cat;
@@ -21,19 +28,19 @@ TEST_F(TablesTest, GroupsLinesOfOneName) {
             Crlf({"USSR,VVS,r01,red,,first,x,x,x,x,x,x,x", "  ", "other,VVS, 1st ,blue",
                   "USA,USAAF,usa01,RED,skip,late \xE9", "USSR,VVS,r01,white,,again"}));
   LoadRegiments(Cat, W.Services);
-  ASSERT_EQ(Cat.Squadrons.size(), 3u);
-  EXPECT_EQ(Cat.Squadrons[0].Country, "USSR");
-  EXPECT_EQ(Cat.Squadrons[0].Color, "red");
-  ASSERT_EQ(Cat.Squadrons[0].Regiments.size(), 2u);
-  EXPECT_EQ(Cat.Squadrons[0].Regiments[1].Code, " 1st ");
-  EXPECT_EQ(Cat.Squadrons[2].Regiments[0].UserData, "again");
   // A shorter table read later replaces from the first row on and drops none.
-  Box.Write("RWS_Squadron.txt", "Japan,IJA,ja01,blue\n");
-  LoadRegiments(Cat, W.Services);
-  ASSERT_EQ(Cat.Squadrons.size(), 3u);
-  EXPECT_EQ(Cat.Squadrons[0].Regiments.size(), 1u);
-  EXPECT_EQ(Cat.Squadrons[0].Name, "IJA");
-  EXPECT_EQ(Cat.Squadrons[1].Name, "USAAF");
+  for (const char* expected : {"USSR|VVS|red|r01| 1st ;USA|USAAF|RED|usa01;USSR|VVS|white|r01;",
+                               "Japan|IJA|blue|ja01;USA|USAAF|RED|usa01;USSR|VVS|white|r01;"}) {
+    std::string found;
+    for (const auto& squadron : Cat.Squadrons) {
+      found += squadron.Country + "|" + squadron.Name + "|" + squadron.Color;
+      for (const auto& regiment : squadron.Regiments) found += "|" + regiment.Code;
+      found += ";";
+    }
+    EXPECT_EQ(found, expected);
+    Box.Write("RWS_Squadron.txt", "Japan,IJA,ja01,blue\n");
+    LoadRegiments(Cat, W.Services);
+  }
 }
 
 TEST_F(TablesTest, LooksUpGroups) {
@@ -41,22 +48,18 @@ TEST_F(TablesTest, LooksUpGroups) {
                                       "usa,USAAF,usa01,blue,,", "Japan,IJA,r01,white,,late"}));
   LoadRegiments(Cat, W.Services);
   // Army, country, name, user data, colour.
-  const std::pair<const char*, const char*> rows[] = {{"r0100", "red|USSR|VVS|first|red"},
-                                                      {"R0100", "|Unknown|None||red"},
-                                                      {"1st12", "red|USSR|VVS||red"},
-                                                      {" 1st 12", "|Unknown|None|second|"},
-                                                      {"usa01xx", "blue|usa|USAAF||blue"},
-                                                      {"jap", "|Unknown|None||white"},
-                                                      {"japans", "|Unknown|None||"},
-                                                      {"00", "|Unknown|None||"},
-                                                      {"r", "|Unknown|None||"},
-                                                      {"", "|Unknown|None||"}};
-  for (const auto& [group, expected] : rows) {
-    std::string found = GetArmyByGroup(Cat, W.Services, group);
+  const Rows rows{"R0100>|Unknown|None||red", "r0100>red|USSR|VVS|first|red",
+                  "jap>|Unknown|None||white", " 1st 12>|Unknown|None|second|",
+                  "1st12>red|USSR|VVS||red",  "usa01xx>blue|usa|USAAF||blue",
+                  "r>|Unknown|None||",        "japans>|Unknown|None||",
+                  ">|Unknown|None||"};
+  for (const auto& row : rows) {
+    const std::string group = row.substr(0, row.find('>'));
+    std::string found = group + ">" + GetArmyByGroup(Cat, W.Services, group);
     for (const auto lookup :
          {GetCountryByGroup, GetCntyNameByGroup, GetUserDatabyGroup, GetColorByGroup})
       found += "|" + lookup(Cat, W.Services, group);
-    EXPECT_EQ(found, expected) << group;
+    EXPECT_EQ(found, row);
   }
   // Each of the five lookups of the two short groups.
   EXPECT_EQ(W.Log.size(), 10u);
@@ -64,30 +67,26 @@ TEST_F(TablesTest, LooksUpGroups) {
 }
 
 TEST_F(TablesTest, ReadsCountriesAndHomeBaseAircraft) {
-  Box.Write("RWS_Countries.txt", "USSR,VVS,ru,red\nUSA,USAAF,us,red,x,x\n");
+  Box.Write("RWS_Countries.txt", "USSR,VVS,ru,red\nUSA,USAAF,us,blue,x,x\n");
   EXPECT_TRUE(LoadAC(Cat, W.Services));
-  ASSERT_EQ(Cat.Countries.size(), 2u);
-  EXPECT_EQ(Cat.Countries[1].AltName, "USAAF");
-  EXPECT_EQ(Cat.Countries[1].StaticCode, "us");
-  EXPECT_EQ(Cat.Countries[1].FlightCode, "red");
+  const auto& country = Cat.Countries.back();
+  EXPECT_EQ(country.AltName + country.StaticCode + country.FlightCode, "USAAFusblue");
   EXPECT_TRUE(W.Log.empty());
   Box.Write("RWS_Countries.txt", "USSR,VVS,ru\r\n");
   EXPECT_FALSE(LoadAC(Cat, W.Services));
-  EXPECT_EQ(W.Log, (std::vector<std::string>{"Subscript out of rangeLoadAC"}));
+  EXPECT_EQ(W.Log, Rows{"Subscript out of rangeLoadAC"});
 
   Box.Write("RWS_DF.txt", Crlf({"F,Avenger,AvengerMkIII", ",Duck,A-1,x", "f,Short"}));
-  ReadDogFight(Cat, W.Services);
-  ReadDogFight(Cat, W.Services);
+  for (int times = 0; times < 2; ++times) ReadDogFight(Cat, W.Services);
   ASSERT_EQ(Cat.DogFightAircraft.size(), 2u);
-  EXPECT_EQ(Cat.DogFightAircraft[0].DisplayName, "Avenger");
-  EXPECT_EQ(Cat.DogFightAircraft[0].InternalName, "AvengerMkIII");
-  EXPECT_EQ(Cat.DogFightAircraft[0].State, "R");
-  EXPECT_TRUE(Cat.DogFightAircraft[0].NotDefault && !Cat.DogFightAircraft[1].NotDefault);
+  const auto& plane = Cat.DogFightAircraft[0];
+  EXPECT_EQ(plane.DisplayName + " " + plane.InternalName + " " + plane.State,
+            "Avenger AvengerMkIII R");
+  EXPECT_TRUE(plane.NotDefault && !Cat.DogFightAircraft[1].NotDefault);
 }
 
 TEST_F(TablesTest, IsSilentOverMissingEmptyAndFolderTables) {
   W.Doc.Maps.resize(1);
-  Cat.Countries.resize(1);
   Cat.DogFightAircraft.resize(1);
   Box.Write("RWS_Maps.txt", "");
   Box.MakeFolder("RWS_Countries.txt");
@@ -98,6 +97,61 @@ TEST_F(TablesTest, IsSilentOverMissingEmptyAndFolderTables) {
   EXPECT_FALSE(LoadAC(Cat, W.Services));
   EXPECT_TRUE(W.Doc.Maps.empty() && Cat.Squadrons.empty() && Cat.DogFightAircraft.empty());
   EXPECT_TRUE(W.Log.empty());
+}
+
+TEST_F(TablesTest, ListsTheSkinsOfEachFolder) {
+  for (const char* name : {"Il-2_3.M/b.BMP", "Il-2_3.M/A.bmp", "Il-2_3.M/no.txt", "loose.bmp"})
+    Box.Write(std::string("game/paintschemes/SKINS/") + name, "");
+  Box.MakeFolder("game/paintschemes/SKINS/bare");
+  LoadPlaneSkins(W.Doc, Cat, W.Services);
+  ASSERT_EQ(Cat.Skins.size(), 2u);
+  EXPECT_EQ(Cat.HighestSkin, 1);
+  EXPECT_EQ(Cat.Skins[0].Files, Rows{"default"});
+  EXPECT_EQ(Cat.Skins[1].Folder, "Il23.M");
+  EXPECT_EQ(Cat.Skins[1].Path, Box.Path("game/paintschemes/SKINS/Il-2_3.M"));
+  EXPECT_EQ(Cat.Skins[1].Files, (Rows{"default", "A.bmp", "b.BMP"}));
+  Box.Write("game/paintschemes/SKINS/bare/new.bmp", "");
+  ReLoadSinglePlaneSkin(Cat, W.Services, 0);
+  EXPECT_EQ(Cat.Skins[0].Files, (Rows{"default", "new.bmp"}));
+  ReLoadSinglePlaneSkin(Cat, W.Services, 2);
+  EXPECT_EQ(W.Log, Rows{"Subscript out of rangeReLoadSinglePlaneSkin"});
+
+  // A folder that cannot be read keeps "default".
+  W.Services.Files.BeforeStep = [](const FileStep& step) {
+    if (step.Path.ends_with("/bare")) throw Fault(fault::Permission, "no ");
+  };
+  LoadPlaneSkins(W.Doc, Cat, W.Services);
+  EXPECT_EQ(Cat.Skins[0].Files, Rows{"default"});
+  EXPECT_EQ(Cat.Skins[1].Files.size(), 3u);
+  EXPECT_EQ(W.Log.back(), "no LoadPlaneSkins");
+  // A close that is asked for during the scan: nothing is filled.
+  W.Services.System.PumpEvents = [&] { W.Doc.Closing = true; };
+  LoadPlaneSkins(W.Doc, Cat, W.Services);
+  EXPECT_TRUE(Cat.Skins.empty());
+}
+
+TEST_F(TablesTest, EndsTheProgramWithoutSkins) {
+  WriteSetting(W.Services.Settings, setting::GamePath, W.Doc.GamePath);
+  Cat.Skins.resize(3);
+  W.Script.Expect("Check the error log file for errors.");
+  LoadPlaneSkins(W.Doc, Cat, W.Services);
+  EXPECT_EQ(W.Log, Rows{Box.Path("game/PaintSchemes/Skins") + "Path not found, RWS with not run!"});
+  EXPECT_EQ(ReadSetting(W.Services.Settings, setting::GamePath), "");
+  EXPECT_TRUE(W.Doc.Closing && Cat.Skins.empty());
+  EXPECT_EQ(W.CloseRequests, 1);
+  EXPECT_EQ(Cat.HighestSkin, -1);
+}
+
+TEST_F(TablesTest, ListsPilotsAndNoseArt) {
+  Cat.NoseArts = {"old.bmp"};
+  for (const char* name : {"Zed.bmp", "anna.bmp"})
+    Box.Write(std::string("game/PaintSchemes/Pilots/") + name, "");
+  LoadPilotSkins(W.Doc, Cat, W.Services);
+  EXPECT_EQ(Cat.PilotSkins, (Rows{"anna.bmp", "Zed.bmp"}));
+  LoadNoseArt(W.Doc, Cat, W.Services);
+  EXPECT_TRUE(Cat.NoseArts.empty());
+  ASSERT_EQ(W.Log.size(), 1u);
+  EXPECT_TRUE(W.Log[0].ends_with("LoadNoseArt")) << W.Log[0];
 }
 
 }  // namespace

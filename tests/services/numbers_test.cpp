@@ -2,14 +2,19 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <functional>
+#include <map>
 #include <vector>
 
+#include "services/clock.h"
 #include "services/faults.h"
+#include "services/units.h"
 
 namespace rws {
 namespace {
+
+using Texts = std::map<std::string, std::string>;
+using Values = std::map<std::string, double>;
 
 /** Number of the fault that `body` ends with; 0 when it has none. */
 int FaultOf(const std::function<void()>& body) {
@@ -18,72 +23,75 @@ int FaultOf(const std::function<void()>& body) {
   return number;
 }
 
-struct Number {
-  const char* Text;
-  double Value;
-};
-
-TEST(Numbers, ParseTakesWholeTextsOnly) {
-  const Number rows[] = {{"12", 12},  {" 12 ", 12},  {"-1.5", -1.5}, {"+.5", 0.5},
-                         {"5.", 5},   {"1e3", 1000}, {"2E-1", .2},   {"&0", 0},
-                         {"&17", 15}, {"&o17", 15},  {"&H1F", 31.0}, {"&hff", 255}};
-  for (const auto& row : rows) EXPECT_EQ(ParseNumber(row.Text), row.Value) << row.Text;
+TEST(Numbers, ParseTakesWholeTextsOnlyAndValTheLongestBeginning) {
+  const Values whole{{" 12 ", 12}, {"-1.5", -1.5}, {"+.5", .5},  {"5.", 5},    {"1e3", 1000},
+                     {"2E-1", .2}, {"&17", 15},    {"&o17", 15}, {"&H1F", 31}, {"&hff", 255}};
+  for (const auto& [text, value] : whole) EXPECT_EQ(ParseNumber(text), value) << text;
   for (const char* text : {"",    " ",  "1,5", "\t1", "1\t", "1 2", "12a",  "1.2.3", ".",   "-",
                            "--1", "1e", "&",   "&H",  "&8",  "&HG", "&H1.", "0x10",  "inf", "nan"})
     EXPECT_FALSE(IsNumeric(text)) << '"' << text << '"';
-}
-
-TEST(Numbers, ValTakesTheLongestBeginning) {
-  const Number rows[] = {{"12abc", 12},  {"  -3.5 km", -3.5}, {"abc", 0},    {"", 0},    {"1,5", 1},
-                         {"1.2.3", 1.2}, {"5e", 5},           {"&H1Fz", 31}, {"\t7", 0}, {"-", 0}};
-  for (const auto& row : rows) EXPECT_EQ(Val(row.Text), row.Value) << row.Text;
+  const Values beginnings{
+      {"12abc", 12},  {"  -3.5 km", -3.5}, {"abc", 0},    {"", 0},    {"1,5", 1},
+      {"1.2.3", 1.2}, {"5e", 5},           {"&H1Fz", 31}, {"\t7", 0}, {"-", 0}};
+  for (const auto& [text, value] : beginnings) EXPECT_EQ(Val(text), value) << text;
 }
 
 TEST(Numbers, WholeNumbersRoundToEvenAndOverflow) {
-  const Number rows[] = {{"2.5", 2},  {"3.5", 4},         {"-2.5", -2},        {"-3.5", -4},
-                         {"2.51", 3}, {"32767.4", 32767}, {"-32768.5", -32768}};
-  for (const auto& row : rows) EXPECT_EQ(CInt(row.Text), row.Value) << row.Text;
+  const Values rows{{"2.5", 2},  {"3.5", 4},         {"-2.5", -2},        {"-3.5", -4},
+                    {"2.51", 3}, {"32767.4", 32767}, {"-32768.5", -32768}};
+  for (const auto& [text, value] : rows) EXPECT_EQ(CInt(text), value) << text;
   for (const char* text : {"32767.5", "-32769", "1e400"})
     EXPECT_EQ(FaultOf([&] { CInt(text); }), fault::Overflow) << text;
   for (const char* text : {"", "1,5", "high"})
     EXPECT_EQ(FaultOf([&] { CInt(text); }), fault::TypeMismatch) << text;
   EXPECT_EQ(CLng("2147483647.4"), 2147483647);
   EXPECT_EQ(FaultOf([] { CLng("2147483648"); }), fault::Overflow);
-}
-
-TEST(Numbers, RoundHalfEvenAtDecimals) {
   EXPECT_EQ(RoundHalfEven(0.125, 2), 0.12);
-  EXPECT_EQ(RoundHalfEven(0.375, 2), 0.38);
   EXPECT_EQ(RoundHalfEven(-0.375, 2), -0.38);
   EXPECT_EQ(RoundHalfEven(1e300, 2), 1e300);
 }
 
-TEST(Numbers, TextIsShortestPlainDecimal) {
-  EXPECT_EQ(NumberText(0.1), "0.1");
-  EXPECT_EQ(NumberText(0.1f), "0.1");
-  EXPECT_EQ(NumberText(-0.0), "0");
-  EXPECT_EQ(NumberText(100.0), "100");
-  EXPECT_EQ(NumberText(1e-7), "0.0000001");
-  EXPECT_EQ(NumberText(-1e21), "-1000000000000000000000");
-}
-
-TEST(Numbers, Masks) {
-  struct Row {
-    const char* Mask;
-    std::vector<std::array<const char*, 2>> Texts;
-  };
-  const Row rows[] = {
+TEST(Numbers, TextsAndMasks) {
+  EXPECT_EQ(NumberText(0.1) + " " + NumberText(0.1f) + " " + NumberText(-0.0), "0.1 0.1 0");
+  EXPECT_EQ(NumberText(1e-7) + " " + NumberText(-1e21), "0.0000001 -1000000000000000000000");
+  const std::vector<std::pair<const char*, Texts>> masks{
       {"#0.00", {{"7.5", "7.50"}, {"0", "0.00"}, {"0.125", "0.13"}, {"-0.125", "-0.13"}}},
-      {"#0.00", {{"-0.001", "0.00"}, {"99.995", "100.00"}, {"1234.5", "1234.50"}}},
-      {"#0.00", {{"", ""}, {"Dora", "Dora"}}},
-      {"0#", {{"5", "05"}, {"0", "00"}, {"12", "12"}, {"123", "123"}}},
+      {"#0.00", {{"-0.001", "0.00"}, {"99.995", "100.00"}, {"", ""}, {"Dora", "Dora"}}},
+      {"0#", {{"5", "05"}, {"0", "00"}, {"123", "123"}}},
       {"#.######", {{"0.5", ".5"}, {"0", "."}, {"3", "3."}, {"0.1234567", ".123457"}}},
       {"###.0", {{"12", "12.0"}, {"0", ".0"}, {"0.25", ".3"}, {"1234.56", "1234.6"}}},
-      {"####0", {{"2.5", "3"}, {"0", "0"}, {"123456", "123456"}}},
-      {"##0.0", {{"0.05", "0.1"}, {"9.96", "10.0"}}}};
-  for (const auto& row : rows)
-    for (const auto& [text, result] : row.Texts)
-      EXPECT_EQ(FormatNumber(text, row.Mask), result) << text << " through " << row.Mask;
+      {"####0", {{"2.5", "3"}, {"0", "0"}}}};
+  for (const auto& [mask, rows] : masks)
+    for (const auto& [text, result] : rows)
+      EXPECT_EQ(FormatNumber(text, mask), result) << text << " through " << mask;
+}
+
+TEST(Clock, HoursAndMinutes) {
+  const Texts clocks{{"7.5", "7:30"}, {"23.99", "23:59"}, {"12.92", "12:55"}, {".25", "0:15"}};
+  for (const auto& [hours, clock] : clocks) EXPECT_EQ(HoursToClock(hours), clock);
+  for (const char* text : {"", "noon", "7:30"})
+    EXPECT_EQ(FaultOf([&] { HoursToClock(text); }), fault::TypeMismatch) << text;
+  // 59 / 59.9997 is 0.983338, 20 / 59.9997 is 0.3333350, 5 / 59.9997 is 0.0833338.
+  const Texts hours{{"12.30", "12.5"},     {"12.00", "12.0"},     {"12", "12.0"},
+                    {"12.59", "12.98334"}, {"12.20", "12.33334"}, {"7.05", "7.08333"}};
+  for (const auto& [clock, text] : hours) EXPECT_EQ(ClockToHours(clock), text);
+  for (int minute = 0; minute < 60; ++minute) {
+    const std::string text = FormatNumber(minute, "00");
+    EXPECT_EQ(HoursToClock(ClockToHours("23." + text)), "23:" + text);
+  }
+  EXPECT_EQ(StampText({2026, 3, 4, 5, 6, 7}), "03-04-26 05-06-07");
+}
+
+TEST(Units, Conversions) {
+  // Ties: 625 feet are 190.5 m, 1875 feet 571.5 m.
+  const std::pair<std::string (*)(std::string_view), Texts> rows[] = {
+      {MilesToKm, {{"100", "161"}, {"1e400", ""}, {"-100", "-161"}, {"", ""}}},
+      {KmToMiles, {{"100", "62"}, {"1,5", ""}}},
+      {MetersToFeet, {{"1000", "3281"}}},
+      {FeetToMeters, {{"1000", "305"}, {"625", "190"}, {"1875", "572"}}},
+      {DistToMiles, {{"1000", "6.21"}, {"290", "1.8"}, {"0", "0"}}}};
+  for (const auto& [convert, texts] : rows)
+    for (const auto& [text, result] : texts) EXPECT_EQ(convert(text), result) << text;
 }
 
 }  // namespace

@@ -1,55 +1,74 @@
 #include <gtest/gtest.h>
 
+#include <array>
+
 #include "services/faults.h"
+#include "services/ini_file.h"
 #include "services/setting_values.h"
 #include "tests/support/doubles.h"
+#include "tests/support/sandbox.h"
 
 namespace rws {
 namespace {
 
 constexpr auto kUser = SettingsRoot::CurrentUser;
 
-TEST(Settings, KeywordStandsForTheBaseKey) {
+TEST(Settings, KeywordDefaultsAndDeletedKeys) {
   std::map<std::string, std::string> values;
   Settings settings{"", test::MemorySettings(values)};
-  SetRegValue(settings, kUser, "set path", "GamePath", std::string("/il2"));
+  WriteSetting(settings, setting::GamePath, "/il2");
   DeleteRegKey(settings, kUser, "set path");
-  EXPECT_TRUE(values.empty());
-  EXPECT_EQ(GetRegValue(settings, kUser, "set path", "GamePath", "none"), "none");
+  EXPECT_TRUE(values.empty()) << "without a base key the keyword stands for nothing";
 
   settings.BaseKey = kSettingsBaseKey;
   SetRegValue(settings, kUser, "Set Path", "GamePath", std::string("/il2"));
-  EXPECT_EQ(GetRegValue(settings, kUser, "set path", "GAMEPATH", "none"), "/il2");
-  EXPECT_EQ(GetRegValue(settings, kUser, "Software\\Hollowbyte\\RWS Edit", "GamePath", ""), "/il2");
-  EXPECT_EQ(GetRegValue(settings, SettingsRoot::ClassesRoot, "set path", "GamePath", "none"),
-            "none");
-}
-
-TEST(Settings, EmptyTextAndFailuresGiveTheDefault) {
-  std::map<std::string, std::string> values;
-  Settings settings{"key", test::MemorySettings(values)};
-  SetRegValue(settings, kUser, "set path", "Text", std::string());
-  SetRegValue(settings, kUser, "set path", "Number", std::int32_t{-7});
-  EXPECT_EQ(GetRegValue(settings, kUser, "set path", "Text", "default"), "default");
-  EXPECT_EQ(GetRegValue(settings, kUser, "set path", "Number", "default"), "-7");
-  settings.Backend.Read = [](auto...) -> std::optional<SettingData> { throw OverflowFault(); };
-  EXPECT_EQ(GetRegValue(settings, kUser, "set path", "Number", "default"), "default");
-}
-
-TEST(Settings, KeysAreDeletedWithAllBelow) {
-  const test::World world;
-  const auto& settings = world.Services.Settings;
-  WriteSetting(settings, setting::LockWT, "true");
-  SetRegValue(settings, kUser, kSetPath, "BackUp", std::string("FALSE"));
-  SetRegValue(settings, kUser, std::string(kSettingsBaseKey) + "\\sub", "v", std::string("1"));
+  SetRegValue(settings, kUser, "set path", "RWSLockWT", std::string("true"));
+  SetRegValue(settings, kUser, "set path", "Backup", std::string());
+  SetRegValue(settings, kUser, settings.BaseKey + "\\sub", "v", std::int32_t{-7});
   SetRegValue(settings, kUser, "other", "v", std::string("1"));
-  EXPECT_TRUE(ReadFlag(settings, setting::LockWT));
-  EXPECT_FALSE(ReadFlag(settings, setting::Backup));
+  const auto read = [&](const char* key, const char* name) {
+    return GetRegValue(settings, kUser, key, name, "none");
+  };
+  EXPECT_EQ(read("set path", "GAMEPATH"), "/il2");
+  EXPECT_EQ(read("Software\\Hollowbyte\\RWS Edit", "GamePath"), "/il2");
+  EXPECT_EQ(read("set path", "Backup"), "none") << "an empty text reads as the default";
+  EXPECT_EQ(read("Software\\Hollowbyte\\RWS Edit\\sub", "v"), "-7");
+  EXPECT_TRUE(ReadFlag(settings, setting::LockWT) && ReadFlag(settings, setting::Backup));
+  settings.Backend.Read = [](auto...) -> std::optional<SettingData> { throw OverflowFault(); };
+  EXPECT_EQ(read("set path", "GamePath"), "none");
   DeleteRegKey(settings, kUser, kSetPath);
-  DeleteRegKey(settings, kUser, "never there");
-  EXPECT_FALSE(ReadFlag(settings, setting::LockWT));
-  EXPECT_TRUE(ReadFlag(settings, setting::Backup));
-  EXPECT_EQ(world.SettingTexts.size(), 1u);
+  EXPECT_EQ(values.size(), 1u);
+}
+
+TEST(IniFile, Reads) {
+  const test::Sandbox box;
+  const std::string file = box.Write(
+      "skin.ini", test::Crlf({"Code=outside", "[Other]", "Code=1", "[Skin]", "; Code=remark",
+                              " code = JG 54 = x ", "Code=second",
+                              "Void=", "Long=" + std::string(300, 'x'), "[Skin]", "Name=late"}));
+  const std::array<std::string, 3> rows[] = {
+      {"SKIN", "CODE", "JG 54 = x"}, {"other", "Code", "1"},
+      {"Skin", "Void", ""},          {"Skin", "Name", "none"},
+      {"Absent", "Code", "none"},    {"Skin", "Long", std::string(256, 'x')}};
+  for (const auto& [section, key, value] : rows)
+    EXPECT_EQ(ReadIniValue(Services(), file, section, key, "none"), value) << section << key;
+  EXPECT_EQ(ReadIniValue(Services(), box.Path("gone.ini"), "Skin", "Code", "none"), "none");
+}
+
+TEST(IniFile, WritesAndKeepsAllOtherLines) {
+  const test::Sandbox box;
+  const Services services;
+  const std::string file = box.Path("skin.ini");
+  WriteIniValue(services, file, "Skin", "Code", "JG 54");
+  WriteIniValue(services, file, "Skin", "Name", "   ");
+  EXPECT_EQ(box.Read("skin.ini"), "[Skin]\r\nCode=JG 54\r\nName=Empty\r\n");
+  box.Write("skin.ini", test::Crlf({"junk", "[skin]", "; remark", "code=1", "", "[B]", "Code=2"}));
+  WriteIniValue(services, file, "Skin", "Code", "3");
+  WriteIniValue(services, file, "Skin", "New", "4");
+  WriteIniValue(services, file, "C", "Code", "5");
+  EXPECT_EQ(box.Read("skin.ini"), test::Crlf({"junk", "[skin]", "; remark", "Code=3", "New=4", "",
+                                              "[B]", "Code=2", "[C]", "Code=5"}));
+  EXPECT_THROW(WriteIniValue(services, box.Path("gone/skin.ini"), "C", "Code", "5"), Fault);
 }
 
 }  // namespace

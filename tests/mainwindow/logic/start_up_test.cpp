@@ -12,100 +12,84 @@ namespace {
 constexpr char kQuestion[] = "Game path error.\nDo you want to locate the game path?";
 constexpr char kFolderTitle[] = "Please locate the install directory for IL2";
 
-class StartUp : public ::testing::Test {
- protected:
-  void CommandLine(const std::string& text) {
-    Run = RunState();
-    ChkComLine(World_.Doc, Run, World_.Services, text);
-  }
-
+struct StartUp : testing::Test {
   Sandbox Box;
-  World World_{Box.Path()};
+  World W{Box.Path()};
   RunState Run;
 };
 
 TEST_F(StartUp, GamePathIsAskedForUntilFoundOrGivenUp) {
   Box.Write("game/IL2FB.EXE", "");
   Box.MakeFolder("other");
-  World_.Doc.GamePath = Box.Path("gone");
-  World_.Script.ExpectPath(kFolderTitle, Box.Path("other"));
-  World_.Script.Expect(kQuestion, Answer::Yes);
-  World_.Script.ExpectPath(kFolderTitle, Box.Path("game"));
-  EXPECT_TRUE(FindGamePath(World_.Doc, World_.Services));
-  EXPECT_EQ(World_.Doc.GamePath, Box.Path("game"));
-  EXPECT_EQ(ReadSetting(World_.Services.Settings, setting::GamePath), Box.Path("game"));
-  EXPECT_EQ(World_.Script.Boxes[0].Title, "RWS V2");
-  EXPECT_EQ(World_.Script.Boxes[0].Icon, Icon::Critical);
-  EXPECT_TRUE(FindGamePath(World_.Doc, World_.Services)) << "a known path asks nothing";
+  W.Doc.GamePath = Box.Path("gone");
+  W.Script.ExpectPath(kFolderTitle, Box.Path("other"));
+  W.Script.Expect(kQuestion, Answer::Yes);
+  W.Script.ExpectPath(kFolderTitle, Box.Path("game"));
+  EXPECT_TRUE(FindGamePath(W.Doc, W.Services));
+  EXPECT_EQ(W.Doc.GamePath, Box.Path("game"));
+  EXPECT_EQ(ReadSetting(W.Services.Settings, setting::GamePath), Box.Path("game"));
+  EXPECT_EQ(W.Script.Boxes[0].Title, "RWS V2");
+  EXPECT_EQ(W.Script.Boxes[0].Icon, Icon::Critical);
+  EXPECT_TRUE(FindGamePath(W.Doc, W.Services)) << "a known path asks nothing";
 }
 
 TEST_F(StartUp, GivingUpWritesNoGamePath) {
   Box.Write("broken/conf.ini", "");
-  World_.Doc.GamePath = Box.Path("broken");
+  W.Doc.GamePath = Box.Path("broken");
   // A directory with a conf.ini leads straight to the question.
-  World_.Script.Expect(kQuestion, Answer::No);
-  EXPECT_FALSE(FindGamePath(World_.Doc, World_.Services));
-  EXPECT_EQ(World_.Doc.GamePath, "");
-  EXPECT_TRUE(World_.SettingTexts.empty());
+  W.Script.Expect(kQuestion, Answer::No);
+  EXPECT_FALSE(FindGamePath(W.Doc, W.Services));
+  EXPECT_TRUE(W.Doc.GamePath.empty() && W.SettingTexts.empty());
 }
 
 TEST_F(StartUp, TheBrowserBeginsAtALikelyPlace) {
-  World_.Services.System.HomeFolder = [this] { return Box.Path("home"); };
-  EXPECT_EQ(LikelyGameFolder(World_.Services), "");
+  W.Services.System.HomeFolder = [this] { return Box.Path("home"); };
+  EXPECT_EQ(LikelyGameFolder(W.Services), "");
   Box.MakeFolder("home/.wine/drive_c");
-  EXPECT_EQ(LikelyGameFolder(World_.Services), Box.Path("home/.wine/drive_c"));
-  Box.MakeFolder("home/.local/share/Steam/steamapps/common/IL 2 Sturmovik 1946");
-  EXPECT_EQ(LikelyGameFolder(World_.Services),
-            Box.Path("home/.local/share/Steam/steamapps/common/IL 2 Sturmovik 1946"));
+  EXPECT_EQ(LikelyGameFolder(W.Services), Box.Path("home/.wine/drive_c"));
+  const char steam[] = "home/.local/share/Steam/steamapps/common/IL 2 Sturmovik 1946";
+  Box.MakeFolder(steam);
+  EXPECT_EQ(LikelyGameFolder(W.Services), Box.Path(steam));
 }
 
 TEST_F(StartUp, TheCommandLineNamesADirectoryOrAMission) {
-  Box.Write("m, x/coop Dogfight, med, Japanese D3A1.Mis", "");
+  const std::string mission = "coop Dogfight, med, Japanese D3A1.Mis", folder = Box.Path("m, x");
+  Box.Write("m, x/" + mission, "");
   Box.Write("m, x/a.properties", "");
   Box.MakeFolder("plain");
-  struct Row {
-    std::string Text, Path, Mission;
-    bool Properties;
-  };
-  const Row rows[] = {
-      {"", "", "", false},
-      {Box.Path("m, x"), Box.Path("m, x"), "", false},
-      {Box.Path("m, x/coop Dogfight, med, Japanese D3A1.Mis"), Box.Path("m, x"),
-       "coop Dogfight, med, Japanese D3A1.Mis", false},
-      {"\"" + Box.Path("m, x/a.properties") + "\"", Box.Path("m, x"), "a.properties", true},
-      {Box.Path("plain") + ",ju87,,four", Box.Path("plain"), "", false},
-      {Box.Path("missing"), "", "", false}};
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.Text);
-    CommandLine(row.Text);
-    EXPECT_EQ(Run.ComLinePath, row.Path);
-    EXPECT_EQ(Run.ComLineMission, row.Mission);
-    EXPECT_EQ(Run.ComLineProperties, row.Properties);
+  // Text; path, mission and whether it is a properties file.
+  const std::pair<std::string, std::string> rows[] = {
+      {"", "||0"},
+      {folder, folder + "||0"},
+      {folder + "/" + mission, folder + "|" + mission + "|0"},
+      {"\"" + folder + "/a.properties\"", folder + "|a.properties|1"},
+      {Box.Path("missing"), "||0"},
+      {Box.Path("plain") + ",ju87,,four", Box.Path("plain") + "||0"}};
+  for (const auto& [text, expected] : rows) {
+    Run = RunState();
+    ChkComLine(W.Doc, Run, W.Services, text);
+    EXPECT_EQ(Run.ComLinePath + "|" + Run.ComLineMission + (Run.ComLineProperties ? "|1" : "|0"),
+              expected);
   }
-  CommandLine(Box.Path("plain") + ",ju87,,four");
-  EXPECT_EQ(World_.Doc.ExcludedNames, "ju87");
+  EXPECT_EQ(W.Doc.ExcludedNames + " " + Run.FourthPart, "ju87 four");
   EXPECT_TRUE(Run.ThirdPartEmpty);
-  EXPECT_EQ(Run.FourthPart, "four");
 }
 
 TEST_F(StartUp, RestoreWipesTheSettingsAndWhatWasReadOfThem) {
-  const Settings& settings = World_.Services.Settings;
+  const Settings& settings = W.Services.Settings;
   WriteSetting(settings, setting::SaveWarn, "2");
   WriteSetting(settings, setting::ForeColor, "255");
   WriteSetting(settings, setting::LockWT, "True");
-  WriteSetting(settings, setting::Backup, "False");
-  World_.Doc.GamePath = "kept";
-  World_.Doc.bBackup = false;
-  ReadStartSettings(World_.Doc, Run, World_.Services);
-  EXPECT_EQ(World_.Doc.SavePromptMode, kSaveNever);
-  EXPECT_TRUE(Run.bLockWT);
-  ChkComLine(World_.Doc, Run, World_.Services, "-RESTORE");
-  EXPECT_TRUE(World_.SettingTexts.empty());
-  EXPECT_EQ(World_.Doc.SavePromptMode, kSaveAsk);
+  W.Doc.GamePath = "kept";
+  W.Doc.bBackup = false;
+  ReadStartSettings(W.Doc, Run, W.Services);
+  EXPECT_TRUE(W.Doc.SavePromptMode == kSaveNever && Run.bLockWT);
+  ChkComLine(W.Doc, Run, W.Services, "-RESTORE");
+  EXPECT_TRUE(W.SettingTexts.empty());
+  EXPECT_EQ(W.Doc.SavePromptMode, kSaveAsk);
   EXPECT_EQ(Run.ForeColor, 0x800000);
-  EXPECT_FALSE(Run.bLockWT);
-  EXPECT_TRUE(World_.Doc.bBackup);
-  EXPECT_EQ(World_.Doc.GamePath, "kept");
+  EXPECT_TRUE(W.Doc.bBackup && !Run.bLockWT);
+  EXPECT_EQ(W.Doc.GamePath, "kept");
 }
 
 }  // namespace
