@@ -46,9 +46,10 @@ class Builder {
  private:
   void WalkHead();
   void HeadLine(std::string line, const std::string& lower);
-  void ReplaceCloudType(std::string& line);
-  void ReplaceCloudHeight(std::string& line);
-  void ReplaceTime(std::string& line);
+  void ReplaceValues(std::string& line, const std::string& lower);
+  template <class FromWindow>
+  void ReplaceOrComplete(std::string& line, const std::string& value, std::string& field,
+                         FromWindow fromWindow);
   void AddConstants();
   void DropOrKeepConstants(std::string& line, const std::string& lower);
   void ReplacePlayer(std::string& line, const std::string& lower);
@@ -94,11 +95,7 @@ void Builder::WalkHead() {
 }
 
 void Builder::HeadLine(std::string line, const std::string& lower) {
-  if (Like(lower, "*cloudt*")) ReplaceCloudType(line);
-  if (Like(lower, "*cloudh*")) ReplaceCloudHeight(line);
-  // Ahead of the time line's test on purpose: only a cloud line brings the constants in.
-  if (lineHandled_) AddConstants();
-  if (Like(lower, "*time #*") || Trim(lower) == "time") ReplaceTime(line);
+  ReplaceValues(line, lower);
   DropOrKeepConstants(line, lower);
   ReplacePlayer(line, lower);
   if (headEnded_) return AddMissingPlayer();
@@ -107,38 +104,35 @@ void Builder::HeadLine(std::string line, const std::string& lower) {
   if (IsSectionHeader(line) && EqualNoCase(Trim(line), "[MAIN]")) PlaceBriefSound();
 }
 
-void Builder::ReplaceCloudType(std::string& line) {
+/** Replaces the second word of a cloud or time line wherever it stands in the line. A line without
+    one is completed from the window, and the mission takes that value. */
+template <class FromWindow>
+void Builder::ReplaceOrComplete(std::string& line, const std::string& value, std::string& field,
+                                FromWindow fromWindow) {
   lineHandled_ = true;
-  const auto old = SecondWord(line);
-  if (old) {
-    line = Replace(line, *old, mission_.CloudType);
+  if (const auto old = SecondWord(line)) {
+    line = Replace(line, *old, value);
   } else {
-    mission_.CloudType = std::to_string(doc_.Window.WeatherRow());
-    CompleteLine(line, mission_.CloudType);
+    field = fromWindow();
+    CompleteLine(line, field);
   }
 }
 
-void Builder::ReplaceCloudHeight(std::string& line) {
-  lineHandled_ = true;
-  const auto old = SecondWord(line);
-  if (old) {
-    line = Replace(line, *old, FormatNumber(mission_.CloudHeight, "###.0"));
-  } else {
-    mission_.CloudHeight = doc_.Window.CloudHeightText();
-    CompleteLine(line, mission_.CloudHeight);
+void Builder::ReplaceValues(std::string& line, const std::string& lower) {
+  const DocumentWindow& window = doc_.Window;
+  if (Like(lower, "*cloudt*"))
+    ReplaceOrComplete(line, mission_.CloudType, mission_.CloudType,
+                      [&] { return std::to_string(window.WeatherRow()); });
+  if (Like(lower, "*cloudh*")) {
+    ReplaceOrComplete(line, FormatNumber(mission_.CloudHeight, "###.0"), mission_.CloudHeight,
+                      window.CloudHeightText);
+    std::replace(line.begin(), line.end(), ',', '.');
   }
-  std::replace(line.begin(), line.end(), ',', '.');
-}
-
-void Builder::ReplaceTime(std::string& line) {
-  lineHandled_ = true;
-  const auto old = SecondWord(line);
-  if (old) {
-    line = Replace(line, *old, mission_.Time);
-  } else {
-    mission_.Time = ClockToHours(doc_.Window.ClockText());
-    CompleteLine(line, mission_.Time);
-  }
+  // Ahead of the time line's test on purpose: only a cloud line brings the constants in.
+  if (lineHandled_) AddConstants();
+  if (Like(lower, "*time #*") || Trim(lower) == "time")
+    ReplaceOrComplete(line, mission_.Time, mission_.Time,
+                      [&] { return ClockToHours(window.ClockText()); });
 }
 
 void Builder::AddConstants() {
