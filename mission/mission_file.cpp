@@ -57,7 +57,8 @@ void Restore(const Services& services, const std::string& temporary, const std::
 bool WriteMissionFile(const Document& doc, const Services& services, const LineArray& lines,
                       std::size_t mission) {
   const Mission& record = At(doc.Missions, static_cast<std::ptrdiff_t>(mission));
-  const std::string path = BuildPath(record.DirPath, record.FileName);
+  // A link stays where it is; the file behind it is saved and written.
+  const std::string path = services.Files.FollowLinks(BuildPath(record.DirPath, record.FileName));
   const std::string temporary = BuildPath(services.AppPath, "$$$TEMP");
   bool copied = false;
   const auto write = [&] {

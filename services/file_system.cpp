@@ -93,6 +93,10 @@ std::string FileSystem::Resolve(const std::string& path) const {
 #endif
 }
 
+std::string FileSystem::FollowLinks(const std::string& path) const {
+  return os::FollowLinks(Resolve(path));
+}
+
 std::string FileSystem::GetAbsolutePathName(const std::string& path) const {
   return path.empty() ? path : os::AbsolutePath(path);
 }
@@ -154,7 +158,7 @@ void FileSystem::Put(const std::string& target, std::string_view bytes,
 }
 
 void FileSystem::ReplaceFile(const std::string& path, std::string_view bytes) const {
-  const std::string target = os::FollowLinks(Resolve(path));
+  const std::string target = FollowLinks(path);
   Put(target, bytes, target);
 }
 

@@ -32,6 +32,8 @@ class FileSystem {
   bool FolderExists(const std::string& path) const;
   /** The spelling on disk of `path`; of parts that do not exist, the one given. */
   std::string Resolve(const std::string& path) const;
+  /** The file that `path` leads to when it is a link; else its spelling on disk. */
+  std::string FollowLinks(const std::string& path) const;
   /** `path` from the root of the file system on. */
   std::string GetAbsolutePathName(const std::string& path) const;
   /** True if both paths lead to one file, also through a link. */

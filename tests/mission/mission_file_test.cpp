@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <functional>
 #include <set>
 
@@ -200,6 +201,24 @@ TEST(WriteMissionFile, KeepsTheFirstBackupUnderItsPlainName) {
   EXPECT_EQ(box.Read("app/RWS Backup/a.mis.03-04-26 05-06-07.bak"), "two\r\n");
   EXPECT_EQ(box.Read("app/RWS Backup/a.mis.03-04-26 17-06-07.bak"), "three\r\n");
   EXPECT_TRUE(world.Log.empty());
+}
+
+TEST(WriteMissionFile, SavesAndWritesTheFileBehindALink) {
+  test::Sandbox box;
+  World world(box.Path("app"));
+  box.MakeFolder("app");
+  box.Write("real/a.mis", "old");
+  box.MakeFolder("m");
+  std::filesystem::create_symlink("../real/a.mis", box.Path("m/a.mis"));
+  world.Doc.MissionFiles = {box.Path("m/a.mis")};
+  LoadMissionArray(world.Doc, world.Services);
+  LineArray lines;
+  lines.Add("new");
+  EXPECT_TRUE(WriteMissionFile(world.Doc, world.Services, lines, 0));
+  EXPECT_TRUE(std::filesystem::is_symlink(box.Path("m/a.mis")));
+  EXPECT_EQ(box.Read("real/a.mis"), "new\r\n");
+  EXPECT_FALSE(std::filesystem::is_symlink(box.Path("app/RWS Backup/a.mis.bak")));
+  EXPECT_EQ(box.Read("app/RWS Backup/a.mis.bak"), "old");
 }
 
 TEST(GetSqFile, WritesTheStemsAndCloses) {
