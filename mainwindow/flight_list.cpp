@@ -1,10 +1,10 @@
 #include "mainwindow/flight_list.h"
 
-#include <QColor>
 #include <QFont>
 #include <QHeaderView>
 #include <algorithm>
 
+#include "services/controls/list_colors.h"
 #include "services/faults.h"
 #include "services/platform/qt_text.h"
 #include "services/text.h"
@@ -14,10 +14,6 @@ namespace rws {
 namespace {
 
 constexpr int kColumns = 5, kFirstHidden = 3;
-
-QColor FromBgr(std::int32_t color) {
-  return QColor(color & 0xFF, (color >> 8) & 0xFF, (color >> 16) & 0xFF);
-}
 
 /** The side in words, for who cannot tell the colours. */
 QString SideText(const FlightRow& row) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -56,6 +57,9 @@ std::string ReadSetting(const Settings& settings, const SettingValue& value,
                         std::string_view fallback);
 /** A value that holds "True" or "False". */
 bool ReadFlag(const Settings& settings, const SettingValue& value);
+/** A value that holds a whole number; one outside the range reads as its nearest end. */
+std::int32_t ReadNumber(const Settings& settings, const SettingValue& value, std::int32_t lowest,
+                        std::int32_t highest);
 void WriteSetting(const Settings& settings, const SettingValue& value, std::string_view text);
 
 }  // namespace rws

@@ -2,7 +2,6 @@
 
 #include "services/error_log.h"
 #include "services/list_files.h"
-#include "services/numbers.h"
 #include "services/paths.h"
 #include "services/pickers.h"
 #include "services/setting_values.h"
@@ -15,10 +14,7 @@ namespace {
 
 constexpr char kHeading[] = "Start Up";
 constexpr int kLocaleCountryName = 0x1002;
-
-std::int32_t ReadColor(const Services& services, const SettingValue& value) {
-  return static_cast<std::int32_t>(Val(ReadSetting(services.Settings, value))) & 0xFFFFFF;
-}
+constexpr std::int32_t kWhite = 0xFFFFFF;
 
 bool Exists(const Services& services, const std::string& path) {
   return services.Files.FileExists(path) || services.Files.FolderExists(path);
@@ -68,9 +64,9 @@ std::string GameInLibrary(const Services& services, const std::string& library) 
 
 void ReadStartSettings(Document& doc, RunState& run, const Services& services) {
   const Settings& settings = services.Settings;
-  doc.SavePromptMode = static_cast<int>(Val(ReadSetting(settings, setting::SaveWarn)));
-  run.ForeColor = ReadColor(services, setting::ForeColor);
-  run.BackColor = ReadColor(services, setting::BackColor);
+  doc.SavePromptMode = ReadNumber(settings, setting::SaveWarn, kSaveAsk, kSaveNever);
+  run.ForeColor = ReadNumber(settings, setting::ForeColor, 0, kWhite);
+  run.BackColor = ReadNumber(settings, setting::BackColor, 0, kWhite);
   run.bLockWT = ReadFlag(settings, setting::LockWT);
   const std::string key = std::string(kProgramTitle) + ".mis";
   run.bAssociate = !GetRegValue(settings, SettingsRoot::ClassesRoot, key, "", "").empty();

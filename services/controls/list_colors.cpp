@@ -1,16 +1,15 @@
 #include "services/controls/list_colors.h"
 
 #include <QAbstractItemView>
-#include <QColor>
 #include <QLineEdit>
 
 namespace rws {
 
-namespace {
-
 QColor FromBgr(std::int32_t color) {
   return QColor(color & 0xFF, (color >> 8) & 0xFF, (color >> 16) & 0xFF);
 }
+
+namespace {
 
 void Apply(QWidget* control, const QColor& text, const QColor& background) {
   QPalette palette = control->palette();

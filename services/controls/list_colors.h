@@ -1,9 +1,13 @@
 #pragma once
 
+#include <QColor>
 #include <QWidget>
 #include <cstdint>
 
 namespace rws {
+
+/** The colour of a blue-green-red number. */
+QColor FromBgr(std::int32_t color);
 
 /** Gives all lists, grids, trees and text boxes of a form the two colours that the user has chosen,
     always as a pair. Blue-green-red numbers. */

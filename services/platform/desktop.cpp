@@ -5,7 +5,6 @@
 #include <QLocale>
 #include <QStandardPaths>
 
-#include "services/numbers.h"
 #include "services/platform/qt_prompts.h"
 #include "services/platform/qt_shell.h"
 #include "services/platform/qt_text.h"
@@ -26,8 +25,8 @@ std::string UserFolder() {
 }
 
 CodePage ChosenCodePage(const Settings& settings) {
-  const std::string chosen = ReadSetting(settings, setting::CodePage);
-  if (!chosen.empty()) return CodePage(static_cast<int>(Val(chosen)));
+  const int chosen = ReadNumber(settings, setting::CodePage, 0, 9999);
+  if (chosen != 0) return CodePage(chosen);
   return CodePage(CodePageOfLocale(ToPath(QLocale::system().name())));
 }
 

@@ -14,6 +14,13 @@
 #include "services/platform/qt_text.h"
 #include "services/platform/sound_player.h"
 
+#ifdef _WIN32
+#define NOMINMAX
+#include <windows.h>
+// The next header needs the one above.
+#include <shlobj.h>
+#endif
+
 namespace rws {
 
 namespace {
@@ -73,7 +80,12 @@ Shell MakeQtShell() {
   shell.Execute = OpenByDesktop;
   shell.StartSound = [sound](const std::string& path) { sound->Start(FromPath(path)); };
   shell.StopSound = [sound] { sound->Stop(); };
-  shell.NotifyAssocChanged = [] {};
+  shell.NotifyAssocChanged = [] {
+#ifdef _WIN32
+    ::SHChangeNotify(SHCNE_ASSOCCHANGED, SHCNF_IDLIST, nullptr, nullptr);
+#endif
+    // Other desktops watch their folders themselves.
+  };
   shell.PumpEvents = [pump] { pump->Pump(); };
   shell.Now = LocalNow;
   shell.Version = SystemVersion;
