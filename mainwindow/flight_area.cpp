@@ -1,7 +1,6 @@
 #include "mainwindow/flight_area.h"
 
 #include "catalogues/aircraft.h"
-#include "catalogues/weapons.h"
 #include "mainwindow/trapped.h"
 #include "services/arrays.h"
 #include "services/error_log.h"
@@ -19,6 +18,8 @@ FlightArea::FlightArea(WindowContext context, QWidget* parent)
 
 void FlightArea::Connect() {
   const Services& services = context_.Services;
+  fraFlight->LoadPlanes = [this] { LoadPlanes(); };
+  fraFlight->CheckMarkingsEntry = [this](bool on) { mnuAC[2]->setChecked(on); };
   connect(
       lstPlanes, &ReportList::MouseReleased, this,
       Trapped(services, "lstPlanes_MouseUp", [this](Qt::MouseButton button, int, QPoint position) {
@@ -44,7 +45,10 @@ void FlightArea::ResetCaptions() {
   fraGroup->setTitle(tr("None"));
 }
 
-void FlightArea::ShowNoFlights() { ResetCaptions(); }
+void FlightArea::ShowNoFlights() {
+  ResetCaptions();
+  fraFlight->ShowNoFlight();
+}
 
 void FlightArea::ClearFlightList() { lstPlanes->SetRows({}); }
 
@@ -60,7 +64,7 @@ void FlightArea::LoadPlaneList(int index) {
     const int flight = index == -1 || row < 0 ? 0 : index;
     lstPlanes->SelectOnly(row < 0 ? lstPlanes->RowOf(0) : row);
     FlightAt(flight).Shown = true;
-    WeaponTag = FlightAt(flight).Class;
+    fraFlight->WeaponTag = FlightAt(flight).Class;
     if (row < 0) throw SubscriptFault();
   });
 }
@@ -77,7 +81,7 @@ void FlightArea::PlaneChg(bool reload, int index, bool playerCleared) {
     TakeSelectedFlight();
   else
     context_.Doc.CurFlight = index;
-  LoadFlight(context_.Doc.CurFlight);
+  fraFlight->LoadFlight(context_.Doc.CurFlight);
   LoadPlanes();
   SetWaypointMenuCaption();
   if (playerCleared)
@@ -99,17 +103,13 @@ void FlightArea::LoadPlanes() {
     const Mission& mission = Current();
     const Flight& flight = FlightAt(context_.Doc.CurFlight);
     const std::string plane = GetPlaneName(context_.Tables, context_.Services, flight.Class);
-    const auto weapon = DisplayWeps(context_.Tables, context_.Services, WeaponTag, flight.Weapons);
-    const auto caption = [&](const std::string& text) {
-      return Decoded(text).replace(QLatin1Char('&'), QLatin1String("&&"));
-    };
-    fraGroup->setTitle(caption(plane));
-    fraFlight->setTitle(caption(plane + " - Flight of " + flight.Planes + " - " + weapon.Text));
+    fraGroup->setTitle(Decoded(plane).replace(u'&', QStringLiteral("&&")));
+    fraFlight->ShowCaption();
     ClearFrames(false);
     const auto number = NumberText(Val(mission.PlayerNum) + 1);
     ShowPlayer(mission.Player.empty() ? QString()
                                       : Decoded("Group " + mission.Player + " Plane " + number));
-    FillPlanePanels(static_cast<int>(Val(flight.Planes)) - 1);
+    FillPlanePanels(fraFlight->cboPlanes->currentText().toInt() - 1);
   });
 }
 
@@ -131,7 +131,7 @@ void FlightArea::ListMouseReleased(Qt::MouseButton button, QPoint globalPosition
   multi ? SetMultipleMode() : SetSingleMode();
   const auto show = [&] {
     TakeSelectedFlight();
-    WeaponTag = FlightAt(doc.CurFlight).Class;
+    fraFlight->WeaponTag = FlightAt(doc.CurFlight).Class;
     PlaneChg(false, -1, false);
   };
   if (button == Qt::RightButton) {
@@ -148,7 +148,7 @@ void FlightArea::ListKeyReleased() {
   if (flight < 0 || flight == context_.Doc.CurFlight) return;
   // Neither the tag nor the modes: the keyboard never enters or leaves a selection of several.
   context_.Doc.CurFlight = flight;
-  WeaponTag = FlightAt(flight).Class;
+  fraFlight->WeaponTag = FlightAt(flight).Class;
   PlaneChg(false, -1, false);
 }
 
@@ -166,23 +166,17 @@ void FlightArea::SetMultipleMode() {
 }
 
 void FlightArea::SetSingleMode() {
-  for (const std::size_t i : {1, 2, 4, 6}) mnuAC[i]->setEnabled(CurAircraftOK);
+  for (const std::size_t i : {1, 2, 4, 6}) mnuAC[i]->setEnabled(fraFlight->CurAircraftOK);
   // Also for an aircraft that the game lacks; the others then stay disabled.
   mnuAC[1]->setEnabled(true);
 }
 
-void FlightArea::LoadFlight(int index) {
-  LogAndLeave(context_.Services, "LoadFlight", [&] {
-    const Flight& flight = FlightAt(index);
-    CurAircraftOK = IsKnownPlane(context_.Tables, flight.Class);
-    WeaponTag = MakeWeaponList(context_.Tables, flight.Class).Tag;
-  });
-}
-
 // What the flight panel and the plane panels will fill.
-void FlightArea::FillFixedLists() {}
+void FlightArea::FillFixedLists() { fraFlight->FillFixedLists(); }
 void FlightArea::ClearFrames(bool) {}
 void FlightArea::FillPlanePanels(int) {}
-void FlightArea::EnablePanelsForGroup(bool, bool) {}
+void FlightArea::EnablePanelsForGroup(bool sameAircraft, bool allFlyable) {
+  fraFlight->EnableForGroup(sameAircraft, allFlyable);
+}
 
 }  // namespace rws

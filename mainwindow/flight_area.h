@@ -7,6 +7,7 @@
 #include <functional>
 
 #include "mainwindow/flight_list.h"
+#include "mainwindow/flight_panel.h"
 #include "mainwindow/state.h"
 
 namespace rws {
@@ -40,22 +41,16 @@ class FlightArea : public QWidget {
   void FillFixedLists();
   /** Empties the plane panels. */
   void ClearFrames(bool all);
-  /** Fills the flight panel. */
-  void LoadFlight(int index);
   /** Fills the panels of the planes 0 to `last`. */
   void FillPlanePanels(int last);
   /** Enables in the panels what makes sense for a group of flights. */
   void EnablePanelsForGroup(bool sameAircraft, bool allFlyable);
 
   FlightList* lstPlanes;
-  QGroupBox *fraGroup, *fraFlight;
+  FlightPanel* fraFlight;
+  QGroupBox* fraGroup;
   QMenu *mnuAircraft, *mnuSkin;
   std::array<QAction*, 9> mnuAC;
-
-  /** The aircraft for which the loadout list stands: the tag of `cboWeap`. */
-  std::string WeaponTag;
-  /** The installed game has the current flight's aircraft. */
-  bool CurAircraftOK = false;
 
   /** Opens the flight menu and returns when it has closed; a test replaces it. */
   std::function<void(QPoint globalPosition)> PopUpAircraftMenu;

@@ -8,15 +8,14 @@ void FlightArea::Build() {
   lstPlanes = new FlightList(context_.Services.Page, this);
   lstPlanes->setObjectName(QStringLiteral("lstPlanes"));
   lstPlanes->setAccessibleName(tr("Flights"));
-  fraFlight = new QGroupBox(this);
-  fraFlight->setObjectName(QStringLiteral("fraFlight"));
+  fraFlight = new FlightPanel(context_, *lstPlanes, this);
   fraGroup = new QGroupBox(this);
   fraGroup->setObjectName(QStringLiteral("fraGroup"));
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->addWidget(lstPlanes, 3);
-  column->addWidget(fraFlight, 1);
-  column->addWidget(fraGroup, 2);
+  column->addWidget(fraFlight);
+  column->addWidget(fraGroup);
   ResetCaptions();
 }
 

@@ -39,7 +39,13 @@ void frmRWS::ConnectDocument() {
   window.ClockText = [this] { return missionPanel->ClockText(); };
   context_.Services.Ask.Notice = [this](const std::string& text) { Notice(text); };
   flightArea->ShowPlayer = [this](const QString& text) { staPanels[1]->setText(text); };
-  missionPanel->ReloadFlight = [this] { flightArea->LoadFlight(context_.Doc.CurFlight); };
+  flightArea->fraFlight->MissionTime = [this] { return missionPanel->dtMission->time(); };
+  flightArea->fraFlight->EnableMissionTime = [this](bool enabled) {
+    missionPanel->dtMission->setEnabled(enabled);
+  };
+  missionPanel->ReloadFlight = [this] {
+    flightArea->fraFlight->LoadFlight(context_.Doc.CurFlight);
+  };
 }
 
 void frmRWS::Notice(const std::string& text) {

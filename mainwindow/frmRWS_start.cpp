@@ -35,6 +35,7 @@ bool frmRWS::TakeInstance() {
 }
 
 void frmRWS::PrepareControls() {
+  flightArea->fraFlight->chkPara->setChecked(false);
   missionPanel->chkWL->setChecked(false);
   missionPanel->chkST->setChecked(false);
   mnuMissionPop[3]->setChecked(false);
@@ -70,6 +71,7 @@ void frmRWS::LoadForm(const std::string& commandLine) {
     ReadStartSettings(doc, run, services);
     LogStartUp(services);
     PrepareControls();
+    if (run.bLockWT) flightArea->fraFlight->LockFlightControls(false);
     LoadFormPos(services, *this);
     doc.bLoading = true;
     setWindowTitle(FromPath(kProgramTitle) + QStringLiteral(" - " RWS_VERSION));

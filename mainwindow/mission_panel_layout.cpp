@@ -3,28 +3,9 @@
 #include <QVBoxLayout>
 
 #include "mainwindow/mission_panel.h"
+#include "services/controls/layouts.h"
 
 namespace rws {
-
-namespace {
-
-/** A text box and its arrows look like one control. */
-QHBoxLayout* Joined(QWidget* box, QWidget* arrows) {
-  auto* row = new QHBoxLayout;
-  row->setSpacing(0);
-  row->addWidget(box);
-  row->addWidget(arrows);
-  return row;
-}
-
-void Describe(QWidget* control, const char* objectName, const QString& accessibleName,
-              const QString& toolTip) {
-  control->setObjectName(QLatin1String(objectName));
-  control->setAccessibleName(accessibleName);
-  control->setToolTip(toolTip);
-}
-
-}  // namespace
 
 void MissionPanel::Build() {
   auto* outer = new QVBoxLayout(this);

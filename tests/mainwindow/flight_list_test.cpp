@@ -97,7 +97,7 @@ TEST_F(FlightListTest, AClickShowsItsFlight) {
   EXPECT_EQ(Doc().CurFlight, 0);
   EXPECT_EQ(List().Tag, "single");
   EXPECT_EQ(Area().fraGroup->title(), "I-16");
-  EXPECT_EQ(Area().WeaponTag, "I-16");
+  EXPECT_EQ(Area().fraFlight->WeaponTag, "I-16");
   QTest::keyClick(&List(), Qt::Key_Down);
   EXPECT_EQ(Doc().CurFlight, 3);
   EXPECT_EQ(List().Tag, "single");
@@ -125,7 +125,7 @@ TEST_F(FlightListTest, ARightClickOpensTheMenuOfItsOwnFlight) {
   EXPECT_EQ(shown, "Ju 88") << "also on the row that is current already";
   ClickFlight(1, Qt::RightButton);
   EXPECT_EQ(shown, "MYSTERY");
-  EXPECT_FALSE(Area().CurAircraftOK);
+  EXPECT_FALSE(Area().fraFlight->CurAircraftOK);
   ClickFlight(2);
   EXPECT_TRUE(Area().mnuAC[1]->isEnabled());
   EXPECT_FALSE(Area().mnuAC[4]->isEnabled()) << "decided by the flight that was left";

@@ -1,0 +1,161 @@
+#include "mainwindow/flight_panel.h"
+
+#include <QKeyEvent>
+
+#include "catalogues/aircraft.h"
+#include "catalogues/weapons.h"
+#include "mainwindow/logic/flight_rows.h"
+#include "services/controls/list_colors.h"
+#include "services/error_log.h"
+#include "services/numbers.h"
+#include "services/platform/qt_text.h"
+
+namespace rws {
+
+namespace {
+
+constexpr int kCustomSkill = 4;
+constexpr std::int32_t kDelayed = 0x0000FF;  // red
+
+/** Writes a text only when it is another one: the cursor of who is typing stays in its place. */
+void SetText(QLineEdit& box, const std::string& text) {
+  const QString shown = FromPath(text);
+  if (box.text() != shown) box.setText(shown);
+}
+
+}  // namespace
+
+FlightPanel::FlightPanel(WindowContext context, FlightList& flights, QWidget* parent)
+    : QGroupBox(parent), context_(context), flights_(flights) {
+  Build();
+  Connect();
+}
+
+Mission& FlightPanel::Current() { return At(context_.Doc.Missions, context_.Doc.CurMission); }
+
+Flight& FlightPanel::FlightAt(int index) { return At(Current().Flights, index); }
+
+Flight& FlightPanel::CurrentFlight() { return FlightAt(context_.Doc.CurFlight); }
+
+std::string FlightPanel::Bytes(const QString& text) const {
+  return ToBytes(context_.Services.Page, text);
+}
+
+void FlightPanel::FillFixedLists() {
+  cboSkill->Fill(
+      {tr("Rookie (0)"), tr("Average (1)"), tr("Veteran (2)"), tr("Ace (3)"), tr("Custom")});
+  QStringList counts;
+  for (int count = 1; count <= 4; ++count) counts << QString::number(count);
+  cboPlanes->Fill(counts);
+  cboPlanes->SelectRow(0);
+  cboSkill->SelectRow(0);
+}
+
+void FlightPanel::ShowNoFlight() {
+  setTitle(tr("None"));
+  cboWeap->SelectRow(0);
+  txtFuel->setText(QStringLiteral("0"));
+}
+
+void FlightPanel::LoadFlight(int index) {
+  Document& doc = context_.Doc;
+  const bool loading = doc.bLoading;
+  ++loads_;
+  LogAndLeave(context_.Services, "LoadFlight", [&] {
+    const Flight& flight = FlightAt(index);
+    CurAircraftOK = IsKnownPlane(context_.Tables, flight.Class);
+    doc.bLoading = true;
+    cboPlanes->SelectRow(static_cast<int>(Val(flight.Planes)) - 1);
+    doc.bLoading = loading;
+    ShowSkill(flight);
+    FillWeapons(flight);
+    SetText(*txtFuel, flight.Fuel);
+    // The list of an aircraft that is not in the table cannot spell its loadout: writing that back
+    // would lose it.
+    doc.bLoading = loading || !CurAircraftOK;
+    if (!flight.Weapons.empty())
+      cboWeap->SelectRow(cboWeap->findText(WeaponText(flight.Weapons), Qt::MatchExactly));
+    doc.bLoading = loading;
+    ShowDelay(flight);
+    ShowSwitches(flight);
+    EnableFlightControls(CurAircraftOK, true);
+  });
+  doc.bLoading = loading;
+  --loads_;
+}
+
+void FlightPanel::ShowSkill(const Flight& flight) {
+  if (IsNumeric(flight.Skill)) return cboSkill->SelectRow(CInt(flight.Skill));
+  const bool loading = context_.Doc.bLoading;
+  context_.Doc.bLoading = true;
+  cboSkill->SelectRow(kCustomSkill);
+  context_.Doc.bLoading = loading;
+}
+
+void FlightPanel::FillWeapons(const Flight& flight) {
+  const WeaponList list = MakeWeaponList(context_.Tables, flight.Class);
+  WeaponTag = list.Tag;
+  QStringList rows;
+  for (const auto& row : list.Rows) rows << FromBytes(context_.Services.Page, row);
+  cboWeap->Fill(rows);
+}
+
+/** Display text of a loadout key. One that the table lacks gets its row. */
+QString FlightPanel::WeaponText(const std::string& key) {
+  const ShownWeapon shown = DisplayWeps(context_.Tables, context_.Services, WeaponTag, key);
+  const QString text = FromBytes(context_.Services.Page, shown.Text);
+  if (shown.Learnt) cboWeap->insertItem(std::max(cboWeap->count() - 1, 0), text);
+  return text;
+}
+
+void FlightPanel::ShowCaption() {
+  const Flight& flight = CurrentFlight();
+  const std::string plane = GetPlaneName(context_.Tables, context_.Services, flight.Class);
+  QString text = FromBytes(context_.Services.Page, plane + " - Flight of " + flight.Planes + " - ");
+  text += WeaponText(flight.Weapons);
+  setTitle(text.replace(u'&', QStringLiteral("&&")));
+}
+
+void FlightPanel::ShowDelay(const Flight& flight) {
+  SetText(*txtDStart, NumberText(Val(flight.StartTime)));
+  constexpr int kSeconds = 60;
+  const int minutes = static_cast<int>(Val(ToPath(txtDStart->text())));
+  lblDelayStart->setText(
+      MissionTime().addSecs(minutes * kSeconds).toString(QStringLiteral("HH:mm")));
+  QPalette colors = palette();
+  if (txtDStart->text() != QStringLiteral("0"))
+    colors.setColor(QPalette::WindowText, FromBgr(kDelayed));
+  lbl[7]->setPalette(colors);
+}
+
+void FlightPanel::ShowSwitches(const Flight& flight) {
+  chkAI->setChecked(!flight.OnlyAI.empty());
+  chkPara->setChecked(flight.Parachute.empty());
+  const bool flyable = IsFlyable(context_.Tables, flight.Class);
+  chkAI->setEnabled(flyable);
+  // Shown so whatever the record says, which is left as it is.
+  if (!flyable) chkAI->setChecked(true);
+  CheckMarkingsEntry(flight.PlaneSlots[0].NumberOn.empty());
+}
+
+void FlightPanel::EnableFlightControls(bool enabled, bool parachute) {
+  const std::array<QWidget*, 7> controls{txtFuel,   udFuel,   udDStart, txtDStart,
+                                         cboPlanes, cboSkill, cboWeap};
+  for (auto* control : controls) control->setEnabled(enabled);
+  if (chkAI->isEnabled()) chkAI->setEnabled(enabled);
+  chkPara->setEnabled(parachute && enabled);
+  if (context_.Run.bLockWT) LockFlightControls(false);
+}
+
+void FlightPanel::LockFlightControls(bool enabled) {
+  const std::array<QWidget*, 3> controls{cboWeap, txtDStart, udDStart};
+  for (auto* control : controls) control->setEnabled(enabled);
+  EnableMissionTime(enabled);
+}
+
+void FlightPanel::EnableForGroup(bool sameAircraft, bool allFlyable) {
+  cboWeap->setEnabled(sameAircraft && !context_.Run.bLockWT);
+  chkAI->setEnabled(allFlyable);
+}
+
+}  // namespace rws

@@ -1,0 +1,171 @@
+#include <QKeyEvent>
+
+#include "catalogues/weapons.h"
+#include "mainwindow/flight_panel.h"
+#include "mainwindow/logic/flight_rows.h"
+#include "mainwindow/trapped.h"
+#include "mission/update.h"
+#include "services/numbers.h"
+#include "services/platform/qt_text.h"
+
+namespace rws {
+
+void FlightPanel::Connect() {
+  const Services& services = context_.Services;
+  connect(cboPlanes, &QComboBox::currentIndexChanged, this, &FlightPanel::PlanesChosen);
+  connect(cboSkill, &QComboBox::currentIndexChanged, this, &FlightPanel::SkillChosen);
+  connect(cboWeap, &QComboBox::currentIndexChanged, this,
+          Trapped(services, "cboWeap_Click", [this](int) { WeaponChosen(); }));
+  connect(txtFuel, &QLineEdit::textChanged, this, &FlightPanel::FuelChanged);
+  connect(txtDStart, &QLineEdit::textChanged, this,
+          Trapped(services, "txtDStart_Change",
+                  [this](const QString& text) { DelayTextChanged(text); }));
+  connect(udDStart, &UpDown::ValueChanged, this, &FlightPanel::DelayChanged);
+  connect(chkPara, &QCheckBox::clicked, this,
+          Trapped(services, "chkPara_Click", [this](bool) { ParachuteClicked(); }));
+  connect(chkAI, &QCheckBox::clicked, this,
+          Trapped(services, "chkAI_MouseUp", [this](bool) { AIOnlyReleased(); }));
+  txtFuel->MayLeave = [this] { return MayLeave(txtFuel, &Flight::Fuel); };
+  txtDStart->MayLeave = [this] { return MayLeave(txtDStart, &Flight::StartTime); };
+  txtDStart->installEventFilter(this);
+}
+
+bool FlightPanel::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == txtDStart && event->type() == QEvent::KeyRelease) {
+    const QString typed = static_cast<QKeyEvent*>(event)->text();
+    if (typed.size() == 1 && typed[0] >= u'0' && typed[0] <= u'9')
+      LogAndLeave(context_.Services, "txtDStart_KeyUp", [&] {
+        udDStart->SetValue(CInt(ToPath(txtDStart->text())));
+        SetModify(context_.Doc, context_.Services);
+      });
+  }
+  return QGroupBox::eventFilter(watched, event);
+}
+
+void FlightPanel::PlanesChosen() {
+  if (context_.Doc.bLoading) return;
+  ResumeNext([&] {
+    if (IsMultiple()) return ApplyFlightPanel();
+    CurrentFlight().Planes = std::to_string(CInt(ToPath(cboPlanes->currentText())));
+    SetModify(context_.Doc, context_.Services);
+    LoadPlanes();
+  });
+}
+
+void FlightPanel::SkillChosen(int row) {
+  if (context_.Doc.bLoading) return;
+  ResumeNext([&] {
+    if (IsMultiple()) return ApplyFlightPanel();
+    CurrentFlight().Skill = row == cboSkill->count() - 1 ? "Custom" : std::to_string(row);
+    SetModify(context_.Doc, context_.Services);
+    LoadPlanes();
+  });
+}
+
+void FlightPanel::WeaponChosen() {
+  if (context_.Doc.bLoading) return;
+  if (IsMultiple()) return ApplyFlightPanel();
+  Flight& flight = CurrentFlight();
+  flight.Weapons = GetWeaponName(context_.Tables, context_.Services, flight.Class,
+                                 Bytes(cboWeap->currentText()));
+  SetModify(context_.Doc, context_.Services);
+  ShowCaption();
+}
+
+void FlightPanel::FuelChanged(const QString& text) {
+  if (context_.Doc.bLoading || !IsNumeric(ToPath(text))) return;
+  ResumeNext([&] {
+    const double value = CDbl(ToPath(text));
+    // Each of these writes runs this handler again, with the value that then counts.
+    if (value > udFuel->Maximum()) return txtFuel->setText(QString::number(udFuel->Maximum()));
+    if (value < udFuel->Minimum()) return txtFuel->setText(QString::number(udFuel->Minimum()));
+    if (IsMultiple()) return ApplyFlightPanel();
+    CurrentFlight().Fuel = ToPath(text);
+    SetModify(context_.Doc, context_.Services);
+  });
+}
+
+void FlightPanel::DelayTextChanged(const QString& text) {
+  const std::string typed = ToPath(text);
+  if (!IsNumeric(typed)) return txtDStart->setText(QStringLiteral("0"));
+  // Each of these writes runs this handler again, with the value that then counts.
+  if (CDbl(typed) > udDStart->Maximum())
+    return txtDStart->setText(QString::number(udDStart->Maximum()));
+  if (CDbl(typed) < udDStart->Minimum())
+    return txtDStart->setText(QString::number(udDStart->Minimum()));
+  // The only way from the text to the record.
+  udDStart->SetValue(CInt(typed));
+}
+
+void FlightPanel::DelayChanged() {
+  ResumeNext([&] {
+    if (IsMultiple()) return ApplyFlightPanel();
+    CurrentFlight().StartTime = ToPath(txtDStart->text());
+    SetModify(context_.Doc, context_.Services);
+    LoadFlight(context_.Doc.CurFlight);
+  });
+}
+
+/** Of several selected flights only the current one: the tool tip promises more. */
+void FlightPanel::ParachuteClicked() {
+  if (context_.Doc.bLoading) return;
+  CurrentFlight().Parachute = chkPara->isChecked() ? "" : "0";
+  SetModify(context_.Doc, context_.Services);
+}
+
+bool FlightPanel::MayLeave(GuardedEdit* box, std::string Flight::*field) {
+  if (IsNumeric(ToPath(box->text()))) return true;
+  ResumeNext([&] {
+    const double value = Val(CurrentFlight().*field);
+    box->setText(FromPath(NumberText(box == txtFuel ? RoundHalfEven(value, 0) : value)));
+  });
+  return false;
+}
+
+void FlightPanel::ApplyFlightPanel() {
+  // While a flight is shown the panel holds the values of two flights.
+  if (loads_ > 0) return;
+  const bool same = SelectedSameAircraft(flights_.SelectedPlanes());
+  const std::string weapons = GetWeaponName(context_.Tables, context_.Services,
+                                            CurrentFlight().Class, Bytes(cboWeap->currentText()));
+  for (const int row : flights_.SelectedRows()) {
+    Flight& flight = FlightAt(static_cast<int>(flights_.At(row).Flight));
+    flight.StartTime = ToPath(txtDStart->text());
+    flight.Fuel = ToPath(txtFuel->text());
+    flight.Planes = std::to_string(CInt(ToPath(cboPlanes->currentText())));
+    // "4" stays a number here; only the edit of a single flight makes it "Custom".
+    flight.Skill = std::to_string(cboSkill->currentIndex());
+    if (same) flight.Weapons = weapons;
+  }
+  SetModify(context_.Doc, context_.Services);
+}
+
+/** Asks when the player flies in the flight that has the list's focus. On No the flight whose index
+    is the row's place counted from 1 loses its flag: it need not be the one asked about. */
+bool FlightPanel::MayClearPlayer(int row) {
+  Mission& mission = Current();
+  const int focused = flights_.SelectedFlight();
+  if (!chkAI->isChecked() || focused < 0 || mission.Player != FlightAt(focused).Name) return true;
+  const Answer answer = context_.Services.Ask.MsgBox(
+      "This will clear the player selected plane.\nIs this what you want to do?", Buttons::YesNo,
+      Icon::Question, kProgramTitle);
+  if (answer == Answer::Yes) {
+    mission.Player.clear();
+    mission.PlayerNum.clear();
+    return true;
+  }
+  ResumeNext([&] { FlightAt(row + 1).OnlyAI.clear(); });
+  chkAI->setChecked(false);
+  return false;
+}
+
+void FlightPanel::AIOnlyReleased() {
+  for (const int row : flights_.SelectedRows()) {
+    if (!MayClearPlayer(row)) return;
+    FlightAt(static_cast<int>(flights_.At(row).Flight)).OnlyAI = chkAI->isChecked() ? "1" : "";
+  }
+  SetModify(context_.Doc, context_.Services);
+  if (!IsMultiple()) LoadPlanes();
+}
+
+}  // namespace rws
