@@ -104,7 +104,13 @@ void FlightPanel::FillWeapons(const Flight& flight) {
 QString FlightPanel::WeaponText(const std::string& key) {
   const ShownWeapon shown = DisplayWeps(context_.Tables, context_.Services, WeaponTag, key);
   const QString text = FromBytes(context_.Services.Page, shown.Text);
-  if (shown.Learnt) cboWeap->insertItem(std::max(cboWeap->count() - 1, 0), text);
+  if (shown.Learnt) {
+    // The row selected may move; that chooses no other loadout.
+    const bool loading = context_.Doc.bLoading;
+    context_.Doc.bLoading = true;
+    cboWeap->insertItem(std::max(cboWeap->count() - 1, 0), text);
+    context_.Doc.bLoading = loading;
+  }
   return text;
 }
 
