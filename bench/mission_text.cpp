@@ -21,13 +21,13 @@ void AddFlight(std::string& text, std::size_t index) {
 
 }  // namespace
 
-std::string MissionText(std::size_t bytes) {
+std::string MissionText(std::size_t bytes, std::size_t flights) {
   std::string text =
       "[MAIN]\r\n  MAP Smolensk/sload.ini\r\n  TIME 12.0\r\n  CloudType 1\r\n  CloudHeight "
       "1500.0\r\n"
       "  player r0100\r\n  army 1\r\n  playerNum 0\r\n[SEASON]\r\n  Year 1942\r\n  Month 6\r\n"
       "  Day 22\r\n[WEATHER]\r\n  WindDirection 0.0\r\n  WindSpeed 0.0\r\n  Gust 0\r\n[Wing]\r\n";
-  const std::size_t flights = std::clamp<std::size_t>(bytes / 20000, 2, 12);
+  if (flights == 0) flights = std::clamp<std::size_t>(bytes / 20000, 2, 12);
   for (std::size_t i = 0; i < flights; ++i)
     text += "  r01" + std::to_string(i / 10) + std::to_string(i % 10) + "\r\n";
   for (std::size_t i = 0; i < flights; ++i) AddFlight(text, i);

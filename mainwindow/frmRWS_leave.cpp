@@ -146,8 +146,10 @@ void frmRWS::closeEvent(QCloseEvent* event) {
 void frmRWS::LightUpdate(bool lit) {
   cmd[3]->setEnabled(lit);
   // Pale green; black text goes with it, also where the desktop is dark.
-  cmd[3]->setStyleSheet(lit ? QStringLiteral("background-color: #C0FFC0; color: black;")
-                            : QString());
+  const QString style =
+      lit ? QStringLiteral("background-color: #C0FFC0; color: black;") : QString();
+  // Every edit comes by here, and a style that is set again is worked out again.
+  if (cmd[3]->styleSheet() != style) cmd[3]->setStyleSheet(style);
 }
 
 }  // namespace rws
