@@ -31,7 +31,7 @@ std::string Encoded(const QImage& image, const char* format) {
   return buffer.data().toStdString();
 }
 
-std::string Number(std::uint32_t value, int bytes) {
+std::string Number(std::uint64_t value, int bytes) {
   std::string text;
   for (int i = 0; i < bytes; ++i) text += static_cast<char>(value >> (8 * i));
   return text;
@@ -41,7 +41,7 @@ std::string Number(std::uint32_t value, int bytes) {
 std::string Bmp(std::uint32_t width, std::uint32_t height, std::uint32_t compression,
                 const std::string& pixels) {
   std::string palette;
-  for (std::uint32_t i = 0; i < 256; ++i) palette += Number(i * 0x010101, 4);
+  for (std::uint64_t i = 0; i < 256; ++i) palette += Number(i * 0x010101, 4);
   return "BM" + Number(0, 8) + Number(54 + 1024, 4) + Number(40, 4) + Number(width, 4) +
          Number(height, 4) + Number(1, 2) + Number(8, 2) + Number(compression, 4) +
          std::string(20, 0) + palette + pixels;
@@ -85,8 +85,6 @@ TEST(ReadPicture, NamesTheFileAndTheReasonOfAFailure) {
       {"noise.bmp", noise, "it is no BMP"},
       {"link.svg", "<svg xmlns=\"http://www.w3.org/2000/svg\"/>", "it is no BMP"},
       {"cut.bmp", skin.substr(0, skin.size() - 1), "the file is cut short"},
-      {"header.bmp", skin.substr(0, 40), ""},
-      {"magic.jpg", "\xFF\xD8\xFF", ""},
       {"cut.png", photo.substr(0, 60), ""},
       {"huge.bmp", Bmp(100000, 100000, 0, ""), "it claims 100000 x 100000 pixels"},
       {"wide.bmp", Bmp(16385, 1, 0, ""), "it claims 16385 x 1 pixels"},
