@@ -119,10 +119,10 @@ bool FileSystem::CanWriteInto(const std::string& folder) const {
   return os::CanWriteInto(Resolve(folder));
 }
 
-std::string FileSystem::ReadFile(const std::string& path) const {
+std::string FileSystem::ReadFile(const std::string& path, std::uint64_t most) const {
   const std::string source = Resolve(path);
   Step("read", source);
-  return os::ReadFile(source);
+  return os::ReadFile(source, most);
 }
 
 void FileSystem::SyncFolderOf(const std::string& path) const {

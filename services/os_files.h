@@ -27,7 +27,8 @@ bool SameFile(const std::string& a, const std::string& b);
 std::string FollowLinks(const std::string& path);
 bool CanWriteInto(const std::string& folder);
 
-std::string ReadFile(const std::string& path);
+/** A file of more than `most` bytes is a fault. */
+std::string ReadFile(const std::string& path, std::uint64_t most);
 std::vector<Entry> ListFolder(const std::string& path);
 
 /** A file open for writing. The destructor closes it without a word; `Sync` and `Close` report. */

@@ -105,11 +105,13 @@ std::string FollowLinks(const std::string& path) {
 
 bool CanWriteInto(const std::string& folder) { return ::access(folder.c_str(), W_OK | X_OK) == 0; }
 
-std::string ReadFile(const std::string& path) {
+std::string ReadFile(const std::string& path, std::uint64_t most) {
   Descriptor file(path, path, O_RDONLY);
   struct stat info;
   if (::fstat(file.Get(), &info) != 0) Fail("read", path, errno);
   if (S_ISDIR(info.st_mode)) Fail("read", path, EISDIR);
+  if (info.st_size > 0 && static_cast<std::uint64_t>(info.st_size) > most)
+    Fail("read", path, EFBIG);
   std::string bytes(S_ISREG(info.st_mode) ? static_cast<std::size_t>(info.st_size) + 1 : 4096, 0);
   std::size_t used = 0;
   while (true) {
@@ -119,6 +121,7 @@ std::string ReadFile(const std::string& path) {
     if (count < 0) Fail("read", path, errno);
     if (count == 0) break;
     used += static_cast<std::size_t>(count);
+    if (used > most) Fail("read", path, EFBIG);
   }
   bytes.resize(used);
   return bytes;

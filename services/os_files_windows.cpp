@@ -144,7 +144,7 @@ bool CanWriteInto(const std::string& folder) {
   return true;
 }
 
-std::string ReadFile(const std::string& path) {
+std::string ReadFile(const std::string& path, std::uint64_t most) {
   Handle file(path, path, GENERIC_READ, OPEN_EXISTING);
   std::string bytes;
   std::string chunk(kChunk, 0);
@@ -154,6 +154,7 @@ std::string ReadFile(const std::string& path) {
       Fail("read", path, ::GetLastError());
     if (count == 0) return bytes;
     bytes.append(chunk, 0, count);
+    if (bytes.size() > most) Fail("read", path, ERROR_FILE_TOO_LARGE);
   }
 }
 

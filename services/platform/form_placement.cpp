@@ -12,8 +12,6 @@ namespace rws {
 
 namespace {
 
-constexpr int kTwipsPerPixel = 15;
-
 std::string Name(const QWidget& form, const char* what) { return ToPath(form.objectName()) + what; }
 
 void Store(const Services& services, const std::string& name, int pixels) {
@@ -50,6 +48,25 @@ void CenterForm(QWidget& form) {
   const QRect screen = form.screen()->availableGeometry();
   form.move(screen.topLeft() +
             QPoint(screen.width() - form.width(), screen.height() - form.height()) / 2);
+}
+
+QSize FrameExtent(const QWidget& form) {
+  const QWidget* like = &form;
+  if (!form.isVisible() && form.parentWidget()) like = form.parentWidget()->window();
+  return like->frameGeometry().size() - like->size();
+}
+
+void SaveFormSize(const Services& services, const QWidget& form) {
+  Store(services, Name(form, "Width"), form.frameGeometry().width());
+  Store(services, Name(form, "Height"), form.frameGeometry().height());
+}
+
+void LoadFormSize(const Services& services, QWidget& form) {
+  const QSize frame = FrameExtent(form);
+  const QSize outer = form.size() + frame;
+  const QSize stored(Stored(services, Name(form, "Width")).value_or(outer.width()),
+                     Stored(services, Name(form, "Height")).value_or(outer.height()));
+  form.resize(stored.boundedTo(form.screen()->availableSize()) - frame);
 }
 
 }  // namespace rws

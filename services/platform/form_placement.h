@@ -4,8 +4,11 @@
 
 #include "services/services.h"
 
-/** Where forms stand on the screen, kept in the settings in twips: 15 to a logical pixel. */
+/** Where forms stand on the screen, kept in the settings in twips. */
 namespace rws {
+
+/** Twips of a logical pixel. */
+inline constexpr int kTwipsPerPixel = 15;
 
 /** Stores a form's place under its name. */
 void SaveFormPos(const Services& services, const QWidget& form);
@@ -13,5 +16,14 @@ void SaveFormPos(const Services& services, const QWidget& form);
    number or lies on no screen. Without a stored place it stays where it is. */
 void LoadFormPos(const Services& services, QWidget& form);
 void CenterForm(QWidget& form);
+
+/** The width and height that the window frame adds to a form; before the form is shown, what it
+    adds to the parent's window. */
+QSize FrameExtent(const QWidget& form);
+/** Stores a form's size, frame included, under its name. */
+void SaveFormSize(const Services& services, const QWidget& form);
+/** Gives a form the size that it had, at most that of the screen. Without a stored size it stays as
+    it is. To be called before `LoadFormPos`, which may put the form in the middle. */
+void LoadFormSize(const Services& services, QWidget& form);
 
 }  // namespace rws

@@ -86,10 +86,13 @@ TEST_F(FileSystemTest, MoveIsWholeAndNeverOverAnExistingFile) {
 
 TEST_F(FileSystemTest, FaultsNameTheFile) {
   const std::string gone = Box.Path("gone"), file = Box.Write("file", ""), dir = Box.Path("dir");
+  const std::string big = Box.Write("big", "123");
   Box.MakeFolder("dir");
+  EXPECT_EQ(Files.ReadFile(big, 3), "123");
   const std::tuple<int, std::string, std::function<void()>> rows[] = {
       {fault::FileNotFound, gone, [&] { Files.ReadFile(gone); }},
       {fault::FileIo, dir, [&] { Files.ReadFile(dir); }},
+      {fault::FileIo, big, [&] { Files.ReadFile(big, 2); }},
       {fault::FileNotFound, gone, [&] { Files.ReplaceFile(gone + "/a", "x"); }},
       {fault::FileIo, dir, [&] { Files.ReplaceFile(dir, "x"); }},
       {fault::FileNotFound, gone, [&] { Files.CopyFile(gone, file); }},
