@@ -284,10 +284,12 @@ void PlanePanel::PlayerClicked() {
 }
 
 void PlanePanel::Refill() {
-  const QPointer<QWidget> focus = window()->focusWidget();
+  QPointer<QWidget> focus = window()->focusWidget();
   if (all_.LoadPlanes) all_.LoadPlanes();
-  // Disabled and enabled again, a control has lost the focus.
-  if (focus && focus->isEnabled() && focus->focusPolicy() != Qt::NoFocus) focus->setFocus();
+  // Disabled and enabled again, a control has lost the focus; a label may have no more to do.
+  if (auto* label = qobject_cast<LabelButton*>(focus); label && label->focusPolicy() == Qt::NoFocus)
+    focus = label->buddy();
+  if (focus && focus->isEnabled()) focus->setFocus(Qt::OtherFocusReason);
 }
 
 }  // namespace rws

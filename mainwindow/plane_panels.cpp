@@ -84,8 +84,7 @@ void PlanePanels::LoadSkinList(const std::string& folder, int panel) {
   const SkinFolder* skins = row < 0 ? nullptr : &At(context_.Tables.Skins, row);
   ResumeNext([&] {
     if (panel == -1) return;
-    const auto rows = skins ? SkinCaptions(context_.Services.Page, skins->Files)
-                            : QStringList{QStringLiteral("default")};
+    const auto rows = skins ? CaptionsOf(*skins) : QStringList{QStringLiteral("default")};
     // Without a folder of its own, nothing is copied into another aircraft's.
     At(fraPlane, panel)->FillSkins(rows, skins ? skins->Path : "");
   });
@@ -96,25 +95,37 @@ void PlanePanels::LoadSkinList(const std::string& folder, int panel) {
   });
 }
 
+const QStringList& PlanePanels::CaptionsOf(const SkinFolder& skins) {
+  // Four panels in a row ask for the same, and a flight is mostly followed by one like it.
+  if (captionFiles_ != skins.Files) {
+    captions_ = SkinCaptions(context_.Services.Page, skins.Files);
+    captionFiles_ = skins.Files;
+  }
+  return captions_;
+}
+
 void PlanePanels::FillMenu(const SkinFolder* skins) {
   if (!mnuSkin) return;
-  if (mnuSkin->isEmpty()) mnuSkin->addAction(QString());
-  const auto entries = mnuSkin->actions();
-  for (int i = 1; i < entries.size(); ++i) {
-    mnuSkin->removeAction(entries[i]);
-    // This may run in the entry's own handler.
-    entries[i]->deleteLater();
-  }
-  if (!skins) return entries.front()->setText(QStringLiteral("default"));
-  QAction* entry = entries.front();
-  for (const auto& file : skins->Files) {
+  auto entries = mnuSkin->actions();
+  qsizetype used = 0;
+  // Entries are used again: the aircraft is mostly the one before, and its skins are many.
+  const auto next = [&]() -> QAction* {
+    if (used == entries.size()) entries << mnuSkin->addAction(QString());
+    entries[used]->setObjectName(QStringLiteral("mnuSkin(%1)").arg(used));
+    return entries[used++];
+  };
+  if (!skins) next()->setText(QStringLiteral("default"));
+  for (const auto& file : skins ? skins->Files : std::vector<std::string>()) {
     const auto name = SpelledBaseName(context_.Services.Page, file);
     if (!name) continue;
-    if (!entry) entry = mnuSkin->addAction(QString());
-    entry->setObjectName(QStringLiteral("mnuSkin(%1)").arg(mnuSkin->actions().size() - 1));
+    QAction* entry = next();
     entry->setText(FromBytes(context_.Services.Page, *name).replace(u'&', QStringLiteral("&&")));
     entry->setData(FromPath(BuildPath(skins->Path, file)));
-    entry = nullptr;
+  }
+  for (; used < entries.size(); ++used) {
+    mnuSkin->removeAction(entries[used]);
+    // This may run in the entry's own handler.
+    entries[used]->deleteLater();
   }
 }
 

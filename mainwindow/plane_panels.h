@@ -51,8 +51,11 @@ class PlanePanels : public QWidget {
 
  private:
   void FillMenu(const SkinFolder* skins);
+  const QStringList& CaptionsOf(const SkinFolder& skins);
 
   WindowContext context_;
+  std::vector<std::string> captionFiles_;
+  QStringList captions_;
 };
 
 /** What lists show of image files: their base names, without those that a mission cannot spell. */

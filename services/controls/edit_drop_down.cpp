@@ -36,11 +36,12 @@ EditDropDown::EditDropDown(const CodePage& page, Typed typed, QWidget* parent)
   completer()->setCompletionMode(QCompleter::PopupCompletion);
   lineEdit()->setValidator(new PageValidator(page, this));
   connect(lineEdit(), &QLineEdit::textEdited, this, &EditDropDown::TextTyped);
+  connect(this, &QComboBox::currentIndexChanged, this, &EditDropDown::ShowStart);
 }
 
 void EditDropDown::Fill(const QStringList& rows) {
   const bool blocked = blockSignals(true);
-  rows_->setStringList(rows);
+  if (rows_->stringList() != rows) rows_->setStringList(rows);
   setCurrentIndex(-1);
   clearEditText();
   blockSignals(blocked);
@@ -62,7 +63,8 @@ QString EditDropDown::Value() const {
 }
 
 void EditDropDown::TextTyped(const QString& text) {
-  const int row = RowOf(text);
+  // At once, since a mnemonic presses a button without leaving the box.
+  const int row = typed_ == Typed::RowsOnly ? RowOf(text) : -1;
   if (row < 0) return;
   const int cursor = lineEdit()->cursorPosition();
   setCurrentIndex(row);
@@ -74,12 +76,17 @@ void EditDropDown::focusOutEvent(QFocusEvent* event) {
   const auto reason = event->reason();
   const bool stays = reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason ||
                      reason == Qt::MenuBarFocusReason;
-  if (stays) return;
-  const bool nothing = currentText().isEmpty() && count() > 0;
+  if (!stays) Settle();
+}
+
+void EditDropDown::Settle() {
   if (typed_ == Typed::RowsOnly)
     setEditText(itemText(currentIndex()));
-  else if (nothing)
-    setCurrentIndex(0);
+  else
+    SelectRow(currentText().isEmpty() ? 0 : RowOf(currentText()));
+  ShowStart();
 }
+
+void EditDropDown::ShowStart() { lineEdit()->setCursorPosition(0); }
 
 }  // namespace rws

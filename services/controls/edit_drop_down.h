@@ -8,8 +8,9 @@
 namespace rws {
 
 /** A drop-down list that can be typed into. A typed text that is a row in any letter case selects
-    that row; any other is put back when the box is left, unless it keeps what is typed. Characters
-    that the code page lacks are refused. */
+    that row; any other is put back when the box is left. A box that keeps what is typed does both
+    on leaving, and shows its first row when it was emptied. Characters that the code page lacks are
+    refused. */
 class EditDropDown : public DropDown {
   Q_OBJECT
 
@@ -32,6 +33,10 @@ class EditDropDown : public DropDown {
  private:
   int RowOf(const QString& text) const;
   void TextTyped(const QString& text);
+  /** Puts the text back, or in the spelling of its row, when the box is left. */
+  void Settle();
+  /** Shows a long text from its first character on. */
+  void ShowStart();
 
   Typed typed_;
   QStringListModel* rows_;
