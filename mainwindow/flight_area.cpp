@@ -6,6 +6,7 @@
 #include "services/error_log.h"
 #include "services/numbers.h"
 #include "services/platform/qt_text.h"
+#include "tools/frmView.h"
 
 namespace rws {
 
@@ -20,6 +21,11 @@ void FlightArea::Connect() {
   const Services& services = context_.Services;
   fraFlight->LoadPlanes = [this] { LoadPlanes(); };
   fraFlight->CheckMarkingsEntry = [this](bool on) { mnuAC[2]->setChecked(on); };
+  planes->LoadPlanes = fraFlight->LoadPlanes;
+  planes->CheckMarkingsEntry = fraFlight->CheckMarkingsEntry;
+  planes->ViewImage = [this](const std::string& path, const QString& caption) {
+    ViewImage(context_.Services, window(), path, caption);
+  };
   connect(
       lstPlanes, &ReportList::MouseReleased, this,
       Trapped(services, "lstPlanes_MouseUp", [this](Qt::MouseButton button, int, QPoint position) {
@@ -109,7 +115,8 @@ void FlightArea::LoadPlanes() {
     const auto number = NumberText(Val(mission.PlayerNum) + 1);
     ShowPlayer(mission.Player.empty() ? QString()
                                       : Decoded("Group " + mission.Player + " Plane " + number));
-    FillPlanePanels(fraFlight->cboPlanes->currentText().toInt() - 1);
+    const int count = fraFlight->cboPlanes->currentText().toInt();
+    for (int i = 0; i < count; ++i) planes->FillPanel(i);
   });
 }
 
@@ -154,14 +161,17 @@ void FlightArea::ListKeyReleased() {
 
 void FlightArea::SetMultipleMode() {
   ResumeNext([&] {
-    const auto planes = lstPlanes->SelectedPlanes();
-    const bool same = SelectedSameAircraft(planes);
+    const auto selected = lstPlanes->SelectedPlanes();
+    const bool same = SelectedSameAircraft(selected);
     fraGroup->setTitle(tr("Multiple Select"));
     fraFlight->setTitle(tr("Multiple Select"));
     mnuAC[1]->setEnabled(same);
     mnuAC[4]->setEnabled(false);
     mnuAC[6]->setEnabled(false);
-    EnablePanelsForGroup(same, SelectedAllFlyable(context_.Tables, planes));
+    planes->DisableAll();
+    fraFlight->EnableForGroup(same, SelectedAllFlyable(context_.Tables, selected));
+    const std::string& shown = FlightAt(context_.Doc.CurFlight).Class;
+    planes->LoadSkinList(GetPlaneFolder(context_.Tables, shown), -1);
   });
 }
 
@@ -171,12 +181,11 @@ void FlightArea::SetSingleMode() {
   mnuAC[1]->setEnabled(true);
 }
 
-// What the flight panel and the plane panels will fill.
-void FlightArea::FillFixedLists() { fraFlight->FillFixedLists(); }
-void FlightArea::ClearFrames(bool) {}
-void FlightArea::FillPlanePanels(int) {}
-void FlightArea::EnablePanelsForGroup(bool sameAircraft, bool allFlyable) {
-  fraFlight->EnableForGroup(sameAircraft, allFlyable);
+void FlightArea::FillFixedLists() {
+  fraFlight->FillFixedLists();
+  planes->FillFixedLists();
 }
+
+void FlightArea::ClearFrames(bool all) { planes->ClearFrames(all); }
 
 }  // namespace rws

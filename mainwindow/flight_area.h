@@ -8,6 +8,7 @@
 
 #include "mainwindow/flight_list.h"
 #include "mainwindow/flight_panel.h"
+#include "mainwindow/plane_panels.h"
 #include "mainwindow/state.h"
 
 namespace rws {
@@ -41,14 +42,11 @@ class FlightArea : public QWidget {
   void FillFixedLists();
   /** Empties the plane panels. */
   void ClearFrames(bool all);
-  /** Fills the panels of the planes 0 to `last`. */
-  void FillPlanePanels(int last);
-  /** Enables in the panels what makes sense for a group of flights. */
-  void EnablePanelsForGroup(bool sameAircraft, bool allFlyable);
 
   FlightList* lstPlanes;
   FlightPanel* fraFlight;
   QGroupBox* fraGroup;
+  PlanePanels* planes;
   QMenu *mnuAircraft, *mnuSkin;
   std::array<QAction*, 9> mnuAC;
 

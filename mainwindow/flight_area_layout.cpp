@@ -8,12 +8,18 @@ void FlightArea::Build() {
   lstPlanes = new FlightList(context_.Services.Page, this);
   lstPlanes->setObjectName(QStringLiteral("lstPlanes"));
   lstPlanes->setAccessibleName(tr("Flights"));
+  // Room for a usual mission's flights; the panels below keep their height.
+  constexpr int kLines = 10;
+  lstPlanes->setMinimumHeight(fontMetrics().height() * kLines);
   fraFlight = new FlightPanel(context_, *lstPlanes, this);
   fraGroup = new QGroupBox(this);
   fraGroup->setObjectName(QStringLiteral("fraGroup"));
+  planes = new PlanePanels(context_, fraGroup);
+  auto* group = new QVBoxLayout(fraGroup);
+  group->addWidget(planes);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
-  column->addWidget(lstPlanes, 3);
+  column->addWidget(lstPlanes, 1);
   column->addWidget(fraFlight);
   column->addWidget(fraGroup);
   ResetCaptions();
@@ -41,6 +47,7 @@ void FlightArea::BuildMenu() {
   mnuSkin->setObjectName(QStringLiteral("mnuSkin"));
   mnuSkin->addAction(tr("None"));
   mnuAC[1]->setMenu(mnuSkin);
+  planes->mnuSkin = mnuSkin;
 }
 
 }  // namespace rws

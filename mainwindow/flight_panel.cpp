@@ -1,10 +1,8 @@
 #include "mainwindow/flight_panel.h"
 
-#include <QKeyEvent>
-
 #include "catalogues/aircraft.h"
 #include "catalogues/weapons.h"
-#include "mainwindow/logic/flight_rows.h"
+#include "mainwindow/loading.h"
 #include "services/controls/list_colors.h"
 #include "services/error_log.h"
 #include "services/numbers.h"
@@ -58,38 +56,41 @@ void FlightPanel::ShowNoFlight() {
 }
 
 void FlightPanel::LoadFlight(int index) {
-  Document& doc = context_.Doc;
-  const bool loading = doc.bLoading;
   ++loads_;
   LogAndLeave(context_.Services, "LoadFlight", [&] {
     const Flight& flight = FlightAt(index);
     CurAircraftOK = IsKnownPlane(context_.Tables, flight.Class);
-    doc.bLoading = true;
-    cboPlanes->SelectRow(static_cast<int>(Val(flight.Planes)) - 1);
-    doc.bLoading = loading;
+    ShowPlanes(flight);
     ShowSkill(flight);
     FillWeapons(flight);
     SetText(*txtFuel, flight.Fuel);
-    // The list of an aircraft that is not in the table cannot spell its loadout: writing that back
-    // would lose it.
-    doc.bLoading = loading || !CurAircraftOK;
-    if (!flight.Weapons.empty())
-      cboWeap->SelectRow(cboWeap->findText(WeaponText(flight.Weapons), Qt::MatchExactly));
-    doc.bLoading = loading;
+    ShowWeapons(flight);
     ShowDelay(flight);
     ShowSwitches(flight);
     EnableFlightControls(CurAircraftOK, true);
   });
-  doc.bLoading = loading;
   --loads_;
+}
+
+void FlightPanel::ShowPlanes(const Flight& flight) {
+  const Loading loading(context_.Doc);
+  cboPlanes->SelectRow(static_cast<int>(Val(flight.Planes)) - 1);
 }
 
 void FlightPanel::ShowSkill(const Flight& flight) {
   if (IsNumeric(flight.Skill)) return cboSkill->SelectRow(CInt(flight.Skill));
-  const bool loading = context_.Doc.bLoading;
-  context_.Doc.bLoading = true;
+  const Loading loading(context_.Doc);
   cboSkill->SelectRow(kCustomSkill);
-  context_.Doc.bLoading = loading;
+}
+
+void FlightPanel::ShowWeapons(const Flight& flight) {
+  if (flight.Weapons.empty()) return;
+  const int row = cboWeap->findText(WeaponText(flight.Weapons), Qt::MatchExactly);
+  if (CurAircraftOK) return cboWeap->SelectRow(row);
+  // The list of an aircraft that is not in the table cannot spell its loadout: the handler would
+  // replace it.
+  const Loading loading(context_.Doc);
+  cboWeap->SelectRow(row);
 }
 
 void FlightPanel::FillWeapons(const Flight& flight) {
@@ -106,10 +107,8 @@ QString FlightPanel::WeaponText(const std::string& key) {
   const QString text = FromBytes(context_.Services.Page, shown.Text);
   if (shown.Learnt) {
     // The row selected may move; that chooses no other loadout.
-    const bool loading = context_.Doc.bLoading;
-    context_.Doc.bLoading = true;
+    const Loading loading(context_.Doc);
     cboWeap->insertItem(std::max(cboWeap->count() - 1, 0), text);
-    context_.Doc.bLoading = loading;
   }
   return text;
 }

@@ -80,7 +80,9 @@ class FlightPanel : public QGroupBox {
   std::string Bytes(const QString& text) const;
   std::vector<int> SelectedFlights() const;
 
+  void ShowPlanes(const Flight& flight);
   void ShowSkill(const Flight& flight);
+  void ShowWeapons(const Flight& flight);
   void FillWeapons(const Flight& flight);
   QString WeaponText(const std::string& key);
   void ShowDelay(const Flight& flight);

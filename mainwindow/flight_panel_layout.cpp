@@ -48,7 +48,12 @@ void FlightPanel::PlaceControls() {
   auto* fuel = Joined(txtFuel, udFuel);
   fuel->addStretch();
   for (auto* box : {txtFuel, txtDStart}) box->setFixedWidth(digit * 8);
-  cboWeap->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  // Wide enough for what they will hold: the lists are filled later.
+  constexpr int kSkillLetters = 12, kCountLetters = 2;
+  cboPlanes->setMinimumContentsLength(kCountLetters);
+  cboSkill->setMinimumContentsLength(kSkillLetters);
+  for (auto* list : {cboPlanes, cboSkill, cboWeap})
+    list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
 
   auto* grid = new QGridLayout(this);
   grid->setHorizontalSpacing(digit);

@@ -46,7 +46,7 @@ void frmRWS::Build() {
   setCentralWidget(margin);
   BuildStatusBar();
   SetTabOrder();
-  resize(fontMetrics().averageCharWidth() * 150, fontMetrics().height() * 38);
+  resize(fontMetrics().averageCharWidth() * 150, fontMetrics().height() * 42);
 }
 
 void frmRWS::BuildMenus() {

@@ -12,7 +12,7 @@ namespace rws {
 inline constexpr const char kProgramTitle[] = "RWS Edit";
 
 enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel };
-enum class Icon { None, Information, Question, Critical };
+enum class Icon { None, Information, Question, Exclamation, Critical };
 enum class Answer { Ok, Cancel, Yes, No };
 
 /** What a file dialog is asked for. `Filter` is pairs of a name and a pattern, all joined by "|".

@@ -33,6 +33,8 @@ QMessageBox::Icon ToQt(Icon icon) {
       return QMessageBox::Information;
     case Icon::Question:
       return QMessageBox::Question;
+    case Icon::Exclamation:
+      return QMessageBox::Warning;
     case Icon::Critical:
       return QMessageBox::Critical;
     case Icon::None:

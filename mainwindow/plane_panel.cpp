@@ -1,0 +1,295 @@
+#include "mainwindow/plane_panel.h"
+
+#include <QPointer>
+
+#include "catalogues/aircraft.h"
+#include "catalogues/squadrons.h"
+#include "mainwindow/loading.h"
+#include "mainwindow/plane_panels.h"
+#include "mainwindow/trapped.h"
+#include "mission/update.h"
+#include "services/numbers.h"
+#include "services/paths.h"
+#include "services/platform/qt_text.h"
+
+namespace rws {
+
+namespace {
+
+const QString kDefault = QStringLiteral("default");
+
+/** An emptied box counts as "default": no file is named ".bmp". */
+bool ShowsDefault(const EditDropDown* list) {
+  const QString text = list->Value();
+  return text.isEmpty() || text == kDefault;
+}
+
+}  // namespace
+
+PlanePanel::PlanePanel(WindowContext context, PlanePanels& all, int plane)
+    : QGroupBox(&all), context_(context), all_(all), plane_(plane) {
+  Build();
+  Connect();
+}
+
+void PlanePanel::Connect() {
+  const Services& services = context_.Services;
+  ConnectLists();
+  ConnectLabels();
+  connect(cboSL, &QComboBox::currentIndexChanged, this,
+          Trapped(services, "cboSL_Click", [this](int row) { SkillChosen(row); }));
+  connect(chkMark, &QCheckBox::toggled, this,
+          Trapped(services, "chkMark_Click", [this](bool) { MarkClicked(); }));
+  connect(chkPlayer, &QCheckBox::toggled, this,
+          Trapped(services, "chkPlayer_Click", [this](bool) { PlayerClicked(); }));
+}
+
+void PlanePanel::ConnectLists() {
+  const Services& services = context_.Services;
+  const auto follow = [&](EditDropDown* list, Field field, LabelButton* label, const char* name) {
+    const auto choose = [=, this](int) { SkinChosen(list, field, label); };
+    connect(list, &QComboBox::currentIndexChanged, this, Trapped(services, name, choose));
+    // A missing file shows as "default"; who chooses "default" then wants the name gone.
+    const auto chooseAgain = [=, this](int row) {
+      if (label->Color() == LabelColor::Red && ShowsDefault(list)) choose(row);
+    };
+    connect(list, &QComboBox::activated, this, Trapped(services, name, chooseAgain));
+  };
+  follow(cboAPSkin, &PlaneSlot::Skin, lbl2, "cboAPSkin_Click");
+  follow(cboPSkin, &PlaneSlot::Pilot, lbl3, "cboPSkin_Click");
+  follow(cboPNoseArt, &PlaneSlot::NoseArt, lbl4, "cboPNoseArt_Click");
+  connect(cboPNoseArt, &QComboBox::editTextChanged, this,
+          Trapped(services, "cboPNoseArt_Change", [this](const QString&) { NoseArtTyped(); }));
+}
+
+void PlanePanel::ConnectLabels() {
+  const Services& services = context_.Services;
+  connect(lbl2, &LabelButton::Clicked, this,
+          Trapped(services, "lbl2_MouseUp", [this](Qt::MouseButton b) { SkinLabelClicked(b); }));
+  connect(lbl3, &LabelButton::Clicked, this,
+          Trapped(services, "lbl3_Click", [this](Qt::MouseButton b) {
+            if (b == Qt::LeftButton)
+              FileLabelClicked(lbl3, &PlaneSlot::Pilot, "PaintSchemes\\Pilots", "Pilot skin ");
+          }));
+  connect(lbl4, &LabelButton::Clicked, this,
+          Trapped(services, "lbl4_Click", [this](Qt::MouseButton b) {
+            if (b == Qt::LeftButton)
+              FileLabelClicked(lbl4, &PlaneSlot::NoseArt, "PaintSchemes\\Noseart", "Nose Art ");
+          }));
+}
+
+Mission& PlanePanel::CurrentMission() { return At(context_.Doc.Missions, context_.Doc.CurMission); }
+
+Flight& PlanePanel::CurrentFlight() { return At(CurrentMission().Flights, context_.Doc.CurFlight); }
+
+PlaneSlot& PlanePanel::Slot() { return At(CurrentFlight().PlaneSlots, plane_); }
+
+PlaneSlot& PlanePanel::ShadowSlot() {
+  const Document& doc = context_.Doc;
+  Mission& shadow = At(context_.Doc.MissionShadow, doc.CurMission);
+  return At(At(shadow.Flights, doc.CurFlight).PlaneSlots, plane_);
+}
+
+bool PlanePanel::CountryIsUsa() {
+  return GetCountryByGroup(context_.Tables, context_.Services, CurrentFlight().Name) == "usa";
+}
+
+EditDropDown* PlanePanel::ListOf(const LabelButton* label) const {
+  return label == lbl2 ? cboAPSkin : label == lbl3 ? cboPSkin : cboPNoseArt;
+}
+
+void PlanePanel::SetFrame(bool enabled, bool noHighlight) {
+  Highlight(false);
+  bool noseArt = false;
+  ResumeNext(
+      [&] { noseArt = CountryIsUsa() && IsNoseart(context_.Tables, CurrentFlight().Class); });
+  const Loading loading(context_.Doc);
+  chkPlayer->setChecked(false);
+  for (QWidget* control : std::initializer_list<QWidget*>{this, chkPlayer, cboAPSkin, cboPSkin,
+                                                          chkMark, lbl1, lbl2, lbl3})
+    control->setEnabled(enabled);
+  cboPNoseArt->setEnabled(enabled && noseArt);
+  lbl4->setEnabled(enabled && noseArt);
+  ResumeNext([&] {
+    const Flight& flight = CurrentFlight();
+    if (enabled)
+      chkPlayer->setEnabled(IsFlyable(context_.Tables, flight.Class) && flight.OnlyAI != "1");
+    const Mission& mission = CurrentMission();
+    if (noHighlight || mission.Player != flight.Name || Val(mission.PlayerNum) != plane_) return;
+    Highlight(true);
+    chkPlayer->setChecked(true);
+  });
+}
+
+void PlanePanel::Clear(bool noHighlight) {
+  SetFrame(false, noHighlight);
+  ChkLabels(false);
+  for (auto* label : Labels()) label->setToolTip(QString());
+  cboSL->setEnabled(false);
+  // A panel beyond the flight's planes shows nothing of the flight before.
+  cboSL->setCurrentIndex(-1);
+  for (auto* label : Labels()) {
+    ListOf(label)->setCurrentIndex(-1);
+    ListOf(label)->clearEditText();
+  }
+  chkMark->setChecked(false);
+}
+
+void PlanePanel::DisableAll() {
+  for (QWidget* control : std::initializer_list<QWidget*>{
+           lbl1, lbl2, lbl3, lbl4, cboSL, cboAPSkin, cboPSkin, cboPNoseArt, chkMark, chkPlayer})
+    control->setEnabled(false);
+  img->setVisible(false);
+  setEnabled(false);
+}
+
+void PlanePanel::FillFixedLists() {
+  const Loading loading(context_.Doc);
+  const CodePage& page = context_.Services.Page;
+  cboSL->Fill({tr("Rookie (0)"), tr("Average (1)"), tr("Veteran (2)"), tr("Ace (3)")});
+  cboPSkin->Fill(QStringList{kDefault} + SkinCaptions(page, context_.Tables.PilotSkins));
+  cboPNoseArt->Fill(QStringList{kDefault} + SkinCaptions(page, context_.Tables.NoseArts));
+}
+
+void PlanePanel::FillSkins(const QStringList& rows, const std::string& folder) {
+  cboAPSkin->Fill(rows);
+  SkinDirectory = folder;
+}
+
+void PlanePanel::Fill() {
+  const Loading loading(context_.Doc);
+  chkMark->setChecked(Slot().NumberOn.empty());
+  ShowSkill();
+  all_.LoadSkinList(GetPlaneFolder(context_.Tables, CurrentFlight().Class), plane_);
+  if (!SelectFile(cboAPSkin, Slot().Skin)) TurnRed(lbl2, cboAPSkin);
+  const bool pilotFound = SelectFile(cboPSkin, Slot().Pilot);
+  if (!pilotFound) TurnRed(lbl3, cboPSkin);
+  FillNoseArt(pilotFound);
+  SetFrame(true, false);
+  ChkLabels(true);
+}
+
+void PlanePanel::ShowSkill() {
+  const bool custom = CurrentFlight().Skill == "Custom";
+  const std::string skill = custom ? Slot().Skill : CurrentFlight().Skill;
+  if (custom) cboSL->setEnabled(true);
+  if (skill.empty()) return cboSL->setCurrentIndex(-1);
+  ResumeNext([&] { cboSL->SelectRow(CInt(Val(skill))); });
+}
+
+bool PlanePanel::SelectFile(EditDropDown* list, const std::string& file) {
+  const CodePage& page = context_.Services.Page;
+  if (file.empty()) {
+    list->SelectText(kDefault);
+    return list->count() > 0;
+  }
+  const std::string wanted = page.LCase(GetBaseName(file));
+  for (int row = 0; row < list->count(); ++row) {
+    const QString text = list->itemText(row);
+    if (text.size() != static_cast<qsizetype>(wanted.size())) continue;
+    if (page.LCase(ToBytes(page, text)) != wanted) continue;
+    list->SelectRow(row);
+    return true;
+  }
+  return false;
+}
+
+void PlanePanel::TurnRed(LabelButton* label, EditDropDown* list) {
+  ColorLabel(label, LabelColor::Red);
+  label->setToolTip(tr("Click here"));
+  list->SelectText(kDefault);
+}
+
+void PlanePanel::FillNoseArt(bool found) {
+  cboPNoseArt->SelectRow(0);
+  if (!CountryIsUsa()) return cboPNoseArt->setEnabled(false);
+  // What the pilot's search found counts here too, and an empty field finds nothing: so a missing
+  // nose art turns red only beside a missing pilot, and so does none at all.
+  const std::string file = Slot().NoseArt;
+  if (SelectFile(cboPNoseArt, file) && !file.empty()) found = true;
+  if (!found) TurnRed(lbl4, cboPNoseArt);
+}
+
+void PlanePanel::ChkLabels(bool active) {
+  bool viewable = false;
+  for (auto* label : Labels()) {
+    if (active && label->Color() == LabelColor::Red) continue;
+    const bool blue = active && !ShowsDefault(ListOf(label));
+    ColorLabel(label, blue ? LabelColor::Blue : LabelColor::Black);
+    label->setToolTip(!blue           ? QString()
+                      : label == lbl2 ? tr("Left click to view skin image, right click for skin "
+                                           "directory")
+                                      : tr("Click here"));
+    viewable = viewable || blue;
+  }
+  img->setVisible(viewable);
+  // Markings switched off on a default skin deserve a warning.
+  ColorMark(active && lbl2->Color() == LabelColor::Black && !chkMark->isChecked());
+}
+
+void PlanePanel::StoreChoice(EditDropDown* list, Field field, LabelButton* label) {
+  if (ShowsDefault(list)) {
+    (Slot().*field).clear();
+    ColorLabel(label, LabelColor::Black);
+    return;
+  }
+  Slot().*field = ToBytes(context_.Services.Page, list->Value()) + ".bmp";
+  // Nose art clears the skin's label, not its own, and always has.
+  ColorLabel(label == lbl4 ? lbl2 : label, LabelColor::Black);
+}
+
+void PlanePanel::SkinChosen(EditDropDown* list, Field field, LabelButton* label) {
+  if (context_.Doc.bLoading) return;
+  StoreChoice(list, field, label);
+  SetModify(context_.Doc, context_.Services);
+  all_.ChkLabels(plane_, true);
+}
+
+void PlanePanel::NoseArtTyped() {
+  if (context_.Doc.bLoading) return;
+  StoreChoice(cboPNoseArt, &PlaneSlot::NoseArt, lbl4);
+  if (Slot().NoseArt != ShadowSlot().NoseArt) SetModify(context_.Doc, context_.Services);
+  all_.ChkLabels(plane_, true);
+}
+
+void PlanePanel::SkillChosen(int row) {
+  if (context_.Doc.bLoading || row < 0) return;
+  Slot().Skill = std::to_string(row);
+  if (Slot().Skill != ShadowSlot().Skill) SetModify(context_.Doc, context_.Services);
+}
+
+void PlanePanel::MarkClicked() {
+  if (context_.Doc.bLoading) return;
+  const bool on = chkMark->isChecked();
+  Slot().NumberOn = on ? "" : "0";
+  if (plane_ == 0 && all_.CheckMarkingsEntry) all_.CheckMarkingsEntry(on);
+  SetModify(context_.Doc, context_.Services);
+  all_.ChkLabels(plane_, true);
+}
+
+void PlanePanel::PlayerClicked() {
+  if (context_.Doc.bLoading) return;
+  Mission& mission = CurrentMission();
+  const std::string player = mission.Player, number = mission.PlayerNum;
+  if (chkPlayer->isChecked()) {
+    mission.PlayerNum = std::to_string(plane_);
+    mission.Player = CurrentFlight().Name;
+  }
+  if (!all_.IsAnyPlayerChecked()) {
+    mission.Player.clear();
+    mission.PlayerNum.clear();
+  }
+  if (mission.Player != player || mission.PlayerNum != number) Refill();
+  SetModify(context_.Doc, context_.Services);
+}
+
+void PlanePanel::Refill() {
+  QPointer<QWidget> focus = window()->focusWidget();
+  if (all_.LoadPlanes) all_.LoadPlanes();
+  // Disabled and enabled again, a control has lost the focus; a label may have no more to do.
+  if (auto* label = qobject_cast<LabelButton*>(focus); label && label->focusPolicy() == Qt::NoFocus)
+    focus = label->buddy();
+  if (focus && focus->isEnabled()) focus->setFocus(Qt::OtherFocusReason);
+}
+
+}  // namespace rws

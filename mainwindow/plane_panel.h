@@ -1,0 +1,108 @@
+#pragma once
+
+#include <QGroupBox>
+#include <QLabel>
+#include <array>
+
+#include "mainwindow/state.h"
+#include "services/controls/check_box.h"
+#include "services/controls/drop_down.h"
+#include "services/controls/edit_drop_down.h"
+#include "services/controls/label_button.h"
+
+namespace rws {
+
+class PlanePanels;
+
+/** The frame of one plane of the current flight, counted from 0: what this plane carries and
+    whether the player flies it. A label that is blue has a file to view, a red one names a file
+    that is not there. */
+class PlanePanel : public QGroupBox {
+  Q_OBJECT
+
+ public:
+  PlanePanel(WindowContext context, PlanePanels& all, int plane);
+
+  /** Enables the frame as far as the flight allows and marks the player's plane, also in a disabled
+    frame, unless `noHighlight` is set. */
+  void SetFrame(bool enabled, bool noHighlight);
+  /** Empties the frame. */
+  void Clear(bool noHighlight);
+  /** Shows the plane of the current flight. */
+  void Fill();
+  /** Colours the labels by what the lists show; all black when not `active`. */
+  void ChkLabels(bool active);
+  /** Fills the lists that are the same for all planes. */
+  void FillFixedLists();
+  /** Fills the list of skins, which lie in `folder`; "" when the aircraft has none. */
+  void FillSkins(const QStringList& rows, const std::string& folder);
+  /** Disables every control, for a selection of several flights. */
+  void DisableAll();
+
+  bool IsHighlighted() const { return highlighted_; }
+  bool IsMarkRed() const { return markRed_; }
+
+  QLabel* lbl1;
+  LabelButton *lbl2, *lbl3, *lbl4;
+  DropDown* cboSL;
+  EditDropDown *cboAPSkin, *cboPSkin, *cboPNoseArt;
+  CheckBox *chkMark = nullptr, *chkPlayer;
+  QLabel* img;
+  /** The directory of the skins: the tag of `cboAPSkin`. */
+  std::string SkinDirectory;
+
+ protected:
+  void changeEvent(QEvent* event) override;
+  bool event(QEvent* event) override;
+
+ private:
+  using Field = std::string PlaneSlot::*;
+
+  void Build();
+  void BuildControls();
+  void PlaceControls();
+  void NameControls();
+  void Connect();
+  void ConnectLists();
+  void ConnectLabels();
+
+  Mission& CurrentMission();
+  Flight& CurrentFlight();
+  PlaneSlot& Slot();
+  PlaneSlot& ShadowSlot();
+  bool CountryIsUsa();
+  std::array<LabelButton*, 3> Labels() const { return {lbl2, lbl3, lbl4}; }
+  EditDropDown* ListOf(const LabelButton* label) const;
+
+  void ShowSkill();
+  bool SelectFile(EditDropDown* list, const std::string& file);
+  void TurnRed(LabelButton* label, EditDropDown* list);
+  void FillNoseArt(bool found);
+  void ColorLabel(LabelButton* label, LabelColor color);
+  void ColorMark(bool red);
+  void Highlight(bool on);
+
+  void StoreChoice(EditDropDown* list, Field field, LabelButton* label);
+  void SkinChosen(EditDropDown* list, Field field, LabelButton* label);
+  void NoseArtTyped();
+  void SkillChosen(int row);
+  void MarkClicked();
+  void PlayerClicked();
+  /** Refills all panels; the control that has the focus keeps it. */
+  void Refill();
+
+  void SkinLabelClicked(Qt::MouseButton button);
+  std::string SkinImage();
+  void FileLabelClicked(LabelButton* label, Field field, const char* folder, const char* what);
+  void ViewOrRemove(const std::string& path, Field field);
+  void TellMissing(const char* what, const std::string& file);
+  void ChooseSkin();
+  bool CopySkin(const std::string& path);
+
+  WindowContext context_;
+  PlanePanels& all_;
+  int plane_;
+  bool highlighted_ = false, markRed_ = false;
+};
+
+}  // namespace rws
