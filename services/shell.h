@@ -21,6 +21,8 @@ struct Shell {
   /** Plays a sound file and returns at once. */
   std::function<void(const std::string& path)> StartSound;
   std::function<void()> StopSound;
+  /** Puts a UTF-8 text on the clipboard in place of what is there. */
+  std::function<void(const std::string& text)> SetClipboard;
   std::function<void()> NotifyAssocChanged;
   /** Takes the place of the one running instance for the life of the program; false when another
       holds it. A run that crashed does not. */

@@ -1,8 +1,10 @@
 #include "services/platform/qt_shell.h"
 
+#include <QClipboard>
 #include <QDateTime>
 #include <QDesktopServices>
 #include <QDir>
+#include <QGuiApplication>
 #include <QLocale>
 #include <QLockFile>
 #include <QOperatingSystemVersion>
@@ -80,6 +82,9 @@ Shell MakeQtShell() {
   shell.Execute = OpenByDesktop;
   shell.StartSound = [sound](const std::string& path) { sound->Start(FromPath(path)); };
   shell.StopSound = [sound] { sound->Stop(); };
+  shell.SetClipboard = [](const std::string& text) {
+    QGuiApplication::clipboard()->setText(FromPath(text));
+  };
   shell.NotifyAssocChanged = [] {
 #ifdef _WIN32
     ::SHChangeNotify(SHCNE_ASSOCCHANGED, SHCNF_IDLIST, nullptr, nullptr);

@@ -99,6 +99,7 @@ World::World() {
   Services.System.StartSound = [this](const std::string& path) {
     ShellCalls.push_back("start " + path);
   };
+  Services.System.SetClipboard = [this](const std::string& text) { Clipboard = text; };
   Services.System.StopSound = [this] { ShellCalls.push_back("stop"); };
   Services.System.Now = [this] { return Clock; };
   Services.System.HomeFolder = [] { return std::string("/"); };

@@ -59,6 +59,7 @@ struct World {
   std::vector<std::string> Log;
   /** What the shell was asked, as "open PATH", "Play PATH", "start PATH", "stop". */
   std::vector<std::string> ShellCalls;
+  std::string Clipboard;
   DateTime Clock{2026, 3, 4, 5, 6, 7};
 
   rws::Services Services;
