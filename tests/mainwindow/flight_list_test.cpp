@@ -1,60 +1,18 @@
 #include <QHeaderView>
 
-#include "tests/mainwindow/window_fixture.h"
+#include "tests/mainwindow/flights_fixture.h"
 
 namespace rws::test {
 namespace {
 
-class FlightListTest : public WindowTest {
+class FlightListTest : public FlightsTest {
  protected:
-  /** Flights: 0 a red fighter, 1 a blue bomber, 2 a plane the game lacks, 3 another red fighter. */
-  FlightListTest() {
-    Tables.Aircraft.resize(3);
-    Tables.Aircraft[0].Name = "I-16";
-    Tables.Aircraft[0].Class = "I_16";
-    Tables.Aircraft[0].Flyable = true;
-    Tables.Aircraft[1].Name = "Ju 88";
-    Tables.Aircraft[1].Class = "JU_88";
-    Tables.Aircraft[2].Name = "I-16 Type 24";
-    Tables.Aircraft[2].Class = "I_16T24";
-    for (auto& aircraft : Tables.Aircraft)
-      aircraft.Weapons = {"Default,default", "Empty (No Ammo),none"};
-    Tables.Squadrons = {{"red", "ru", "USSR", {{"r01", "First regiment"}}},
-                        {"blue", "de", "Germany", {{"g01", ""}}}};
-    std::vector<std::string> lines = {"[MAIN]", "  player r0101", "  playerNum 1", "[Wing]"};
-    AddFlight(lines, "r0100", "I_16");
-    AddFlight(lines, "g0110", "JU_88");
-    AddFlight(lines, "x0100", "MYSTERY");
-    AddFlight(lines, "r0101", "I_16T24");
-    lines.push_back("[NStationary]");
-    Box.Write("missions/a.mis", Crlf(lines));
-    Open();
-  }
+  FlightListTest() { Open(); }
 
-  static void AddFlight(std::vector<std::string>& lines, const std::string& name,
-                        const std::string& aircraft) {
-    for (const std::string& line :
-         {"[" + name + "]", std::string("  Planes 2"), "  Class air." + aircraft,
-          std::string("  weapons default"), "[" + name + "_Way]",
-          std::string("  NORMFLY 1.00 2.00 500.00 300.00 &0"),
-          std::string("  NORMFLY 5.00 2.00 500.00 300.00 &0")})
-      lines.push_back(line);
-  }
-
-  FlightArea& Area() { return *Window->flightArea; }
-  FlightList& List() { return *Area().lstPlanes; }
-  QString Cell(int row, int column) {
-    return List().model()->index(row, column).data(Qt::DisplayRole).toString();
-  }
   std::string Planes() {
     QStringList names;
     for (int row = 0; row < List().RowCount(); ++row) names << Cell(row, 0);
     return names.join("|").toStdString();
-  }
-  void ClickFlight(int row, Qt::MouseButton button = Qt::LeftButton,
-                   Qt::KeyboardModifiers keys = {}) {
-    const QRect place = List().visualRect(List().model()->index(row, 0));
-    QTest::mouseClick(List().viewport(), button, keys, place.center());
   }
 };
 
