@@ -29,7 +29,8 @@ Waypoint AttachedTo(const Flight& carrier) {
 
 Flight CompanionOf(const Flight& carrier, const Aircraft& aircraft) {
   Flight flight;
-  flight.Planes = aircraft.Class.starts_with("I_16") ? "2" : "1";
+  const std::size_t planes = aircraft.Class.starts_with("I_16") ? 2 : 1;
+  flight.Planes = std::to_string(planes);
   flight.Class = aircraft.Class;
   flight.Fuel = carrier.Fuel;
   flight.Skill = carrier.Skill;
@@ -38,7 +39,7 @@ Flight CompanionOf(const Flight& carrier, const Aircraft& aircraft) {
   flight.Weapons = "default";
   // A flight of custom skill has no other than those of its planes.
   if (flight.Skill == "Custom")
-    for (std::size_t i = 0; i < flight.PlaneSlots.size(); ++i)
+    for (std::size_t i = 0; i < planes; ++i)
       flight.PlaneSlots[i].Skill = carrier.PlaneSlots[i].Skill;
   flight.Waypoints = {AttachedTo(carrier)};
   return flight;
