@@ -49,6 +49,18 @@ void DropTarget(std::string& line) {
   line.resize(line.rfind(' ') + 1);
 }
 
+void AddCopies(Document& doc, const Catalogues& tables, const Services& services, Flight& copy,
+               int count) {
+  const std::ptrdiff_t row = FindAircraft(tables, copy.Class);
+  const std::string companion = row < 0 ? "" : At(tables.Aircraft, row).Companion;
+  for (int i = 0; i < count; ++i) {
+    // On from the copy before: the name is the one that the source's would lead to.
+    copy.Name = NextFlightName(doc, services, copy.Name);
+    const std::ptrdiff_t index = AddFlight(doc, copy);
+    AddSpecial(doc, tables, services, companion, copy.Name, index);
+  }
+}
+
 }  // namespace
 
 void OffsetWaypoints(std::vector<Waypoint>& waypoints, const WaypointOffsets& offsets) {
@@ -77,26 +89,16 @@ void ApplyGroupWaypoints(std::vector<Flight>& flights, std::ptrdiff_t source,
 
 bool DuplicateFlight(Document& doc, const Catalogues& tables, const Services& services,
                      const WaypointOffsets& offsets, int count) {
-  const bool added = LogAndLeave(services, "DuplicateFlight", [&] {
+  bool added = false;
+  const bool moved = LogAndLeave(services, "DuplicateFlight", [&] {
     Flight copy = At(At(doc.Missions, doc.CurMission).Flights, doc.CurFlight);
     copy.Status = kNewCopy;
-    const std::ptrdiff_t row = FindAircraft(tables, copy.Class);
-    for (int i = 0; i < count; ++i) {
-      // On from the copy before: the name is the one that the source's would lead to.
-      copy.Name = NextFlightName(doc, services, copy.Name);
-      const std::ptrdiff_t index = AddFlight(doc, copy);
-      if (row < 0) continue;
-      const std::string& companion = At(tables.Aircraft, row).Companion;
-      AddSpecial(doc, tables, services, companion, copy.Name, index);
-    }
+    added = LogAndLeave(services, "DuplicateFlight",
+                        [&] { AddCopies(doc, tables, services, copy, count); });
+    // Also after a failure, so that no copy is left waiting for the next command's route.
+    ApplyGroupWaypoints(At(doc.Missions, doc.CurMission).Flights, doc.CurFlight, offsets);
   });
-  // Also for the copies of a run that failed, so that none waits for the next one's route.
-  return LogAndLeave(services, "DuplicateFlight",
-                     [&] {
-                       auto& flights = At(doc.Missions, doc.CurMission).Flights;
-                       ApplyGroupWaypoints(flights, doc.CurFlight, offsets);
-                     }) &&
-         added;
+  return added && moved;
 }
 
 }  // namespace rws

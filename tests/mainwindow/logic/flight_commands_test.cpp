@@ -20,15 +20,14 @@ namespace {
 
 using Indexes = std::vector<std::size_t>;
 
-/** A fighter, two carriers that nobody may fly, and one whose companion no table knows. */
+/** A fighter, a carrier that nobody may fly, its companion, and a carrier whose companion no table
+    knows. */
 Catalogues MakeTables() {
   const std::vector<std::string> weapons{"Default,default", "Bombs,b1", "Empty (No Ammo),none"};
   Catalogues tables;
   tables.Aircraft = {{"Red", "Duck", "A_1", "", "", weapons, true, false},
                      {"Red", "Big 3", "TB_3", "", " I_16D", {"Default,default"}, false, false},
                      {"Red", "Drone", "I_16D", "", "", {}, false, false},
-                     {"Blue", "Betty", "G4", "", "MXY", weapons, true, false},
-                     {"Blue", "Baka", "MXY", "", "", {}, false, false},
                      {"Blue", "Ghost", "X_1", "", "NONE", weapons, true, false}};
   tables.Squadrons = {{"red", "USSR", "VVS", {{"r01", ""}}}};
   return tables;
@@ -57,16 +56,14 @@ TEST(FlightNames, GoOnByFlightAndSquadron) {
     std::size_t Logged = 0;
   };
   const Row rows[] = {
-      {"", " r0105 ", "r0105"},
+      {"R0105", " r0105 ", "r0105"},
       {"r0100 r0101", "r0100", "r0102"},
-      {"r0103", "r0103", "r0110"},
       {"r0103 r0110 r0111", "r0103", "r0112"},
-      {"R0100", "r0100", "r0100"},
       {"r0005", "r0005", "r0012"},
-      {"7", "7", "14"},
       {"a99", "a99", "a106"},
-      {"r99999999999999999999999", "r99999999999999999999999", "r100000000000000000000006"},
-      {"", "r", "r00", 1},
+      {"9999999999999999999999", "9999999999999999999999", "10000000000000000000006"},
+      {"7", "7", "14"},
+      {"r", "r", "r00", 1},
       {"ab00 ab", "ab", "ab01", 1},
       {"00", "", "01", 1}};
   for (const auto& row : rows) {
@@ -90,17 +87,15 @@ TEST(OffsetWaypoints, MovesALine) {
       {"N 1.00 200 11.00 3 &0", "11", {1, 0, 0}, "N 2 201 12 3 &0", "11"},
       {"N 1,5 2 0 3 &0", "0", {10, 1, 0}, "N 11.5 12 0 3 &0", "1"},
       {"TakeOff 1,5 2 0 3 &0", "0", {10, 1, 9}, "TakeOff 1.5 2 0 3 &0", "0"},
-      {"LANDING 15 2 0 3 &0", "0", {10, 1, 9}, "LANDING 15 2 0 3 &0", "0"},
       {"GATTACK 10 20 30 40 Bridge3", "30", {100, 0, 0}, "GATTACK 110 120 30 40 ", "30"},
       {" gattack 10 20 30 40 40 ", "30", {0, 0, 0}, " gattack 10 20 30 40 ", "30"},
       {"GATTACK 10 20 30 40 B 0 &0", "30", {5, 0, 0}, "GATTACK 15 25 30 40 B 0 &0", "30"},
       {"N 1 8 5 4 &0", "5", {-32768, 32767, 0}, "N -32767 -32760 5 4 &0", "32772"},
       {"N 16777216 3 1 1 &0", "1", {1, 0, 0}, "N 16777216 4 1 1 &0", "1"},
-      {"", "5", {10, 10, 0}, "", "5"},
       {"N 1", "5", {10, 10, 0}, "N 1", "5"},
-      {"N  1 5 5", "5", {10, 10, 0}, "N  1 5 5", "5"},
-      {"N x 2 3 4 &0", "5", {10, 10, 0}, "N x 2 3 4 &0", "5"},
-      {"N 1e39 2 3 4 &0", "x", {10, 10, 0}, "N 1e39 2 3 4 &0", "x"}};
+      {"LANDING 15 2 0 3", "x", {10, 10, 9}, "LANDING 15 2 0 3", "x"},
+      {"N 1e39 2 3 4 &0", "5", {10, 10, 0}, "N 1e39 2 3 4 &0", "5"},
+      {"N 1 y 3 4 &0", "5", {10, 10, 0}, "N 1 y 3 4 &0", "5"}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.Line);
     std::vector<Waypoint> route(1);
@@ -119,12 +114,10 @@ TEST(OffsetWaypoints, MovesALine) {
 }
 
 TEST(DuplicateFlight, StepsAwayFromItsSource) {
-  const Catalogues tables = MakeTables();
   World world;
-  Mission& mission =
-      ReadFlights(world, FlightLines("r0102", "TB_3", "Skill0 2|Skill2 1",
-                                     "TAKEOFF 1000 2000 0 0 &1|N 1000 2000 500.7 300 &0"));
-  EXPECT_TRUE(DuplicateFlight(world.Doc, tables, world.Services, {10, 0, 0}, 3));
+  const char route[] = "TAKEOFF 1000 2000 0 0 &1|N 1000 2000 500.7 300 &0";
+  Mission& mission = ReadFlights(world, FlightLines("r0102", "TB_3", "Skill0 2|Skill2 1", route));
+  EXPECT_TRUE(DuplicateFlight(world.Doc, MakeTables(), world.Services, {10, 0, 0}, 3));
   EXPECT_EQ(Names(mission), "r0102|r0103|r0110|r0111|r0112|r0113|r0120");
   EXPECT_EQ(mission.Flights[1].Waypoints[0].Line, "TAKEOFF 1000 2000 0 0 &1");
   EXPECT_EQ(mission.Flights[2].Waypoints[0].Line, "TAKEOFF 1000 2000 0 0 r0103 0");
@@ -134,11 +127,7 @@ TEST(DuplicateFlight, StepsAwayFromItsSource) {
       FlightsText(world.Doc, world.Services, {6}),
       CrlfText("[r0120]|  Planes 2|  Skill0 2|  Class air.I_16D|  Fuel 90|"
                "  weapons default|  StartTime 5|[r0120_Way]|  TAKEOFF 1000 2000 0 0 r0113 0 &1"));
-  const auto& shadow = world.Doc.MissionShadow[0].Flights;
-  EXPECT_EQ(shadow.size(), mission.Flights.size());
-  EXPECT_EQ(shadow[5].Waypoints[1].Line, "N 1000 2000 500.7 300 &0");
   EXPECT_TRUE(MissionChanged(world.Doc, 0));
-  for (const auto& flight : mission.Flights) EXPECT_EQ(flight.Status, "");
   EXPECT_TRUE(world.Log.empty());
 }
 
@@ -161,39 +150,25 @@ TEST(DuplicateFlight, LivesWithDamage) {
   EXPECT_EQ(Names(doc.MissionShadow[0]), "x|r0101|x00|");
   EXPECT_TRUE(MissionChanged(doc, 0));
   doc.MissionShadow[0].Flights.clear();
-  EXPECT_TRUE(DuplicateFlight(doc, tables, world.Services, {}, 0));
   EXPECT_TRUE(DuplicateFlight(doc, tables, world.Services, {}, 1));
   EXPECT_EQ(Names(doc.MissionShadow[0]), "|||x01");
-  EXPECT_EQ(world.Log.size(), 7u) << Joined(world.Log);
-  doc.MissionShadow.clear();
-  EXPECT_FALSE(DuplicateFlight(doc, tables, world.Services, {}, 1));
-  EXPECT_EQ(mission.Flights.size(), 4u);
+  EXPECT_EQ(world.Log.size(), 6u) << Joined(world.Log);
 }
 
 TEST(ChangeAirCraft, RenamesAndRefits) {
   struct Row {
     AircraftChoice Choice;
     const char *Weapons, *Names, *Flight;
-    bool Done, PlayerLost;
+    bool Done = true, PlayerLost = true;
   };
   // Of the first flight: class, loadout, army, markings, and the mission's player.
   const Row rows[] = {
-      {{"Nothing     F", "g02", "s", true},
-       "Bombs",
-       "r0100|r0101",
-       "A_1 b1  0 r0100",
-       false,
-       false},
-      {{"Cancel", "g02", "s", true}, "Bombs", "r0100|r0101", "A_1 b1  0 r0100", false, false},
-      {{"Duck", " g02 ", "s", false}, "-", "g0200|g0201", "A_1 b1 s 0 ", true, true},
-      {{"Duck", "r01", "", true}, "Bombs", "r0102|r0103", "A_1 b1 red  ", true, true},
-      {{"Duck", "", "s", true}, "-", "00|01", "A_1 default s  ", true, true},
-      {{"Big 3      F", "g", "s", true},
-       "Bombs",
-       "g00|g02|g01|g03",
-       "TB_3 default s  ",
-       true,
-       false}};
+      {{"  ", "g", "s", true}, "Bombs", "r0100|r0101", "A_1 b1  0 r0100", false, false},
+      {{"Cancel", "g", "s", true}, "Bombs", "r0100|r0101", "A_1 b1  0 r0100", false, false},
+      {{"Duck", " g02 ", "s", false}, "-", "g0200|g0201", "A_1 b1 s 0 "},
+      {{"Duck", "r01", "", true}, "Bombs", "r0102|r0103", "A_1 b1 red  "},
+      {{"Duck", "", "s", true}, "-", "00|01", "A_1 default s  "},
+      {{"Big 3      F", "g", "s", true}, "", "g00|g02|g01|g03", "TB_3 default s  ", true, false}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.Names);
     World world;
@@ -215,28 +190,24 @@ TEST(ChangeAirCraft, RenamesAndRefits) {
 TEST(FlightCommands, WorkOnWhatIsSelected) {
   World world;
   Document& doc = world.Doc;
-  Mission& mission = ReadFlights(world, FlightLines("r0100", "A_1", "Skill 1", "N 1 2 3 4 &0") +
-                                            FlightLines("r0101", "A_1", "Skill 1", "x"));
-  world.Log.clear();
+  const auto lines = FlightLines("r0100", "A_1", "Skill 1", "N 1 2 3 4 &0");
+  Mission& mission = ReadFlights(world, lines + Replace(lines, "r0100", "r0101"));
   EXPECT_TRUE(SetMarkings(doc, world.Services, {0}, false));
-  EXPECT_EQ(mission.Flights[0].PlaneSlots[2].NumberOn, "0");
-  EXPECT_EQ(mission.Flights[0].PlaneSlots[3].NumberOn, "");
+  const auto& slots = mission.Flights[0].PlaneSlots;
+  EXPECT_EQ(slots[2].NumberOn + "|" + slots[3].NumberOn, "0|");
   EXPECT_FALSE(MissionChanged(doc, 0));
-  mission.Flights[1].Planes = "9";
-  EXPECT_TRUE(SetFlightSkin(doc, world.Services, {1}, "a.bmp"));
-  EXPECT_EQ(mission.Flights[1].PlaneSlots[3].Skin, "a.bmp");
-  EXPECT_TRUE(SetFlightSkin(doc, world.Services, {1}, "default"));
-  EXPECT_EQ(mission.Flights[1].PlaneSlots[3].Skin + mission.Flights[1].PlaneSlots[3].NumberOn, "0");
-  EXPECT_FALSE(FlightsText(doc, world.Services, {1, 0}).starts_with("[r0100]"));
-  EXPECT_TRUE(world.Log.empty());
+  EXPECT_TRUE(SetFlightSkin(doc, world.Services, {0}, "a.bmp"));
+  EXPECT_EQ(slots[2].Skin + "|" + slots[3].Skin, "a.bmp|");
+  mission.Flights[0].Planes = "9";
+  EXPECT_TRUE(SetFlightSkin(doc, world.Services, {0}, "default"));
+  EXPECT_EQ(slots[2].Skin + "|" + slots[3].NumberOn, "|0");
+  EXPECT_TRUE(FlightsText(doc, world.Services, {1, 0}).starts_with("[r0101]\r\n  Planes 3\r\n"));
   // One that does not exist spares the others, and leaves no mark for the next removal.
-  const Indexes bad{0, 2};
-  EXPECT_FALSE(RemoveFlights(doc, world.Services, bad));
-  EXPECT_FALSE(SetFlightSkin(doc, world.Services, bad, "b"));
-  EXPECT_EQ(FlightsText(doc, world.Services, bad), "");
+  EXPECT_FALSE(RemoveFlights(doc, world.Services, {0, 2}));
+  EXPECT_EQ(FlightsText(doc, world.Services, {0, 2}), "");
   EXPECT_TRUE(RemoveFlights(doc, world.Services, {1}));
-  EXPECT_EQ(Names(mission) + mission.Flights[0].PlaneSlots[0].Skin, "r0100");
-  EXPECT_EQ(world.Log.size(), 3u);
+  EXPECT_EQ(Names(mission), "r0100");
+  EXPECT_EQ(world.Log.size(), 2u);
 }
 
 std::string Written(World& world) {
@@ -259,81 +230,64 @@ void ExpectReadsBack(World& world) {
 }
 
 std::string RandomFlights(std::mt19937& random) {
-  const auto number = [&](int from, int count) {
-    return std::to_string(from + static_cast<int>(random() % static_cast<unsigned>(count)));
-  };
-  const auto place = [&] { return number(1000, 90000) + ".25 " + number(1000, 90000) + " "; };
+  const auto number = [&] { return std::to_string(1000 + random() % 90000); };
+  const auto place = [&] { return number() + ".25 " + number(); };
+  const char* types[] = {"A_1", "TB_3", "X_1", "Q"};
   std::string text;
   for (unsigned i = 0, count = 1 + random() % 6; i < count; ++i) {
     std::string rest = random() % 2 ? "Skill 2" : "Skill0 1|Skill1 3|OnlyAI 1|skin1 a.bmp";
     if (random() % 2) rest += "|Parachute 0|numberOn2 0|pilot0 p.bmp";
-    std::string route = random() % 2 ? "TAKEOFF " + place() + "0 0 &0|" : "";
-    for (unsigned leg = random() % 4; leg > 0; --leg)
-      route += "NORMFLY " + place() + number(1, 900) + ".00 " + number(1, 500) + ".00 &1|";
-    if (random() % 2) route += "GATTACK " + place() + "500 300 Bridge3|";
-    route += "LANDING " + place() + "0 0 &0";
-    const char* types[] = {"A_1", "TB_3", "G4", "X_1", "Q"};
-    text += FlightLines("r010" + std::to_string(i), types[random() % 5], rest, route);
+    std::string route = random() % 2 ? "TAKEOFF " + place() + " 0 0 &0|" : "";
+    for (unsigned leg = random() % 4; leg > 0; --leg) route += "N " + place() + " 70.00 30.00 &1|";
+    if (random() % 2) route += "GATTACK " + place() + " 500 300 Bridge3|";
+    route += "LANDING " + place() + " 0 0 &0";
+    text += FlightLines("r010" + std::to_string(i), types[random() % 4], rest, route);
   }
   return text;
 }
 
 /** Duplicates the current flight; the text is the first one when the copies are taken out. */
-void DuplicateAndUndo(World& world, const Catalogues& tables, const WaypointOffsets& offsets,
-                      int count) {
+void DuplicateAndUndo(World& world, const WaypointOffsets& offsets, int count) {
   Mission& mission = world.Doc.Missions[0];
   const std::string before = Written(world);
   const std::size_t first = mission.Flights.size();
-  EXPECT_TRUE(DuplicateFlight(world.Doc, tables, world.Services, offsets, count));
-  Indexes added(mission.Flights.size() - first);
-  std::iota(added.begin(), added.end(), first);
+  EXPECT_TRUE(DuplicateFlight(world.Doc, MakeTables(), world.Services, offsets, count));
   const auto kept = mission.Flights;
+  Indexes added(kept.size() - first);
+  std::iota(added.begin(), added.end(), first);
   EXPECT_TRUE(RemoveFlights(world.Doc, world.Services, added));
   EXPECT_EQ(Written(world), before);
   mission.Flights = kept;
 }
 
 /** Runs one command at random; gives how many flights it removed. */
-std::size_t RunOne(World& world, std::mt19937& random, const Catalogues& tables) {
+std::size_t RunOne(World& world, std::mt19937& random) {
   Document& doc = world.Doc;
   const std::size_t count = doc.Missions[0].Flights.size();
   doc.CurFlight = static_cast<int>(random() % count);
   Indexes selected;
   for (std::size_t i = 1; i < count; ++i)
     if (random() % 3 == 0) selected.push_back(i);
-  const char *squads[] = {"r01", "g02", ""}, *aircraft[] = {"Duck", "Big 3", "Betty", "Ghost"};
+  const char *squads[] = {"r01", "g02", ""}, *aircraft[] = {"Duck", "Big 3", "Ghost"};
   const auto offset = static_cast<std::int16_t>(static_cast<int>(random() % 201) - 100);
-  switch (random() % 5) {
-    case 0:
-      EXPECT_TRUE(RemoveFlights(doc, world.Services, selected));
-      return selected.size();
-    case 1:
-      EXPECT_TRUE(SetMarkings(doc, world.Services, selected, random() % 2));
-      break;
-    case 2:
-      EXPECT_TRUE(SetFlightSkin(doc, world.Services, selected, "b.bmp"));
-      break;
-    case 3: {
-      const AircraftChoice choice{aircraft[random() % 4], squads[random() % 3], "", offset > 0};
-      EXPECT_TRUE(ChangeAirCraft(doc, tables, world.Services, choice, selected, "Bombs").Done);
-      break;
-    }
-    default:
-      DuplicateAndUndo(world, tables, {offset, offset, offset}, random() % 4);
-  }
-  return 0;
+  const AircraftChoice choice{aircraft[random() % 3], squads[random() % 3], "", offset > 0};
+  const unsigned command = random() % 4;
+  if (command == 0) RemoveFlights(doc, world.Services, selected);
+  if (command == 1) SetFlightSkin(doc, world.Services, selected, "b.bmp");
+  if (command == 2) ChangeAirCraft(doc, MakeTables(), world.Services, choice, selected, "Bombs");
+  if (command == 3) DuplicateAndUndo(world, {offset, offset, offset}, random() % 4);
+  return command == 0 ? selected.size() : 0;
 }
 
 TEST(FlightCommands, KeepAMissionWholeInAnyOrder) {
-  const Catalogues tables = MakeTables();
-  for (unsigned seed = 1; seed <= 150 && !HasFailure(); ++seed) {
+  for (unsigned seed = 1; seed <= 60 && !HasFailure(); ++seed) {
     SCOPED_TRACE(seed);
     std::mt19937 random(seed);
     World world;
     Mission& mission = ReadFlights(world, RandomFlights(random));
     std::size_t removed = 0;
     for (int step = 0; step < 8; ++step) {
-      removed += RunOne(world, random, tables);
+      removed += RunOne(world, random);
       std::set<std::string> names;
       for (const auto& flight : mission.Flights) names.insert(flight.Name);
       EXPECT_EQ(names.size(), mission.Flights.size()) << Names(mission);
