@@ -1,0 +1,104 @@
+#include "mainwindow/logic/duplicate_flight.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <string>
+
+#include "mainwindow/logic/add_special.h"
+#include "mainwindow/logic/flight_names.h"
+#include "services/error_log.h"
+#include "services/numbers.h"
+#include "services/text.h"
+
+namespace rws {
+
+namespace {
+
+constexpr double kLargestSingle = 3e38;
+constexpr const char kNewCopy[] = "grp";
+
+/** A number's text plus an offset, in single precision; none for a text that is no such number. */
+std::optional<std::string> Plus(std::string_view text, std::int16_t offset) {
+  const auto number = ParseNumber(Replace(text, ",", "."));
+  if (!number || !(std::fabs(*number) < kLargestSingle)) return {};
+  return NumberText(static_cast<float>(*number) + static_cast<float>(offset));
+}
+
+void AddTo(std::string& text, std::int16_t offset) {
+  if (auto sum = Plus(text, offset)) text = std::move(*sum);
+}
+
+void MoveWaypoint(Waypoint& waypoint, const WaypointOffsets& offsets) {
+  const std::string line = waypoint.Line;
+  const auto words = SplitAt(Trim(line), ' ');
+  if (words.size() < 3) return;
+  const auto x = Plus(words[1], offsets.Distance), y = Plus(words[2], offsets.Distance);
+  if (!x || !y) return;
+  // Every occurrence, also within other words: the writer takes altitude and speed from the record.
+  waypoint.Line = Replace(Replace(line, words[1], *x), words[2], *y);
+  AddTo(waypoint.Alt, offsets.Alt);
+}
+
+/** Unlinks a ground attack from its target, the sixth of exactly six words. */
+void DropTarget(std::string& line) {
+  const auto trimmed = Trim(line);
+  if (std::count(trimmed.begin(), trimmed.end(), ' ') != 5) return;
+  const auto end = static_cast<std::size_t>(trimmed.data() - line.data()) + trimmed.size();
+  line.resize(end);
+  line.resize(line.rfind(' ') + 1);
+}
+
+void AddCopies(Document& doc, const Catalogues& tables, const Services& services, Flight& copy,
+               int count) {
+  const std::ptrdiff_t row = FindAircraft(tables, copy.Class);
+  const std::string companion = row < 0 ? "" : At(tables.Aircraft, row).Companion;
+  for (int i = 0; i < count; ++i) {
+    // On from the copy before: the name is the one that the source's would lead to.
+    copy.Name = NextFlightName(doc, services, copy.Name);
+    const std::ptrdiff_t index = AddFlight(doc, copy);
+    AddSpecial(doc, tables, services, companion, copy.Name, index);
+  }
+}
+
+}  // namespace
+
+void OffsetWaypoints(std::vector<Waypoint>& waypoints, const WaypointOffsets& offsets) {
+  for (std::size_t i = 0; i < waypoints.size(); ++i) {
+    Waypoint& waypoint = waypoints[i];
+    const bool isLanding = EqualNoCase(waypoint.Type, "landing");
+    if (!isLanding && !EqualNoCase(waypoint.Type, "takeoff")) MoveWaypoint(waypoint, offsets);
+    if (EqualNoCase(waypoint.Type, "gattack")) DropTarget(waypoint.Line);
+    if (isLanding && i > 0) AddTo(waypoints[i - 1].Speed, offsets.Speed);
+    std::replace(waypoint.Line.begin(), waypoint.Line.end(), ',', '.');
+  }
+}
+
+void ApplyGroupWaypoints(std::vector<Flight>& flights, std::ptrdiff_t source,
+                         const WaypointOffsets& offsets) {
+  Flight& original = At(flights, source);
+  std::vector<Waypoint> route = original.Waypoints;
+  original.Status.clear();
+  for (auto& flight : flights) {
+    if (flight.Status != kNewCopy) continue;
+    flight.Status.clear();
+    OffsetWaypoints(route, offsets);
+    flight.Waypoints = route;
+  }
+}
+
+bool DuplicateFlight(Document& doc, const Catalogues& tables, const Services& services,
+                     const WaypointOffsets& offsets, int count) {
+  bool added = false;
+  const bool moved = LogAndLeave(services, "DuplicateFlight", [&] {
+    Flight copy = At(At(doc.Missions, doc.CurMission).Flights, doc.CurFlight);
+    copy.Status = kNewCopy;
+    added = LogAndLeave(services, "DuplicateFlight",
+                        [&] { AddCopies(doc, tables, services, copy, count); });
+    // Also after a failure, so that no copy is left waiting for the next command's route.
+    ApplyGroupWaypoints(At(doc.Missions, doc.CurMission).Flights, doc.CurFlight, offsets);
+  });
+  return added && moved;
+}
+
+}  // namespace rws
