@@ -29,7 +29,7 @@ ElidedFrame* FrameAround(QWidget* content, const char* name) {
 }  // namespace
 
 void frmChgAC::Build() {
-  constexpr int kRowLetters = 40, kRows = 22, kTreeLetters = 48;
+  constexpr int kRowLetters = 40, kRows = 22, kTreeLetters = 48, kLeastTreeLetters = 28;
   setObjectName(QStringLiteral("frmChgAC"));
   lstPlanes = new ListBox;
   lstPlanes->setFont(ColumnFont(font()));
@@ -52,6 +52,8 @@ void frmChgAC::Build() {
   const QFontMetrics letters(lstPlanes->font());
   // Beside the letters stand the cell's margins and the bar.
   lstPlanes->setMinimumWidth(letters.horizontalAdvance(QLatin1Char('0')) * (kRowLetters + 5));
+  const int digit = fontMetrics().horizontalAdvance(QLatin1Char('0'));
+  tview->setMinimumWidth(digit * kLeastTreeLetters);
   auto* lists = new QHBoxLayout;
   lists->addWidget(fraPlane, 1);
   lists->addWidget(fraSq, 1);
@@ -61,9 +63,7 @@ void frmChgAC::Build() {
   auto* whole = new QVBoxLayout(this);
   whole->addLayout(lists, 1);
   whole->addLayout(buttons);
-  resize(lstPlanes->minimumWidth() +
-             fontMetrics().horizontalAdvance(QLatin1Char('0')) * (kTreeLetters + 5),
-         letters.height() * (kRows + 6));
+  resize(lstPlanes->minimumWidth() + digit * (kTreeLetters + 5), letters.height() * (kRows + 6));
 }
 
 }  // namespace rws
