@@ -144,4 +144,11 @@ bool Like(std::string_view text, std::string_view pattern) {
   return p == pattern.size();
 }
 
+std::string RightJust(std::string_view text, std::string_view suffix, std::size_t width) {
+  const std::size_t length = text.size() + suffix.size();
+  std::string result(text);
+  if (length < width) result.append(width - length, ' ');
+  return result.append(suffix);
+}
+
 }  // namespace rws

@@ -40,4 +40,13 @@ std::size_t FindNoCase(std::string_view text, std::string_view lowerPart, std::s
     character of a list ("[!list]" one outside it). Case-sensitive. */
 bool Like(std::string_view text, std::string_view pattern);
 
+/** `text` and `suffix` with blanks between them up to `width` bytes; joined directly when they fill
+    it already. */
+std::string RightJust(std::string_view text, std::string_view suffix, std::size_t width);
+
+/** The same for the rows of the aircraft list. */
+inline std::string PadName(std::string_view left, std::string_view right, std::size_t width) {
+  return RightJust(left, right, width);
+}
+
 }  // namespace rws

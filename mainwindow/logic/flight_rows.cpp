@@ -104,11 +104,4 @@ bool SelectedAllFlyable(const Catalogues& catalogues, const std::vector<std::str
                      [&](const auto& name) { return IsFlyable(catalogues, name); });
 }
 
-std::string RightJust(std::string_view text, std::string_view suffix, std::size_t width) {
-  const std::size_t length = text.size() + suffix.size();
-  std::string result(text);
-  if (length < width) result.append(width - length, ' ');
-  return result.append(suffix);
-}
-
 }  // namespace rws

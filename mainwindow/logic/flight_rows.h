@@ -49,13 +49,4 @@ bool SelectedSameAircraft(const std::vector<std::string>& planeNames);
 /** True if the player may fly every aircraft that is selected. */
 bool SelectedAllFlyable(const Catalogues& catalogues, const std::vector<std::string>& planeNames);
 
-/** `text` and `suffix` with blanks between them up to `width` bytes; joined directly when they fill
-    it already. */
-std::string RightJust(std::string_view text, std::string_view suffix, std::size_t width);
-
-/** The same for the rows of the aircraft list. */
-inline std::string PadName(std::string_view left, std::string_view right, std::size_t width) {
-  return RightJust(left, right, width);
-}
-
 }  // namespace rws

@@ -1,0 +1,69 @@
+#include <QFontDatabase>
+#include <QFontInfo>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QVBoxLayout>
+
+#include "editors/frmChgAC.h"
+#include "services/controls/layouts.h"
+
+namespace rws {
+
+namespace {
+
+/** The rows are columns of text: another font must have letters of one width as well. */
+QFont ColumnFont(const QFont& like) {
+  QFont font(QStringLiteral("Courier New"));
+  if (!QFontInfo(font).fixedPitch()) font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  font.setPointSizeF(like.pointSizeF());
+  return font;
+}
+
+ElidedFrame* FrameAround(QWidget* content, const char* name) {
+  auto* frame = new ElidedFrame;
+  frame->setObjectName(QLatin1String(name));
+  (new QVBoxLayout(frame))->addWidget(content);
+  return frame;
+}
+
+}  // namespace
+
+void frmChgAC::Build() {
+  constexpr int kRowLetters = 40, kRows = 22, kTreeLetters = 48, kLeastTreeLetters = 28;
+  setObjectName(QStringLiteral("frmChgAC"));
+  lstPlanes = new ListBox;
+  lstPlanes->setFont(ColumnFont(font()));
+  lstPlanes->setIndentation(0);
+  Describe(lstPlanes, "lstPlanes", tr("Aircraft"), tr("Choose the aircraft type"));
+  tview = new QTreeView;
+  tview->setModel(&nodes_);
+  tview->setHeaderHidden(true);
+  tview->setUniformRowHeights(true);
+  tview->setEditTriggers(QTreeView::NoEditTriggers);
+  Describe(tview, "tview", tr("Squadron or country"), tr("Choose the squadron or country"));
+  fraPlane = FrameAround(lstPlanes, "fraPlane");
+  fraSq = FrameAround(tview, "fraSq");
+  cmd = {new QPushButton(tr("&Apply")), new QPushButton(tr("&Cancel"))};
+  Describe(cmd[0], "cmd(0)", tr("Apply"), tr("Accept changes and exit"));
+  Describe(cmd[1], "cmd(1)", tr("Cancel"), tr("Disregard changes and exit"));
+  cmd[0]->setDefault(true);
+  cmd[1]->setAutoDefault(false);
+
+  const QFontMetrics letters(lstPlanes->font());
+  // Beside the letters stand the cell's margins and the bar.
+  lstPlanes->setMinimumWidth(letters.horizontalAdvance(QLatin1Char('0')) * (kRowLetters + 5));
+  const int digit = fontMetrics().horizontalAdvance(QLatin1Char('0'));
+  tview->setMinimumWidth(digit * kLeastTreeLetters);
+  auto* lists = new QHBoxLayout;
+  lists->addWidget(fraPlane, 1);
+  lists->addWidget(fraSq, 1);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  for (auto* button : cmd) buttons->addWidget(button);
+  auto* whole = new QVBoxLayout(this);
+  whole->addLayout(lists, 1);
+  whole->addLayout(buttons);
+  resize(lstPlanes->minimumWidth() + digit * (kTreeLetters + 5), letters.height() * (kRows + 6));
+}
+
+}  // namespace rws
