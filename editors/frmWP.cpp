@@ -1,5 +1,7 @@
 #include "editors/frmWP.h"
 
+#include <QScreen>
+
 #include "editors/logic/waypoint_table.h"
 #include "mainwindow/loading.h"
 #include "mainwindow/trapped.h"
@@ -27,6 +29,13 @@ Qt::Alignment ToQt(ColumnHeading::Side side) {
   return Qt::AlignLeft;
 }
 
+QStringList Texts(const CodePage& page, const WaypointRow& row) {
+  QStringList texts;
+  texts.reserve(kWaypointColumns);
+  for (const auto& text : row) texts << FromBytes(page, text);
+  return texts;
+}
+
 GridColumn::Input InputOf(std::string_view rule) {
   if (Trim(rule) == "Numeric Only") return GridColumn::Input::Numeric;
   if (Trim(rule) == "Uppercase") return GridColumn::Input::Uppercase;
@@ -39,6 +48,9 @@ frmWP::frmWP(WindowContext context, QWidget* parent) : QDialog(parent), context_
   Build();
   Connect();
 }
+
+// The grid outlives this part of the form and still ends an edit then.
+frmWP::~frmWP() { grd->disconnect(this); }
 
 void frmWP::Connect() {
   const Services& services = context_.Services;
@@ -80,7 +92,7 @@ void frmWP::LoadForm() {
     LoadTable();
   });
   // In the middle only now: the headings decide how wide the form is.
-  adjustSize();
+  resize(sizeHint().boundedTo(screen()->availableSize()));
   CenterForm(*this);
 }
 
@@ -106,15 +118,15 @@ void frmWP::ShowHeadings() {
 
 void frmWP::LoadTable() {
   ShowHeadings();
-  const CodePage& page = context_.Services.Page;
   QList<QStringList> rows;
-  for (const auto& row : WaypointRows(context_.Doc, Metric)) {
-    QStringList texts;
-    texts.reserve(kWaypointColumns);
-    for (const auto& text : row) texts << FromBytes(page, text);
-    rows << texts;
-  }
+  for (const auto& row : WaypointRows(context_.Doc, Metric))
+    rows << Texts(context_.Services.Page, row);
   grd->SetRows(rows);
+}
+
+void frmWP::LoadRow(int row) {
+  const auto texts = OneWaypointRow(context_.Doc, row, Metric);
+  grd->SetRow(row, Texts(context_.Services.Page, texts));
 }
 
 void frmWP::OfferKinds() {
@@ -128,7 +140,7 @@ void frmWP::SetKind(std::size_t kind) {
               ToBytes(context_.Services.Page, mnuPop1[kind]->data().toString()));
   WPModified = WaypointDiffers(context_.Doc, row, kWaypointType);
   // Apply stays as it is, on purpose: a new type alone does not mark the mission.
-  LoadTable();
+  LoadRow(row);
 }
 
 void frmWP::UnitChosen() {
@@ -179,7 +191,7 @@ void frmWP::TakeNumber(int row, int column, const std::string& text) {
   // A look into a cell must not change what feet and miles round: 250 km/h would become 249.
   if (!Metric && text == ToPath(CellBefore)) return;
   SetWaypoint(context_.Doc, row, column, *TypedValue(text, column, Metric));
-  LoadTable();
+  LoadRow(row);
   WPModified = WaypointDiffers(context_.Doc, row, column);
 }
 

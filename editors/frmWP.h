@@ -22,6 +22,7 @@ class frmWP : public QDialog {
 
  public:
   frmWP(WindowContext context, QWidget* parent);
+  ~frmWP() override;
 
   /** Fills the form. Without a current flight it stays empty. */
   void LoadForm();
@@ -52,6 +53,8 @@ class frmWP : public QDialog {
   void Connect();
 
   void LoadTable();
+  /** The same for the one row that a change is seen in. */
+  void LoadRow(int row);
   void ShowHeadings();
   void OfferKinds();
   void SetKind(std::size_t kind);

@@ -97,6 +97,11 @@ std::vector<WaypointRow> WaypointRows(const Document& doc, bool metric) {
   return rows;
 }
 
+WaypointRow OneWaypointRow(const Document& doc, int row, bool metric) {
+  const auto index = static_cast<std::size_t>(row - 1);
+  return MakeRow(index, At(FlightOf(doc.Missions, doc).Waypoints, row - 1), metric);
+}
+
 std::string RouteCaption(const Document& doc, const Catalogues& catalogues,
                          const Services& services) {
   const Flight& flight = FlightOf(doc.Missions, doc);

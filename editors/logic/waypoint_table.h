@@ -62,6 +62,7 @@ using WaypointRow = std::array<std::string, kWaypointColumns>;
 /** One row per waypoint. Metric shows meters and kilometers, otherwise feet and miles. The minutes
     are tens of meters through kilometers per hour, in both. */
 std::vector<WaypointRow> WaypointRows(const Document& doc, bool metric);
+WaypointRow OneWaypointRow(const Document& doc, int row, bool metric);
 
 /** Name of the aircraft and of the flight. */
 std::string RouteCaption(const Document& doc, const Catalogues& catalogues,

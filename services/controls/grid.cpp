@@ -50,6 +50,12 @@ class GridCells : public QAbstractTableModel {
     return {};
   }
 
+  void SetRow(int row, const QStringList& texts) {
+    if (row < 0 || row >= Rows.size()) return;
+    Rows[row] = texts;
+    Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
+  }
+
   bool setData(const QModelIndex& index, const QVariant& value, int role) override {
     if (!index.isValid() || role != Qt::EditRole) return false;
     Rows[index.row()][index.column()] = value.toString();
@@ -134,7 +140,8 @@ Grid::Grid(QWidget* parent)
   setCornerButtonEnabled(false);
   verticalHeader()->hide();
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-  verticalHeader()->setDefaultSectionSize(verticalHeader()->minimumSectionSize());
+  constexpr int kRowMargins = 6;
+  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowMargins);
   horizontalHeader()->setSectionsClickable(false);
   horizontalHeader()->setHighlightSections(false);
   horizontalHeader()->setStretchLastSection(true);
@@ -153,6 +160,8 @@ void Grid::SetRows(const QList<QStringList>& rows) {
   cells_->SetRows(rows);
   if (!currentIndex().isValid() && !rows.isEmpty()) setCurrentIndex(cells_->index(0, 0));
 }
+
+void Grid::SetRow(int row, const QStringList& texts) { cells_->SetRow(row - 1, texts); }
 
 int Grid::RowCount() const { return cells_->rowCount(); }
 

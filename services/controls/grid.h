@@ -38,6 +38,9 @@ class Grid : public QTableView {
       when the number of rows does; else the first cell becomes the current one. */
   void SetRows(const QList<QStringList>& rows);
 
+  /** Replaces the texts of a row; one that is not there changes nothing. */
+  void SetRow(int row, const QStringList& texts);
+
   int Row() const { return currentIndex().row() + 1; }
   int Col() const { return currentIndex().column() + 1; }
   int RowCount() const;
