@@ -1,0 +1,232 @@
+#include "editors/frmWP.h"
+
+#include <QScreen>
+
+#include "editors/logic/waypoint_table.h"
+#include "mainwindow/loading.h"
+#include "mainwindow/trapped.h"
+#include "services/controls/list_colors.h"
+#include "services/platform/form_placement.h"
+#include "services/platform/qt_text.h"
+#include "services/setting_values.h"
+#include "services/text.h"
+
+namespace rws {
+
+namespace {
+
+const QString kYes = QStringLiteral("Yes"), kNo = QStringLiteral("No");
+
+Qt::Alignment ToQt(ColumnHeading::Side side) {
+  switch (side) {
+    case ColumnHeading::Side::Centre:
+      return Qt::AlignHCenter;
+    case ColumnHeading::Side::Right:
+      return Qt::AlignRight;
+    case ColumnHeading::Side::Left:
+      break;
+  }
+  return Qt::AlignLeft;
+}
+
+QStringList Texts(const CodePage& page, const WaypointRow& row) {
+  QStringList texts;
+  texts.reserve(kWaypointColumns);
+  for (const auto& text : row) texts << FromBytes(page, text);
+  return texts;
+}
+
+GridColumn::Input InputOf(std::string_view rule) {
+  if (Trim(rule) == "Numeric Only") return GridColumn::Input::Numeric;
+  if (Trim(rule) == "Uppercase") return GridColumn::Input::Uppercase;
+  return GridColumn::Input::Any;
+}
+
+}  // namespace
+
+frmWP::frmWP(WindowContext context, QWidget* parent) : QDialog(parent), context_(context) {
+  Build();
+  Connect();
+}
+
+// The grid outlives this part of the form and still ends an edit then.
+frmWP::~frmWP() { grd->disconnect(this); }
+
+void frmWP::Connect() {
+  const Services& services = context_.Services;
+  connect(grd, &Grid::CurrentCellChanged, this,
+          Trapped(services, "grd_RowColChange", [this](int, int) { OfferKinds(); }));
+  connect(grd, &Grid::EditBegan, this,
+          [this](int row, int column) { CellBefore = grd->Text(row, column); });
+  connect(grd, &Grid::EditEnded, this, &frmWP::EndEdit);
+  connect(grd, &Grid::MouseReleased, this,
+          Trapped(services, "grd_MouseUp", [this](Qt::MouseButton button, QPoint position) {
+            MouseStep(button, position);
+          }));
+  for (std::size_t i = 0; i < mnuPop1.size(); ++i)
+    connect(mnuPop1[i], &QAction::triggered, this,
+            Trapped(services, "mnuPop1_Click", [this, i](bool) { SetKind(i); }));
+  connect(opt[0], &QRadioButton::toggled, this,
+          Trapped(services, "opt_Click", [this](bool) { UnitChosen(); }));
+  for (auto* button : cmd) connect(button, &QPushButton::clicked, this, [this] { accept(); });
+  connect(mnuMain1, &QAction::triggered, this, [this] { accept(); });
+}
+
+void frmWP::LoadForm() {
+  const Services& services = context_.Services;
+  LogAndLeave(services, "Form_Load", [&] {
+    const Loading loading(context_.Doc);
+    ApplyListColors(*this, context_.Run.ForeColor, context_.Run.BackColor);
+    setWindowTitle(FromPath(kProgramTitle));
+    Metric = ReadFlag(services.Settings, setting::WPMetric);
+    WPModified = false;
+    cmd[0]->setEnabled(WPModified);
+    opt[Metric ? 0 : 1]->setChecked(true);
+    for (std::size_t i = 0; i < mnuPop1.size(); ++i)
+      mnuPop1[i]->setData(FromPath(kWaypointKinds[i].Keyword));
+    ShowHeadings();
+    QString caption =
+        FromBytes(services.Page, RouteCaption(context_.Doc, context_.Tables, services));
+    fra->setAccessibleName(caption);
+    fra->setTitle(caption.replace(QLatin1Char('&'), QStringLiteral("&&")));
+    LoadTable();
+  });
+  // In the middle only now: the headings decide how wide the form is.
+  resize(sizeHint().boundedTo(screen()->availableSize()));
+  CenterForm(*this);
+}
+
+void frmWP::done(int result) {
+  const Services& services = context_.Services;
+  grd->FinishEdit();
+  LogAndLeave(services, "Form_Unload", [&] {
+    WriteSetting(services.Settings, setting::WPMetric, Metric ? "True" : "False");
+  });
+  QDialog::done(result);
+}
+
+void frmWP::ShowHeadings() {
+  const auto rules = SplitAt(kWaypointInputRules, '|');
+  QList<GridColumn> columns;
+  for (const auto& heading : ParseHeadings(WaypointHeadings(Metric))) {
+    const auto i = static_cast<std::size_t>(columns.size());
+    columns << GridColumn{FromPath(heading.Text), ToQt(heading.Align), InputOf(rules[i]),
+                          IsTypedColumn(static_cast<int>(i) + 1)};
+  }
+  grd->SetColumns(columns);
+}
+
+void frmWP::LoadTable() {
+  ShowHeadings();
+  QList<QStringList> rows;
+  for (const auto& row : WaypointRows(context_.Doc, Metric))
+    rows << Texts(context_.Services.Page, row);
+  grd->SetRows(rows);
+}
+
+void frmWP::LoadRow(int row) {
+  const auto texts = OneWaypointRow(context_.Doc, row, Metric);
+  grd->SetRow(row, Texts(context_.Services.Page, texts));
+}
+
+void frmWP::OfferKinds() {
+  const auto offered = OfferedKinds(grd->Row(), grd->RowCount());
+  for (std::size_t i = 0; i < mnuPop1.size(); ++i) mnuPop1[i]->setEnabled(offered[i]);
+}
+
+void frmWP::SetKind(std::size_t kind) {
+  const int row = grd->Row();
+  SetWaypoint(context_.Doc, row, kWaypointType,
+              ToBytes(context_.Services.Page, mnuPop1[kind]->data().toString()));
+  WPModified = WaypointDiffers(context_.Doc, row, kWaypointType);
+  // Apply stays as it is, on purpose: a new type alone does not mark the mission.
+  LoadRow(row);
+}
+
+void frmWP::UnitChosen() {
+  if (context_.Doc.bLoading) return;
+  // What is being typed was meant in the units that are still shown.
+  grd->FinishEdit();
+  Metric = opt[0]->isChecked();
+  LoadTable();
+}
+
+void frmWP::MouseStep(Qt::MouseButton button, QPoint globalPosition) {
+  const Grid::Cells cells = grd->Selection();
+  if (cells.RowCount() == 0 || cells.FirstCol != cells.LastCol) return;
+  const int column = grd->Col();
+  const bool right = button == Qt::RightButton, several = cells.RowCount() > 1;
+  if (right && several && (column == kWaypointRadio || IsTypedColumn(column)))
+    EditRows(cells);
+  else if (button == Qt::LeftButton && !several && column == kWaypointRadio)
+    FlipRadioSilence();
+  else if (right && !several && column == kWaypointType)
+    mnuPop->popup(globalPosition);
+}
+
+void frmWP::FlipRadioSilence() {
+  const int row = grd->Row(), column = grd->Col();
+  const QString text = grd->Text(row, column) == kYes ? kNo : kYes;
+  grd->SetText(row, column, text);
+  EndEdit(row, column, text);
+}
+
+void frmWP::EndEdit(int row, int column, const QString& text) {
+  LogAndLeave(context_.Services, "grd_AfterEdit", [&] { TakeText(row, column, text); });
+  // Also after a text that was refused.
+  cmd[0]->setEnabled(true);
+}
+
+void frmWP::TakeText(int row, int column, const QString& text) {
+  // Not in the code page of missions, which lacks characters that would make a text no number.
+  const std::string typed = ToPath(text);
+  if (TypedValue(typed, column, Metric)) return TakeNumber(row, column, typed);
+  if (column != kWaypointRadio) return grd->SetText(row, column, CellBefore);
+  SetWaypoint(context_.Doc, row, column, MarkerOf(text == kYes));
+  WPModified = WaypointDiffers(context_.Doc, row, column);
+}
+
+void frmWP::TakeNumber(int row, int column, const std::string& text) {
+  if (row == 0 || !IsTypedColumn(column)) return;
+  // A look into a cell must not change what feet and miles round: 250 km/h would become 249.
+  if (!Metric && text == ToPath(CellBefore)) return;
+  SetWaypoint(context_.Doc, row, column, *TypedValue(text, column, Metric));
+  LoadRow(row);
+  WPModified = WaypointDiffers(context_.Doc, row, column);
+}
+
+void frmWP::EditRows(const Grid::Cells& cells) {
+  const Services& services = context_.Services;
+  const int column = grd->Col();
+  Trap(
+      [&] {
+        const std::string value = AskValue(column);
+        if (value.empty()) return;
+        SetWaypoints(context_.Doc, cells.FirstRow, cells.LastRow, column, value, grd->Row(),
+                     [this](bool differs) {
+                       WPModified = differs;
+                       if (WPModified) cmd[0]->setEnabled(true);
+                     });
+      },
+      [&](const Fault& caught) {
+        services.Ask.MsgBox(caught.Text, Buttons::Ok, Icon::Critical, kProgramTitle);
+      });
+  LoadTable();
+}
+
+/** What all selected rows are to get; "" for nothing. */
+std::string frmWP::AskValue(int column) {
+  const Prompts& ask = context_.Services.Ask;
+  if (column == kWaypointRadio) {
+    const Answer answer =
+        ask.MsgBox("Radio Silence?", Buttons::YesNoCancel, Icon::Question, kProgramTitle);
+    if (answer == Answer::Cancel) return "";
+    return std::string(MarkerOf(answer == Answer::Yes));
+  }
+  const std::string prompt =
+      "Enter a new numeric value in " + std::string(UnitWord(column, Metric));
+  const auto typed = ask.InputBox(prompt, kProgramTitle, "");
+  return TypedValue(typed.value_or(""), column, Metric).value_or("");
+}
+
+}  // namespace rws

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <array>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "catalogues/catalogues.h"
+#include "mission/document.h"
+#include "services/services.h"
+
+/** The route of the current flight as a table. Columns and rows count from 1, row 0 being the
+    headings; row r shows waypoint r - 1. Altitude, speed, type and radio silence can be changed,
+    places and distances are only shown. Texts are in the encoding of mission text. A document
+    without such a flight or waypoint is a subscript fault. */
+namespace rws {
+
+enum WaypointColumn {
+  kWaypointNumber = 1,
+  kWaypointType,
+  kWaypointAlt,
+  kWaypointSpeed,
+  kWaypointDist,
+  kWaypointMinutes,
+  kWaypointRadio
+};
+inline constexpr int kWaypointColumns = 7;
+
+/** True for the two columns that are typed into: altitude and speed. */
+constexpr bool IsTypedColumn(int column) {
+  return column == kWaypointAlt || column == kWaypointSpeed;
+}
+
+/** A kind of waypoint that the user can choose. */
+struct WaypointKind {
+  std::string_view Label, Keyword;
+};
+inline constexpr std::array<WaypointKind, 4> kWaypointKinds{{{"Take Off", "TAKEOFF"},
+                                                             {"Normal Fly", "NORMFLY"},
+                                                             {"Ground Attack", "GATTACK"},
+                                                             {"Land", "LANDING"}}};
+
+/** Which of these kinds a row offers. A route of one waypoint offers to land, not to take off. */
+std::array<bool, kWaypointKinds.size()> OfferedKinds(int row, int rowCount);
+
+/** Headings of the columns, divided by bars; "^" centres a column, ">" aligns it to the right. */
+std::string_view WaypointHeadings(bool metric);
+/** What may be typed into each column, divided by bars. */
+inline constexpr std::string_view kWaypointInputRules =
+    "Numeric Only|Uppercase|Numeric Only|Numeric Only|Numeric Only|Numeric Only|Uppercase ";
+
+struct ColumnHeading {
+  enum class Side { Left, Centre, Right };
+  std::string Text;  // with all its blanks
+  Side Align = Side::Left;
+};
+std::vector<ColumnHeading> ParseHeadings(std::string_view format);
+
+using WaypointRow = std::array<std::string, kWaypointColumns>;
+/** One row per waypoint. Metric shows meters and kilometers, otherwise feet and miles. The minutes
+    are tens of meters through kilometers per hour, in both. */
+std::vector<WaypointRow> WaypointRows(const Document& doc, bool metric);
+WaypointRow OneWaypointRow(const Document& doc, int row, bool metric);
+
+/** Name of the aircraft and of the flight. */
+std::string RouteCaption(const Document& doc, const Catalogues& catalogues,
+                         const Services& services);
+
+/** What a text typed into an altitude or speed column stands for in the record; empty if it is no
+    number. Metric text is taken as it is, decimals included, but for blanks around it, which would
+    shift the words of the line. */
+std::optional<std::string> TypedValue(std::string_view text, int column, bool metric);
+/** Unit of a typed column as it is asked for. */
+std::string_view UnitWord(int column, bool metric);
+
+std::string_view MarkerOf(bool radioSilence);
+
+/** Writes the type, altitude, speed or radio silence of a row's waypoint. */
+void SetWaypoint(Document& doc, int row, int column, std::string_view value);
+/** True if that field differs from the one in the shadow. */
+bool WaypointDiffers(const Document& doc, int row, int column);
+/** Writes one value to all rows from `first` to `last`, and after each hands on whether the field
+    of `currentRow` differs: the current one and not the one just written, on purpose. */
+void SetWaypoints(Document& doc, int first, int last, int column, std::string_view value,
+                  int currentRow, const std::function<void(bool differs)>& written);
+
+}  // namespace rws

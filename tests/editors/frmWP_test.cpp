@@ -1,0 +1,208 @@
+#include "editors/frmWP.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QTest>
+#include <memory>
+
+#include "tests/support/doubles.h"
+
+namespace rws::test {
+namespace {
+
+/** The real form over a route of five waypoints, ten kilometers and 250 km/h each. */
+class WaypointForm : public ::testing::Test {
+ protected:
+  WaypointForm() {
+    Flight flight;
+    flight.Class = "IL_2";
+    flight.Name = "1_GvIAP01";
+    flight.Waypoints.assign(5, {"1000", "250", "NORMFLY", "&0", 0, 0, 1000, ""});
+    World_.Doc.Missions.resize(1);
+    World_.Doc.Missions[0].Flights = {flight};
+    World_.Doc.MissionShadow = World_.Doc.Missions;
+    World_.Services.Ask.InputBox = [this](const std::string& prompt, const std::string& title,
+                                          const std::string&) {
+      EXPECT_EQ(title, kProgramTitle);
+      Prompts_.push_back(prompt);
+      return Typed;
+    };
+  }
+
+  void Open() {
+    Form =
+        std::make_unique<frmWP>(WindowContext{World_.Doc, Tables, Run, World_.Services}, nullptr);
+    Form->LoadForm();
+    Form->show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(Form.get()));
+  }
+
+  Waypoint& Point(int row) {
+    return World_.Doc.Missions[0].Flights[0].Waypoints[static_cast<std::size_t>(row - 1)];
+  }
+  QPoint Place(int row, int column) {
+    return Form->grd->visualRect(Form->grd->model()->index(row - 1, column - 1)).center();
+  }
+  void Click(int row, int column, Qt::MouseButton button = Qt::LeftButton,
+             Qt::KeyboardModifiers keys = {}) {
+    QTest::mouseClick(Form->grd->viewport(), button, keys, Place(row, column));
+  }
+  /** Selects the rows of a column and right-clicks the last. */
+  void RightClickRows(int first, int last, int column) {
+    Click(first, column);
+    Click(last, column, Qt::LeftButton, Qt::ShiftModifier);
+    Click(last, column, Qt::RightButton);
+  }
+  void Type(int row, int column, const char* text) {
+    Click(row, column);
+    QTest::keyClick(Form->grd, Qt::Key_F2);
+    auto* box = Form->grd->findChild<QLineEdit*>();
+    ASSERT_NE(box, nullptr);
+    if (text) box->setText(QLatin1String(text));
+    QTest::keyClick(box, Qt::Key_Return);
+    QApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+  std::string Shown(int row, int column) { return Form->grd->Text(row, column).toStdString(); }
+  bool Applies() { return Form->cmd[0]->isEnabled(); }
+
+  World World_;
+  Catalogues Tables;
+  RunState Run;
+  std::optional<std::string> Typed;
+  std::vector<std::string> Prompts_;
+  std::unique_ptr<frmWP> Form;
+};
+
+TEST_F(WaypointForm, TakesWhatIsTypedIntoACell) {
+  Open();
+  EXPECT_EQ(Form->fra->title(), QStringLiteral("IL_2 - 1 GvIAP"));
+  EXPECT_FALSE(Applies());
+  Type(2, 3, "1500.5");
+  EXPECT_EQ(Point(2).Alt, "1500.5");
+  EXPECT_TRUE(Applies() && Form->WPModified);
+
+  Form->cmd[0]->setEnabled(false);
+  Type(3, 3, "high");
+  EXPECT_EQ(Point(3).Alt, "1000");
+  EXPECT_EQ(Shown(3, 3), "1000");
+  EXPECT_TRUE(Applies()) << "also after a refused entry";
+
+  // What is being typed belongs to the units it was begun in, and is not lost when the form closes.
+  Click(4, 4);
+  QTest::keyClick(Form->grd, '5');
+  QTest::keyClicks(QApplication::focusWidget(), "00");
+  Form->opt[1]->toggle();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_EQ(Point(4).Speed, "500");
+  EXPECT_EQ(Shown(4, 4), "311");
+  Form->cmd[0]->setEnabled(false);
+  Type(1, 4, nullptr);
+  EXPECT_EQ(Point(1).Speed, "250") << "left as it was, nothing is rounded";
+  EXPECT_TRUE(Applies());
+  Type(1, 3, "1000");
+  EXPECT_EQ(Point(1).Alt, "305");
+  EXPECT_EQ(Shown(1, 3), "1001");
+  QTest::keyClick(Form->grd, Qt::Key_F2);
+  Form->grd->findChild<QLineEdit*>()->setText(QStringLiteral("2000"));
+  Form->close();
+  EXPECT_EQ(Point(1).Alt, "610");
+  EXPECT_EQ(World_.SettingTexts["software\\hollowbyte\\rws edit\\wpmetric"], "False");
+}
+
+TEST_F(WaypointForm, FlipsRadioSilenceAndChoosesTypes) {
+  Open();
+  Click(2, 7);
+  EXPECT_EQ(Point(2).Marker, "&1");
+  QTest::keyClick(Form->grd, Qt::Key_Space);
+  EXPECT_EQ(Point(2).Marker, "&0");
+  EXPECT_TRUE(Applies() && !Form->WPModified);
+
+  Form->cmd[0]->setEnabled(false);
+  Click(1, 2, Qt::RightButton);
+  ASSERT_TRUE(Form->mnuPop->isVisible());
+  Form->mnuPop->close();
+  EXPECT_FALSE(Form->mnuPop1[3]->isEnabled());
+  Form->mnuPop1[2]->trigger();
+  EXPECT_EQ(Point(1).Type, "GATTACK");
+  EXPECT_FALSE(Applies());
+  for (const int column : {1, 3, 4, 5, 6, 7}) Click(3, column, Qt::RightButton);
+  RightClickRows(2, 4, 5);
+  // Several columns: nothing happens, whichever button.
+  Click(2, 6);
+  Click(3, 7, Qt::LeftButton, Qt::ShiftModifier);
+  Click(3, 7, Qt::RightButton);
+  EXPECT_FALSE(Form->mnuPop->isVisible());
+  EXPECT_EQ(Point(3).Marker, "&0");
+  EXPECT_FALSE(Applies());
+}
+
+TEST_F(WaypointForm, EditsSeveralRowsAtOnce) {
+  Open();
+  RightClickRows(2, 4, 4);
+  EXPECT_EQ(Point(2).Speed, "250") << "cancelled";
+  EXPECT_FALSE(Applies());
+  Typed = "300";
+  RightClickRows(2, 4, 4);
+  for (const int row : {2, 3, 4}) EXPECT_EQ(Shown(row, 4), "300");
+  EXPECT_EQ(Point(5).Speed, "250");
+  EXPECT_TRUE(Applies());
+  Form->opt[1]->click();
+  Typed = "1000";
+  RightClickRows(1, 2, 3);
+  EXPECT_EQ(Point(1).Alt, "305");
+  EXPECT_EQ(Joined(Prompts_),
+            "Enter a new numeric value in Kph|Enter a new numeric value in Kph|"
+            "Enter a new numeric value in feet");
+  for (const auto& [answer, marker] : {std::pair{Answer::Yes, "&1"}, {Answer::Cancel, "&1"}}) {
+    World_.Script.Expect("Radio Silence?", answer);
+    // A click on the first row alone would flip it.
+    Click(1, 6);
+    QTest::keyClick(Form->grd, Qt::Key_Right);
+    QTest::keyClick(Form->grd, Qt::Key_Down, Qt::ShiftModifier);
+    Click(2, 7, Qt::RightButton);
+    EXPECT_EQ(Point(1).Marker, marker);
+    EXPECT_EQ(Point(2).Marker, marker);
+  }
+
+  World_.Doc.MissionShadow.clear();
+  World_.Script.Expect("Subscript out of range");
+  RightClickRows(3, 4, 3);
+  EXPECT_EQ(World_.Script.Boxes.back().Icon, Icon::Critical);
+  EXPECT_EQ(Point(3).Alt, "305") << "what was written stays";
+  EXPECT_EQ(Point(4).Alt, "1000");
+}
+
+TEST_F(WaypointForm, StandsOddRoutes) {
+  World_.Doc.CurFlight = 7;
+  Open();
+  EXPECT_EQ(Form->grd->RowCount(), 0);
+  EXPECT_EQ(Form->grd->model()->columnCount(), 7);
+  QTest::keyClick(Form->grd, Qt::Key_Space);
+  QTest::mouseClick(Form->grd->viewport(), Qt::RightButton);
+  Form->opt[1]->click();
+  Form->cmd[1]->click();
+  EXPECT_FALSE(Form->isVisible());
+
+  World_.Doc.CurFlight = 0;
+  World_.SettingTexts.clear();
+  auto& route = World_.Doc.Missions[0].Flights[0].Waypoints;
+  route.assign(2000, route[0]);
+  World_.Doc.MissionShadow = World_.Doc.Missions;
+  Open();
+  EXPECT_TRUE(Form->opt[0]->isChecked());
+  auto* bar = Form->grd->verticalScrollBar();
+  bar->setValue(bar->maximum());
+  const int place = bar->value();
+  Type(2000, 3, "1e300");
+  EXPECT_EQ(Point(2000).Alt, "1e300");
+  EXPECT_EQ(bar->value(), place) << "a change keeps the place scrolled to";
+  QTest::keyClick(Form->grd, Qt::Key_F2);
+  Form.reset();  // with a cell being edited
+}
+
+}  // namespace
+}  // namespace rws::test
