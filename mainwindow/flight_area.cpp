@@ -1,6 +1,7 @@
 #include "mainwindow/flight_area.h"
 
 #include "catalogues/aircraft.h"
+#include "mainwindow/loading.h"
 #include "mainwindow/trapped.h"
 #include "services/arrays.h"
 #include "services/error_log.h"
@@ -36,6 +37,8 @@ void FlightArea::Connect() {
   connect(lstPlanes, &ReportList::MenuKeyPressed, this,
           Trapped(services, "lstPlanes_MouseUp", [this](QPoint position) { OpenMenu(position); }));
   PopUpAircraftMenu = [this](QPoint position) { mnuAircraft->exec(position); };
+  ShowDialog = [](QDialog& dialog) { dialog.exec(); };
+  ConnectMenu();
 }
 
 Mission& FlightArea::Current() { return At(context_.Doc.Missions, context_.Doc.CurMission); }
@@ -52,6 +55,9 @@ void FlightArea::ResetCaptions() {
 }
 
 void FlightArea::ShowNoFlights() {
+  const Loading loading(context_.Doc);
+  ClearFlightList();
+  ClearFrames(true);
   ResetCaptions();
   fraFlight->ShowNoFlight();
 }

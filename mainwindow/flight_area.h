@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDialog>
 #include <QGroupBox>
 #include <QMenu>
 #include <QWidget>
@@ -52,6 +53,8 @@ class FlightArea : public QWidget {
 
   /** Opens the flight menu and returns when it has closed; a test replaces it. */
   std::function<void(QPoint globalPosition)> PopUpAircraftMenu;
+  /** Shows a dialog and returns when it has closed; a test works the dialog instead. */
+  std::function<void(QDialog& dialog)> ShowDialog;
   /** Shows the player in the status bar. */
   std::function<void(const QString& text)> ShowPlayer;
 
@@ -59,6 +62,7 @@ class FlightArea : public QWidget {
   void Build();
   void BuildMenu();
   void Connect();
+  void ConnectMenu();
   Mission& Current();
   Flight& FlightAt(int index);
   QString Decoded(const std::string& bytes) const;
@@ -66,6 +70,15 @@ class FlightArea : public QWidget {
   void ListKeyReleased();
   void OpenMenu(QPoint globalPosition);
   void TakeSelectedFlight();
+  std::vector<std::size_t> SelectedFlights() const;
+  int MostPlanes(const std::vector<std::size_t>& flights);
+  void ClickChangeAircraft();
+  void ClickMarkings();
+  void ClickSkin(QAction* entry);
+  void ClickDuplicate();
+  void ClickRemove();
+  void ClickWaypoints();
+  void ClickCopy();
 
   WindowContext context_;
 };

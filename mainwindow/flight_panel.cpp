@@ -53,6 +53,7 @@ void FlightPanel::ShowNoFlight() {
   setTitle(tr("None"));
   cboWeap->SelectRow(0);
   txtFuel->setText(QStringLiteral("0"));
+  EnableFlightControls(false, false);
 }
 
 void FlightPanel::LoadFlight(int index) {

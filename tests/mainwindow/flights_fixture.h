@@ -21,10 +21,10 @@ class FlightsTest : public WindowTest {
                                       "[Wing]"};
     for (const char* name : {"r0100", "g0110", "x0100", "r0101"})
       lines.push_back(std::string("  ") + name);
-    AddFlight(lines, "r0100", "I_16", "1");
-    AddFlight(lines, "g0110", "JU_88", "Custom");
-    AddFlight(lines, "x0100", "MYSTERY", "3");
-    AddFlight(lines, "r0101", "I_16T24", "2");
+    AddFlight(lines, "r0100", "I_16", {"  Skill 1"});
+    AddFlight(lines, "g0110", "JU_88", {"  Skill0 3", "  Skill1 2"});
+    AddFlight(lines, "x0100", "MYSTERY", {"  Skill 3"});
+    AddFlight(lines, "r0101", "I_16T24", {"  Skill 2"});
     lines.push_back("[NStationary]");
     Box.Write("missions/a.mis", Crlf(lines));
   }
@@ -38,13 +38,12 @@ class FlightsTest : public WindowTest {
   }
 
   static void AddFlight(std::vector<std::string>& lines, const std::string& name,
-                        const std::string& aircraft, const std::string& skill) {
-    for (const std::string& line :
-         {"[" + name + "]", std::string("  Planes 2"), "  Skill " + skill,
-          "  Class air." + aircraft, std::string("  Fuel 40"), std::string("  weapons default"),
-          "[" + name + "_Way]", std::string("  NORMFLY 1.00 2.00 500.0 300.0 &0"),
-          std::string("  NORMFLY 5.00 2.00 500.0 300.0 &0")})
-      lines.push_back(line);
+                        const std::string& aircraft, const std::vector<std::string>& skill) {
+    lines.insert(lines.end(), {"[" + name + "]", "  Planes 2"});
+    lines.insert(lines.end(), skill.begin(), skill.end());
+    lines.insert(lines.end(),
+                 {"  Class air." + aircraft, "  Fuel 40", "  weapons default", "[" + name + "_Way]",
+                  "  NORMFLY 1.00 2.00 500.0 300.0 &0", "  NORMFLY 5.00 2.00 500.0 300.0 &0"});
   }
 
   FlightArea& Area() { return *Window->flightArea; }

@@ -1,0 +1,157 @@
+#include "editors/frmChgAC.h"
+#include "editors/frmWP.h"
+#include "editors/frmWPEdit.h"
+#include "tests/mainwindow/flights_fixture.h"
+
+namespace rws::test {
+namespace {
+
+class FlightMenuTest : public FlightsTest {
+ protected:
+  FlightMenuTest() {
+    Open();
+    Area().ShowDialog = [this](QDialog& dialog) {
+      dialog.show();
+      if (Work) Work(dialog);
+      dialog.close();
+    };
+  }
+
+  void Choose(std::size_t entry) { Area().mnuAC[entry]->trigger(); }
+  std::string Names() {
+    std::vector<std::string> names;
+    for (const auto& flight : Doc().Missions[0].Flights) names.push_back(flight.Name);
+    return Joined(names);
+  }
+
+  /** What the user does in the next dialog. */
+  std::function<void(QDialog&)> Work;
+};
+
+TEST_F(FlightMenuTest, DuplicatesChangesRemovesAndEditsARouteThroughToTheFile) {
+  ClickFlight(kFighter);
+  Work = [this](QDialog& dialog) {
+    auto& form = dynamic_cast<frmWPEdit&>(dialog);
+    EXPECT_EQ(form.fra1->title(), "Duplicate Flight - I-16");
+    form.txtInput[3]->setText("2");
+    Click(form.cmd[1]);
+  };
+  Choose(4);
+  EXPECT_EQ(Names(), "r0100|g0110|x0100|r0101|r0102|r0103");
+  EXPECT_TRUE(Lit());
+
+  ClickFlight(kBomber);
+  Work = [this](QDialog& dialog) {
+    auto& form = dynamic_cast<frmChgAC&>(dialog);
+    form.lstPlanes->setFocus();
+    QTest::keyClick(form.lstPlanes, Qt::Key_Home);
+    QTest::keyClick(form.lstPlanes, Qt::Key_Down);
+    QTest::keyClick(form.lstPlanes, Qt::Key_Up);
+    Click(form.cmd[0]);
+  };
+  Choose(0);
+  EXPECT_EQ(Record(kBomberFlight).Class, "I_16");
+  EXPECT_EQ(Record(kBomberFlight).Name, "g0100");
+
+  ClickFlight(List().RowOf(kMysteryFlight));
+  World_.Script.Expect("Are you sure?", Answer::Yes);
+  Choose(5);
+  EXPECT_EQ(Names(), "r0100|g0100|r0101|r0102|r0103");
+
+  ClickFlight(List().RowOf(0));
+  Work = [this](QDialog& dialog) {
+    auto& form = dynamic_cast<frmWP&>(dialog);
+    form.grd->setFocus();
+    form.grd->setCurrentIndex(form.grd->model()->index(1, 2));
+    form.grd->edit(form.grd->currentIndex());
+    QTest::keyClicks(form.grd->focusWidget(), "750");
+    QTest::keyClick(form.grd->focusWidget(), Qt::Key_Return);
+  };
+  Choose(6);
+  Click(Window->cmd[3]);
+
+  const auto flight = [](const std::string& name, const std::string& aircraft,
+                         const std::string& skill, const std::string& first,
+                         const std::string& second) {
+    return "[" + name + "]\r\n  Planes 2\r\n" + skill + "  Class air." + aircraft +
+           "\r\n  Fuel 40\r\n  weapons default\r\n[" + name + "_Way]\r\n  NORMFLY " + first +
+           " &0\r\n  NORMFLY " + second + " &0\r\n";
+  };
+  const std::string skill = "  Skill 1\r\n", head = "1.00 2.00 500.0 300.0";
+  EXPECT_EQ(
+      FileText("a"),
+      "[MAIN]\r\n  TIME 23.8\r\n  player r0101\r\n  playerNum 1\r\n[Wing]\r\n"
+      "  r0100\r\n  g0100\r\n  r0101\r\n  r0102\r\n  r0103\r\n" +
+          flight("r0100", "I_16", skill, head, "5.00 2.00 750.0 300.0") +
+          flight("g0100", "I_16", "  Skill0 3\r\n  Skill1 2\r\n", head, "5.00 2.00 500.0 300.0") +
+          flight("r0101", "I_16T24", "  Skill 2\r\n", head, "5.00 2.00 500.0 300.0") +
+          flight("r0102", "I_16", skill, "11 12 510.0 300.0", "15 12 510.0 300.0") +
+          flight("r0103", "I_16", skill, "21 22 520.0 300.0", "25 22 520.0 300.0") +
+          "[NStationary]\r\n");
+  EXPECT_EQ(List().RowCount(), 5) << "read again";
+}
+
+TEST_F(FlightMenuTest, ACancelledDialogChangesNothing) {
+  ClickFlight(kFighter);
+  Work = [](QDialog& dialog) { dynamic_cast<frmChgAC&>(dialog).cmd[1]->click(); };
+  Choose(0);
+  Work = [](QDialog& dialog) { dynamic_cast<frmWPEdit&>(dialog).cmd[0]->click(); };
+  Choose(4);
+  World_.Script.Expect("Are you sure?", Answer::No);
+  Choose(5);
+  Work = {};
+  Choose(6);
+  EXPECT_EQ(Names(), "r0100|g0110|x0100|r0101");
+  EXPECT_FALSE(Lit());
+}
+
+TEST_F(FlightMenuTest, MarkingsReachTheFileOnlyWithAnotherEdit) {
+  SelectFighters();
+  Choose(2);
+  EXPECT_EQ(Record(kFighterFlight).PlaneSlots[1].NumberOn, "0");
+  EXPECT_EQ(Record(kLateFighterFlight).PlaneSlots[1].NumberOn, "0");
+  EXPECT_EQ(Record(kFighterFlight).PlaneSlots[2].NumberOn, "") << "a flight of two";
+  EXPECT_FALSE(Lit());
+  Choose(2);
+  EXPECT_EQ(Record(kFighterFlight).PlaneSlots[1].NumberOn, "");
+}
+
+TEST_F(FlightMenuTest, ASkinGoesToAllPlanesSelected) {
+  for (auto& aircraft : Tables.Aircraft) aircraft.Folder = "i16";
+  Tables.Skins = {{"I16", Box.Path("I-16"), {"default", "Red.bmp", "Winter.bmp"}}};
+  SelectFighters();
+  Area().mnuSkin->actions().at(2)->trigger();
+  for (const int index : {kFighterFlight, kLateFighterFlight})
+    for (const int plane : {0, 1, 2}) {
+      const PlaneSlot& slot = Record(index).PlaneSlots[static_cast<std::size_t>(plane)];
+      EXPECT_EQ(slot.Skin, plane < 2 ? "Winter.bmp" : "") << index << plane;
+      EXPECT_EQ(slot.NumberOn, plane < 2 ? "0" : "");
+    }
+  EXPECT_TRUE(Lit());
+  Area().mnuSkin->actions().at(0)->trigger();
+  EXPECT_EQ(Record(kLateFighterFlight).PlaneSlots[1].Skin, "");
+}
+
+TEST_F(FlightMenuTest, CopiesTheSectionsOfTheSelection) {
+  SelectFighters();
+  Choose(8);
+  const std::string& text = World_.Clipboard;
+  EXPECT_EQ(text.find("[r0100]\r\n  Planes 2\r\n"), 0U);
+  EXPECT_NE(text.find("[r0100_Way]\r\n  NORMFLY 1.00 2.00 500.0 300.0 &0\r\n"), std::string::npos);
+  EXPECT_LT(text.find("[r0100_Way]"), text.find("[r0101]"));
+}
+
+TEST_F(FlightMenuTest, TheLastFlightsCanBeRemoved) {
+  ClickFlight(kBomber);
+  for (int row = 1; row <= kLateFighter; ++row)
+    ClickFlight(row, Qt::LeftButton, Qt::ControlModifier);
+  World_.Script.Expect("Are you sure?", Answer::Yes);
+  Choose(5);
+  EXPECT_EQ(List().RowCount(), 0);
+  EXPECT_EQ(Panel_().title(), "None");
+  EXPECT_FALSE(Panel_().txtFuel->isEnabled());
+  EXPECT_TRUE(Lit());
+}
+
+}  // namespace
+}  // namespace rws::test
