@@ -130,7 +130,10 @@ void MissionPanel::TimeChanged() {
   // Runs while controls are filled as well: showing a mission writes its time back in the spelling
   // of the conversion.
   LogAndLeave(context_.Services, "dtMission_Change", [&] {
+    Document& doc = context_.Doc;
     Current().Time = ClockToHours(ClockText());
+    // The shadow is the mission as it was shown: another spelling of its time is no edit.
+    if (doc.bLoading) At(doc.MissionShadow, doc.CurMission).Time = Current().Time;
     SetModify(context_.Doc, context_.Services);
     if (ReloadFlight) ReloadFlight();
   });

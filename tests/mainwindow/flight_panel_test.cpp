@@ -1,3 +1,4 @@
+#include "services/text.h"
 #include "tests/mainwindow/flights_fixture.h"
 
 namespace rws::test {
@@ -30,6 +31,17 @@ TEST_F(FlightPanelTest, ShowsAFlight) {
            Panel_().txtFuel, Panel_().cboPlanes, Panel_().cboSkill, Panel_().cboWeap,
            Panel_().txtDStart, Panel_().udFuel, Panel_().chkAI, Panel_().chkPara})
     EXPECT_FALSE(control->isEnabled()) << control->objectName().toStdString();
+}
+
+TEST_F(FlightPanelTest, LookingAtFlightsOfAnEarlyMissionIsNoEdit) {
+  Box.Write("missions/a.mis", Replace(FileText("a"), "TIME 23.8", "TIME 7.5"));
+  Open();
+  ClickFlight(kFighter);
+  EXPECT_FALSE(Lit()) << "the time is spelled 07.5 in the record";
+  Panel().dtMission->setTime(QTime(8, 0));
+  EXPECT_TRUE(Lit());
+  Panel().dtMission->setTime(QTime(7, 30));
+  EXPECT_FALSE(Lit());
 }
 
 TEST_F(FlightPanelTest, NumbersAreCutAsTyped) {
