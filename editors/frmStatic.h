@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QDialog>
+#include <QPushButton>
+#include <array>
+#include <functional>
+#include <vector>
+
+#include "editors/logic/stationary_aircraft.h"
+#include "editors/static_list.h"
+#include "mainwindow/state.h"
+#include "services/controls/elided_frame.h"
+
+namespace rws {
+
+/** Lists the parked aircraft of the current mission and changes their type and country. Nothing is
+    in the mission before Apply; the caller then runs `SetModify` if `Static` tells so. */
+class frmStatic : public QDialog {
+  Q_OBJECT
+
+ public:
+  frmStatic(WindowContext context, QWidget* parent);
+
+  /** Fills the form. Without a current mission it stays empty. */
+  void LoadForm();
+  /** True after an Apply that wrote at least one line, be it as it was. */
+  bool Static() const { return static_; }
+
+  /** Shows the dialog that changes aircraft until it is closed. */
+  std::function<void(QDialog&)> ShowDialog = [](QDialog& dialog) { dialog.exec(); };
+
+  StaticList* lstStatic;
+  ElidedFrame* fra;
+  /** Exit, Change, Apply. */
+  std::array<QPushButton*, 3> cmd;
+
+  /** What the list shows; its order is that of the lines. */
+  std::vector<StaticPlane> StaticPlanes;
+
+ private:
+  void Build();
+  void Connect();
+  void FillList();
+  void ShowButtons();
+  void Change();
+  void Apply();
+
+  WindowContext context_;
+  bool static_ = false;
+};
+
+}  // namespace rws

@@ -1,0 +1,187 @@
+#include "editors/logic/stationary_aircraft.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+#include "catalogues/aircraft.h"
+#include "services/faults.h"
+#include "services/text.h"
+
+namespace rws {
+
+namespace {
+
+constexpr std::size_t kClassWord = 1, kCountryWord = 7;
+constexpr char kNoCountry[] = "null", kUnsupported[] = "not";
+
+using Words = std::vector<std::string_view>;
+
+std::string_view NameOf(const Words& words) {
+  if (words.size() <= kClassWord) return {};
+  const std::string_view word = words[kClassWord];
+  const auto sign = word.find('$');
+  return sign == word.npos ? std::string_view() : word.substr(sign + 1);
+}
+
+std::string_view CountryOf(const Words& words) {
+  const bool given = words.size() > kCountryWord && !words[kCountryWord].empty();
+  return given ? words[kCountryWord] : kNoCountry;
+}
+
+/** What the rows of one class have in common. */
+struct ClassFacts {
+  std::string Name;
+  bool Flyable = false, Known = false;
+  std::string Side;  // lower case
+};
+
+ClassFacts FactsOf(const std::string& planeClass, const Catalogues& catalogues,
+                   const Services& services) {
+  const CodePage& page = services.Page;
+  ClassFacts facts;
+  facts.Name = GetPlaneName(catalogues, services, planeClass);
+  facts.Flyable = IsFlyable(catalogues, planeClass);
+  facts.Known = IsKnownPlane(catalogues, planeClass);
+  const std::string lower = page.LCase(planeClass);
+  for (const auto& aircraft : catalogues.Aircraft) {
+    if (aircraft.Class.size() != lower.size() || page.LCase(aircraft.Class) != lower) continue;
+    facts.Side = page.LCase(aircraft.Side);
+    break;
+  }
+  return facts;
+}
+
+/** What the rows of one country have in common. */
+struct CountryFacts {
+  std::string Name;
+  std::string ColorWord;  // lower case; "" if the table gives none
+};
+
+CountryFacts FactsOfCountry(const std::string& code, const Catalogues& catalogues,
+                            const CodePage& page) {
+  const auto& rows = catalogues.Countries;
+  const auto byCode = std::find_if(rows.begin(), rows.end(),
+                                   [&](const auto& row) { return row.StaticCode == code; });
+  CountryFacts facts;
+  facts.Name = byCode == rows.end() ? "Default" : byCode->Name;
+  const std::string lower = page.LCase(facts.Name);
+  const auto byName = std::find_if(rows.begin(), rows.end(),
+                                   [&](const auto& row) { return page.LCase(row.Name) == lower; });
+  if (byName != rows.end()) facts.ColorWord = page.LCase(byName->FlightCode);
+  if (facts.ColorWord >= "z") facts.ColorWord.clear();
+  return facts;
+}
+
+/** Facts by key, each looked up once: thousands of parked aircraft are of few types. */
+template <class Facts, class Find>
+const Facts& Once(std::map<std::string, Facts>& known, const std::string& key, Find find) {
+  const auto place = known.find(key);
+  return place != known.end() ? place->second : known.emplace(key, find(key)).first->second;
+}
+
+std::string ChangedLine(const Words& words, const StaticPlane& plane) {
+  const std::string_view oldName = NameOf(words);
+  std::string line;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    line += i == 0 ? "  " : " ";
+    // By its place: it may be the last word, and its text may stand elsewhere as well.
+    line += i == kCountryWord ? plane.Country : Replace(words[i], oldName, plane.PlaneClass);
+  }
+  return words.size() > kCountryWord ? line : line + " " + plane.Country;
+}
+
+}  // namespace
+
+std::vector<StaticPlane> FindStaticPlanes(const LineArray& lines) {
+  std::vector<StaticPlane> planes;
+  Words words;
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    if (!Contains(lines[i], "planes.Plane")) continue;
+    SplitInto(words, Trim(lines[i]), ' ');
+    planes.push_back({std::string(NameOf(words)), i, std::string(CountryOf(words))});
+  }
+  return planes;
+}
+
+std::vector<StaticRow> MakeStaticRows(const std::vector<StaticPlane>& planes,
+                                      const Catalogues& catalogues, const Services& services) {
+  std::map<std::string, ClassFacts> classes;
+  std::map<std::string, CountryFacts> countries;
+  std::vector<StaticRow> rows;
+  rows.reserve(planes.size());
+  for (const auto& plane : planes) {
+    const ClassFacts& type = Once(classes, plane.PlaneClass, [&](const auto& planeClass) {
+      return FactsOf(planeClass, catalogues, services);
+    });
+    const CountryFacts& country = Once(countries, plane.Country, [&](const auto& code) {
+      return FactsOfCountry(code, catalogues, services.Page);
+    });
+    StaticRow row{rows.size(), type.Name, type.Flyable, country.Name, "", country.ColorWord};
+    row.SortKey = row.Country + "  " + row.PlaneName;
+    if (row.ColorWord.empty()) row.ColorWord = type.Side;
+    if (!type.Known) row.ColorWord = kUnsupported;
+    rows.push_back(std::move(row));
+  }
+  return rows;
+}
+
+std::optional<std::int32_t> StaticRowColor(std::string_view colorWord) {
+  if (colorWord == "red") return 0x0000FF;
+  if (colorWord == "blue") return 0xFF0000;
+  if (colorWord == "white") return 0x000000;
+  if (colorWord == kUnsupported) return 0x808080;
+  return {};
+}
+
+void SortStaticRows(std::vector<StaticRow>& rows, const CodePage& page, bool descending) {
+  std::vector<std::pair<std::string, StaticRow>> keyed;
+  keyed.reserve(rows.size());
+  for (auto& row : rows) {
+    std::string key = page.LCase(row.SortKey);
+    keyed.emplace_back(std::move(key), std::move(row));
+  }
+  std::sort(keyed.begin(), keyed.end(), [&](const auto& a, const auto& b) {
+    const int order = a.first.compare(b.first);
+    if (order == 0) return a.second.Plane < b.second.Plane;
+    return descending ? order > 0 : order < 0;
+  });
+  for (std::size_t i = 0; i < rows.size(); ++i) rows[i] = std::move(keyed[i].second);
+}
+
+bool ChangeStaticPlanes(std::vector<StaticPlane>& planes, const std::vector<std::size_t>& chosen,
+                        const Catalogues& catalogues, std::string_view name,
+                        std::string_view code) {
+  if (Trim(name).empty() || name == "Cancel") return false;
+  const std::string planeClass = GetIntPlaneName(catalogues, name.substr(0, name.find("     ")));
+  for (const std::size_t index : chosen) {
+    StaticPlane& plane = At(planes, static_cast<std::ptrdiff_t>(index));
+    // Its line has no place for a class.
+    if (plane.PlaneClass.empty()) continue;
+    plane.PlaneClass = planeClass;
+    plane.Country = code.empty() ? kNoCountry : code;
+  }
+  return true;
+}
+
+bool ApplyStaticPlanes(const std::vector<StaticPlane>& planes, LineArray& lines) {
+  LineArray result;
+  result.Reserve(lines.FileText().size() + planes.size() * 16, lines.size());
+  std::size_t next = 0;
+  bool written = false;
+  Words words;
+  for (const auto& plane : planes) {
+    if (plane.PlaneClass.empty()) continue;
+    SplitInto(words, Trim(At(lines, static_cast<std::ptrdiff_t>(plane.LineIndex))), ' ');
+    result.AddRange(lines, next, plane.LineIndex);
+    result.Add(ChangedLine(words, plane));
+    next = plane.LineIndex + 1;
+    written = true;
+  }
+  if (!written) return false;
+  result.AddRange(lines, next, lines.size());
+  lines = std::move(result);
+  return true;
+}
+
+}  // namespace rws

@@ -1,0 +1,137 @@
+#include "editors/frmStatic.h"
+
+#include <gtest/gtest.h>
+
+#include <QHeaderView>
+#include <QTest>
+#include <memory>
+
+#include "editors/frmChgAC.h"
+#include "mission/update.h"
+#include "tests/support/doubles.h"
+
+namespace rws::test {
+namespace {
+
+struct StaticForm : testing::Test {
+  StaticForm() {
+    Tables.Aircraft = {{"Red", "I-16", "I_16", "", "", {}, true, false},
+                       {"Blue", "Bf 109", "BF_109", "", "", {}, false, false}};
+    Tables.Squadrons = {{"red", "USSR", "USSR", {}}, {"blue", "Germany", "Germany", {}}};
+    Tables.Countries = {{"USSR", "VVS", "ru", "red"},
+                        {"Germany", "Luftwaffe", "de", "blue"},
+                        {"Default", "n", "null", ""}};
+  }
+
+  void Open(const std::string& lines) {
+    ReadLines(W, lines).BaseName = "Dawn & dusk";
+    W.Doc.MissionShadow = W.Doc.Missions;
+    Form = std::make_unique<frmStatic>(Context, nullptr);
+    Form->LoadForm();
+    Form->ShowDialog = [this](QDialog& dialog) {
+      auto& change = dynamic_cast<frmChgAC&>(dialog);
+      change.show();
+      Asked.push_back(change.ACName + " " + change.Group);
+      Choose(change);
+      EXPECT_FALSE(change.isVisible());
+    };
+    Form->show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(Form.get()));
+  }
+  /** The rows in list order: aircraft, flyable and country; selected ones in brackets. */
+  std::string Rows() const {
+    QStringList rows;
+    for (int row = 0; row < Form->lstStatic->RowCount(); ++row) {
+      QStringList cells;
+      for (const int column : {0, 1, 2}) cells << Data(row, column, Qt::DisplayRole).toString();
+      const bool selected = Form->lstStatic->SelectedRows().contains(row);
+      rows << QString(selected ? "[%1]" : "%1").arg(cells.join(","));
+    }
+    return rows.join("|").toStdString();
+  }
+  QVariant Data(int row, int column, int role) const {
+    return Form->lstStatic->model()->index(row, column).data(role);
+  }
+  void ClickHeader(int column) {
+    auto* header = Form->lstStatic->header();
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
+                      {header->sectionViewportPosition(column) + 8, header->height() / 2});
+  }
+
+  World W;
+  Catalogues Tables;
+  RunState Run;
+  WindowContext Context{W.Doc, Tables, Run, W.Services};
+  std::function<void(frmChgAC&)> Choose;
+  std::vector<std::string> Asked;
+  std::unique_ptr<frmStatic> Form;
+};
+
+const std::string kLines =
+    "[NStationary]|  0 p.planes.Plane$I_16 1 1 2 3 0 ru|  1 p.ships.Ship$I_16 1 1 2 3 0|"
+    "  2 p.planes.Plane$BF_109 1 1 2 3 0 de 2 1.0|  3 p.planes.Plane$HE_999 1 1 2 3 0 de";
+
+TEST_F(StaticForm, ChangesTheSelectedRowsAndAppliesThem) {
+  Open(kLines);
+  EXPECT_EQ(Form->fra->Caption().toStdString(), "Stationary Aircraft for Dawn & dusk");
+  EXPECT_EQ(Rows(), "[I-16,F,USSR]|Bf 109, ,Germany|HE_999, ,Germany");
+  EXPECT_FALSE(Form->cmd[2]->isEnabled());
+  EXPECT_EQ(Data(2, 1, Qt::ToolTipRole).toString().toStdString(),
+            "Installed game does not support this aircraft you need to change it.");
+  EXPECT_EQ(Data(2, 0, Qt::AccessibleTextRole).toString().toStdString(),
+            "HE_999, Not supported by the installed game");
+  EXPECT_EQ(Data(1, 0, Qt::ForegroundRole).value<QColor>().name().toStdString(), "#0000ff");
+
+  ClickHeader(0);
+  EXPECT_EQ(Rows(), "Bf 109, ,Germany|HE_999, ,Germany|[I-16,F,USSR]");
+  ClickHeader(2);
+  EXPECT_EQ(Rows(), "[I-16,F,USSR]|HE_999, ,Germany|Bf 109, ,Germany");
+  QTest::keyClick(Form->lstStatic, Qt::Key_Down);
+  QTest::keyClick(Form->lstStatic, Qt::Key_Down, Qt::ShiftModifier);
+  Choose = [](frmChgAC& change) {
+    QTest::keyClicks(change.lstPlanes, QStringLiteral("i"));
+    change.tview->setCurrentIndex(change.tview->model()->index(2, 0));
+    change.cmd[0]->click();
+  };
+  QTest::keyClick(Form->lstStatic, Qt::Key_Return);
+  EXPECT_EQ(Rows(), "I-16,F,USSR|[I-16,F,Default]|[I-16,F,Default]");
+  EXPECT_FALSE(MissionChanged(W.Doc, 0)) << "nothing before Apply";
+  Form->cmd[2]->click();
+  EXPECT_FALSE(Form->isVisible());
+  EXPECT_TRUE(Form->Static());
+  EXPECT_EQ(W.Doc.Missions[0].Lines[1], W.Doc.MissionShadow[0].Lines[1]);
+  EXPECT_EQ(W.Doc.Missions[0].Lines[3], "  2 p.planes.Plane$I_16 1 1 2 3 0 null 2 1.0");
+  EXPECT_EQ(Joined(Asked), "HE_999 de");
+  EXPECT_TRUE(W.Log.empty());
+}
+
+TEST_F(StaticForm, LeavesTheMissionAlone) {
+  Open(kLines);
+  QTest::keyClick(Form->lstStatic, Qt::Key_Down);
+  for (const bool escape : {true, false}) {
+    Choose = [&](frmChgAC& change) { escape ? change.close() : (change.cmd[1]->click(), true); };
+    const QPoint place = Form->lstStatic->visualRect(Form->lstStatic->currentIndex()).center();
+    QTest::mouseClick(Form->lstStatic->viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(Form->lstStatic->viewport(), Qt::LeftButton, {}, place);
+    EXPECT_FALSE(Form->cmd[2]->isEnabled());
+  }
+  Choose = [](frmChgAC& change) { change.cmd[0]->click(); };
+  Form->cmd[1]->click();
+  EXPECT_EQ(Rows(), "I-16,F,USSR|[Bf 109, ,Germany]|HE_999, ,Germany");
+  Form->cmd[2]->click();
+  EXPECT_TRUE(Form->Static());
+  EXPECT_FALSE(MissionChanged(W.Doc, 0)) << "the same aircraft and country";
+
+  Open("[NStationary]|  1 p.ships.Ship$I_16 1 1 2 3 0");
+  EXPECT_EQ(Rows(), "");
+  EXPECT_FALSE(Form->cmd[1]->isEnabled());
+  ClickHeader(0);
+  QTest::keyClick(Form->lstStatic, Qt::Key_Return);
+  EXPECT_TRUE(Form->isVisible());
+  Form->cmd[0]->click();
+  EXPECT_FALSE(Form->Static());
+  EXPECT_EQ(Joined(Asked), "BF_109 de|BF_109 de|BF_109 de");
+}
+
+}  // namespace
+}  // namespace rws::test
