@@ -56,7 +56,6 @@ void frmDogFight::LoadForm() {
   ResumeNext([&] {
     const Loading loading(context_.Doc);
     setWindowTitle(FromPath(kProgramTitle));
-    CenterForm(*this);
     ApplyListColors(*this, context_.Run.ForeColor, context_.Run.BackColor);
     RowCount = static_cast<int>(SafeUBound(context_.Tables.DogFightAircraft));
     BaseCount = static_cast<int>(SafeUBound(At(context_.Doc.MissionShadow, Idx).BornPlaces));
@@ -66,6 +65,9 @@ void frmDogFight::LoadForm() {
     lblColor->clear();
     CurBase = upd->Value();
     Refresh();
+    // In the middle only now: the names of the colours decide how wide the form is.
+    adjustSize();
+    CenterForm(*this);
   });
 }
 
