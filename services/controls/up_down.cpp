@@ -36,6 +36,18 @@ void UpDown::SetBuddy(QLineEdit* buddy) {
   buddy_->installEventFilter(this);
 }
 
+void UpDown::SetReachable() {
+  Up->setFocusPolicy(Qt::StrongFocus);
+  Up->installEventFilter(this);
+  setFocusProxy(Up);
+}
+
+void UpDown::SetRange(int minimum, int maximum) {
+  minimum_ = minimum;
+  maximum_ = std::max(minimum, maximum);
+  SetValue(value_);
+}
+
 void UpDown::SetValue(int value) {
   value = std::clamp(value, minimum_, maximum_);
   if (std::exchange(value_, value) != value) Q_EMIT ValueChanged(value);
@@ -51,7 +63,8 @@ void UpDown::StepBy(int steps) {
 }
 
 bool UpDown::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() != QEvent::KeyPress || watched != buddy_ || !isEnabled()) return false;
+  if (event->type() != QEvent::KeyPress || !isEnabled()) return false;
+  if (watched != buddy_ && watched != Up) return false;
   const int key = static_cast<QKeyEvent*>(event)->key();
   if (key != Qt::Key_Up && key != Qt::Key_Down) return false;
   StepBy(key == Qt::Key_Up ? 1 : -1);

@@ -16,6 +16,11 @@ class UpDown : public QWidget {
   UpDown(int minimum, int maximum, int step, int start, QWidget* parent = nullptr);
 
   void SetBuddy(QLineEdit* buddy);
+  /** For arrows whose number stands in no text box: they take the focus and the arrow keys
+      themselves. */
+  void SetReachable();
+  /** Sets the range and cuts the value to it. */
+  void SetRange(int minimum, int maximum);
   int Minimum() const { return minimum_; }
   int Maximum() const { return maximum_; }
   int Value() const { return value_; }

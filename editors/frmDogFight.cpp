@@ -1,0 +1,181 @@
+#include "editors/frmDogFight.h"
+
+#include <QEvent>
+#include <QHeaderView>
+#include <QScrollBar>
+#include <algorithm>
+#include <utility>
+
+#include "mainwindow/loading.h"
+#include "mainwindow/trapped.h"
+#include "services/arrays.h"
+#include "services/controls/list_colors.h"
+#include "services/platform/form_placement.h"
+#include "services/platform/qt_text.h"
+
+namespace rws {
+
+frmDogFight::frmDogFight(WindowContext context, QWidget* parent)
+    : QDialog(parent), context_(context) {
+  Build();
+  Connect();
+}
+
+void frmDogFight::Connect() {
+  const Services& services = context_.Services;
+  connect(upd, &UpDown::ValueChanged, this, [this](int value) {
+    if (context_.Doc.bLoading) return;
+    CurBase = value;
+    Refresh();
+  });
+  connect(cbo, &DropDown::activated, this, Trapped(services, "cbo_Click", [this](int row) {
+            Base().Army = static_cast<std::int16_t>(row);
+            ShowColor(row);
+          }));
+  slide->installEventFilter(this);
+  for (std::size_t i = 0; i < lstAC.size(); ++i) {
+    lstAC[i]->installEventFilter(this);
+    // By whatever means the user moves: keys count as the mouse does.
+    connect(lstAC[i]->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this, i] { cmd1[i]->setEnabled(models_[i].rowCount() > 0); });
+    connect(cmd1[i], &QPushButton::clicked, this, [this, i] { Move(i); });
+  }
+  connect(cmd2, &QPushButton::clicked, this,
+          Trapped(services, "cmd2_Click", [this](bool) { SetDefault(); }));
+  connect(cmd[0], &QPushButton::clicked, this,
+          Trapped(services, "cmd_Click", [this](bool) { Apply(); }));
+  connect(cmd[1], &QPushButton::clicked, this, [this] {
+    frmCancel = true;
+    reject();
+  });
+}
+
+void frmDogFight::LoadForm() {
+  // A form closed by its title bar has not been applied.
+  frmCancel = true;
+  ResumeNext([&] {
+    const Loading loading(context_.Doc);
+    setWindowTitle(FromPath(kProgramTitle));
+    ApplyListColors(*this, context_.Run.ForeColor, context_.Run.BackColor);
+    RowCount = static_cast<int>(SafeUBound(context_.Tables.DogFightAircraft));
+    BaseCount = static_cast<int>(SafeUBound(At(context_.Doc.MissionShadow, Idx).BornPlaces));
+    upd->SetRange(0, BaseCount);
+    upd->SetValue(0);
+    FillColors();
+    lblColor->clear();
+    CurBase = upd->Value();
+    Refresh();
+    // In the middle only now: the names of the colours decide how wide the form is.
+    adjustSize();
+    CenterForm(*this);
+  });
+}
+
+void frmDogFight::FillColors() {
+  QStringList names;
+  for (const auto& color : kHomeBaseColors) names << FromPath(color.Name);
+  cbo->Fill(names);
+  for (int i = 0; i < cbo->count(); ++i) cbo->setItemData(i, i);
+}
+
+BornPlace& frmDogFight::Base() {
+  return At(At(context_.Doc.MissionShadow, Idx).BornPlaces, CurBase);
+}
+
+void frmDogFight::Refresh() {
+  ResumeNext([&] {
+    const BornPlace& base = Base();
+    lbl->setNum(CurBase);
+    // A colour or size that the controls do not have stays in the record.
+    cbo->setCurrentIndex(base.Army < cbo->count() ? base.Army : -1);
+    ShowColor(base.Army);
+    slide->setValue(ShownRadius(base.Radius));
+    lists_ = FillHomeBase(context_.Tables.DogFightAircraft, base, context_.Services.Page);
+    for (std::size_t i = 0; i < lists_.size(); ++i) ShowList(i);
+  });
+}
+
+void frmDogFight::ShowColor(int color) {
+  QPalette palette;
+  const bool told = color > 0 && color < static_cast<int>(kHomeBaseColors.size());
+  if (told) {
+    const auto& [name, red, green, blue] = kHomeBaseColors[static_cast<std::size_t>(color)];
+    palette.setColor(QPalette::Window, QColor(red, green, blue));
+  }
+  lblColor->setBackgroundRole(told ? QPalette::Window : QPalette::Button);
+  lblColor->setPalette(palette);
+}
+
+void frmDogFight::ShowList(std::size_t list) {
+  QList<QStandardItem*> items;
+  for (const auto& item : lists_[list]) {
+    items << new QStandardItem(FromBytes(context_.Services.Page, item.Text));
+    items.back()->setData(FromPath(item.Key));
+    items.back()->setEditable(false);
+  }
+  models_[list].clear();
+  models_[list].appendColumn(items);
+  models_[list].setHorizontalHeaderLabels({tr("Aircraft")});
+  FitColumn(*lstAC[list]);
+  // Only when something is selected again.
+  cmd1[list]->setEnabled(false);
+}
+
+void frmDogFight::FitColumn(const ReportList& list) {
+  constexpr int kTwipsBeside = 300;
+  list.header()->resizeSection(0, list.width() - kTwipsBeside / kTwipsPerPixel);
+}
+
+bool frmDogFight::eventFilter(QObject* watched, QEvent* event) {
+  // The mouse alone writes the size; keys only move the slider, on purpose.
+  if (watched == slide && event->type() == QEvent::MouseButtonRelease)
+    LogAndLeave(context_.Services, "slide_MouseUp", [&] { TakeRadius(); });
+  for (const auto* list : lstAC)
+    if (watched == list && event->type() == QEvent::Resize) FitColumn(*list);
+  return false;
+}
+
+void frmDogFight::TakeRadius() {
+  BornPlace& base = Base();
+  // A click that moves nothing must not cut a size that the slider cannot show.
+  if (slide->value() != ShownRadius(base.Radius)) base.Radius = slide->value();
+}
+
+void frmDogFight::Move(std::size_t from) {
+  std::array<int, 2> scrolled;
+  for (std::size_t i = 0; i < 2; ++i) scrolled[i] = lstAC[i]->verticalScrollBar()->value();
+  const auto rows = lstAC[from]->SelectedRows();
+  ResumeNext([&] {
+    BornPlace& base = Base();
+    auto& table = context_.Tables.DogFightAircraft;
+    std::vector<std::string_view> names;
+    for (const int row : rows) names.push_back(At(lists_[from], row).Text);
+    MoveAircraft(table, base, from == kAvailable ? kAvailable : kReserve, names);
+    Refresh();
+    EraseIfDefault(table, base, lists_[kAvailable]);
+  });
+  // The place in the lists is kept, so that the next aircraft need not be sought anew.
+  for (std::size_t i = 0; i < 2; ++i) lstAC[i]->verticalScrollBar()->setValue(scrolled[i]);
+  const int next = std::min<int>(rows.value(0), models_[from].rowCount() - 1);
+  lstAC[from]->selectionModel()->setCurrentIndex(models_[from].index(next, 0),
+                                                 QItemSelectionModel::NoUpdate);
+  lstAC[from]->setFocus();
+}
+
+void frmDogFight::SetDefault() {
+  const Answer answer = context_.Services.Ask.MsgBox(
+      "This will set all flyable aircraft to this Home Base.\nAre you sure you want to do this?",
+      Buttons::YesNo, Icon::Question, kProgramTitle);
+  if (answer != Answer::Yes) return;
+  Base().Planes.clear();
+  Refresh();
+}
+
+void frmDogFight::Apply() {
+  auto bases = At(context_.Doc.MissionShadow, Idx).BornPlaces;
+  At(context_.Doc.Missions, Idx).BornPlaces = std::move(bases);
+  frmCancel = false;
+  accept();
+}
+
+}  // namespace rws

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <QDialog>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QSlider>
+#include <QStandardItemModel>
+#include <array>
+
+#include "editors/logic/home_bases.h"
+#include "mainwindow/state.h"
+#include "services/controls/arrow_button.h"
+#include "services/controls/drop_down.h"
+#include "services/controls/report_list.h"
+#include "services/controls/up_down.h"
+
+namespace rws {
+
+/** Edits the home bases of a multiplayer mission: colour, size and the aircraft on offer. The
+    caller reads the table of aircraft, sets `Idx`, loads and shows the form; it runs `SetModify`
+    when `frmCancel` is false. The edits are made in the shadow of the mission and stay there; only
+    Apply takes them over. Lists and their frames and buttons count 0 for the aircraft available at
+    the base and 1 for the reserve. */
+class frmDogFight : public QDialog {
+  Q_OBJECT
+
+ public:
+  frmDogFight(WindowContext context, QWidget* parent);
+
+  /** Fills the form. Without a home base it stays empty. */
+  void LoadForm();
+
+  /** In: index of the mission. */
+  int Idx = 0;
+  /** Out: false after Apply alone; every other way of closing applies nothing. */
+  bool frmCancel = true;
+  /** Upper bounds of the home bases and of the table of aircraft. */
+  int BaseCount = -1, RowCount = -1;
+  /** Index of the home base on show. */
+  int CurBase = 0;
+
+  QGroupBox* fra;
+  QLabel *Label4, *lbl, *Label1, *lblColor, *Label2;
+  UpDown* upd;
+  DropDown* cbo;
+  QSlider* slide;
+  std::array<QGroupBox*, 2> fraList;
+  std::array<ReportList*, 2> lstAC;
+  std::array<ArrowButton*, 2> cmd1;
+  QPushButton* cmd2;
+  /** Apply, Cancel. */
+  std::array<QPushButton*, 2> cmd;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void Build();
+  void BuildBase();
+  void BuildLists();
+  QLayout* BuildButtons();
+  void SetTabOrders();
+  void Connect();
+
+  void FillColors();
+  BornPlace& Base();
+  void Refresh();
+  void ShowColor(int color);
+  void ShowList(std::size_t list);
+  void FitColumn(const ReportList& list);
+  void TakeRadius();
+  void Move(std::size_t from);
+  void SetDefault();
+  void Apply();
+
+  WindowContext context_;
+  std::array<QStandardItemModel, 2> models_;
+  HomeBaseLists lists_;
+};
+
+}  // namespace rws

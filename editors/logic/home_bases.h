@@ -1,0 +1,68 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "catalogues/records.h"
+#include "mission/records.h"
+#include "services/code_page.h"
+
+/** The home bases of a multiplayer mission: colour, size of the area, and the aircraft that each
+    offers. A base without a list of its own offers the default aircraft. Texts are in the encoding
+    of mission text. */
+namespace rws {
+
+struct HomeBaseColor {
+  std::string_view Name;
+  std::uint8_t Red, Green, Blue;
+};
+/** In the order of `BornPlace.Army`. "None" stands for the system's own button colour. */
+inline constexpr std::array<HomeBaseColor, 17> kHomeBaseColors{{{"None", 0, 0, 0},
+                                                                {"Red", 192, 0, 0},
+                                                                {"Blue", 0, 0, 192},
+                                                                {"Green", 0, 162, 0},
+                                                                {"Gold", 192, 192, 0},
+                                                                {"Purple", 192, 0, 192},
+                                                                {"Aqua", 0, 192, 192},
+                                                                {"Maroon", 128, 0, 0},
+                                                                {"Navy", 0, 0, 128},
+                                                                {"Emerald", 0, 64, 0},
+                                                                {"Olive", 89, 128, 12},
+                                                                {"Magenta", 128, 0, 128},
+                                                                {"Teal", 0, 128, 128},
+                                                                {"Orange", 231, 101, 26},
+                                                                {"Turquoise", 0, 163, 157},
+                                                                {"Brown", 140, 102, 54},
+                                                                {"Salad", 64, 128, 64}}};
+
+/** The sizes that the slider can show, in meters. */
+inline constexpr int kLeastRadius = 500, kLargestRadius = 9950;
+/** What the slider shows for a size: the nearest that it has. */
+int ShownRadius(std::int32_t radius);
+
+/** An aircraft in a list of the editor. */
+struct HomeBaseItem {
+  std::string Text;  // display name; "" for an aircraft that the table does not know
+  std::string Key;   // its place in the base's list or in the table, counted from 0, and " flt"
+};
+enum HomeBaseList { kAvailable = 0, kReserve = 1 };
+using HomeBaseLists = std::array<std::vector<HomeBaseItem>, 2>;
+
+/** Both lists of a base. Marks each row of the table as available ("A") or in reserve ("R"). */
+HomeBaseLists FillHomeBase(std::vector<DogFightPlane>& table, const BornPlace& base,
+                           const CodePage& page);
+
+/** Moves aircraft, given by their display names, out of one list into the other. The table must be
+    marked for this base. The base's own list then follows the table's order, and aircraft that the
+    table does not know leave it. */
+void MoveAircraft(std::vector<DogFightPlane>& table, BornPlace& base, HomeBaseList from,
+                  const std::vector<std::string_view>& names);
+
+/** Erases the base's own list when the available aircraft are the default ones, in table order. */
+void EraseIfDefault(const std::vector<DogFightPlane>& table, BornPlace& base,
+                    const std::vector<HomeBaseItem>& available);
+
+}  // namespace rws

@@ -1,0 +1,132 @@
+#include "editors/frmDogFight.h"
+
+#include <gtest/gtest.h>
+
+#include <QTest>
+#include <memory>
+
+#include "tests/support/doubles.h"
+
+namespace rws::test {
+namespace {
+
+/** The real form over two bases: the default aircraft, then one with a list of its own whose colour
+    and size the controls do not have. */
+struct HomeBaseForm : testing::Test {
+  HomeBaseForm() {
+    Tables.DogFightAircraft = {{"Bf 109", "Bf-109", "R", false},
+                               {"B-17", "B-17D", "R", true},
+                               {"P-51", "P-51D", "R", false}};
+    World_.Doc.Missions.resize(1);
+    World_.Doc.Missions[0].BornPlaces = {{1, 3000, {}, 0, 0}, {40, 10000, {"P-51D", "UFO"}, 0, 0}};
+    World_.Doc.MissionShadow = World_.Doc.Missions;
+  }
+  void Open() {
+    Form = std::make_unique<frmDogFight>(WindowContext{World_.Doc, Tables, Run, World_.Services},
+                                         nullptr);
+    Form->LoadForm();
+    Form->show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(Form.get()));
+  }
+  BornPlace& Shadow(std::size_t base) { return World_.Doc.MissionShadow[0].BornPlaces[base]; }
+  BornPlace& Own(std::size_t base) { return World_.Doc.Missions[0].BornPlaces[base]; }
+  std::string Shown(std::size_t list) {
+    std::vector<std::string> texts;
+    const auto* model = Form->lstAC[list]->model();
+    for (int row = 0; row < model->rowCount(); ++row)
+      texts.push_back(model->index(row, 0).data().toString().toStdString());
+    return Joined(texts);
+  }
+  void ClickItem(std::size_t list, int row) {
+    auto* view = Form->lstAC[list];
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, {},
+                      view->visualRect(view->model()->index(row, 0)).center());
+  }
+  QColor Swatch() { return Form->lblColor->palette().color(Form->lblColor->backgroundRole()); }
+
+  World World_;
+  Catalogues Tables;
+  RunState Run;
+  std::unique_ptr<frmDogFight> Form;
+};
+
+TEST_F(HomeBaseForm, ShowsEachBaseAndKeepsWhatItCannotShow) {
+  Open();
+  EXPECT_EQ(Form->BaseCount, 1);
+  EXPECT_EQ(Form->RowCount, 2);
+  EXPECT_EQ(Form->cbo->currentText(), "Red");
+  EXPECT_EQ(Swatch(), QColor(192, 0, 0));
+  EXPECT_EQ(Shown(kAvailable) + "/" + Shown(kReserve), "Bf 109|P-51/B-17");
+  QTest::mouseClick(Form->upd->Up, Qt::LeftButton);
+  EXPECT_EQ(Form->lbl->text(), "1");
+  EXPECT_EQ(Form->cbo->currentIndex(), -1);
+  EXPECT_EQ(Swatch(), Form->palette().color(QPalette::Button));
+  EXPECT_EQ(Shown(kAvailable) + "/" + Shown(kReserve), "P-51|/Bf 109|B-17");
+  QTest::mouseClick(Form->slide, Qt::RightButton);
+  QTest::mouseClick(Form->upd->Up, Qt::LeftButton);
+  QTest::mouseClick(Form->cmd[0], Qt::LeftButton);
+  EXPECT_EQ(Own(1).Army, 40);
+  EXPECT_EQ(Own(1).Radius, 10000);
+  EXPECT_EQ(Joined(Own(1).Planes), "P-51D|UFO");
+  EXPECT_FALSE(Form->frmCancel || Form->isVisible());
+}
+
+TEST_F(HomeBaseForm, TakesColorAndTheSizeOfTheMouseAlone) {
+  Open();
+  QTest::keyClick(Form->cbo, Qt::Key_Down);
+  EXPECT_EQ(Shadow(0).Army, 2);
+  EXPECT_EQ(Swatch(), QColor(0, 0, 192));
+  QTest::keyClick(Form->slide, Qt::Key_End);
+  EXPECT_EQ(Form->slide->value(), 9950);
+  EXPECT_EQ(Shadow(0).Radius, 3000);
+  QTest::mouseClick(Form->slide, Qt::LeftButton, {}, {2, 5});
+  EXPECT_LT(Form->slide->value(), 9950);
+  EXPECT_EQ(Shadow(0).Radius, Form->slide->value());
+
+  QTest::keyClick(Form.get(), Qt::Key_Escape);
+  EXPECT_TRUE(Form->frmCancel);
+  EXPECT_EQ(Own(0).Army, 1);
+  Open();
+  EXPECT_EQ(Form->cbo->currentText(), "Blue") << "kept for the next time";
+}
+
+TEST_F(HomeBaseForm, MovesTheAircraftSelectedByMouseOrKeys) {
+  Open();
+  EXPECT_FALSE(Form->cmd1[0]->isEnabled() || Form->cmd1[1]->isEnabled());
+  ClickItem(kReserve, 0);
+  QTest::mouseClick(Form->cmd1[kReserve], Qt::LeftButton);
+  EXPECT_EQ(Joined(Shadow(0).Planes), "Bf-109|B-17D|P-51D");
+  EXPECT_EQ(Shown(kAvailable) + "/" + Shown(kReserve), "Bf 109|B-17|P-51/");
+  EXPECT_FALSE(Form->cmd1[0]->isEnabled() || Form->cmd1[1]->isEnabled());
+
+  ClickItem(kAvailable, 0);
+  QTest::keyClick(Form->lstAC[kAvailable], Qt::Key_Down, Qt::ShiftModifier);
+  Form->cmd1[kAvailable]->setFocus();
+  QTest::keyClick(Form->cmd1[kAvailable], Qt::Key_Return);
+  EXPECT_EQ(Joined(Shadow(0).Planes), "P-51D");
+  QTest::keyClick(Form->lstAC[kAvailable], Qt::Key_A, Qt::ControlModifier);
+  QTest::mouseClick(Form->cmd1[kAvailable], Qt::LeftButton);
+  EXPECT_TRUE(Shadow(0).Planes.empty());
+  EXPECT_EQ(Shown(kAvailable), "Bf 109|P-51") << "nothing left means the default";
+
+  QTest::keyClick(Form->upd->Up, Qt::Key_Up);
+  World_.Script.Expect("Are you sure you want to do this?", Answer::No);
+  QTest::mouseClick(Form->cmd2, Qt::LeftButton);
+  EXPECT_EQ(Joined(Shadow(1).Planes), "P-51D|UFO");
+  World_.Script.Expect("This will set all flyable aircraft to this Home Base.", Answer::Yes);
+  QTest::mouseClick(Form->cmd2, Qt::LeftButton);
+  EXPECT_TRUE(Shadow(1).Planes.empty());
+  EXPECT_EQ(Shown(kAvailable), "Bf 109|P-51");
+}
+
+TEST_F(HomeBaseForm, StaysEmptyWithoutABase) {
+  World_.Doc.MissionShadow[0].BornPlaces.clear();
+  Open();
+  EXPECT_EQ(Shown(kAvailable) + Shown(kReserve), "");
+  QTest::mouseClick(Form->slide, Qt::LeftButton);
+  QTest::keyClick(Form->cbo, Qt::Key_Down);
+  EXPECT_EQ(World_.Log.size(), 2u) << "told in the log, and the form is still there";
+}
+
+}  // namespace
+}  // namespace rws::test
