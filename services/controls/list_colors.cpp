@@ -3,6 +3,7 @@
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <algorithm>
 #include <cmath>
 
@@ -54,6 +55,8 @@ QColor Readable(QColor text, const QColor& background) {
 void ApplyListColors(QWidget& form, std::int32_t text, std::int32_t background) {
   for (auto* list : form.findChildren<QAbstractItemView*>())
     Apply(list, FromBgr(text), FromBgr(background));
+  for (auto* box : form.findChildren<QPlainTextEdit*>())
+    Apply(box, FromBgr(text), FromBgr(background));
   for (auto* box : form.findChildren<QLineEdit*>()) {
     // A drop-down hands its own colours to the box in it, whenever they change.
     auto* owner = qobject_cast<QComboBox*>(box->parentWidget());

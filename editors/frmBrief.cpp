@@ -1,0 +1,180 @@
+#include "editors/frmBrief.h"
+
+#include <QTextCursor>
+
+#include "editors/logic/briefing_file.h"
+#include "editors/logic/briefing_inserts.h"
+#include "mainwindow/trapped.h"
+#include "services/controls/list_colors.h"
+#include "services/platform/form_placement.h"
+#include "services/platform/qt_text.h"
+#include "services/setting_values.h"
+#include "services/system_facts.h"
+
+namespace rws {
+
+namespace {
+
+constexpr std::size_t kAircraftCount = 4;
+
+const std::array<const SettingValue*, 4> kLabels = {
+    &setting::BriefMapLabel, &setting::BriefWeatherLabel, &setting::BriefCloudLabel,
+    &setting::BriefTimeLabel};
+
+void WriteFlag(const Services& services, const SettingValue& value, bool flag) {
+  WriteSetting(services.Settings, value, flag ? "True" : "False");
+}
+
+}  // namespace
+
+frmBrief::frmBrief(WindowContext context, QWidget* parent) : QDialog(parent), context_(context) {
+  Build();
+  Connect();
+}
+
+void frmBrief::Connect() {
+  const Services& services = context_.Services;
+  connect(cmd[0], &QPushButton::clicked, this, &QDialog::reject);
+  connect(cmd[1], &QPushButton::clicked, this,
+          Trapped(services, "cmd_Click", [this](bool) { Apply(); }));
+  connect(cmd[2], &QPushButton::clicked, this, Trapped(services, "cmd_Click", [this](bool) {
+            OpenFile(context_.Services, DataFile(context_.Services, "RWS.HLP"));
+          }));
+  connect(txtBrief, &TextBox::MenuAsked, this,
+          [this](const QPoint& place) { mnuMain->popup(place); });
+  ConnectMenus();
+}
+
+void frmBrief::ConnectMenus() {
+  const Services& services = context_.Services;
+  connect(mnuExit, &QAction::triggered, this, &QDialog::reject);
+  connect(mnuConvert, &QAction::triggered, this,
+          Trapped(services, "mnuConvert_Click", [this](bool on) {
+            UseUS = on;
+            WriteFlag(context_.Services, setting::UseUSMeasurement, on);
+          }));
+  const auto onEach = [&](auto& items, const char* name, void (frmBrief::*handle)(std::size_t)) {
+    for (std::size_t i = 0; i < items.size(); ++i)
+      connect(items[i], &QAction::triggered, this,
+              Trapped(services, name, [this, handle, i](bool) { (this->*handle)(i); }));
+  };
+  onEach(mnuMod, "mnuMod_Click", &frmBrief::ModifyLabel);
+  onEach(mnuInsert, "mnuInsert_Click", &frmBrief::InsertValue);
+  onEach(mnuTags, "mnuTags_Click", &frmBrief::WrapInTag);
+}
+
+void frmBrief::LoadForm() {
+  CenterForm(*this);
+  LogAndLeave(context_.Services, "Form_Load", [&] { LoadSettings(); });
+  LogAndLeave(context_.Services, "Form_Load", [&] { Read(); });
+  txtName->setFocus();
+}
+
+void frmBrief::LoadSettings() {
+  const Settings& settings = context_.Services.Settings;
+  UseUS = ReadFlag(settings, setting::UseUSMeasurement);
+  for (std::size_t i = 0; i < mnuMod.size(); ++i) {
+    labels_[i] = ReadSetting(settings, *kLabels[i]);
+    mnuMod[i]->setText(FromPath(labels_[i]).replace(QLatin1Char('&'), QLatin1String("&&")));
+  }
+  mnuConvert->setChecked(UseUS);
+  ApplyListColors(*this, context_.Run.ForeColor, context_.Run.BackColor);
+  mnuLabel->setChecked(ReadFlag(settings, setting::LabelInsert));
+  setWindowTitle(QLatin1String(kProgramTitle));
+}
+
+void frmBrief::Read() {
+  const Services& services = context_.Services;
+  Briefing briefing;
+  const auto read = [&] {
+    auto found = ReadBriefing(services, BriefName);
+    mayReplace_ = found.has_value();
+    if (found) briefing = std::move(*found);
+  };
+  Trap(read, [&](const Fault& caught) {
+    readFault_ = caught.Text;
+    Tell("The briefing could not be read.\n" + readFault_);
+  });
+  txtName->setPlainText(FromBytes(services.Page, briefing.Name));
+  txtShort->setPlainText(FromBytes(services.Page, briefing.Short));
+  txtBrief->setPlainText(FromBytes(services.Page, briefing.Description));
+}
+
+void frmBrief::Apply() {
+  if (Save()) accept();
+}
+
+bool frmBrief::Save() {
+  const Services& services = context_.Services;
+  if (!mayReplace_ && services.Files.FileExists(BriefName)) {
+    Tell("\"" + BriefName + "\" holds a briefing that is not shown here. It is not replaced.\n" +
+         readFault_);
+    return false;
+  }
+  // From here on what stands there is this form's own, also after a failure.
+  mayReplace_ = true;
+  const auto bytes = [&](const TextBox* box) { return ToBytes(services.Page, box->Text()); };
+  return Trap(
+      [&] {
+        SaveBriefing(services, BriefName, {bytes(txtName), bytes(txtShort), bytes(txtBrief)});
+      },
+      [&](const Fault& caught) { Tell("The briefing could not be saved.\n" + caught.Text); });
+}
+
+void frmBrief::InsertValue(std::size_t index) {
+  const Services& services = context_.Services;
+  // A menu bar that took the focus has given it back by now.
+  auto* box = qobject_cast<TextBox*>(focusWidget());
+  if (!box || box == txtName) return;
+  if (index == kAircraftCount) {
+    if (AircraftCount) box->Insert(FromBytes(services.Page, AircraftCount()));
+    return;
+  }
+  const BriefingValues values{Map, Weather, Clouds, MisTime};
+  QString text = FromBytes(services.Page, BriefingInsert(values, index, UseUS));
+  // The default labels end in a blank themselves: two blanks then stand behind the colon.
+  if (mnuLabel->isChecked()) text.prepend(FromPath(At(labels_, std::ptrdiff_t(index)) + " "));
+  box->Insert(text);
+}
+
+void frmBrief::ModifyLabel(std::size_t index) {
+  const Services& services = context_.Services;
+  const auto answer = services.Ask.InputBox("Enter new label", kProgramTitle, labels_[index]);
+  if (!answer || answer->empty()) return;
+  // The item keeps its caption until the form is opened again.
+  WriteSetting(services.Settings, *kLabels[index], *answer);
+}
+
+void frmBrief::WrapInTag(std::size_t index) {
+  static constexpr std::array<const char*, 3> kTags = {"<ARMY NONE>", "<ARMY RED>", "<ARMY BLUE>"};
+  QTextCursor cursor = txtBrief->textCursor();
+  if (!cursor.hasSelection()) {
+    context_.Services.Ask.MsgBox(
+        "This option requires you to select the text in the mission\n"
+        "briefing window so that the will tags will inclose the text.",
+        Buttons::Ok, Icon::Information, kProgramTitle);
+    return;
+  }
+  const int start = cursor.selectionStart(), end = cursor.selectionEnd();
+  cursor.beginEditBlock();
+  cursor.setPosition(end);
+  cursor.insertText(QStringLiteral("</ARMY>"));
+  const int behind = cursor.position();
+  cursor.setPosition(start);
+  cursor.insertText(QLatin1String(kTags[index]));
+  cursor.endEditBlock();
+  cursor.setPosition(behind + int(std::string_view(kTags[index]).size()));
+  txtBrief->setTextCursor(cursor);
+}
+
+void frmBrief::Tell(const std::string& text) const {
+  context_.Services.Ask.MsgBox(text, Buttons::Ok, Icon::Critical, kProgramTitle);
+}
+
+void frmBrief::done(int result) {
+  LogAndLeave(context_.Services, "Form_Unload",
+              [&] { WriteFlag(context_.Services, setting::LabelInsert, mnuLabel->isChecked()); });
+  QDialog::done(result);
+}
+
+}  // namespace rws

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <QAction>
+#include <QDialog>
+#include <QGroupBox>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <array>
+#include <functional>
+#include <string>
+
+#include "mainwindow/state.h"
+#include "services/controls/text_box.h"
+
+namespace rws {
+
+/** Edits the briefing of a mission: name, short description and main text. The caller sets the
+    fields, loads and shows the form. Texts are in the encoding of mission text. */
+class frmBrief : public QDialog {
+  Q_OBJECT
+
+ public:
+  frmBrief(WindowContext context, QWidget* parent);
+
+  /** Reads the briefing. One that cannot be read is told to the user and is not written over. */
+  void LoadForm();
+  /** Stores whether inserts get labels, however the form is closed. */
+  void done(int result) override;
+
+  /** Full path of the `.properties` file. */
+  std::string BriefName;
+  /** Saving does not ask for it, on purpose. */
+  bool Backups = false;
+  std::string MissionPath, Weather, Map;
+  /** A clock text, "7:30". */
+  std::string MisTime;
+  /** Cloud height in metres. */
+  std::string Clouds;
+  /** Makes the report of the mission's aircraft. */
+  std::function<std::string()> AircraftCount;
+
+  QGroupBox *fraName, *fraShort, *fraBrief;
+  TextBox *txtName, *txtShort, *txtBrief;
+  /** Cancel, Apply, Help. */
+  std::array<QPushButton*, 3> cmd;
+  /** `mnuMain` is also the menu of `txtBrief`. */
+  QMenu *mnuFile, *mnuMain, *mnuModlbl, *mnuCoop;
+  QAction *mnuExit, *mnuLabel, *mnuConvert, *mnuSep;
+  std::array<QAction*, 4> mnuMod;
+  std::array<QAction*, 5> mnuInsert;
+  std::array<QAction*, 3> mnuTags;
+
+ private:
+  void Build();
+  void BuildMenus();
+  void BuildInsertMenu();
+  void PlaceControls();
+  void Connect();
+  void ConnectMenus();
+  void LoadSettings();
+  void Read();
+  void Apply();
+  /** False, told to the user, when the briefing was not saved. */
+  bool Save();
+  void InsertValue(std::size_t index);
+  void ModifyLabel(std::size_t index);
+  void WrapInTag(std::size_t index);
+  void Tell(const std::string& text) const;
+
+  WindowContext context_;
+  QMenuBar* bar_;
+  std::array<std::string, 4> labels_;
+  bool UseUS = false;
+  /** The text on show is that of the file at `BriefName`; another that stands there is left alone.
+   */
+  bool mayReplace_ = false;
+  /** Why the file could not be read. */
+  std::string readFault_;
+};
+
+}  // namespace rws

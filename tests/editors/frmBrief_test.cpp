@@ -1,0 +1,166 @@
+#include "editors/frmBrief.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QTest>
+#include <memory>
+
+#include "services/faults.h"
+#include "tests/support/doubles.h"
+#include "tests/support/sandbox.h"
+
+namespace rws::test {
+namespace {
+
+struct BriefForm : testing::Test {
+  BriefForm() { Box.MakeFolder("program"); }
+
+  frmBrief& Open() {
+    Form = std::make_unique<frmBrief>(Context, nullptr);
+    Form->BriefName = Box.Path("m.properties");
+    Form->Map = "Map\xA0X";
+    Form->Clouds = "1000.0";
+    Form->MisTime = "7:30";
+    Form->AircraftCount = [] { return "one\r\ntwo"; };
+    Form->LoadForm();
+    Form->show();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(Form.get()));
+    return *Form;
+  }
+  std::string File() const { return Box.Read("m.properties"); }
+  static std::string Text(const TextBox* box) { return box->Text().toStdString(); }
+
+  Sandbox Box;
+  World W{Box.Path("program")};
+  Catalogues Tables;
+  RunState Run;
+  WindowContext Context{W.Doc, Tables, Run, W.Services};
+  std::unique_ptr<frmBrief> Form;
+};
+
+TEST_F(BriefForm, KeepsEveryByte) {
+  std::string all;
+  for (int byte = 0; byte < 256; ++byte)
+    if (byte != '\r' && byte != '\n') all += static_cast<char>(byte);
+  Box.Write("m.properties", "Name " + all + "\nShort " + all + "\nDescription " + all + "\\n");
+  frmBrief& form = Open();
+  form.txtBrief->selectAll();
+  form.txtBrief->cut();
+  form.txtBrief->paste();
+  form.cmd[1]->click();
+  EXPECT_EQ(File(),
+            "Name " + all + "\r\nShort " + all + "\\n\r\nDescription " + all + "\\n\\n\r\n");
+}
+
+TEST_F(BriefForm, TypesAndLeaves) {
+  frmBrief& form = Open();
+  QTest::keyClicks(form.txtName, QStringLiteral("A"));
+  QTest::keyClick(form.txtName, Qt::Key_Tab);
+  EXPECT_TRUE(form.txtShort->hasFocus());
+  QTest::keyClick(form.txtShort, Qt::Key_Return, Qt::ShiftModifier);
+  for (const QChar letter : QStringLiteral("\u0416\u20AC\u0416"))
+    QTest::sendKeyEvent(QTest::Click, form.txtShort, Qt::Key_unknown, letter, {});
+  for (const auto& pasted : {QStringLiteral("x\u0416"), QStringLiteral("d\r\ne")}) {
+    QApplication::clipboard()->setText(pasted);
+    form.txtShort->paste();
+  }
+  form.cmd[2]->click();
+  EXPECT_EQ(Joined(W.ShellCalls), "open " + Box.Path("program/RWS.HLP"));
+  EXPECT_TRUE(form.isVisible());
+  form.cmd[1]->click();
+  const std::string written =
+      "Name A\r\nShort \\n\x80"
+      "d\\ne\\n\r\nDescription \\n\r\n";
+  EXPECT_EQ(File(), written);
+  for (const bool byButton : {false, true}) {
+    Open().txtName->setPlainText(QStringLiteral("other"));
+    byButton ? Form->cmd[0]->click() : Form->mnuExit->trigger();
+    EXPECT_FALSE(Form->isVisible());
+    EXPECT_EQ(File(), written);
+  }
+}
+
+TEST_F(BriefForm, InsertsAtTheActiveControl) {
+  frmBrief& form = Open();
+  form.mnuInsert[0]->trigger();
+  EXPECT_EQ(Text(form.txtName), "");
+  form.txtShort->setFocus();
+  form.mnuInsert[2]->trigger();
+  form.mnuConvert->trigger();
+  form.mnuInsert[2]->trigger();
+  EXPECT_EQ(Text(form.txtShort), "1000.0 meters3281 feet");
+  form.txtBrief->setFocus();
+  form.mnuLabel->trigger();
+  form.mnuInsert[0]->trigger();
+  form.mnuInsert[3]->trigger();
+  EXPECT_EQ(Text(form.txtBrief), "Mission Map:  Map\u00A0XMission Time:  07:30");
+  form.txtBrief->undo();
+  EXPECT_EQ(Text(form.txtBrief), "Mission Map:  Map\u00A0X") << "the last insert alone";
+  form.txtBrief->selectAll();
+  // By keys through the menu bar, which takes the focus.
+  QTest::keyPress(form.txtBrief, Qt::Key_Alt);
+  QTest::keyRelease(form.txtBrief, Qt::Key_Alt, Qt::AltModifier);
+  EXPECT_FALSE(form.txtBrief->hasFocus());
+  for (const auto key : {Qt::Key_Right, Qt::Key_Down})
+    QTest::keyClick(QApplication::focusWidget(), key);
+  ASSERT_TRUE(form.mnuMain->isVisible());
+  QTest::keyClick(form.mnuMain, Qt::Key_A);
+  EXPECT_EQ(Text(form.txtBrief), "one\r\ntwo");
+  form.close();
+  EXPECT_TRUE(Open().mnuLabel->isChecked() && Form->mnuConvert->isChecked());
+}
+
+TEST_F(BriefForm, LabelsTagsAndPopup) {
+  frmBrief& form = Open();
+  W.Services.Ask.InputBox = [](const std::string&, const std::string&, const std::string& text) {
+    return text == "Mission Map: " ? "R & D:" : "";
+  };
+  for (auto* item : form.mnuMod) item->trigger();
+  W.Script.Expect("in the mission\nbriefing window so that the will tags will inclose the text.");
+  form.mnuTags[1]->trigger();
+  form.txtBrief->setPlainText(QStringLiteral("one\ntwo\u00A0"));
+  form.txtBrief->selectAll();
+  form.mnuTags[1]->trigger();
+  EXPECT_EQ(Text(form.txtBrief), "<ARMY RED>one\r\ntwo\u00A0</ARMY>");
+
+  EXPECT_EQ(Open().mnuMod[0]->text().toStdString(), "R && D:");
+  QTest::mouseClick(Form->txtBrief->viewport(), Qt::RightButton);
+  EXPECT_TRUE(Form->mnuMain->isVisible());
+  Form->mnuMain->close();
+  QContextMenuEvent key(QContextMenuEvent::Keyboard, QPoint(5, 5), QPoint(5, 5));
+  QApplication::sendEvent(Form->txtBrief->viewport(), &key);
+  EXPECT_TRUE(Form->mnuMain->isVisible());
+}
+
+TEST_F(BriefForm, FailuresLoseNoText) {
+  Box.Write("m.properties", "Name old");
+  std::string failing;
+  W.Services.Files.BeforeStep = [&](const FileStep& step) {
+    if (step.Action == failing) throw FileFault(fault::FileIo, failing, step.Path, "no disk");
+  };
+  const auto applyFails = [&](const std::string& message) {
+    W.Script.Expect(message);
+    Form->cmd[1]->click();
+    EXPECT_TRUE(Form->isVisible());
+    EXPECT_EQ(File(), "Name old");
+  };
+  const std::string reason = ": \"" + Box.Path("m.properties") + "\": no disk";
+  failing = "read";
+  W.Script.Expect("Cannot read" + reason);
+  Open();
+  failing.clear();
+  applyFails("is not replaced.\nCannot read" + reason);
+  Open().txtName->setPlainText(QStringLiteral("new"));
+  failing = "write";
+  applyFails("Cannot write" + reason);
+  failing.clear();
+  Form->cmd[1]->click();
+  EXPECT_FALSE(Form->isVisible());
+  EXPECT_EQ(File(), "Name new\r\nShort \\n\r\nDescription \\n\r\n");
+}
+
+}  // namespace
+}  // namespace rws::test

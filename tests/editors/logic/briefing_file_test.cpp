@@ -1,0 +1,94 @@
+#include "editors/logic/briefing_file.h"
+
+#include <gtest/gtest.h>
+
+#include "editors/logic/briefing_inserts.h"
+#include "services/faults.h"
+#include "tests/support/doubles.h"
+#include "tests/support/sandbox.h"
+
+namespace rws::test {
+namespace {
+
+const std::string kWritten = "Name n\r\nShort s\\n\r\nDescription d\\n\r\n";
+
+TEST(BriefingFile, Parses) {
+  struct Case {
+    const char *File, *Name, *Short, *Description;
+  };
+  const Case cases[] = {
+      {"", "", "", ""},
+      {"Name A\nShort b\nDescription d", "A", "b", "d"},
+      {"Name A\rShort b\r\rDescription d", "A", "b", "d"},
+      {"lost\r\nDescription one\r\ntwo\r\n\r\n three", "", "", "onetwo three"},
+      {"Description d\r\nShort_de x\r\nName A\r\n name b\r\nName C", "A name bC", "",
+       "dShort_de x"},
+      {"Name My Name is\r\nShort Name Short it\r\nDescription a Description b\r\n", "My is",
+       "Name it", "a b"},
+      {"Name a\\nb\r\nShort\r\nDescription \\\\n\r\n", "a\\nbShort", "", "\\\r\n"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.File);
+    const Briefing briefing = ParseBriefing(c.File);
+    EXPECT_EQ(briefing.Name, c.Name);
+    EXPECT_EQ(briefing.Short, c.Short);
+    EXPECT_EQ(briefing.Description, c.Description);
+  }
+  EXPECT_EQ(BriefingPathOf("/M.mis/A\u0416.MIS"), "/M.mis/a\u0436.properties");
+  EXPECT_EQ(BriefingText({"A\r\nB", "", "x\r\n\r\ny\r\n"}),
+            "Name A\r\nB\r\nShort \\n\r\nDescription x\\n\\ny\\n\\n\r\n");
+}
+
+TEST(BriefingFile, SaveTestsTheBackupAndNotTheFile) {
+  const char* const first = "RWS Backup/a.properties.bak";
+  const char* const second = "RWS Backup/a.properties.03-04-26 05-06-07.bak";
+  Sandbox box;
+  World w(box.Path());
+  const std::string asked = box.Path("m/a.properties");
+  const auto save = [&] {
+    box.Write("m/A.properties", "old");
+    SaveBriefing(w.Services, asked, {"n", "s", "d"});
+  };
+  save();
+  EXPECT_EQ(box.Read("m/A.properties"), kWritten) << "under its own spelling";
+  box.Write(first, "1");
+  save();
+  EXPECT_EQ(box.Read("m/A.properties"), kWritten);
+  EXPECT_EQ(box.Names("m") + box.Names("RWS Backup"), "A.propertiesa.properties.bak");
+  box.Write(second, "2");
+  std::string reason;
+  Trap(save, [&](const Fault& caught) { reason = caught.Text; });
+  EXPECT_EQ(reason, "File already exists: \"" + box.Path(second) + "\"");
+  EXPECT_EQ(box.Read("m/A.properties") + box.Read(first) + box.Read(second), "old12");
+}
+
+TEST(BriefingFile, AFailingStepLosesNothing) {
+  for (const std::string step :
+       {"create folder", "create", "write", "flush", "take name", "sync folder"}) {
+    SCOPED_TRACE(step);
+    Sandbox box;
+    World w(box.Path());
+    // The flush behind the new folder is not the one meant here.
+    if (step == "sync folder") box.MakeFolder("RWS Backup");
+    const std::string path = box.Write("m/a.properties", "old");
+    w.Services.Files.BeforeStep = [&](const FileStep& taken) {
+      if (taken.Action == step) throw FileFault(fault::FileIo, step, taken.Path, "full");
+    };
+    EXPECT_FALSE(ResumeNext([&] { SaveBriefing(w.Services, path, {"n", "s", "d"}); }));
+    EXPECT_EQ(box.Names("m"), "a.properties");
+    EXPECT_EQ(box.Read("m/a.properties"), step == "sync folder" ? kWritten : "old");
+  }
+}
+
+TEST(BriefingInserts, ValuesAndClocks) {
+  const BriefingValues values{"Smolensk", "Clear", "1000.0", "7:05"};
+  const auto insert = [&](std::size_t index, bool us) { return BriefingInsert(values, index, us); };
+  EXPECT_EQ(insert(0, true) + insert(1, true) + insert(3, true), "SmolenskClear07:05");
+  EXPECT_EQ(insert(2, false), "1000.0 meters");
+  EXPECT_EQ(insert(2, true), "3281 feet");
+  for (const char* kept : {"", "12:60", "24:00", "7", "1:2:3", "-1:00", "7: 5"})
+    EXPECT_EQ(TwoDigitClock(kept), kept);
+}
+
+}  // namespace
+}  // namespace rws::test
