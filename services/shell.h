@@ -18,6 +18,8 @@ struct OsVersion {
 struct Shell {
   /** Runs a verb ("open", "Play") on a path; a result from 0 to 32 means failure. */
   std::function<int(const std::string& verb, const std::string& path)> Execute;
+  /** Shows a file in the system's text editor and does not wait for it; results as above. */
+  std::function<int(const std::string& path)> OpenText;
   /** Plays a sound file and returns at once. */
   std::function<void(const std::string& path)> StartSound;
   std::function<void()> StopSound;

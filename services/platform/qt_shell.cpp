@@ -15,6 +15,7 @@
 #include "services/platform/event_pump.h"
 #include "services/platform/qt_text.h"
 #include "services/platform/sound_player.h"
+#include "services/platform/text_editor.h"
 
 #ifdef _WIN32
 #define NOMINMAX
@@ -80,6 +81,7 @@ Shell MakeQtShell() {
   Shell shell;
   shell.TakeInstance = [lock] { return TakeLock(*lock); };
   shell.Execute = OpenByDesktop;
+  shell.OpenText = OpenInTextEditor;
   shell.StartSound = [sound](const std::string& path) { sound->Start(FromPath(path)); };
   shell.StopSound = [sound] { sound->Stop(); };
   shell.SetClipboard = [](const std::string& text) {

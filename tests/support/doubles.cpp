@@ -96,6 +96,10 @@ World::World() {
     ShellCalls.push_back(verb + " " + path);
     return 33;
   };
+  Services.System.OpenText = [this](const std::string& path) {
+    ShellCalls.push_back("text " + path);
+    return 33;
+  };
   Services.System.StartSound = [this](const std::string& path) {
     ShellCalls.push_back("start " + path);
   };

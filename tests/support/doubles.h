@@ -57,7 +57,7 @@ struct World {
   PromptScript Script;
   std::map<std::string, std::string> SettingTexts;
   std::vector<std::string> Log;
-  /** What the shell was asked, as "open PATH", "Play PATH", "start PATH", "stop". */
+  /** What the shell was asked, as "open PATH", "Play PATH", "text PATH", "start PATH", "stop". */
   std::vector<std::string> ShellCalls;
   std::string Clipboard;
   DateTime Clock{2026, 3, 4, 5, 6, 7};

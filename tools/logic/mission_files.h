@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "mission/document.h"
+#include "services/services.h"
+
+/** What the menu of the mission list does to the files of the current mission. A mission takes its
+    briefing, the ".properties" file beside it, along. The files are taken as they stand on disk:
+    unsaved edits are neither asked about nor written. A failure is told in the status bar, ends the
+    operation where it stands and undoes nothing. */
+namespace rws {
+
+enum class FileOutcome {
+  /** Told already; the window stays as it is. */
+  Failed,
+  /** The user cancelled. */
+  Unchanged,
+  /** The files of the directory have changed and must be reread. */
+  Reread
+};
+
+/** Full path of the current mission; "" when the list holds none. */
+std::string CurrentMissionPath(const Document& doc);
+
+/** The current mission; an empty record when the list holds none. */
+const Mission& CurrentMissionRecord(const Document& doc);
+
+/** Path of the briefing that goes with a mission: every ".mis" in the path becomes ".properties",
+    also in the name of a folder. "" for a file without ".mis" in its name, as with ".MIS": it has
+    none. */
+std::string PropertiesPath(std::string_view missionPath);
+
+/** Copies the mission under a name that the user chooses. */
+FileOutcome SaveMissionAs(const Document& doc, const Services& services);
+
+/** Deletes the mission for good when the user agrees. */
+FileOutcome DeleteMission(const Document& doc, const Services& services);
+
+/** Moves the mission to a folder that the user chooses; never over an existing file. */
+FileOutcome MoveMission(const Document& doc, const Services& services);
+
+}  // namespace rws
