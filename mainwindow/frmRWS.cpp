@@ -106,6 +106,7 @@ void frmRWS::LoadMissionList() {
     // Only once: after an Update the current mission stays the current one.
     const int named = FindComLineMission(doc, context_.Run);
     context_.Run.ComLineMission.clear();
+    comLineMissionFound_ = named >= 0;
     if (named >= 0) doc.CurMission = named;
     lstMission->SetRows(names);
     if (doc.CurMission >= names.size()) doc.CurMission = 0;

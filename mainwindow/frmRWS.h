@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAction>
+#include <QDialog>
 #include <QLabel>
 #include <QMainWindow>
 #include <QMenu>
@@ -14,6 +15,7 @@
 #include "mainwindow/state.h"
 #include "mission/update.h"
 #include "services/controls/list_box.h"
+#include "tools/logic/mission_files.h"
 
 namespace rws {
 
@@ -57,6 +59,8 @@ class frmRWS : public QMainWindow {
   std::array<QAction*, 9> mnuMissionPop;
   std::array<QAction*, 4> mnuCases;
 
+  /** Shows a dialog and returns when it has closed; a test works the dialog instead. */
+  std::function<void(QDialog& dialog)> ShowDialog;
   /** Opens the mission menu and returns when it has closed; a test replaces it. */
   std::function<void(QPoint globalPosition)> PopUpMissionMenu;
 
@@ -77,11 +81,23 @@ class frmRWS : public QMainWindow {
   void SetTabOrder();
   void Connect();
   void ConnectDocument();
+  void ConnectMissionMenu();
 
   void FollowList(LeaveBy by);
   void ListMouseReleased(Qt::MouseButton button, int row, QPoint globalPosition);
   bool LeaveMission(LeaveBy by, int& row);
   void OpenMissionMenu(QPoint globalPosition);
+
+  void EndMissionCommand(bool reread);
+  void EndFileCommand(FileOutcome outcome);
+  void ClickEditBrief();
+  void ClickViewText();
+  void ClickSpawnPoints();
+  void ClickAddSound();
+  void ClickSaveAs();
+  void ClickDelete();
+  void ClickMove();
+  void ClickParkedAircraft();
 
   void ClickDirectory();
   void ClickExit();
@@ -95,6 +111,8 @@ class frmRWS : public QMainWindow {
 
   WindowContext context_;
   bool unloaded_ = false;
+  /** The mission that the command line named has been found. */
+  bool comLineMissionFound_ = false;
 };
 
 }  // namespace rws

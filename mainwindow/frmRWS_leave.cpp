@@ -35,6 +35,9 @@ void frmRWS::Connect() {
   // Unlike the Exit button this entry does not ask about unsaved changes; the difference stays.
   connect(mnuExit, &QAction::triggered, this, [this] { Unload(); });
   PopUpMissionMenu = [this](QPoint position) { mnuMisPop->exec(position); };
+  ShowDialog = [](QDialog& dialog) { dialog.exec(); };
+  flightArea->ShowDialog = [this](QDialog& dialog) { ShowDialog(dialog); };
+  ConnectMissionMenu();
 }
 
 void frmRWS::OpenMissionMenu(QPoint globalPosition) {

@@ -94,6 +94,7 @@ void frmRWS::LoadForm(const std::string& commandLine) {
     doc.CurMission = 0;
     doc.CurFlight = 0;
     Start();
+    if (run.ComLineProperties && comLineMissionFound_) ClickEditBrief();
   });
 }
 

@@ -29,6 +29,8 @@ class MissionPanel : public QWidget {
   void ShowMission();
   /** Enables or disables everything; disabled when there is no mission. */
   void EnableControls(bool enabled);
+  /** Shows whether the current mission has a sound, and which. */
+  void ShowSound();
   /** The time picker as "hh.mm". */
   std::string ClockText() const;
 
@@ -54,7 +56,6 @@ class MissionPanel : public QWidget {
 
   Mission& Current();
   void ShowConstant(CheckBox* box, int value);
-  void ShowSound();
   void ShowStationary();
 
   void WeatherChosen(int row);
