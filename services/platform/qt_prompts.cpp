@@ -93,6 +93,10 @@ std::string PickSaveFile(const FileQuestion& question) {
   QFileDialog dialog(QApplication::activeWindow(), FromPath(question.Title),
                      FromPath(question.InitialFolder), ToQtFilter(question.Filter));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
+#ifndef _WIN32
+  // Some desktops' own dialogs ask about the name as typed, before the ending is added to it.
+  dialog.setOption(QFileDialog::DontUseNativeDialog);
+#endif
   dialog.selectFile(FromPath(question.DefaultName));
   const auto parts = SplitAt(question.Filter, '|');
   if (parts.size() > 1) dialog.setDefaultSuffix(FromPath(Replace(parts[1], "*.", "")));

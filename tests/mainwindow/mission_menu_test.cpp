@@ -1,0 +1,152 @@
+#include "editors/frmBrief.h"
+#include "editors/frmChgAC.h"
+#include "editors/frmDogFight.h"
+#include "editors/frmStatic.h"
+#include "tests/mainwindow/window_fixture.h"
+
+namespace rws::test {
+namespace {
+
+/** The menu over three missions, of which the second has a briefing. */
+class MissionMenuTest : public WindowTest {
+ protected:
+  MissionMenuTest() {
+    Box.Write("missions/b.properties", "Name Bridge\r\nShort \\n\r\nDescription \\n\r\n");
+    OpenThree();
+    ClickRow(1);
+    Window->ShowDialog = [this](QDialog& dialog) {
+      dialog.show();
+      Work(dialog);
+      dialog.close();
+    };
+  }
+
+  void Choose(std::size_t entry) { Window->mnuMissionPop[entry]->trigger(); }
+  std::string Shown() { return At(Doc().Missions, Doc().CurMission).BaseName; }
+
+  std::function<void(QDialog&)> Work = [](QDialog&) {};
+};
+
+TEST_F(MissionMenuTest, TheBriefIsEditedBesideTheMission) {
+  Work = [this](QDialog& dialog) {
+    auto& form = dynamic_cast<frmBrief&>(dialog);
+    EXPECT_EQ(form.Map + "|" + form.Weather + "|" + form.MisTime + "|" + form.Clouds,
+              "|Hazy|12:30|1000");
+    QTest::keyClicks(form.txtName, "The ");
+    Click(form.cmd[1]);
+  };
+  Choose(0);
+  EXPECT_EQ(Box.Read("missions/b.properties"),
+            "Name The Bridge\r\nShort \\n\\n\r\nDescription \\n\\n\r\n");
+  EXPECT_FALSE(Lit());
+}
+
+TEST_F(MissionMenuTest, TheTextIsShownByTheDesktop) {
+  Choose(1);
+  EXPECT_EQ(Joined(World_.ShellCalls), "text " + Box.Path("missions/b.mis"));
+}
+
+TEST_F(MissionMenuTest, ASoundIsAttachedByName) {
+  const std::string sound = Box.Write("game/Sounds/Alarm.wav", "RIFF");
+  World_.Script.ExpectPath("Choose sound file to copy", Box.Write("x/Alarm.wav", "RIFF"));
+  World_.Script.Expect("Alarm is ready to copy");
+  World_.Script.ExpectPath("Select destination to copy sound file to", sound);
+  Choose(3);
+  EXPECT_TRUE(Panel().imgSnd->isVisible());
+  EXPECT_TRUE(Lit());
+  Click(Window->cmd[3]);
+  EXPECT_NE(FileText("b").find("  briefSound Sounds/Alarm.wav\r\n"), std::string::npos);
+}
+
+TEST_F(MissionMenuTest, FilesTakeTheirBriefingAlong) {
+  World_.Script.ExpectPath("SaveAs", Box.Path("missions/b 2.mis"));
+  Choose(5);
+  EXPECT_EQ(Box.Names("missions"), "a.mis,b 2.mis,b 2.properties,b.mis,b.properties,c.mis");
+  EXPECT_EQ(Window->lstMission->RowCount(), 4);
+  EXPECT_EQ(Shown(), "b 2") << "the row stays, whichever mission is in it now";
+
+  Box.MakeFolder("other");
+  World_.Script.ExpectPath("Select a directory to move the mission to", Box.Path("other"));
+  Choose(7);
+  EXPECT_EQ(Box.Names("other"), "b 2.mis,b 2.properties");
+  EXPECT_EQ(Shown(), "b");
+
+  World_.Script.Expect("Are you sure you want to delete\nb?", Answer::Yes);
+  Choose(6);
+  EXPECT_EQ(World_.Script.Boxes.back().Title, "Confirm Delete");
+  EXPECT_EQ(Box.Names("missions"), "a.mis,c.mis");
+  EXPECT_EQ(Window->lstMission->RowCount(), 2);
+}
+
+TEST_F(MissionMenuTest, AFailedMoveLeavesAllAsItWas) {
+  Edit();
+  Box.Write("other/b.mis", "another");
+  World_.Script.ExpectPath("Select a directory to move the mission to", Box.Path("other"));
+  Choose(7);
+  EXPECT_EQ(Box.Read("other/b.mis"), "another");
+  EXPECT_EQ(Box.Names("missions"), "a.mis,b.mis,b.properties,c.mis");
+  EXPECT_TRUE(Lit()) << "the edit is still there";
+}
+
+TEST_F(MissionMenuTest, HomeBasesReachTheFileWithASecondEdit) {
+  Box.Write("missions/d.mis", Crlf({"[MAIN]", "  CloudType 1", "[Wing]", "[NStationary]",
+                                    "[BornPlace]", "  1 3000 500 600", "[StaticCamera]"}));
+  Box.Write("program/RWS_DF.txt", "F,P-51D,P-51D\r\n,I-16,I-16\r\n");
+  Window->Start();
+  ClickRow(3);
+  EXPECT_TRUE(Window->mnuMissionPop[2]->isVisible());
+  Work = [this](QDialog& dialog) {
+    auto& form = dynamic_cast<frmDogFight&>(dialog);
+    form.lstAC[1]->selectAll();
+    form.cmd1[1]->setEnabled(true);
+    Click(form.cmd1[1]);
+    Click(form.cmd[0]);
+  };
+  Choose(2);
+  EXPECT_EQ(Joined(Doc().Missions[3].BornPlaces[0].Planes), "P-51D|I-16");
+  EXPECT_FALSE(Lit()) << "aircraft of a home base light nothing";
+  Edit();
+  Click(Window->cmd[3]);
+  EXPECT_NE(FileText("d").find(
+                "[BornPlace]\r\n  1 3000 500 600\r\n[BornPlace0]\r\n  P-51D\r\n  I-16\r\n"),
+            std::string::npos)
+      << FileText("d");
+}
+
+TEST_F(MissionMenuTest, ParkedAircraftAreChangedInTheFile) {
+  auto& aircraft = Tables.Aircraft.emplace_back();
+  aircraft.Name = "Duck";
+  aircraft.Class = "DUCK";
+  Box.Write("missions/d.mis",
+            Crlf({"[MAIN]", "[Wing]", "[NStationary]",
+                  "  0_Static vehicles.planes.Plane$GOOSE 1 10.00 20.00 360.00 0.0 de"}));
+  Window->Start();
+  ClickRow(3);
+  EXPECT_TRUE(Panel().cmdModSA->isEnabled());
+  Work = [this](QDialog& dialog) {
+    if (auto* choice = dynamic_cast<frmChgAC*>(&dialog)) return choice->cmd[0]->click();
+    auto& form = dynamic_cast<frmStatic&>(dialog);
+    Click(form.cmd[1]);
+    Click(form.cmd[2]);
+  };
+  Click(Panel().cmdModSA);
+  EXPECT_TRUE(Lit());
+  Click(Window->cmd[3]);
+  EXPECT_NE(
+      FileText("d").find("  0_Static vehicles.planes.Plane$DUCK 1 10.00 20.00 360.00 0.0 de\r\n"),
+      std::string::npos)
+      << FileText("d");
+}
+
+TEST_F(MissionMenuTest, ABriefingOnTheCommandLineOpensItsMission) {
+  std::string opened;
+  Run.ComLineMission = "c";
+  Work = [&](QDialog& dialog) { opened = dynamic_cast<frmBrief&>(dialog).BriefName; };
+  Window->Start();
+  EXPECT_EQ(Shown(), "c");
+  Choose(0);
+  EXPECT_EQ(opened, Box.Path("missions/c.properties"));
+}
+
+}  // namespace
+}  // namespace rws::test
