@@ -60,6 +60,7 @@ void FlightArea::ShowNoFlights() {
   ClearFrames(true);
   ResetCaptions();
   fraFlight->ShowNoFlight();
+  ShowPlayer(QString());
 }
 
 void FlightArea::ClearFlightList() { lstPlanes->SetRows({}); }

@@ -70,7 +70,7 @@ void frmRWS::BuildMissionMenu() {
   AddEntries<9>(
       mnuMisPop, mnuMissionPop, "mnuMissionPop",
       {tr("Edit Mission &Brief"), tr("&View in Notepad"), tr("Edit &Spawn Points"),
-       tr("&Add Sound File"), QString(), tr("SaveA&s"), tr("&Delete"), tr("&Move"), tr("&Rename")});
+       tr("&Add Sound File"), QString(), tr("Sav&eAs"), tr("&Delete"), tr("&Move"), tr("&Rename")});
   mnuCase = new QMenu(mnuMisPop);
   mnuCase->setObjectName(QStringLiteral("mnuCase"));
   AddEntries<4>(mnuCase, mnuCases, "mnuCase",
