@@ -43,6 +43,11 @@ Prompts PromptScript::Seam() {
     Boxes.push_back({text, buttons, icon, title});
     return Next(text, true).Answer;
   };
+  prompts.InputBox = [this](const std::string& prompt, const std::string&,
+                            const std::string&) -> std::optional<std::string> {
+    const std::string text = Next(prompt, false).Path;
+    return text.empty() ? std::nullopt : std::optional(text);
+  };
   prompts.OpenFiles = [this](const FileQuestion& question, bool) {
     StartFolders.push_back(question.InitialFolder);
     const std::string path = Next(question.Title, false).Path;

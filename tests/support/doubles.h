@@ -20,6 +20,8 @@ class PromptScript {
   void Expect(const std::string& text, Answer answer = Answer::Ok);
   /** Expects a file, save or folder dialog with this title; "" cancels. */
   void ExpectPath(const std::string& title, const std::string& path);
+  /** Expects an input box with this prompt; "" cancels. */
+  void ExpectInput(const std::string& prompt, const std::string& text) { ExpectPath(prompt, text); }
   /** Fails the test when an expected question has not been asked yet. */
   void AllAsked();
 
