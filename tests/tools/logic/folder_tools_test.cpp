@@ -1,0 +1,360 @@
+#include "tools/logic/folder_tools.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <deque>
+#include <filesystem>
+
+#include "mission/reader.h"
+#include "services/faults.h"
+#include "services/paths.h"
+#include "services/setting_values.h"
+#include "services/text.h"
+#include "tests/support/doubles.h"
+#include "tests/support/sandbox.h"
+
+namespace rws {
+namespace {
+
+using Out = ToolOutcome;
+using Strings = std::vector<std::string>;
+
+/** Files are told as "folder/name=content", joined by "|". */
+struct Desk {
+  explicit Desk(const std::string& files, Strings answers = {})
+      : Answers(answers.begin(), answers.end()) {
+    for (const std::string folder : {"in", "from", "out"}) Box.MakeFolder(folder);
+    for (const auto file : SplitAt(files, '|'))
+      if (!file.empty()) Box.Write(file.substr(0, file.find('=')), file.substr(file.find('=') + 1));
+    World.Services.Ask.InputBox = [this](const std::string& prompt, const std::string& title,
+                                         const std::string& initial) {
+      Asked.push_back(prompt + "/" + title + "/" + initial);
+      std::string answer = Answers.empty() ? "" : Answers.front();
+      if (!Answers.empty()) Answers.pop_front();
+      return answer == "<cancel>" ? std::nullopt : std::optional(answer);
+    };
+    World.Doc.MissionDir = Box.Path("in");
+    GetMissionFiles(World.Doc, World.Services);
+    LoadMissionArray(World.Doc, World.Services);
+    World.Doc.MissionShadow = World.Doc.Missions;
+    for (const auto& path : World.Doc.MissionFiles) Contents.push_back(Read(path));
+  }
+  std::string Read(const std::string& path) const { return FileSystem().ReadFile(path); }
+  /** Whatever went wrong, each record leads to the file that it was read from. */
+  void ExpectFollowed() const {
+    for (std::size_t i = 0; i < Contents.size(); ++i) {
+      const std::string& path = World.Doc.MissionFiles[i];
+      EXPECT_TRUE(Box.Exists(path.substr(Box.Path().size() + 1))) << path;
+      EXPECT_EQ(Read(path), Contents[i]) << path;
+      for (const auto* record : {&World.Doc.Missions[i], &World.Doc.MissionShadow[i]})
+        EXPECT_EQ(record->FileName + record->BaseName, GetFileName(path) + GetBaseName(path));
+    }
+  }
+  std::string Disk(const std::string& folder = "in") const {
+    Strings files;
+    for (const auto& entry : FileSystem().ListFolder(Box.Path(folder)))
+      files.push_back(entry.Name + "=" + Box.Read(folder + "/" + entry.Name));
+    std::sort(files.begin(), files.end());
+    return test::Joined(files);
+  }
+  ToolResult All(const Progress& progress = {}) {
+    return RenameAll(World.Doc, World.Services, progress);
+  }
+  ToolResult Case(int index) { return RenameCase(World.Doc, World.Services, index); }
+  ToolResult Convert(const std::string& to = "out", const Progress& progress = {}) {
+    World.Script.ExpectPath("Please select the campaign directory", Box.Path("from"));
+    World.Script.ExpectPath("Please select the destination directory", Box.Path(to));
+    return ConvertMissionFolder(World.Doc, World.Services, progress);
+  }
+  ToolResult Copy(const Strings& names, const Progress& progress = {}) {
+    std::string paths;
+    for (const auto& name : names) paths += (paths.empty() ? "" : "|") + Box.Path("from/" + name);
+    World.Script.ExpectPath("Select files to copy", paths);
+    return CopyFrom(World.Doc, World.Services, progress);
+  }
+  std::string Notices() const { return test::Joined(World.Script.Notices); }
+
+  test::Sandbox Box;
+  test::World World;
+  std::deque<std::string> Answers;
+  Strings Asked, Contents;
+};
+
+TEST(FolderTools, AllMissionsAreNumberedUnderOneName) {
+  struct Row {
+    std::string Files;
+    Strings Answers;
+    Out Outcome;
+    std::string Disk, Notice;
+  };
+  const std::string one = "in/a.mis=1", oneLeft = "a.mis=1";
+  std::vector<Row> rows = {
+      {"in/a.mis=1|in/a.properties=A|in/b.mis=2|in/C.MIS=3|in/c.properties=C",
+       {"N", "9"},
+       Out::Reread,
+       "N09.mis=1|N09.properties=A|N10.mis=2|N11.mis=3|c.properties=C",
+       ""},
+      {"in/n01.mis=1|in/n02.mis=2|in/n02.properties=B",
+       {"n", "2"},
+       Out::Reread,
+       "n02.mis=1|n03.mis=2|n03.properties=B",
+       ""},
+      {"in/a01.mis=1", {"A", "1"}, Out::Reread, "A01.mis=1", ""},
+      {one, {"n", "100"}, Out::Reread, "n100.mis=1", ""},
+      {one, {""}, Out::Nothing, oneLeft, ""},
+      {one, {"<cancel>"}, Out::Nothing, oneLeft, ""},
+      {one, {"n", ""}, Out::Nothing, oneLeft, ""},
+      {one, {"n", "1,5"}, Out::Nothing, oneLeft, ""},
+      {one, {"n", "1e999"}, Out::Nothing, oneLeft, "verflow"},
+      {one, {"../n"}, Out::Nothing, oneLeft, "../n"},
+      {"", {"n", "1"}, Out::Nothing, "", ""},
+      // What stands in the way is never replaced; the rest of the run so far is finished.
+      {"in/a.mis=1|in/b.mis=2|in/c.mis=3|in/n02.mistmp=X",
+       {"n", "1"},
+       Out::Rows,
+       "b.mis=2|c.mis=3|n01.mis=1|n02.mistmp=X",
+       "n02.mistmp"},
+      {"in/a.mis=1|in/a.properties=A|in/b.mis=2|in/n01.properties=X",
+       {"n", "1"},
+       Out::Rows,
+       "n01.mis=1|n01.properties=X|n01.propertiestmp=A|n02.mis=2",
+       "n01.properties"}};
+#ifndef _WIN32
+  rows.push_back({"in/A.mis=1|in/a.mis=2|in/a.properties=B",
+                  {"n", "1"},
+                  Out::Reread,
+                  "n01.mis=1|n02.mis=2|n02.properties=B",
+                  ""});
+#endif
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.Files + " " + test::Joined(row.Answers));
+    Desk desk(row.Files, row.Answers);
+    EXPECT_EQ(desk.All().Outcome, row.Outcome);
+    EXPECT_EQ(desk.Disk(), row.Disk);
+    desk.ExpectFollowed();
+    EXPECT_EQ(desk.Notices().empty(), row.Notice.empty());
+    EXPECT_NE(desk.Notices().find(row.Notice), std::string::npos) << desk.Notices();
+  }
+  Desk asked(one, {"n", "1"});
+  asked.All();
+  EXPECT_EQ(test::Joined(asked.Asked),
+            "Enter the new mission name.\nThe format will be - NewNameXX.\nWhere XX is an "
+            "incremented number./RWS Edit/|Please enter a starting number./RWS Edit/1");
+}
+
+TEST(FolderTools, OneMissionIsRenamed) {
+  struct Row {
+    std::string Files, Typed;
+    int Index;
+    Out Outcome;
+    std::string Text, Disk;
+    bool Told;
+  };
+  const std::string pair = "in/a.mis=1|in/a.properties=P", left = "a.mis=1|a.properties=P";
+  std::vector<Row> rows = {
+      {pair, "New one", 0, Out::Reread, "", "New one.mis=1|New one.properties=P", false},
+      {pair, "a", 0, Out::Reread, "", left, false},
+      {pair, "", 0, Out::Nothing, "", left, false},
+      {pair, "out/b", 0, Out::Nothing, "", left, true},
+      {pair, "b\\c", 0, Out::Nothing, "", left, true},
+      {pair, "b?", 0, Out::Nothing, "", left, true},
+      {"in/ALPHA bRAVO-x.mis=1|in/ALPHA bRAVO-x.properties=P", "", 1, Out::RowText, "Alpha Bravo-x",
+       "Alpha Bravo-x.mis=1|Alpha Bravo-x.properties=P", false},
+      {"in/ÄRA éTÉ ЖУК.mis=1|in/ÄRA éTÉ ЖУК.properties=P", "", 1, Out::RowText, "Ära Été Жук",
+       "Ära Été Жук.mis=1|Ära Été Жук.properties=P", false},
+      {"in/AB.mis=1|in/AB.properties=P", "", 2, Out::RowText, "ab", "ab.mis=1|ab.properties=P",
+       false},
+      {"in/aßÿž÷ώ.mis=1|in/aßÿž÷ώ.properties=P", "", 3, Out::RowText, "AßŸŽ÷Ώ",
+       "AßŸŽ÷Ώ.mis=1|AßŸŽ÷Ώ.properties=P", false},
+      // Without a briefing the mission stays half way, on purpose.
+      {"in/a.mis=1", "", 3, Out::RowText, "A", "A.mistmp=1", true},
+      {"in/a.mis=1", "b", 0, Out::RowText, "b", "b.mistmp=1", true},
+      {"in/a.MIS=1|in/a.properties=P", "", 3, Out::RowText, "A", "A.mistmp=1|a.properties=P", true},
+      {pair + "|in/b.mistmp=X", "b", 0, Out::Nothing, "", left + "|b.mistmp=X", true},
+      {pair + "|in/b.propertiestmp=X", "b", 0, Out::RowText, "b",
+       "a.properties=P|b.mistmp=1|b.propertiestmp=X", true},
+      {pair + "|in/b.mis=X", "b", 0, Out::RowText, "b", "b.mis=X|b.mistmp=1|b.properties=P", true},
+      {"", "b", 0, Out::Nothing, "", "", false}};
+#ifndef _WIN32
+  rows.push_back({"in/\xFF\x41.mis=1|in/\xFF\x41.properties=P", "", 2, Out::RowText, "\xFF\x61",
+                  "\xFF\x61.mis=1|\xFF\x61.properties=P", false});
+  rows.push_back({"in/A.mis=1|in/a.mis=2|in/a.properties=P", "", 1, Out::RowText, "A",
+                  "A.mistmp=1|a.mis=2|a.properties=P", true});
+#endif
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.Files + " to " + row.Typed + std::to_string(row.Index));
+    Desk desk(row.Files, {row.Typed});
+    const auto result = desk.Case(row.Index);
+    EXPECT_TRUE(result.Outcome == row.Outcome) << static_cast<int>(result.Outcome);
+    EXPECT_EQ(result.Text, row.Text);
+    EXPECT_EQ(desk.Disk(), row.Disk);
+    desk.ExpectFollowed();
+    EXPECT_EQ(!desk.Notices().empty(), row.Told) << desk.Notices();
+    if (row.Files == pair && row.Index == 0)
+      EXPECT_EQ(desk.Asked[0], "Enter the new name for a/RWS Edit/a");
+  }
+}
+
+TEST(FolderTools, AFolderIsConvertedWithoutItsPlayers) {
+  const std::string players = test::CrlfText("[MAIN]|  player x|player y|   playerNum 0| army 1"),
+                    bare = "[MAIN]\n  Player x\n army 1\n", other = "not player\r\n\r\nend",
+                    clean = test::CrlfText("[MAIN]|player y| army 1");
+  const std::string from = "from/a.mis=" + players + "|from/A1.Mis=" + bare +
+                           "|from/b.mis=" + other +
+                           "|from/a.properties=P|from/c.properties=C|out/b.mis=X";
+  struct Row {
+    std::string Typed, Disk;
+  };
+  // Briefings are paired by position: the second mission takes that of "c".
+  for (const Row& row :
+       {Row{"", "A1.Mis=" + test::CrlfText("[MAIN]| army 1") + "|a.mis=" + clean +
+                    "|a.properties=P|b.mis=not player\r\n\r\nend\r\n|c.properties=C"},
+        Row{"n", "b.mis=X|n-01.mis=" + clean +
+                     "|n-01.properties=P|n-02.mis=" + test::CrlfText("[MAIN]| army 1") +
+                     "|n-02.properties=C|n-03.mis=not player\r\n\r\nend\r\n"}}) {
+    Desk desk(from, {row.Typed});
+    const std::string before = desk.Disk("from");
+    const auto result = desk.Convert();
+    EXPECT_TRUE(result.Outcome == Out::GoToFolder) << desk.Notices();
+    EXPECT_EQ(result.Text, desk.Box.Path("out"));
+    EXPECT_EQ(desk.Disk("out"), row.Disk);
+    EXPECT_EQ(desk.Disk("from"), before);
+    EXPECT_EQ(test::Joined(desk.World.Script.StartFolders), "/|" + desk.Box.Path());
+    EXPECT_EQ(ReadSetting(desk.World.Services.Settings, setting::CampaignPath),
+              desk.Box.Path("from"));
+  }
+#ifndef _WIN32
+  const auto link = [](const Desk& desk, const std::string& to, const std::string& at) {
+    std::filesystem::create_symlink(desk.Box.Path(to), desk.Box.Path(at));
+  };
+  Strings refused = {"from", "FROM", "link", "none", "leads"};
+#else
+  Strings refused = {"from", "FROM", "none"};
+#endif
+  for (const auto& to : refused) {
+    SCOPED_TRACE(to);
+    Desk desk("from/a.mis=1|from/b.mis=2|from/a.properties=P", {""});
+#ifndef _WIN32
+    link(desk, "from", "link");
+    desk.Box.MakeFolder("leads");
+    link(desk, "from/b.mis", "leads/a.mis");
+#endif
+    EXPECT_TRUE(desk.Convert(to).Outcome == Out::Nothing);
+    EXPECT_EQ(desk.Disk("from"), "a.mis=1|a.properties=P|b.mis=2");
+    EXPECT_EQ(desk.World.Script.Notices.size(), 1u);
+  }
+  for (const std::string stop : {"<cancel>", "a/b"}) {
+    Desk desk("from/a.mis=1", {stop});
+    EXPECT_TRUE(desk.Convert().Outcome == Out::Nothing);
+    EXPECT_EQ(desk.Disk("out"), "");
+  }
+}
+
+TEST(FolderTools, ChosenMissionsAreCopiedAndNoneReplaced) {
+  const std::string from = "from/a.mis=1|from/A.properties=P|from/B.MIS=2|from/b.properties=Q";
+  struct Row {
+    std::string Files;
+    Strings Names;
+    Out Outcome;
+    std::string Disk;
+  };
+  for (const Row& row :
+       {Row{"", {"a.mis", "B.MIS"}, Out::Reread, "A.properties=P|B.MIS=2|a.mis=1|b.properties=Q"},
+        Row{"", {}, Out::Nothing, ""}, Row{"", {"no.mis", "a.mis"}, Out::Nothing, ""},
+        Row{"|in/b.mis=X",
+            {"a.mis", "B.MIS", "a.mis"},
+            Out::Nothing,
+            "A.properties=P|a.mis=1|b.mis=X"},
+        Row{"|in/a.properties=X", {"a.mis", "B.MIS"}, Out::Nothing, "a.mis=1|a.properties=X"}}) {
+    SCOPED_TRACE(row.Files + test::Joined(row.Names));
+    Desk desk(from + row.Files);
+    EXPECT_TRUE(desk.Copy(row.Names).Outcome == row.Outcome);
+    EXPECT_EQ(desk.Disk(), row.Disk);
+    EXPECT_EQ(desk.Notices().empty(), row.Names.empty() || row.Outcome == Out::Reread);
+  }
+}
+
+const std::string kWorld =
+    "in/a.mis=1|in/a.properties=A|in/b.mis=2|in/b.properties=B|from/x.mis=3\r\n|"
+    "from/x.properties=X|from/y.mis=4\r\n|from/y.properties=Y|out/x.mis=old|out/x.properties=oldX";
+
+struct Tool {
+  Strings Answers;
+  std::function<ToolResult(Desk&, const Progress&)> Run;
+};
+
+const std::vector<Tool> kTools = {
+    {{"b", "1"}, [](Desk& desk, const Progress& p) { return desk.All(p); }},
+    {{"n"}, [](Desk& desk, const Progress&) { return desk.Case(0); }},
+    {{}, [](Desk& desk, const Progress&) { return desk.Case(3); }},
+    {{""}, [](Desk& desk, const Progress& p) { return desk.Convert("out", p); }},
+    {{}, [](Desk& desk, const Progress& p) {
+       return desk.Copy({"x.mis", "y.mis"}, p);
+     }}};
+
+TEST(FolderTools, AFailureAtAnyStepLosesNothing) {
+  for (std::size_t tool = 0; tool < kTools.size(); ++tool) {
+    std::string failed = "none yet";
+    for (int n = 1; !failed.empty(); ++n) {
+      Desk desk(kWorld, kTools[tool].Answers);
+      const std::string from = desk.Disk("from");
+      failed.clear();
+      desk.World.Services.Files.BeforeStep = [&, left = n](const FileStep& step) mutable {
+        if (--left != 0) return;
+        failed = step.Path;
+        throw FileFault(fault::FileIo, step.Action, step.Path, "disk full");
+      };
+      kTools[tool].Run(desk, {});
+      SCOPED_TRACE(std::to_string(tool) + " step " + std::to_string(n) + " " + failed);
+      desk.World.Services.Files.BeforeStep = nullptr;
+      desk.ExpectFollowed();
+      EXPECT_EQ(desk.Disk("from"), from);
+      const std::string in = desk.Disk("in"), out = desk.Disk("out");
+      EXPECT_TRUE(Like(in, "*=1*") && Like(in, "*=2*") && Like(in, "*=A*") && Like(in, "*=B*"))
+          << in;
+      const auto first = in.find("tmp=");
+      EXPECT_TRUE(failed.empty() ? first == in.npos
+                                 : in.find("tmp=", first + 1) == in.npos || tool != 0)
+          << in;
+      EXPECT_TRUE(Like(out, "x.mis=old|*") || Like(out, "x.mis=3\r\n|*")) << out;
+      EXPECT_TRUE(Like(out, "*x.properties=oldX*") || Like(out, "*x.properties=X*")) << out;
+      EXPECT_FALSE(Contains(in + out, ".rws")) << "a half-written file";
+      EXPECT_EQ(Contains(desk.Notices(), "disk full"), !failed.empty()) << desk.Notices();
+      EXPECT_EQ(test::Joined(desk.World.Log), "");
+    }
+  }
+}
+
+TEST(FolderTools, EachFileIsToldAndACloseEndsTheRun) {
+  // A numbering brings back what it has begun.
+  struct Row {
+    std::size_t Tool;
+    std::string Told, ToldClosing, Folder, Disk;
+  };
+  for (const Row& row :
+       {Row{0, "1/4 2/4 3/4 4/4 ", "1/4 2/4 3/4 4/4 ", "in",
+            "b.mis=2|b.properties=B|b01.mis=1|b01.properties=A"},
+        Row{3, "1/2 2/2 ", "1/2 ", "out", "x.mis=3\r\n|x.properties=X"},
+        Row{4, "1/2 2/2 ", "1/2 ", "in",
+            "a.mis=1|a.properties=A|b.mis=2|b.properties=B|x.mis=3\r\n|x.properties=X"}})
+    for (const bool closing : {false, true}) {
+      SCOPED_TRACE(row.Tool);
+      Desk desk(kWorld, kTools[row.Tool].Answers);
+      std::string told;
+      const auto progress = [&](std::size_t done, std::size_t of) {
+        told += std::to_string(done) + "/" + std::to_string(of) + " ";
+      };
+      desk.World.Services.System.PumpEvents = [&] {
+        desk.World.Doc.Closing = closing && !told.empty();
+      };
+      const auto result = kTools[row.Tool].Run(desk, progress);
+      EXPECT_EQ(told, closing ? row.ToldClosing : row.Told);
+      EXPECT_EQ(result.Outcome == Out::Nothing || result.Outcome == Out::Rows, closing);
+      if (closing) EXPECT_EQ(desk.Disk(row.Folder), row.Disk);
+      desk.ExpectFollowed();
+    }
+}
+
+}  // namespace
+}  // namespace rws
