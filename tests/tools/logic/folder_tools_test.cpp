@@ -191,8 +191,8 @@ TEST(FolderTools, OneMissionIsRenamed) {
     EXPECT_EQ(desk.Disk(), row.Disk);
     desk.ExpectFollowed();
     EXPECT_EQ(!desk.Notices().empty(), row.Told) << desk.Notices();
-    if (row.Files == pair && row.Index == 0)
-      EXPECT_EQ(desk.Asked[0], "Enter the new name for a/RWS Edit/a");
+    const bool asks = row.Index == 0 && !row.Files.empty();
+    EXPECT_EQ(test::Joined(desk.Asked), asks ? "Enter the new name for a/RWS Edit/a" : "");
   }
 }
 
@@ -351,7 +351,7 @@ TEST(FolderTools, EachFileIsToldAndACloseEndsTheRun) {
       const auto result = kTools[row.Tool].Run(desk, progress);
       EXPECT_EQ(told, closing ? row.ToldClosing : row.Told);
       EXPECT_EQ(result.Outcome == Out::Nothing || result.Outcome == Out::Rows, closing);
-      if (closing) EXPECT_EQ(desk.Disk(row.Folder), row.Disk);
+      EXPECT_EQ(desk.Disk(row.Folder) == row.Disk, closing) << desk.Disk(row.Folder);
       desk.ExpectFollowed();
     }
 }
