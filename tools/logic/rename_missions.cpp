@@ -163,8 +163,8 @@ bool RenameOne(const Services& services, Renaming& file) {
   const std::string path = file.Mission;
   if (!ToDetour(services, file)) return false;
   if (file.Briefing.empty()) {
-    const std::string missing = PropertiesPath(path);
-    Tell(services, FileNotFoundFault(missing.empty() ? path : missing).Text);
+    const std::string reason = "it has no briefing and stays as " + GetFileName(file.Mission);
+    Tell(services, FileFault(fault::FileNotFound, "rename", path, reason).Text);
     return false;
   }
   ToName(services, file);
