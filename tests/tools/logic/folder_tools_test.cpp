@@ -82,91 +82,72 @@ struct Desk {
   Strings Asked, Contents;
 };
 
-TEST(FolderTools, AllMissionsAreNumberedUnderOneName) {
+constexpr int kAll = -1;
+
+TEST(FolderTools, MissionsAreRenamedAndNoneIsReplaced) {
   struct Row {
     std::string Files, Answers;
-    Out Outcome;
-    std::string Disk, Notice;
-  };
-  const std::string one = "in/a.mis=1", left = "a.mis=1";
-  std::vector<Row> rows = {
-      {"in/a.mis=1|in/a.properties=A|in/b.mis=2|in/C.MIS=3|in/c.properties=C", "N|9", Out::Reread,
-       "N09.mis=1|N09.properties=A|N10.mis=2|N11.mis=3|c.properties=C", ""},
-      {"in/n01.mis=1|in/n02.mis=2|in/n02.properties=B", "n|2", Out::Reread,
-       "n02.mis=1|n03.mis=2|n03.properties=B", ""},
-      {"in/a01.mis=1", "A|1", Out::Reread, "A01.mis=1", ""},
-      {one, "n|100", Out::Reread, "n100.mis=1", ""},
-      {one, "<cancel>", Out::Nothing, left, ""},
-      {one, "n|", Out::Nothing, left, ""},
-      {one, "n|1,5", Out::Nothing, left, ""},
-      {one, "n|1e999", Out::Nothing, left, "verflow"},
-      {one, "../n", Out::Nothing, left, "../n"},
-      {"", "n|1", Out::Nothing, "", ""},
-      // What stands in the way is never replaced; the rest of the run so far is finished.
-      {"in/a.mis=1|in/b.mis=2|in/c.mis=3|in/n02.mistmp=X", "n|1", Out::Rows,
-       "b.mis=2|c.mis=3|n01.mis=1|n02.mistmp=X", "n02.mistmp"},
-      {"in/a.mis=1|in/a.properties=A|in/b.mis=2|in/n01.properties=X", "n|1", Out::Rows,
-       "n01.mis=1|n01.properties=X|n01.propertiestmp=A|n02.mis=2", "n01.properties"}};
-#ifndef _WIN32
-  rows.push_back({"in/A.mis=1|in/a.mis=2|in/a.properties=B", "n|1", Out::Reread,
-                  "n01.mis=1|n02.mis=2|n02.properties=B", ""});
-#endif
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.Files + " " + row.Answers);
-    Desk desk(row.Files, row.Answers);
-    EXPECT_EQ(desk.All().Outcome, row.Outcome);
-    EXPECT_EQ(desk.Disk(), row.Disk);
-    desk.ExpectFollowed();
-    EXPECT_EQ(desk.Notices().empty(), row.Notice.empty());
-    EXPECT_TRUE(Contains(desk.Notices(), row.Notice)) << desk.Notices();
-    EXPECT_TRUE(
-        Contains("Enter the new mission name.\nThe format will be - NewNameXX.\nWhere XX "
-                 "is an incremented number./RWS Edit/|Please enter a starting "
-                 "number./RWS Edit/1",
-                 test::Joined(desk.Asked)));
-  }
-}
-
-TEST(FolderTools, OneMissionIsRenamed) {
-  struct Row {
-    std::string Files, Typed;
     int Index;
     Out Outcome;
-    std::string Text, Disk;
-    bool Told;
+    std::string Disk, Notice = "", Text = "";
   };
-  const std::string pair = "in/a.mis=1|in/a.properties=P", left = "a.mis=1|a.properties=P";
+  const std::string one = "in/a.mis=1", pair = "in/a.mis=1|in/a.properties=P",
+                    left = "a.mis=1|a.properties=P", stays = "has no briefing";
   std::vector<Row> rows = {
-      {pair, "New one", 0, Out::Reread, "", "New one.mis=1|New one.properties=P", false},
-      {pair, "a", 0, Out::Reread, "", left, false},
-      {pair, "", 0, Out::Nothing, "", left, false},
-      {pair, "out/b", 0, Out::Nothing, "", left, true},
-      {pair, "b\\c", 0, Out::Nothing, "", left, true},
-      {pair, "b?", 0, Out::Nothing, "", left, true},
-      // Without a briefing the mission stays half way, on purpose.
-      {"in/a.mis=1", "", 3, Out::RowText, "A", "A.mistmp=1", true},
-      {"in/a.mis=1", "b", 0, Out::RowText, "b", "b.mistmp=1", true},
-      {"in/a.MIS=1|in/a.properties=P", "", 3, Out::RowText, "A", "A.mistmp=1|a.properties=P", true},
-      {pair + "|in/b.mistmp=X", "b", 0, Out::Nothing, "", left + "|b.mistmp=X", true},
-      {pair + "|in/b.propertiestmp=X", "b", 0, Out::RowText, "b",
-       "a.properties=P|b.mistmp=1|b.propertiestmp=X", true},
-      {pair + "|in/b.mis=X", "b", 0, Out::RowText, "b", "b.mis=X|b.mistmp=1|b.properties=P", true},
-      {"", "b", 0, Out::Nothing, "", "", false}};
+      {"in/a.mis=1|in/a.properties=A|in/b.mis=2|in/C.MIS=3|in/c.properties=C", "N|9", kAll,
+       Out::Reread, "N09.mis=1|N09.properties=A|N10.mis=2|N11.mis=3|c.properties=C"},
+      {"in/n01.mis=1|in/n02.mis=2|in/n02.properties=B", "n|2", kAll, Out::Reread,
+       "n02.mis=1|n03.mis=2|n03.properties=B"},
+      {"in/a01.mis=1", "A|100", kAll, Out::Reread, "A100.mis=1"},
+      {pair, "<cancel>", kAll, Out::Nothing, left},
+      {pair, "n|", kAll, Out::Nothing, left},
+      {pair, "n|1,5", kAll, Out::Nothing, left},
+      {pair, "n|1e999", kAll, Out::Nothing, left, "verflow"},
+      {pair, "../n", kAll, Out::Nothing, left, "../n"},
+      {"", "n|1", kAll, Out::Nothing, ""},
+      // The rest of the run so far is finished.
+      {"in/a.mis=1|in/b.mis=2|in/c.mis=3|in/n02.mistmp=X", "n|1", kAll, Out::Rows,
+       "b.mis=2|c.mis=3|n01.mis=1|n02.mistmp=X", "n02.mistmp"},
+      {"in/a.mis=1|in/a.properties=A|in/b.mis=2|in/n01.properties=X", "n|1", kAll, Out::Rows,
+       "n01.mis=1|n01.properties=X|n01.propertiestmp=A|n02.mis=2", "n01.properties"},
+      {pair, "New one", 0, Out::Reread, "New one.mis=1|New one.properties=P"},
+      {pair, "a", 0, Out::Reread, left},
+      {pair, "", 0, Out::Nothing, left},
+      {pair, "out/b", 0, Out::Nothing, left, "out/b"},
+      {pair, "b\\c", 0, Out::Nothing, left, "b\\c"},
+      {pair, "b?", 0, Out::Nothing, left, "b?"},
+      {one, "", 3, Out::RowText, "A.mistmp=1", stays, "A"},
+      {one, "b", 0, Out::RowText, "b.mistmp=1", stays, "b"},
+      {"in/a.MIS=1|in/a.properties=P", "", 3, Out::RowText, "A.mistmp=1|a.properties=P", stays,
+       "A"},
+      {pair + "|in/b.mistmp=X", "b", 0, Out::Nothing, left + "|b.mistmp=X", "b.mistmp"},
+      {pair + "|in/b.propertiestmp=X", "b", 0, Out::RowText,
+       "a.properties=P|b.mistmp=1|b.propertiestmp=X", "b.propertiestmp", "b"},
+      {pair + "|in/b.mis=X", "b", 0, Out::RowText, "b.mis=X|b.mistmp=1|b.properties=P", "b.mis",
+       "b"}};
 #ifndef _WIN32
-  rows.push_back({"in/A.mis=1|in/a.mis=2|in/a.properties=P", "", 1, Out::RowText, "A",
-                  "A.mistmp=1|a.mis=2|a.properties=P", true});
+  rows.push_back({"in/A.mis=1|in/a.mis=2|in/a.properties=B", "n|1", kAll, Out::Reread,
+                  "n01.mis=1|n02.mis=2|n02.properties=B"});
+  rows.push_back({"in/A.mis=1|in/a.mis=2|in/a.properties=P", "", 1, Out::RowText,
+                  "A.mistmp=1|a.mis=2|a.properties=P", stays, "A"});
 #endif
+  const std::string single = "Enter the new name for a/RWS Edit/a",
+                    all =
+                        "Enter the new mission name.\nThe format will be - NewNameXX.\nWhere XX "
+                        "is an incremented number./RWS Edit/|Please enter a starting "
+                        "number./RWS Edit/1";
   for (const auto& row : rows) {
-    SCOPED_TRACE(row.Files + " to " + row.Typed + std::to_string(row.Index));
-    Desk desk(row.Files, row.Typed);
-    const auto result = desk.Case(row.Index);
+    SCOPED_TRACE(row.Files + " " + row.Answers + " " + std::to_string(row.Index));
+    Desk desk(row.Files, row.Answers);
+    const auto result = row.Index == kAll ? desk.All() : desk.Case(row.Index);
     EXPECT_TRUE(result.Outcome == row.Outcome) << static_cast<int>(result.Outcome);
     EXPECT_EQ(result.Text, row.Text);
     EXPECT_EQ(desk.Disk(), row.Disk);
     desk.ExpectFollowed();
-    EXPECT_EQ(!desk.Notices().empty(), row.Told) << desk.Notices();
-    const bool asks = row.Index == 0 && !row.Files.empty();
-    EXPECT_EQ(test::Joined(desk.Asked), asks ? "Enter the new name for a/RWS Edit/a" : "");
+    EXPECT_EQ(desk.Notices().empty(), row.Notice.empty());
+    EXPECT_TRUE(Contains(desk.Notices(), row.Notice)) << desk.Notices();
+    EXPECT_EQ(desk.Asked.empty(), row.Index > 0);
+    EXPECT_TRUE((row.Index == kAll ? all : single).starts_with(test::Joined(desk.Asked)));
   }
 }
 
