@@ -38,6 +38,15 @@ char32_t LowerCharacter(char32_t c) {
   return c;
 }
 
+char32_t UpperCharacter(char32_t c) {
+  // Every distance between the two cases that occurs above.
+  for (const int distance : {32, 1, 80, 37, 38, 63, 64, -121}) {
+    const char32_t upper = c - static_cast<char32_t>(distance);
+    if (upper != c && LowerCharacter(upper) == c) return upper;
+  }
+  return c;
+}
+
 CodePage::CodePage(int number) : number_(TableOf(number).Number) {
   const auto& table = TableOf(number);
   for (unsigned b = 0; b < 256; ++b) {

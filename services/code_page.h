@@ -47,6 +47,9 @@ int CodePageOfLocale(std::string_view localeName);
     keep their form, so that an ASCII key is found by its ASCII letters on every system. */
 char32_t LowerCharacter(char32_t c);
 
+/** The upper case of a letter that `LowerCharacter` gives; any other character as it is. */
+char32_t UpperCharacter(char32_t c);
+
 /** Reads one character of UTF-8 at `position` and moves it on; a byte that is no UTF-8 stands for
     itself. */
 char32_t NextCharacter(std::string_view utf8, std::size_t& position);

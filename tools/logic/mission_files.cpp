@@ -26,18 +26,6 @@ bool IsOfAnotherMission(const Services& services, const std::string& mission,
   return services.Files.FileExists(owner) && !services.Files.IsSameFile(owner, mission);
 }
 
-/** The briefing of a mission if it is on disk, else "". */
-std::string ExistingProperties(const Services& services, const std::string& mission) {
-  const std::string path = PropertiesPath(mission);
-  if (path.empty() || !services.Files.FileExists(path)) return "";
-  return IsOfAnotherMission(services, mission, path) ? "" : path;
-}
-
-/** The system would name the file that is to be moved, which is there. */
-void RequireFolder(const Services& services, const std::string& folder) {
-  if (!services.Files.FolderExists(folder)) throw PathNotFoundFault(folder);
-}
-
 /** Refuses a target that the save dialog did not ask about: it knows the name only as spelled. */
 void RefuseOtherSpelling(const Services& services, const std::string& target) {
   const std::string found = services.Files.Resolve(target);
@@ -73,6 +61,16 @@ std::string PropertiesPath(std::string_view missionPath) {
   // Else the path would be that of the mission itself, or of one in another folder.
   if (!Contains(GetFileName(missionPath), ".mis")) return "";
   return Replace(missionPath, ".mis", ".properties");
+}
+
+std::string ExistingProperties(const Services& services, const std::string& mission) {
+  const std::string path = PropertiesPath(mission);
+  if (path.empty() || !services.Files.FileExists(path)) return "";
+  return IsOfAnotherMission(services, mission, path) ? "" : path;
+}
+
+void RequireFolder(const Services& services, const std::string& folder) {
+  if (!services.Files.FolderExists(folder)) throw PathNotFoundFault(folder);
 }
 
 FileOutcome SaveMissionAs(const Document& doc, const Services& services) {

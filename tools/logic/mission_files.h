@@ -32,6 +32,13 @@ const Mission& CurrentMissionRecord(const Document& doc);
     none. */
 std::string PropertiesPath(std::string_view missionPath);
 
+/** The briefing of a mission if it is on disk, else "". One found in another letter case may be
+    that of another mission and is then not given. */
+std::string ExistingProperties(const Services& services, const std::string& mission);
+
+/** A folder that is not there is a fault that names it, where the system would name the file. */
+void RequireFolder(const Services& services, const std::string& folder);
+
 /** Copies the mission under a name that the user chooses. */
 FileOutcome SaveMissionAs(const Document& doc, const Services& services);
 

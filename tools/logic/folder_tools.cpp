@@ -1,0 +1,71 @@
+#include "tools/logic/folder_tools.h"
+
+#include <algorithm>
+
+#include "services/notice.h"
+#include "services/paths.h"
+#include "services/pickers.h"
+#include "tools/logic/mission_files.h"
+
+namespace rws {
+
+namespace {
+
+/** The briefing of a chosen mission, sought in lower case as well: "A.MIS" has one here. */
+std::string BriefingToCopy(const Services& services, const std::string& mission) {
+  const std::string own = ExistingProperties(services, mission);
+  if (!own.empty()) return own;
+  const std::string lower = StripFileName(mission) + FoldName(GetFileName(mission));
+  // Where letter case counts that one may belong to another mission.
+  return services.Files.IsSameFile(lower, mission) ? ExistingProperties(services, lower) : "";
+}
+
+void CopyNew(const Services& services, const std::string& file, const std::string& folder) {
+  const std::string target = BuildPath(folder, GetFileName(services.Files.Resolve(file)));
+  if (services.Files.FileExists(target)) throw FileExistsFault(services.Files.Resolve(target));
+  services.Files.CopyFile(file, target);
+}
+
+void CopyMission(const Services& services, const std::string& mission, const std::string& folder) {
+  const std::string briefing = BriefingToCopy(services, mission);
+  CopyNew(services, mission, folder);
+  if (!briefing.empty()) CopyNew(services, briefing, folder);
+}
+
+}  // namespace
+
+void FileDone(const Services& services, const Progress& progress, std::size_t done,
+              std::size_t of) {
+  if (progress) progress(done, of);
+  if (services.System.PumpEvents) services.System.PumpEvents();
+}
+
+void RequireFileName(const std::string& name) {
+  const auto isRefused = [](char c) {
+    return static_cast<unsigned char>(c) < 0x20 ||
+           std::string_view("\\/:*?\"<>|").find(c) != std::string_view::npos;
+  };
+  if (std::any_of(name.begin(), name.end(), isRefused))
+    throw FileFault(fault::InvalidCall, "use the name", name,
+                    "it holds a character that a file name cannot have");
+}
+
+ToolResult CopyFrom(const Document& doc, const Services& services, const Progress& progress) {
+  ToolResult result;
+  NoticeAndLeave(services, [&] {
+    std::vector<std::string> files;
+    GetFiles(services, files, "Select files to copy", "Mission Files(*.mis)|*.mis",
+             &setting::CopyToDir);
+    if (files.empty()) return;
+    RequireFolder(services, doc.MissionDir);
+    for (std::size_t i = 0; i < files.size(); ++i) {
+      CopyMission(services, files[i], doc.MissionDir);
+      FileDone(services, progress, i + 1, files.size());
+      if (doc.Closing) return;
+    }
+    result.Outcome = ToolOutcome::Reread;
+  });
+  return result;
+}
+
+}  // namespace rws
