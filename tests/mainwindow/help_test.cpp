@@ -1,4 +1,5 @@
 #include <QAbstractButton>
+#include <QApplication>
 #include <QFile>
 #include <QRegularExpression>
 #include <QTcpServer>
@@ -108,8 +109,10 @@ TEST_F(HelpTest, ACheckLeavesCommandsFreeAndClosingCancelsIt) {
     EXPECT_TRUE(Lit());
     Window->Unload();
   });
-  Window->mnuH[2]->trigger();
-  EXPECT_FALSE(Window->isVisible());
+  // In the program's own event loop, which has to end as well.
+  QMetaObject::invokeMethod(Window->mnuH[2], &QAction::trigger, Qt::QueuedConnection);
+  EXPECT_EQ(QApplication::exec(), 0);
+  EXPECT_TRUE(Doc().Closing);
   EXPECT_TRUE(World_.Script.Boxes.empty());
 }
 
