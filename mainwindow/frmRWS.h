@@ -82,6 +82,7 @@ class frmRWS : public QMainWindow {
   void Connect();
   void ConnectDocument();
   void ConnectMissionMenu();
+  void ConnectHelp();
 
   void FollowList(LeaveBy by);
   void ListMouseReleased(Qt::MouseButton button, int row, QPoint globalPosition);
@@ -98,6 +99,10 @@ class frmRWS : public QMainWindow {
   void ClickDelete();
   void ClickMove();
   void ClickParkedAircraft();
+
+  void ClickContents();
+  void ClickAbout();
+  void ClickCheckForUpdates();
 
   void ClickDirectory();
   void ClickExit();

@@ -38,6 +38,7 @@ void frmRWS::Connect() {
   ShowDialog = [](QDialog& dialog) { dialog.exec(); };
   flightArea->ShowDialog = [this](QDialog& dialog) { ShowDialog(dialog); };
   ConnectMissionMenu();
+  ConnectHelp();
 }
 
 void frmRWS::OpenMissionMenu(QPoint globalPosition) {
@@ -131,6 +132,7 @@ void frmRWS::Finish() {
   if (std::exchange(unloaded_, true)) return;
   context_.Doc.Closing = true;
   const Services& services = context_.Services;
+  if (services.System.CancelFetch) services.System.CancelFetch();
   if (context_.Run.ComLinePath.empty()) ResumeNext([&] { SaveFormPos(services, *this); });
   ResumeNext([&] {
     WriteSetting(services.Settings, setting::ForeColor, std::to_string(context_.Run.ForeColor));

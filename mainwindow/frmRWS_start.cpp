@@ -10,6 +10,7 @@
 #include "services/platform/form_placement.h"
 #include "services/platform/qt_text.h"
 #include "services/setting_values.h"
+#include "services/version.h"
 
 namespace rws {
 
@@ -74,7 +75,7 @@ void frmRWS::LoadForm(const std::string& commandLine) {
     if (run.bLockWT) flightArea->fraFlight->LockFlightControls(false);
     LoadFormPos(services, *this);
     doc.bLoading = true;
-    setWindowTitle(FromPath(kProgramTitle) + QStringLiteral(" - " RWS_VERSION));
+    setWindowTitle(FromPath(kProgramTitle + std::string(" - ") + VersionText()));
     doc.bBackup = ReadFlag(settings, setting::Backup);
     doc.GamePath = ReadSetting(settings, setting::GamePath);
     LogError(services, doc.GamePath, "Start Up");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "services/clock.h"
@@ -16,7 +17,8 @@ struct OsVersion {
 
 /** What the program asks of the desktop and the system around it. */
 struct Shell {
-  /** Runs a verb ("open", "Play") on a path; a result from 0 to 32 means failure. */
+  /** Runs a verb ("open", "Play") on a path or on the address of a web page; a result from 0 to 32
+   * means failure. */
   std::function<int(const std::string& verb, const std::string& path)> Execute;
   /** Shows a file in the system's text editor and does not wait for it; results as above. */
   std::function<int(const std::string& path)> OpenText;
@@ -26,6 +28,11 @@ struct Shell {
   /** Puts a UTF-8 text on the clipboard in place of what is there. */
   std::function<void(const std::string& text)> SetClipboard;
   std::function<void()> NotifyAssocChanged;
+  /** The bytes of a small document at a web address, or nothing when it cannot be had. Events run
+      while it waits; one fetch at a time. */
+  std::function<std::optional<std::string>(const std::string& url)> Fetch;
+  /** Ends a fetch that is under way. */
+  std::function<void()> CancelFetch;
   /** Takes the place of the one running instance for the life of the program; false when another
       holds it. A run that crashed does not. */
   std::function<bool()> TakeInstance;

@@ -30,21 +30,21 @@ CodePage ChosenCodePage(const Settings& settings) {
   return CodePage(CodePageOfLocale(ToPath(QLocale::system().name())));
 }
 
-/** A game directory of the environment stands for the one of the settings, for this run only. */
-void UseGamePath(SettingsBackend& backend, const std::string& path) {
-  const auto isGamePath = [](const std::string& name) {
-    return EqualNoCase(name, setting::GamePath.Name);
-  };
-  backend.Read = [read = backend.Read, path, isGamePath](
+/** A value of the environment stands for the one of the settings, for this run only. */
+void UseVariable(SettingsBackend& backend, const char* variable, const SettingValue& value) {
+  const std::string text = ToPath(qEnvironmentVariable(variable));
+  if (text.empty()) return;
+  const auto isMeant = [&value](const std::string& name) { return EqualNoCase(name, value.Name); };
+  backend.Read = [read = backend.Read, text, isMeant](
                      SettingsRoot root, const std::string& key,
                      const std::string& name) -> std::optional<SettingData> {
-    if (isGamePath(name)) return path;
+    if (isMeant(name)) return text;
     return read(root, key, name);
   };
-  backend.Write = [write = backend.Write, isGamePath](SettingsRoot root, const std::string& key,
-                                                      const std::string& name,
-                                                      const SettingData& data) {
-    if (!isGamePath(name)) write(root, key, name, data);
+  backend.Write = [write = backend.Write, isMeant](SettingsRoot root, const std::string& key,
+                                                   const std::string& name,
+                                                   const SettingData& data) {
+    if (!isMeant(name)) write(root, key, name, data);
   };
 }
 
@@ -54,8 +54,8 @@ Services MakeDesktopServices() {
   Services services;
   services.Settings.BaseKey = kSettingsBaseKey;
   services.Settings.Backend = MakeSettingsStore(qEnvironmentVariable("RWS_SETTINGS_FILE"));
-  const std::string gamePath = ToPath(qEnvironmentVariable("RWS_GAME_PATH"));
-  if (!gamePath.empty()) UseGamePath(services.Settings.Backend, gamePath);
+  UseVariable(services.Settings.Backend, "RWS_GAME_PATH", setting::GamePath);
+  UseVariable(services.Settings.Backend, "RWS_UPDATE_HOST", setting::UpdateHost);
   services.Ask = MakeQtPrompts();
   services.System = MakeQtShell();
   services.ProgramPath = ToPath(QDir::toNativeSeparators(QCoreApplication::applicationDirPath()));

@@ -13,6 +13,7 @@
 #include <QUrl>
 
 #include "services/platform/event_pump.h"
+#include "services/platform/fetch.h"
 #include "services/platform/qt_text.h"
 #include "services/platform/sound_player.h"
 #include "services/platform/text_editor.h"
@@ -30,9 +31,14 @@ namespace {
 
 constexpr int kFailedCode = 31, kDoneCode = 33;
 
+QUrl AddressOf(const std::string& path) {
+  const bool isPage = path.starts_with("http://") || path.starts_with("https://");
+  return isPage ? QUrl(FromPath(path)) : QUrl::fromLocalFile(FromPath(path));
+}
+
 int OpenByDesktop(const std::string&, const std::string& path) {
   if (path.empty()) return kFailedCode;
-  return QDesktopServices::openUrl(QUrl::fromLocalFile(FromPath(path))) ? kDoneCode : kFailedCode;
+  return QDesktopServices::openUrl(AddressOf(path)) ? kDoneCode : kFailedCode;
 }
 
 DateTime LocalNow() {
@@ -76,6 +82,7 @@ bool TakeLock(QLockFile& lock) {
 
 Shell MakeQtShell() {
   const auto pump = std::make_shared<EventPump>();
+  const auto fetcher = std::make_shared<Fetcher>();
   const auto sound = std::make_shared<SoundPlayer>();
   const auto lock = std::make_shared<QLockFile>(LockFile());
   Shell shell;
@@ -93,6 +100,8 @@ Shell MakeQtShell() {
 #endif
     // Other desktops watch their folders themselves.
   };
+  shell.Fetch = [fetcher](const std::string& url) { return fetcher->Fetch(url); };
+  shell.CancelFetch = [fetcher] { fetcher->Cancel(); };
   shell.PumpEvents = [pump] { pump->Pump(); };
   shell.Now = LocalNow;
   shell.Version = SystemVersion;

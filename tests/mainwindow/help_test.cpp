@@ -1,0 +1,120 @@
+#include <QAbstractButton>
+#include <QApplication>
+#include <QFile>
+#include <QRegularExpression>
+#include <QTcpServer>
+
+#include "editors/frmBrief.h"
+#include "editors/frmChgAC.h"
+#include "editors/frmDogFight.h"
+#include "editors/frmStatic.h"
+#include "editors/frmWP.h"
+#include "editors/frmWPEdit.h"
+#include "services/help_file.h"
+#include "services/platform/fetch.h"
+#include "tests/mainwindow/window_fixture.h"
+#include "tools/frmView.h"
+
+namespace rws::test {
+namespace {
+
+struct HelpTest : WindowTest {
+  HelpTest() { Make(); }
+
+  static QString HelpText() {
+    QFile file(QStringLiteral(RWS_SOURCE_DIR "/data/") + QLatin1String(kHelpFile));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return QString::fromUtf8(file.readAll());
+  }
+};
+
+/** Captions of the menu entries and buttons of a window. */
+QStringList Captions(const QWidget& window) {
+  QStringList captions;
+  for (const auto* entry : window.findChildren<QAction*>()) captions << entry->text();
+  for (const auto* button : window.findChildren<QAbstractButton*>()) captions << button->text();
+  captions.replaceInStrings("&&", "\n").replaceInStrings("&", "").replaceInStrings("\n", "&");
+  captions.removeDuplicates();
+  // Menus that only pop up have no caption on screen.
+  for (const char* other : {"", "...", "Pop"}) captions.removeAll(other);
+  return captions;
+}
+
+TEST_F(HelpTest, TellsOfEveryWindowMenuEntryAndButton) {
+  const QString help = HelpText();
+  const WindowContext context{Doc(), Tables, Run, World_.Services};
+  std::vector<std::unique_ptr<QWidget>> windows;
+  windows.push_back(std::move(Window));
+  windows.push_back(std::make_unique<frmWP>(context, nullptr));
+  windows.push_back(std::make_unique<frmWPEdit>(context, nullptr));
+  windows.push_back(std::make_unique<frmBrief>(context, nullptr));
+  windows.push_back(std::make_unique<frmDogFight>(context, nullptr));
+  windows.push_back(std::make_unique<frmStatic>(context, nullptr));
+  windows.push_back(std::make_unique<frmChgAC>(context, nullptr));
+  windows.push_back(std::make_unique<frmView>(World_.Services, nullptr));
+  int captions = 0;
+  for (const auto& window : windows) {
+    const QString name = window->objectName();
+    EXPECT_TRUE(help.contains("<h2 id=\"" + name + "\">")) << name.toStdString();
+    for (const QString& caption : Captions(*window)) {
+      ++captions;
+      EXPECT_TRUE(help.contains(">" + caption.toHtmlEscaped() + "</"))
+          << name.toStdString() << ": " << caption.toStdString();
+    }
+  }
+  EXPECT_GT(captions, 60) << "the menus were not found";
+}
+
+TEST_F(HelpTest, StandsAloneAndItsLinksLead) {
+  const QString help = HelpText();
+  EXPECT_FALSE(help.contains(QRegularExpression("<script|<img|<link|src=|url\\(|https?:")));
+  auto links = QRegularExpression("href=\"([^\"]*)\"").globalMatch(help);
+  ASSERT_TRUE(links.hasNext());
+  while (links.hasNext()) {
+    const QString link = links.next().captured(1);
+    EXPECT_TRUE(link.startsWith('#') && help.contains("id=\"" + link.mid(1) + "\""))
+        << link.toStdString();
+  }
+}
+
+TEST_F(HelpTest, OpensFromTheMenuOrSaysWhyNot) {
+  World_.Script.Expect(Box.Path("program/RWS.HLP.html") + "\" cannot be shown: the file does not");
+  Window->mnuH[0]->trigger();
+  Box.Write("program/RWS.HLP.html", "help");
+  Window->mnuH[0]->trigger();
+  EXPECT_EQ(Joined(World_.ShellCalls), "open " + Box.Path("program/RWS.HLP.html"));
+  World_.Services.System.Execute = [](auto&, auto&) { return 31; };
+  World_.Script.Expect("no program could be started");
+  Window->mnuH[0]->trigger();
+  World_.Script.Expect(" Version 2.0.0\n - ");
+  Window->mnuH[1]->trigger();
+}
+
+TEST_F(HelpTest, ACheckLeavesCommandsFreeAndClosingCancelsIt) {
+  QTcpServer silent;
+  ASSERT_TRUE(silent.listen(QHostAddress::LocalHost));
+  Fetcher fetcher;
+  auto& shell = World_.Services.System;
+  shell.Fetch = [&](const std::string&) {
+    return fetcher.Fetch("http://127.0.0.1:" + std::to_string(silent.serverPort()) + "/");
+  };
+  shell.CancelFetch = [&] { fetcher.Cancel(); };
+  Box.Write("missions/a.mis", MissionText());
+  Window->show();
+  Window->Start();
+  QObject::connect(&silent, &QTcpServer::newConnection, [&] {
+    EXPECT_FALSE(Window->mnuH[2]->isEnabled());
+    EXPECT_EQ(fetcher.Fetch("http://127.0.0.1/"), std::nullopt) << "a second one does not start";
+    Edit();
+    EXPECT_TRUE(Lit());
+    Window->Unload();
+  });
+  // In the program's own event loop, which has to end as well.
+  QMetaObject::invokeMethod(Window->mnuH[2], &QAction::trigger, Qt::QueuedConnection);
+  EXPECT_EQ(QApplication::exec(), 0);
+  EXPECT_TRUE(Doc().Closing);
+  EXPECT_TRUE(World_.Script.Boxes.empty());
+}
+
+}  // namespace
+}  // namespace rws::test
