@@ -95,7 +95,10 @@ std::string frmSkins::Scheme() const {
   return row < 0 ? "" : At(schemes_.Names, row);
 }
 
-std::string frmSkins::Target() const { return LinkTarget(context_.Doc.ImagesPath, Scheme()); }
+std::string frmSkins::Target() const {
+  const std::string& images = context_.Doc.ImagesPath;
+  return images.empty() ? "" : LinkTarget(images, Scheme());
+}
 
 void frmSkins::ShowScheme() {
   const FileSystem& files = context_.Services.Files;

@@ -156,6 +156,8 @@ void frmSkins::PlaceControls() {
   const std::array<QWidget*, 11> order = {cboPlanes, cboSkins, cmd[1], cmd[0], cmd[3], txt[0],
                                           txt[1],    txt[2],   cmd[4], cmd[5], cmd[2]};
   for (std::size_t i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
+  // A place is only good for the size that the form will have.
+  adjustSize();
 }
 
 }  // namespace rws

@@ -11,6 +11,12 @@
 namespace rws::test {
 namespace {
 
+void FailAt(World& world, std::string_view step) {
+  world.Services.Files.BeforeStep = [step](const FileStep& now) {
+    if (now.Action == step) throw FileFault(fault::FileIo, now.Action, now.Path, "full");
+  };
+}
+
 TEST(SkinNotes, ListsTheSchemesOfAnAircraft) {
   Catalogues tables;
   tables.Aircraft = {{"Red", "P-39N", "P_39N", "p39n", "", {}, true, false},
@@ -51,14 +57,12 @@ TEST(SkinNotes, AreKeptInASectionForEachScheme) {
   EXPECT_EQ(read("\xD0\x96")[0], "x");
 }
 
-TEST(SkinNotes, StayWholeWhenSavingOrReadingFails) {
+TEST(SkinNotes, AreStoredAllOrNone) {
   const Sandbox box;
   World world;
   const std::string file = box.Write("a.ini", "[S]\r\nSkinner=old\r\n");
-  for (const char* step : {"read", "create", "write", "flush", "take name"}) {
-    world.Services.Files.BeforeStep = [&](const FileStep& now) {
-      if (now.Action == step) throw FileFault(fault::FileIo, now.Action, now.Path, "full");
-    };
+  for (const char* step : {"read", "create", "write", "take name"}) {
+    FailAt(world, step);
     EXPECT_THROW(SaveSkinNotes(world.Services, file, "S", {"a", "b", "c"}), Fault) << step;
     EXPECT_EQ(box.Read("a.ini"), "[S]\r\nSkinner=old\r\n") << step;
     EXPECT_EQ(box.Names(), "a.ini") << step;
@@ -88,9 +92,7 @@ TEST(SkinImages, LinkAndClearLoseNoPicture) {
     World world;
     for (const auto pair : SplitAt(row.Before, '|'))
       box.Write(pair.substr(0, pair.find('=')), pair.substr(pair.find('=') + 1));
-    world.Services.Files.BeforeStep = [&](const FileStep& now) {
-      if (now.Action == row.FailAt) throw FileFault(fault::FileIo, now.Action, now.Path, "full");
-    };
+    FailAt(world, row.FailAt);
     const std::string target = LinkTarget(box.Path(), "S");
     const bool done = ResumeNext([&] {
       if (row.Work == std::string_view("link"))
