@@ -49,22 +49,16 @@ IniLines FindKey(std::string_view bytes, std::string_view section, std::string_v
 
 }  // namespace
 
-std::string ReadIniValue(const Services& services, const std::string& file,
-                         std::string_view section, std::string_view key,
-                         std::string_view fallback) {
-  std::string result(fallback);
-  ResumeNext([&] {
-    const auto ini = FindKey(services.Files.ReadFile(file), section, key);
-    if (!ini.Key) return;
-    const std::string_view line = ini.Lines[*ini.Key];
-    result = Trim(line.substr(line.find('=') + 1)).substr(0, kLongestValue);
-  });
-  return result;
+std::string IniValue(std::string_view bytes, std::string_view section, std::string_view key,
+                     std::string_view fallback) {
+  const auto ini = FindKey(bytes, section, key);
+  if (!ini.Key) return std::string(fallback);
+  const std::string_view line = ini.Lines[*ini.Key];
+  return std::string(Trim(line.substr(line.find('=') + 1)).substr(0, kLongestValue));
 }
 
-void WriteIniValue(const Services& services, const std::string& file, std::string_view section,
-                   std::string_view key, std::string_view value) {
-  const std::string bytes = services.Files.FileExists(file) ? services.Files.ReadFile(file) : "";
+std::string WithIniValue(std::string_view bytes, std::string_view section, std::string_view key,
+                         std::string_view value) {
   auto ini = FindKey(bytes, section, key);
   std::string line(key);
   line.append("=").append(Trim(value).empty() ? "Empty" : value);
@@ -78,7 +72,21 @@ void WriteIniValue(const Services& services, const std::string& file, std::strin
   }
   std::string text;
   for (const auto& kept : ini.Lines) text.append(kept).append("\r\n");
-  services.Files.ReplaceFile(file, text);
+  return text;
+}
+
+std::string ReadIniValue(const Services& services, const std::string& file,
+                         std::string_view section, std::string_view key,
+                         std::string_view fallback) {
+  std::string result(fallback);
+  ResumeNext([&] { result = IniValue(services.Files.ReadFile(file), section, key, fallback); });
+  return result;
+}
+
+void WriteIniValue(const Services& services, const std::string& file, std::string_view section,
+                   std::string_view key, std::string_view value) {
+  const std::string bytes = services.Files.FileExists(file) ? services.Files.ReadFile(file) : "";
+  services.Files.ReplaceFile(file, WithIniValue(bytes, section, key, value));
 }
 
 }  // namespace rws

@@ -18,4 +18,11 @@ std::string ReadIniValue(const Services& services, const std::string& file,
 void WriteIniValue(const Services& services, const std::string& file, std::string_view section,
                    std::string_view key, std::string_view value);
 
+/** The same for the content of such a file: what `ReadIniValue` gives, and the content after
+    `WriteIniValue`. */
+std::string IniValue(std::string_view bytes, std::string_view section, std::string_view key,
+                     std::string_view fallback);
+std::string WithIniValue(std::string_view bytes, std::string_view section, std::string_view key,
+                         std::string_view value);
+
 }  // namespace rws

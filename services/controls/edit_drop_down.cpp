@@ -3,29 +3,11 @@
 #include <QCompleter>
 #include <QFocusEvent>
 #include <QLineEdit>
-#include <QValidator>
 #include <algorithm>
 
+#include "services/controls/page_validator.h"
+
 namespace rws {
-
-namespace {
-
-class PageValidator : public QValidator {
- public:
-  PageValidator(const CodePage& page, QObject* parent) : QValidator(parent), page_(page) {}
-
-  State validate(QString& text, int&) const override {
-    const bool spelled = std::all_of(text.begin(), text.end(), [this](QChar c) {
-      return page_.FromUnicode(c.unicode()).has_value();
-    });
-    return spelled ? Acceptable : Invalid;
-  }
-
- private:
-  const CodePage& page_;
-};
-
-}  // namespace
 
 EditDropDown::EditDropDown(const CodePage& page, Typed typed, QWidget* parent)
     : DropDown(parent), typed_(typed), rows_(new QStringListModel(this)) {

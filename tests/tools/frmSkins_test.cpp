@@ -1,0 +1,164 @@
+#include "tools/frmSkins.h"
+
+#include <gtest/gtest.h>
+
+#include <QBuffer>
+#include <memory>
+
+#include "services/faults.h"
+#include "tests/support/doubles.h"
+#include "tests/support/sandbox.h"
+
+namespace rws::test {
+namespace {
+
+std::string Picture(const char* format, QColor color) {
+  QImage image(64, 32, QImage::Format_RGB32);
+  image.fill(color);
+  QBuffer buffer;
+  buffer.open(QIODevice::WriteOnly);
+  EXPECT_TRUE(image.save(&buffer, format));
+  return buffer.data().toStdString();
+}
+
+struct SkinsForm : testing::Test {
+  SkinsForm() {
+    Tables.Aircraft = {{"Red", "U-2", "U_2", "U2", "", {}, false, false},
+                       {"Red", "P-39\xC4", "P_39", "P39", "", {}, true, false}};
+    Tables.Skins = {{"P39", Box.Path("P-39"), {"default", "A.bmp", "B.bmp", "C.bmp", "Void.bmp"}}};
+    W.Doc.ImagesPath = Box.Path("images");
+    Box.MakeFolder("images");
+    Box.Write("P-39/A.BMP", Picture("BMP", Qt::red));
+    Box.Write("P-39/C.bmp", "no picture");
+    Box.Write("images/A.jpg", Picture("JPG", Qt::blue));
+    Box.Write("own/B.jpg", Picture("JPG", Qt::green));
+    Box.Write("RWS.HLP.html", "help");
+    W.Services.AppPath = Box.Path();
+  }
+
+  void Open(const char* plane) {
+    Form = std::make_unique<frmSkins>(WindowContext{W.Doc, Tables, Run, W.Services}, nullptr);
+    Form->Plane = plane;
+    Form->LoadForm();
+    Form->show();
+  }
+  void Choose(DropDown* list, int row) {
+    list->setCurrentIndex(row);
+    Q_EMIT list->activated(row);
+  }
+  void Press(int button) { Form->cmd[std::size_t(button)]->click(); }
+  void Locate(const std::string& path) {
+    W.Script.ExpectPath("Locate aircarft image", path);
+    Press(1);
+  }
+  /** Pictures on show, then what is available, a letter each. */
+  std::string State() const {
+    std::string state;
+    const auto add = [&](bool on, char letter) { state += on ? letter : '-'; };
+    add(!Form->imgSkin->IsEmpty(), 'S');
+    add(!Form->imgPic->IsEmpty(), 'P');
+    add(Form->cmd[0]->isEnabled() && Form->lbl[0]->isEnabled(), 'L');
+    add(Form->fraClear->isEnabled(), 'C');
+    add(Form->fraInfo->isEnabled(), 'I');
+    return state;
+  }
+
+  const Sandbox Box;
+  World W;
+  Catalogues Tables;
+  RunState Run;
+  std::unique_ptr<frmSkins> Form;
+};
+
+TEST_F(SkinsForm, ShowsTheSchemesOfTheAircraft) {
+  Open("P_39");
+  EXPECT_EQ(Form->cboPlanes->currentText(), QStringLiteral("P-39Ä"));
+  EXPECT_EQ(Form->cboSkins->count(), 3);
+  EXPECT_EQ(State(), "SP-CI");
+  EXPECT_EQ(Form->SkinSection, "A");
+  EXPECT_EQ(Form->SkinIniFile, Box.Path("images/P-39Ä.ini"));
+  const QPoint middle = Form->imgPic->rect().center();
+  const QImage grab = Form->imgPic->grab().toImage();
+  EXPECT_GT(grab.pixelColor(middle).blue(), 200);
+  const QColor above = grab.pixelColor(middle.x(), 5);
+  EXPECT_LT(above.blue() - above.red(), 60) << "twice as wide as high, not stretched";
+  Choose(Form->cboSkins, 1);
+  EXPECT_EQ(State(), "S----") << "a scheme without a bitmap leaves that of the last one";
+  Choose(Form->cboSkins, 2);
+  EXPECT_EQ(State(), "-----");
+  ASSERT_EQ(W.Script.Notices.size(), 1u);
+  EXPECT_NE(W.Script.Notices[0].find("C.bmp"), std::string::npos);
+  Choose(Form->cboPlanes, 0);
+  EXPECT_EQ(Form->cboSkins->currentText(), QStringLiteral("None"));
+  EXPECT_EQ(State(), "-----");
+  Open("none of them");
+  EXPECT_EQ(Form->cboPlanes->currentIndex(), -1);
+  Locate(Box.Path("own/B.jpg"));
+  EXPECT_EQ(State(), "-P---") << "there is no scheme to link it to";
+  EXPECT_TRUE(W.Log.empty());
+}
+
+TEST_F(SkinsForm, LinksAndClearsAnImage) {
+  Open("P_39");
+  Choose(Form->cboSkins, 1);
+  Locate(Box.Path("own/B.jpg"));
+  EXPECT_EQ(State(), "SPLCI");
+  Press(3);
+  EXPECT_EQ(State(), "S----");
+  EXPECT_TRUE(Box.Exists("own/B.jpg")) << "not linked: the user's own file stays";
+  Locate(Box.Path("own/B.jpg"));
+  Form->txt[0]->insert(QStringLiteral("Ivan"));
+  Press(0);
+  EXPECT_EQ(State(), "SP-CI");
+  EXPECT_EQ(Box.Read("images/B.jpg"), Box.Read("own/B.jpg"));
+  EXPECT_EQ(Form->txt[0]->text(), QStringLiteral("Ivan")) << "typed and not stored yet";
+  Press(3);
+  EXPECT_EQ(Box.Names("images"), "A.jpg,B-bak.jpg");
+  EXPECT_EQ(State(), "S----");
+
+  Choose(Form->cboSkins, 0);
+  Locate("");
+  EXPECT_EQ(State(), "S----");
+  EXPECT_EQ(W.Script.StartFolders.back(), Box.Path("own"));
+  Choose(Form->cboSkins, 0);
+  EXPECT_EQ(State(), "SP-CI");
+  W.Services.Files.BeforeStep = [](const FileStep& now) {
+    if (now.Action == "move") throw FileFault(fault::FileIo, now.Action, now.Path, "locked");
+  };
+  Press(3);
+  EXPECT_EQ(State(), "SP-CI");
+  EXPECT_NE(W.Script.Notices.back().find("locked"), std::string::npos);
+  EXPECT_TRUE(W.Log.empty());
+}
+
+TEST_F(SkinsForm, KeepsNotesInTheSideFile) {
+  Open("P_39");
+  Press(4);
+  EXPECT_EQ(Box.Read("images/P-39Ä.ini"),
+            Crlf({"[A]", "Skinner=Empty", "Country=Empty", "Comments=Empty"}));
+  for (const char* part : {"J", "Ж", "ürgen"}) Form->txt[0]->insert(QString::fromUtf8(part));
+  EXPECT_EQ(Form->txt[0]->text(), QStringLiteral("Jürgen")) << "the code page lacks one letter";
+  Form->txt[2]->insert(QStringLiteral("one\ntwo"));
+  Press(4);
+  EXPECT_EQ(Box.Read("images/P-39Ä.ini"),
+            Crlf({"[A]", "Skinner=J\xFCrgen", "Country=Empty", "Comments=one two"}));
+  Choose(Form->cboSkins, 1);
+  EXPECT_EQ(Form->txt[0]->text(), QString());
+  Choose(Form->cboSkins, 0);
+  EXPECT_EQ(Form->txt[0]->text(), QStringLiteral("Jürgen"));
+  EXPECT_EQ(Form->txt[1]->text(), QString());
+
+  W.Services.Files.BeforeStep = [](const FileStep& now) {
+    if (now.Path.ends_with(".ini")) throw FileFault(fault::FileIo, now.Action, now.Path, "locked");
+  };
+  Choose(Form->cboSkins, 0);
+  EXPECT_EQ(State(), "SP-C-") << "notes that cannot be read cannot be written over";
+  Press(5);
+  EXPECT_EQ(W.ShellCalls.back(), "open " + Box.Path("RWS.HLP.html"));
+  Press(2);
+  EXPECT_FALSE(Form->isVisible());
+  EXPECT_TRUE(W.SettingTexts.count("software\\hollowbyte\\rws edit\\frmskinsleft"));
+}
+
+}  // namespace
+}  // namespace rws::test

@@ -1,0 +1,216 @@
+#include "tools/frmSkins.h"
+
+#include <algorithm>
+
+#include "mainwindow/trapped.h"
+#include "services/controls/list_colors.h"
+#include "services/notice.h"
+#include "services/paths.h"
+#include "services/pickers.h"
+#include "services/platform/form_placement.h"
+#include "services/platform/images.h"
+#include "services/platform/qt_text.h"
+#include "services/setting_values.h"
+#include "tools/logic/skin_images.h"
+
+namespace rws {
+
+namespace {
+
+enum Button : std::size_t { kLink, kLocate, kExit, kClear, kUpdate, kHelp };
+
+/** The only row of an aircraft without schemes. */
+constexpr const char* kNone = "None";
+
+}  // namespace
+
+frmSkins::frmSkins(WindowContext context, QWidget* parent) : QDialog(parent), context_(context) {
+  Build();
+  Connect();
+}
+
+void frmSkins::Connect() {
+  const Services& services = context_.Services;
+  // Choosing the row that is shown counts as well: it brings the linked image back.
+  connect(cboPlanes, &QComboBox::activated, this,
+          Trapped(services, "cboPlanes_Click", [this](int) { PlaneChosen(); }));
+  connect(cboSkins, &QComboBox::activated, this,
+          Trapped(services, "cboSkins_Click", [this](int) { ShowScheme(); }));
+  for (std::size_t i = 0; i < cmd.size(); ++i)
+    connect(cmd[i], &QPushButton::clicked, this,
+            Trapped(services, "cmd_Click", [this, i](bool) { Press(i); }));
+}
+
+void frmSkins::LoadForm() {
+  const Services& services = context_.Services;
+  setWindowTitle(QLatin1String(kProgramTitle));
+  LogAndLeave(services, "Form_Load", [&] { LoadFormPos(services, *this); });
+  ApplyListColors(*this, context_.Run.ForeColor, context_.Run.BackColor);
+  LogAndLeave(services, "Form_Load", [&] { FillPlanes(); });
+  cboPlanes->setFocus();
+}
+
+void frmSkins::done(int result) {
+  LogAndLeave(context_.Services, "Form_Unload", [&] { SaveFormPos(context_.Services, *this); });
+  QDialog::done(result);
+}
+
+void frmSkins::FillPlanes() {
+  const auto& planes = context_.Tables.Aircraft;
+  QStringList names;
+  for (const auto& plane : planes) names << FromBytes(context_.Services.Page, plane.Name);
+  cboPlanes->Fill(names);
+  const auto row = std::find_if(planes.begin(), planes.end(),
+                                [this](const Aircraft& plane) { return plane.Class == Plane; });
+  if (row == planes.end()) return RefreshPanels();
+  cboPlanes->SelectRow(static_cast<int>(row - planes.begin()));
+  PlaneChosen();
+}
+
+void frmSkins::PlaneChosen() {
+  imgSkin->Clear();
+  LogAndLeave(context_.Services, "LoadPlaneSkinList", [&] { LoadPlaneSkinList(); });
+}
+
+void frmSkins::LoadPlaneSkinList() {
+  const Aircraft& plane = At(context_.Tables.Aircraft, cboPlanes->currentIndex());
+  FillSkins(ListSchemes(context_.Tables, plane.Class));
+}
+
+void frmSkins::FillSkins(const SchemeList& schemes) {
+  schemes_ = schemes;
+  const bool none = schemes.Names.empty();
+  if (none) schemes_.Names = {kNone};
+  QStringList names;
+  for (const auto& name : schemes_.Names) names << FromPath(name);
+  cboSkins->Fill(names);
+  cboSkins->SelectRow(0);
+  if (!none) return ShowScheme();
+  imgPic->Clear();
+  RefreshPanels();
+}
+
+std::string frmSkins::Scheme() const {
+  const int row = cboSkins->currentIndex();
+  return row < 0 ? "" : At(schemes_.Names, row);
+}
+
+std::string frmSkins::Target() const {
+  const std::string& images = context_.Doc.ImagesPath;
+  return images.empty() ? "" : LinkTarget(images, Scheme());
+}
+
+void frmSkins::ShowScheme() {
+  const FileSystem& files = context_.Services.Files;
+  const std::string skin = BuildPath(schemes_.Folder, Scheme() + ".bmp");
+  // Without a bitmap of its own the one on show stays, on purpose.
+  if (!schemes_.Folder.empty() && files.FileExists(skin)) ShowPicture(*imgSkin, skin);
+  imgPic->Clear();
+  if (files.FileExists(Target())) ShowPicture(*imgPic, Target());
+  RefreshPanels();
+}
+
+void frmSkins::ShowPicture(PictureBox& box, const std::string& path) {
+  const Services& services = context_.Services;
+  box.Clear();
+  NoticeAndLeave(services, [&] { box.Show(ReadPicture(services.Files, path), path); });
+}
+
+void frmSkins::RefreshPanels() {
+  const Services& services = context_.Services;
+  const std::string scheme = Scheme(), file = NotesFile();
+  const bool picture = !imgPic->IsEmpty() && !scheme.empty() && !file.empty();
+  const bool linkable = picture && !services.Files.FileExists(Target());
+  lbl[0]->setEnabled(linkable);
+  cmd[kLink]->setEnabled(linkable);
+  fraClear->setEnabled(picture);
+  fraInfo->setEnabled(picture);
+  if (scheme != SkinSection || file != SkinIniFile)
+    for (std::size_t i = 0; i < txt.size(); ++i) ShowNote(i, QString());
+  if (picture) ShowNotes(scheme, file);
+}
+
+std::string frmSkins::NotesFile() const {
+  const int plane = cboPlanes->currentIndex();
+  const std::string& images = context_.Doc.ImagesPath;
+  if (plane < 0 || images.empty()) return "";
+  return SideFile(context_.Services, images, At(context_.Tables.Aircraft, plane).Name);
+}
+
+void frmSkins::ShowNotes(const std::string& scheme, const std::string& file) {
+  const Services& services = context_.Services;
+  SkinSection = scheme;
+  SkinIniFile = file;
+  SkinNotes notes;
+  // Notes that could not be read must not be written over.
+  fraInfo->setEnabled(
+      NoticeAndLeave(services, [&] { notes = ReadSkinNotes(services, file, scheme); }));
+  for (std::size_t i = 0; i < txt.size(); ++i) {
+    // What is typed and not stored yet outlives the other buttons.
+    if (txt[i]->text() == shown_[i]) ShowNote(i, FromBytes(services.Page, notes[i]));
+  }
+}
+
+void frmSkins::ShowNote(std::size_t box, const QString& text) {
+  txt[box]->setText(text);
+  txt[box]->setCursorPosition(0);
+  shown_[box] = txt[box]->text();
+}
+
+void frmSkins::Press(std::size_t button) {
+  if (button == kExit) return reject();
+  const Services& services = context_.Services;
+  NoticeAndLeave(services, [&] { Act(button); });
+  NoticeAndLeave(services, [&] { RefreshPanels(); });
+}
+
+void frmSkins::Act(std::size_t button) {
+  switch (button) {
+    case kLink:
+      return Link();
+    case kLocate:
+      return Locate();
+    case kClear:
+      return Clear();
+    case kUpdate:
+      return Update();
+    default:
+      return OpenHelp();
+  }
+}
+
+void frmSkins::OpenHelp() {
+  const std::string help = DataFile(context_.Services, "RWS.HLP.html");
+  const int code = context_.Services.System.Execute("open", help);
+  if (code >= 0 && code <= 32) throw FileFault(fault::FileIo, "open", help, "no program shows it");
+}
+
+void frmSkins::Locate() {
+  const std::string path = GetFile(context_.Services, "Locate aircarft image", "Image jpg|*.jpg",
+                                   &setting::LastImagePath);
+  imgPic->Clear();
+  if (!path.empty()) ShowPicture(*imgPic, path);
+}
+
+void frmSkins::Link() {
+  LinkImage(context_.Services, imgPic->Path(), Target());
+  // From here on the image on show is the linked one, which Clear takes away.
+  imgPic->SetPath(Target());
+}
+
+void frmSkins::Clear() {
+  // A picture that was only located is the user's own: its file is left alone.
+  if (context_.Services.Files.IsSameFile(imgPic->Path(), Target()))
+    ClearLink(context_.Services, Target());
+  imgPic->Clear();
+}
+
+void frmSkins::Update() {
+  const Services& services = context_.Services;
+  SkinNotes notes;
+  for (std::size_t i = 0; i < txt.size(); ++i) notes[i] = ToBytes(services.Page, txt[i]->text());
+  SaveSkinNotes(services, SkinIniFile, SkinSection, notes);
+  for (std::size_t i = 0; i < txt.size(); ++i) shown_[i] = txt[i]->text();
+}
+
+}  // namespace rws
