@@ -26,6 +26,9 @@ struct Shell {
   /** Puts a UTF-8 text on the clipboard in place of what is there. */
   std::function<void(const std::string& text)> SetClipboard;
   std::function<void()> NotifyAssocChanged;
+  /** Makes the program the desktop's one for mission files, or takes that back; gives the reason
+      when it failed. Empty where the class keys of the settings are all that it takes. */
+  std::function<std::string(bool on)> Associate;
   /** Takes the place of the one running instance for the life of the program; false when another
       holds it. A run that crashed does not. */
   std::function<bool()> TakeInstance;
