@@ -148,6 +148,11 @@ std::string WithoutProgram(std::string_view line) {
   return rest.empty() ? "" : start + rest;
 }
 
+std::string_view WithoutLineEnd(std::string_view line) {
+  while (line.ends_with('\n') || line.ends_with('\r')) line.remove_suffix(1);
+  return line;
+}
+
 /** Takes the program out of the defaults for missions; all other bytes of the list stay. */
 void ForgetDefault(const FileSystem& files, const std::string& list) {
   constexpr std::uint64_t kMost = 16 << 20;
@@ -158,7 +163,7 @@ void ForgetDefault(const FileSystem& files, const std::string& list) {
   for (std::size_t from = 0; from < before.size();) {
     const std::size_t end = std::min(before.find('\n', from), before.size() - 1) + 1;
     const std::string_view whole = std::string_view(before).substr(from, end - from);
-    const std::string_view line = Trim(whole);
+    const std::string_view line = WithoutLineEnd(whole);
     from = end;
     if (line.starts_with('[')) inDefaults = line == "[Default Applications]";
     const bool ours = inDefaults && line.starts_with(std::string(kMissionType) + "=") &&
