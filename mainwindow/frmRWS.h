@@ -19,6 +19,8 @@
 
 namespace rws {
 
+class frmPrefs;
+
 /** The main window: the missions of one directory, the values of the one selected, and the flows
    that cross its panels. */
 class frmRWS : public QMainWindow {
@@ -38,6 +40,8 @@ class frmRWS : public QMainWindow {
   void InitForm();
   /** Fills `lstMission` and selects the current mission. */
   void LoadMissionList();
+  /** Shows the preferences and acts on what the user has changed there. */
+  void SetPrefs();
 
   /** A short text in the status bar that goes away by itself. */
   void Notice(const std::string& text);
@@ -83,6 +87,9 @@ class frmRWS : public QMainWindow {
   void ConnectDocument();
   void ConnectMissionMenu();
   void ConnectHelp();
+  void ConnectPrefs();
+  void ApplyPrefs(const frmPrefs& form);
+  void ReloadPaintSchemes();
 
   void FollowList(LeaveBy by);
   void ListMouseReleased(Qt::MouseButton button, int row, QPoint globalPosition);

@@ -22,6 +22,8 @@ struct Services {
   std::string AppPath;
   /** The executable's own folder; tables that are not in `AppPath` are sought here. */
   std::string ProgramPath;
+  /** The executable's file name. */
+  std::string ProgramName;
   /** Takes the place of the log file when set. */
   std::function<void(const std::string& line)> LogSink;
 };

@@ -33,6 +33,9 @@ struct Shell {
   std::function<std::optional<std::string>(const std::string& url)> Fetch;
   /** Ends a fetch that is under way. */
   std::function<void()> CancelFetch;
+  /** Makes the program the desktop's one for mission files, or takes that back; gives the reason
+      when it failed. Empty where the class keys of the settings are all that it takes. */
+  std::function<std::string(bool on)> Associate;
   /** Takes the place of the one running instance for the life of the program; false when another
       holds it. A run that crashed does not. */
   std::function<bool()> TakeInstance;

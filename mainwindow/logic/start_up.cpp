@@ -1,5 +1,6 @@
 #include "mainwindow/logic/start_up.h"
 
+#include "services/association.h"
 #include "services/error_log.h"
 #include "services/list_files.h"
 #include "services/paths.h"
@@ -68,8 +69,7 @@ void ReadStartSettings(Document& doc, RunState& run, const Services& services) {
   run.ForeColor = ReadNumber(settings, setting::ForeColor, 0, kWhite);
   run.BackColor = ReadNumber(settings, setting::BackColor, 0, kWhite);
   run.bLockWT = ReadFlag(settings, setting::LockWT);
-  const std::string key = std::string(kProgramTitle) + ".mis";
-  run.bAssociate = !GetRegValue(settings, SettingsRoot::ClassesRoot, key, "", "").empty();
+  run.bAssociate = IsAssociated(services);
   run.bSndPlayer = ReadFlag(settings, setting::SndPlayer);
 }
 

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QLocale>
 #include <QStandardPaths>
 
@@ -59,6 +60,7 @@ Services MakeDesktopServices() {
   services.Ask = MakeQtPrompts();
   services.System = MakeQtShell();
   services.ProgramPath = ToPath(QDir::toNativeSeparators(QCoreApplication::applicationDirPath()));
+  services.ProgramName = ToPath(QFileInfo(QCoreApplication::applicationFilePath()).fileName());
   services.AppPath =
       services.Files.CanWriteInto(services.ProgramPath) ? services.ProgramPath : UserFolder();
   services.Page = ChosenCodePage(services.Settings);

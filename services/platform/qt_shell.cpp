@@ -1,6 +1,7 @@
 #include "services/platform/qt_shell.h"
 
 #include <QClipboard>
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QDesktopServices>
 #include <QDir>
@@ -12,6 +13,7 @@
 #include <QSysInfo>
 #include <QUrl>
 
+#include "services/platform/desktop_association.h"
 #include "services/platform/event_pump.h"
 #include "services/platform/fetch.h"
 #include "services/platform/qt_text.h"
@@ -102,6 +104,11 @@ Shell MakeQtShell() {
   };
   shell.Fetch = [fetcher](const std::string& url) { return fetcher->Fetch(url); };
   shell.CancelFetch = [fetcher] { fetcher->Cancel(); };
+#ifndef _WIN32
+  shell.Associate = [](bool on) {
+    return AssociateDesktop(FileSystem(), ToPath(QCoreApplication::applicationFilePath()), on);
+  };
+#endif
   shell.PumpEvents = [pump] { pump->Pump(); };
   shell.Now = LocalNow;
   shell.Version = SystemVersion;

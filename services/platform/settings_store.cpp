@@ -16,13 +16,21 @@ QString RootName(SettingsRoot root) {
                                            : QStringLiteral("HKEY_CLASSES_ROOT");
 }
 
+#ifdef _WIN32
+/** The classes of this user alone: those of the machine need an administrator to write them. */
+QString RegistryRoot(SettingsRoot root) {
+  return root == SettingsRoot::CurrentUser ? RootName(root)
+                                           : QStringLiteral("HKEY_CURRENT_USER\\Software\\Classes");
+}
+#endif
+
 /** A settings object that stands at the key; made anew for each call, as the store itself is. */
 std::unique_ptr<QSettings> OpenKey(const QString& iniFile, SettingsRoot root,
                                    const std::string& key) {
   const QString path = FromPath(key);
 #ifdef _WIN32
   if (iniFile.isEmpty())
-    return std::make_unique<QSettings>(RootName(root) + QLatin1Char('\\') + path,
+    return std::make_unique<QSettings>(RegistryRoot(root) + QLatin1Char('\\') + path,
                                        QSettings::NativeFormat);
 #endif
   auto settings = std::make_unique<QSettings>(iniFile.isEmpty() ? DefaultSettingsFile() : iniFile,

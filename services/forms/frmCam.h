@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QDialog>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <array>
+
+#include "mainwindow/state.h"
+
+namespace rws {
+
+/** Sets out whether a mission suits the game installed. Prepared for that: nothing works the report
+    out or opens the form yet. */
+class frmCam : public QDialog {
+  Q_OBJECT
+
+ public:
+  frmCam(WindowContext context, QWidget* parent);
+
+  void LoadForm();
+  /** Ends every way of closing. */
+  void done(int result) override;
+
+  QPushButton* cmd;
+  /** The report, the legend of game versions. */
+  QGroupBox *fra1, *fra;
+  QLabel *lblSq, *lblAC, *lblMap;
+  /** Squadrons, aircraft, map. */
+  std::array<QLabel*, 3> imgWarn;
+  /** A row of the legend each. */
+  std::array<QLabel*, 5> imgVer, lbl;
+
+ private:
+  void Build();
+  void PlaceControls();
+  void NameControls();
+
+  WindowContext context_;
+};
+
+}  // namespace rws

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <QCheckBox>
+#include <QDialog>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStatusBar>
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "mainwindow/state.h"
+#include "services/controls/elided_label.h"
+
+namespace rws {
+
+/** The preferences. The caller sets the fields, loads and shows the form; when it closed with
+    `Applied` the fields hold what the user wants. It stores nothing itself. */
+class frmPrefs : public QDialog {
+  Q_OBJECT
+
+ public:
+  frmPrefs(WindowContext context, QWidget* parent);
+
+  void LoadForm();
+  /** Ends every way of closing. */
+  void done(int result) override;
+
+  bool Backup = false, Associate = false, LockWT = false, SndPlayer = false;
+  /** Row of `optSave`. */
+  int SavePromptMode = 0;
+  std::string GamePath;
+  /** Blue-green-red numbers. */
+  std::int32_t ForeColor = 0, BackColor = 0;
+
+  /** Out: closed by Apply. */
+  bool Applied = false;
+  /** Out: another game directory was chosen. */
+  bool GameChanged = false;
+
+  /** What happens to edits, the switches, the colours, the game directory. */
+  QGroupBox *fra, *fra1, *fra2, *fra3;
+  std::array<QRadioButton*, 3> optSave;
+  QCheckBox *chkBackup, *chkWA, *chkLock, *chkSnd;
+  /** Text colour, background colour. */
+  std::array<QPushButton*, 2> cmdColor;
+  /** Samples of both colours together. */
+  std::array<QLabel*, 2> lblColor;
+  ElidedLabel* lblPath;
+  QPushButton* cmdChg;
+  /** Apply, Exit. */
+  std::array<QPushButton*, 2> cmd;
+  QStatusBar* stBar;
+
+ private:
+  void Build();
+  void PlaceControls();
+  void NameControls();
+  void Connect();
+
+  void ShowFields();
+  void ShowPath(const std::string& path);
+  void ShowColors();
+  int SaveRow() const;
+
+  void ChkModify();
+  bool Differs() const;
+  void ClickApply();
+  void ClickChange();
+  void ClickColor(std::size_t index);
+
+  WindowContext context_;
+  bool bLoading = false;
+  ElidedLabel* stPath_;
+  std::string pathAtEntry_;
+  /** What the controls show: a path need not be text, and a sample's colour goes by its palette. */
+  std::string path_;
+  std::int32_t foreColor_ = 0, backColor_ = 0;
+};
+
+}  // namespace rws
