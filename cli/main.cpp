@@ -38,9 +38,11 @@ Document NewDocument() {
   return doc;
 }
 
-Services NewServices(const Options& options, const std::string& program) {
+Services NewServices(const Options& options, const std::string& called) {
   Services services;
-  services.ProgramPath = GetParentFolderName(services.Files.GetAbsolutePathName(program));
+  const std::string program = services.Files.ProgramFile();
+  services.ProgramPath =
+      GetParentFolderName(program.empty() ? services.Files.GetAbsolutePathName(called) : program);
   services.AppPath = options.Tables.empty() ? services.ProgramPath : options.Tables;
   services.LogSink = [](const std::string& line) { Complain(line); };
   return services;

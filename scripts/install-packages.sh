@@ -8,6 +8,7 @@
 #   bench    the benchmark library
 #   desktop  what the program needs to open a window under Wayland
 #   picture  a virtual display, for a picture of the window on a machine without one
+#   package  what scripts/package.sh needs
 set -euo pipefail
 
 packages=(
@@ -22,8 +23,14 @@ for group in "$@"; do
     bench) packages+=(libbenchmark-dev) ;;
     desktop) packages+=(qt6-wayland) ;;
     picture) packages+=(xvfb xauth) ;;
+    package)
+      packages+=(
+        dpkg-dev file gzip desktop-file-utils appstream shared-mime-info man-db
+        libglib2.0-bin xvfb xauth x11-utils
+      )
+      ;;
     *)
-      echo "install-packages.sh: unknown group \"$group\" (test, bench, desktop, picture)" >&2
+      echo "install-packages.sh: unknown group \"$group\" (test, bench, desktop, picture, package)" >&2
       exit 2
       ;;
   esac

@@ -97,6 +97,8 @@ std::string FileSystem::FollowLinks(const std::string& path) const {
   return os::FollowLinks(Resolve(path));
 }
 
+std::string FileSystem::ProgramFile() const { return os::ProgramFile(); }
+
 std::string FileSystem::GetAbsolutePathName(const std::string& path) const {
   return path.empty() ? path : os::AbsolutePath(path);
 }

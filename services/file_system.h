@@ -35,6 +35,9 @@ class FileSystem {
   std::string Resolve(const std::string& path) const;
   /** The file that `path` leads to when it is a link; else its spelling on disk. */
   std::string FollowLinks(const std::string& path) const;
+  /** The running program's own file, also when it was called through the search path or a link; ""
+      where the system does not tell. */
+  std::string ProgramFile() const;
   /** `path` from the root of the file system on. */
   std::string GetAbsolutePathName(const std::string& path) const;
   /** True if both paths lead to one file, also through a link. */

@@ -57,6 +57,8 @@ void RenameOver(const std::string& from, const std::string& to);
 bool RenameNew(const std::string& from, const std::string& to);
 void DeleteFile(const std::string& path);
 void CreateFolder(const std::string& path);
+/** The running program's own file, links followed; "" where the system does not tell. */
+std::string ProgramFile();
 /** `path` from the root on, "." and ".." taken out by spelling alone. */
 std::string AbsolutePath(const std::string& path);
 

@@ -103,6 +103,11 @@ std::string FollowLinks(const std::string& path) {
   return error ? path : real.string();
 }
 
+std::string ProgramFile() {
+  std::error_code error;
+  return std::filesystem::read_symlink("/proc/self/exe", error).string();
+}
+
 bool CanWriteInto(const std::string& folder) { return ::access(folder.c_str(), W_OK | X_OK) == 0; }
 
 std::string ReadFile(const std::string& path, std::uint64_t most) {

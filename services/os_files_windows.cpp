@@ -134,6 +134,12 @@ std::string FollowLinks(const std::string& path) {
   return error ? path : Narrow(real.wstring());
 }
 
+std::string ProgramFile() {
+  std::wstring path(32768, L'\0');
+  path.resize(::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+  return Narrow(path);
+}
+
 bool CanWriteInto(const std::string& folder) {
   // Rights on Windows are only known by trying.
   const std::string probe = BuildPath(folder, "rws-write-test.tmp");

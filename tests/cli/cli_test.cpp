@@ -132,6 +132,21 @@ TEST_F(Cli, ExitsWithOneOrTwo) {
   EXPECT_EQ(Json::parse(out_)["BaseName"], "a");
 }
 
+#ifndef _WIN32
+TEST_F(Cli, FindsItsTablesWhenCalledThroughTheSearchPathAndALink) {
+  box_.Write("lib/RWS_Maps.txt", "Moscow winter,moscow/sload.ini\r\n");
+  box_.MakeFolder("bin");
+  std::filesystem::copy_file(RWS_CLI, box_.Path("lib/rws-cli"));
+  std::filesystem::create_symlink("../lib/rws-cli", box_.Path("bin/rws-cli"));
+  box_.Write("a.mis", kMission);
+  ASSERT_EQ(
+      std::system(
+          ("cd \"" + box_.Path() + "\" && PATH=\"$PWD/bin\" rws-cli show a.mis > out.txt").c_str()),
+      0);
+  EXPECT_EQ(Json::parse(box_.Read("out.txt"))["MapName"], "Moscow winter");
+}
+#endif
+
 TEST_F(Cli, RefusesToReplaceTheMissionItself) {
   const std::string path = box_.Write("a.mis", kMission);
   box_.MakeFolder("sub");
