@@ -8,6 +8,9 @@
 #include "editors/frmWP.h"
 #include "editors/frmWPEdit.h"
 #include "services/faults.h"
+#include "services/forms/frmCam.h"
+#include "services/forms/frmPrefs.h"
+#include "tools/frmSkins.h"
 #include "tools/frmView.h"
 #include "tools/logic/mission_files.h"
 #include "tools/logic/mission_menu.h"
@@ -60,6 +63,11 @@ std::vector<NamedForm> AllForms(WindowContext context, QWidget* parent) {
                            ReadDogFight(context.Tables, context.Services);
                            form.Idx = context.Doc.CurMission;
                          }),
+      Named<frmCam>("frmCam", context, parent, [](frmCam&) {}),
+      Named<frmPrefs>("frmPrefs", context, parent,
+                      [=](frmPrefs& form) { form.GamePath = context.Doc.GamePath; }),
+      Named<frmSkins>("frmSkins", context, parent,
+                      [=](frmSkins& form) { form.Plane = CurrentFlight(context).Class; }),
       Named<frmStatic>("frmStatic", context, parent, [](frmStatic&) {}),
       Named<frmWP>("frmWP", context, parent, [](frmWP&) {}),
       Named<frmWPEdit>("frmWPEdit", context, parent,

@@ -15,6 +15,7 @@
 #include "mainwindow/state.h"
 #include "mission/update.h"
 #include "services/controls/list_box.h"
+#include "tools/logic/folder_tools.h"
 #include "tools/logic/mission_files.h"
 
 namespace rws {
@@ -86,10 +87,9 @@ class frmRWS : public QMainWindow {
   void Connect();
   void ConnectDocument();
   void ConnectMissionMenu();
-  void ConnectHelp();
+  void ConnectTools();
   void ConnectPrefs();
-  void ApplyPrefs(const frmPrefs& form);
-  void ReloadPaintSchemes();
+  void ConnectHelp();
 
   void FollowList(LeaveBy by);
   void ListMouseReleased(Qt::MouseButton button, int row, QPoint globalPosition);
@@ -110,6 +110,14 @@ class frmRWS : public QMainWindow {
   void ClickContents();
   void ClickAbout();
   void ClickCheckForUpdates();
+  bool SettleEdits();
+  Progress ShowProgress();
+  void RunTool(bool rereads, const std::function<ToolResult()>& tool);
+  void TakeToolResult(const ToolResult& result);
+  void GoToFolder(const std::string& folder);
+  void ClickSkinManager();
+  void ApplyPrefs(const frmPrefs& form);
+  void ReloadPaintSchemes();
 
   void ClickDirectory();
   void ClickExit();

@@ -38,6 +38,8 @@ void frmRWS::Connect() {
   ShowDialog = [](QDialog& dialog) { dialog.exec(); };
   flightArea->ShowDialog = [this](QDialog& dialog) { ShowDialog(dialog); };
   ConnectMissionMenu();
+  ConnectTools();
+  ConnectPrefs();
   ConnectHelp();
 }
 
@@ -87,13 +89,7 @@ void frmRWS::ClickDirectory() {
   folder = ExistingFolder(services, folder);
   folder = GetFolder(services, "Select a mission directory", true, folder);
   if (folder.empty()) return;
-  doc.MissionDir = folder;
-  ShowDirectory();
-  ResumeNext([&] { WriteSetting(services.Settings, setting::LastDirPath, folder); });
-  doc.CurMission = 0;
-  doc.CurFlight = 0;
-  doc.Missions.clear();
-  Start();
+  GoToFolder(folder);
 }
 
 bool frmRWS::ClickUpdate() {

@@ -6,8 +6,8 @@
 #include "mainwindow/logic/aircraft_count.h"
 #include "mainwindow/trapped.h"
 #include "services/platform/qt_text.h"
-#include "tools/logic/mission_menu.h"
 #include "tools/logic/mission_files.h"
+#include "tools/logic/mission_menu.h"
 
 namespace rws {
 

@@ -47,10 +47,7 @@ void frmRWS::SetPrefs() {
     ShowDialog(form);
     if (!form.Applied) return;
     // All is reread at the end: edits are settled first, as the user has it until now.
-    const bool settled =
-        doc.Missions.empty() ||
-        WarnSave(context_.Doc, context_.Services, LeaveBy::Mouse, [this] { return ClickUpdate(); });
-    if (settled && !doc.Closing) ApplyPrefs(form);
+    if (SettleEdits()) ApplyPrefs(form);
   });
 }
 

@@ -16,6 +16,7 @@ class ListBox : public ReportList {
   explicit ListBox(QWidget* parent = nullptr);
 
   void SetRows(const QStringList& rows);
+  void SetRowText(int row, const QString& text) { rows_.setData(rows_.index(row), text); }
   int RowCount() const { return rows_.rowCount(); }
   /** Selects a row and brings it into view; a row that is not there selects none. */
   void SelectRow(int row) { SelectOnly(row); }

@@ -1,0 +1,100 @@
+#include "mainwindow/frmRWS.h"
+#include "mainwindow/trapped.h"
+#include "services/error_log.h"
+#include "services/platform/qt_text.h"
+#include "services/setting_values.h"
+#include "tools/frmSkins.h"
+
+namespace rws {
+
+void frmRWS::ConnectTools() {
+  const auto command = [this](QAction* entry, const char* name, std::function<void()> run) {
+    entry->setEnabled(true);
+    connect(entry, &QAction::triggered, this,
+            Trapped(context_.Services, name, [run = std::move(run)](bool) { run(); }));
+  };
+  Document& doc = context_.Doc;
+  const Services& services = context_.Services;
+  command(mnuTools[0], "mnuTools_Click", [this] { ClickSkinManager(); });
+  command(mnuTools[1], "mnuTools_Click", [&, this] {
+    RunTool(true, [&, this] { return RenameAll(doc, services, ShowProgress()); });
+  });
+  command(mnuTools[2], "mnuTools_Click", [&, this] {
+    RunTool(true, [&, this] { return ConvertMissionFolder(doc, services, ShowProgress()); });
+  });
+  command(mnuTools[3], "mnuTools_Click", [&, this] {
+    RunTool(true, [&, this] { return CopyFrom(doc, services, ShowProgress()); });
+  });
+  for (std::size_t i = 0; i < mnuCases.size(); ++i)
+    command(mnuCases[i], "mnuCase_Click", [&, this, i] {
+      // Only a name that is typed ends in a reread.
+      RunTool(i == 0, [&, i] { return RenameCase(doc, services, static_cast<int>(i)); });
+    });
+}
+
+/** Settles the edits that a reread would drop, as leaving the mission does. False if the user
+    cancelled. */
+bool frmRWS::SettleEdits() {
+  Document& doc = context_.Doc;
+  if (doc.Missions.empty() || !At(doc.Missions, doc.CurMission).Modified) return true;
+  if (!WarnSave(doc, context_.Services, LeaveBy::Mouse, [this] { return ClickUpdate(); }))
+    return false;
+  // Answered No, the file's own state is shown again: what follows may end without a reread.
+  if (!doc.Closing && !At(doc.Missions, doc.CurMission).Loaded) ShowMission();
+  return !doc.Closing;
+}
+
+Progress frmRWS::ShowProgress() {
+  return [this](std::size_t done, std::size_t of) {
+    staBar->showMessage(tr("File %1 of %2").arg(done).arg(of));
+  };
+}
+
+void frmRWS::RunTool(bool rereads, const std::function<ToolResult()>& tool) {
+  if (rereads && !SettleEdits()) return;
+  const ToolResult result = tool();
+  if (!context_.Doc.Closing) TakeToolResult(result);
+}
+
+void frmRWS::TakeToolResult(const ToolResult& result) {
+  Document& doc = context_.Doc;
+  switch (result.Outcome) {
+    case ToolOutcome::Nothing:
+      return;
+    case ToolOutcome::RowText:
+      return lstMission->SetRowText(doc.CurMission, FromPath(result.Text));
+    case ToolOutcome::Rows:
+      for (std::size_t i = 0; i < doc.Missions.size(); ++i)
+        lstMission->SetRowText(static_cast<int>(i), FromPath(doc.Missions[i].BaseName));
+      return;
+    case ToolOutcome::GoToFolder:
+      return GoToFolder(result.Text);
+    case ToolOutcome::Reread:
+      staBar->clearMessage();
+      doc.Missions.clear();
+      return Start();
+  }
+}
+
+void frmRWS::GoToFolder(const std::string& folder) {
+  Document& doc = context_.Doc;
+  doc.MissionDir = folder;
+  ShowDirectory();
+  ResumeNext([&] { WriteSetting(context_.Services.Settings, setting::LastDirPath, folder); });
+  doc.CurMission = 0;
+  doc.CurFlight = 0;
+  doc.Missions.clear();
+  Start();
+}
+
+void frmRWS::ClickSkinManager() {
+  const Document& doc = context_.Doc;
+  frmSkins form(context_, this);
+  // Without a flight it opens with no aircraft chosen.
+  ResumeNext(
+      [&] { form.Plane = At(At(doc.Missions, doc.CurMission).Flights, doc.CurFlight).Class; });
+  form.LoadForm();
+  ShowDialog(form);
+}
+
+}  // namespace rws

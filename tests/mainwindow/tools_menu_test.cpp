@@ -1,0 +1,81 @@
+#include "tests/mainwindow/window_fixture.h"
+#include "tools/frmSkins.h"
+
+namespace rws::test {
+namespace {
+
+class ToolsMenuTest : public WindowTest {
+ protected:
+  ToolsMenuTest() { OpenThree(); }
+
+  void Choose(QAction* entry) { entry->trigger(); }
+  std::string Rows() {
+    std::vector<std::string> rows;
+    const auto* model = Window->lstMission->model();
+    for (int row = 0; row < model->rowCount(); ++row)
+      rows.push_back(model->index(row, 0).data().toString().toStdString());
+    return Joined(rows);
+  }
+  void ExpectNewName(const std::string& name, const std::string& start) {
+    World_.Script.ExpectInput("Enter the new mission name.", name);
+    World_.Script.ExpectInput("Please enter a starting number.", start);
+  }
+};
+
+TEST_F(ToolsMenuTest, RenameAllSettlesTheEditsFirst) {
+  Edit();
+  World_.Script.Expect("Do you wish to save the changes to this mission?", Answer::Cancel);
+  Choose(Window->mnuTools[1]);
+  EXPECT_EQ(Rows(), "a|b|c");
+  EXPECT_TRUE(Lit());
+
+  World_.Script.Expect("Do you wish to save the changes to this mission?", Answer::Yes);
+  ExpectNewName("Sortie", "9");
+  Choose(Window->mnuTools[1]);
+  EXPECT_EQ(Rows(), "Sortie09|Sortie10|Sortie11");
+  EXPECT_NE(FileText("Sortie09").find("CloudType 5"), std::string::npos);
+}
+
+TEST_F(ToolsMenuTest, AnEditGivenUpIsNotShownAfterACancelledTool) {
+  Edit();
+  World_.Script.Expect("Do you wish to save the changes to this mission?", Answer::No);
+  World_.Script.ExpectInput("Enter the new mission name.", "");
+  Choose(Window->mnuTools[1]);
+  EXPECT_EQ(Panel().cboWeather->currentIndex(), 2);
+  EXPECT_FALSE(Lit());
+}
+
+TEST_F(ToolsMenuTest, ConvertGoesToTheDestination) {
+  Box.Write("campaign/x.mis", Crlf({"[MAIN]", "  player r0100", "  CloudType 1", "[Wing]"}));
+  Box.MakeFolder("single");
+  World_.Script.ExpectPath("Please select the campaign directory", Box.Path("campaign"));
+  World_.Script.ExpectPath("Please select the destination directory", Box.Path("single"));
+  World_.Script.ExpectInput("You may enter a new mission name for the converted mission(s).", "");
+  Choose(Window->mnuTools[2]);
+  EXPECT_EQ(Box.Read("single/x.mis"), Crlf({"[MAIN]", "  CloudType 1", "[Wing]"}));
+  EXPECT_EQ(Rows(), "x");
+  EXPECT_EQ(Window->staPanels[0]->text().toStdString(), Box.Path("single"));
+}
+
+TEST_F(ToolsMenuTest, ARenamedRowIsFoundAgain) {
+  Box.Write("missions/a.properties", "Name x\r\n");
+  Choose(Window->mnuCases[3]);
+  EXPECT_EQ(Rows(), "A|b|c");
+  EXPECT_EQ(Box.Names("missions"), "A.mis,A.properties,b.mis,c.mis");
+  ClickRow(1);
+  ClickRow(0);
+  EXPECT_EQ(Doc().Missions[0].BaseName, "A");
+  World_.Script.ExpectInput("Enter the new name for A", "z 1");
+  Choose(Window->mnuCases[0]);
+  EXPECT_EQ(Rows(), "b|c|z 1");
+}
+
+TEST_F(ToolsMenuTest, TheSkinManagerOpensForTheCurrentAircraft) {
+  std::string plane;
+  Window->ShowDialog = [&](QDialog& dialog) { plane = dynamic_cast<frmSkins&>(dialog).Plane; };
+  Choose(Window->mnuTools[0]);
+  EXPECT_EQ(plane, "IL_2");
+}
+
+}  // namespace
+}  // namespace rws::test
