@@ -45,8 +45,9 @@ TEST_F(PrefsTest, ApplyIsLitWhileSomethingDiffers) {
     SCOPED_TRACE(ToPath(control->objectName()));
     control->click();
     EXPECT_TRUE(Form.cmd[0]->isEnabled());
-    if (control == Form.cmdColor[0])
+    if (control == Form.cmdColor[0]) {
       EXPECT_EQ(Form.lblColor[1]->palette().color(QPalette::WindowText), QColor(1, 0, 128));
+    }
     control->click();
     EXPECT_FALSE(Form.cmd[0]->isEnabled());
   }
