@@ -52,6 +52,7 @@ void frmPrefs::PlaceControls() {
   colors->setColumnStretch(0, 1);
 
   auto* path = new QHBoxLayout(fra3);
+  lblPath->setIndent(0);
   path->addWidget(lblPath, 1);
   path->addWidget(cmdChg);
   auto* buttons = new QHBoxLayout;

@@ -45,31 +45,12 @@ TEST_F(PrefsTest, ApplyIsLitWhileSomethingDiffers) {
     SCOPED_TRACE(ToPath(control->objectName()));
     control->click();
     EXPECT_TRUE(Form.cmd[0]->isEnabled());
+    if (control == Form.cmdColor[0]) {
+      EXPECT_EQ(Form.lblColor[1]->palette().color(QPalette::WindowText), QColor(1, 0, 128));
+    }
     control->click();
     EXPECT_FALSE(Form.cmd[0]->isEnabled());
   }
-}
-
-TEST_F(PrefsTest, ApplyHandsOverWhatTheControlsShow) {
-  World_.Services.Ask.Color = [](std::int32_t before) {
-    return before == 0x800000 ? 0x0000FF : 0x00FF00;
-  };
-  for (QAbstractButton* control :
-       {static_cast<QAbstractButton*>(Form.chkBackup), static_cast<QAbstractButton*>(Form.chkWA),
-        static_cast<QAbstractButton*>(Form.chkLock), static_cast<QAbstractButton*>(Form.optSave[1]),
-        static_cast<QAbstractButton*>(Form.cmdColor[0]),
-        static_cast<QAbstractButton*>(Form.cmdColor[1])})
-    control->click();
-  World_.Script.ExpectPath(kPick, Box.Path("new"));
-  Form.cmdChg->click();
-  EXPECT_TRUE(Form.GameChanged);
-  EXPECT_EQ(Form.lblColor[1]->palette().color(QPalette::WindowText), QColor(255, 0, 0));
-  EXPECT_EQ(Form.lblColor[0]->palette().color(QPalette::Window), QColor(0, 255, 0));
-  Form.cmd[0]->click();
-  EXPECT_TRUE(Form.Applied && Form.Associate && Form.LockWT && !Form.Backup && !Form.SndPlayer);
-  EXPECT_EQ(Form.SavePromptMode, 1);
-  EXPECT_EQ(Form.GamePath, Box.Path("new"));
-  EXPECT_EQ(World_.Doc.GamePath, Box.Path("old")) << "only the caller changes what is in use";
 }
 
 TEST_F(PrefsTest, APathWithoutSkinsClosesTheForm) {
