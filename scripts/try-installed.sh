@@ -42,6 +42,10 @@ for ((i = 0; ; i++)); do
   fi
   sleep 0.1
 done
+# A message about what is missing, in a box named as the program, would come right after.
+sleep 2
+windows=$(xwininfo -root -tree)
+if [[ $windows = *'"RWS Edit": ('* ]]; then fail "rws-edit shows a message: $windows"; fi
 kill -TERM "$program"
 status=0
 wait "$program" || status=$?
