@@ -6,6 +6,7 @@
 #include "editors/logic/briefing_inserts.h"
 #include "mainwindow/trapped.h"
 #include "services/controls/list_colors.h"
+#include "services/help_file.h"
 #include "services/platform/form_placement.h"
 #include "services/platform/qt_text.h"
 #include "services/setting_values.h"
@@ -37,9 +38,8 @@ void frmBrief::Connect() {
   connect(cmd[0], &QPushButton::clicked, this, &QDialog::reject);
   connect(cmd[1], &QPushButton::clicked, this,
           Trapped(services, "cmd_Click", [this](bool) { Apply(); }));
-  connect(cmd[2], &QPushButton::clicked, this, Trapped(services, "cmd_Click", [this](bool) {
-            OpenFile(context_.Services, DataFile(context_.Services, "RWS.HLP"));
-          }));
+  connect(cmd[2], &QPushButton::clicked, this,
+          Trapped(services, "cmd_Click", [this](bool) { OpenHelp(context_.Services); }));
   connect(txtBrief, &TextBox::MenuAsked, this,
           [this](const QPoint& place) { mnuMain->popup(place); });
   ConnectMenus();

@@ -4,6 +4,7 @@
 
 #include "mainwindow/trapped.h"
 #include "services/controls/list_colors.h"
+#include "services/help_file.h"
 #include "services/notice.h"
 #include "services/paths.h"
 #include "services/pickers.h"
@@ -175,14 +176,8 @@ void frmSkins::Act(std::size_t button) {
     case kUpdate:
       return Update();
     default:
-      return OpenHelp();
+      return OpenHelp(context_.Services);
   }
-}
-
-void frmSkins::OpenHelp() {
-  const std::string help = DataFile(context_.Services, "RWS.HLP.html");
-  const int code = context_.Services.System.Execute("open", help);
-  if (code >= 0 && code <= 32) throw FileFault(fault::FileIo, "open", help, "no program shows it");
 }
 
 void frmSkins::Locate() {

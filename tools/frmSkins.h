@@ -73,7 +73,6 @@ class frmSkins : public QDialog {
   void Link();
   void Clear();
   void Update();
-  void OpenHelp();
   /** The scheme chosen, "None" among them; "" without one. */
   std::string Scheme() const;
   /** Where the image that is linked to the scheme lies. */

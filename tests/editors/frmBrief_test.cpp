@@ -67,8 +67,9 @@ TEST_F(BriefForm, TypesAndLeaves) {
     QApplication::clipboard()->setText(pasted);
     form.txtShort->paste();
   }
+  Box.Write("program/RWS.HLP.html", "help");
   form.cmd[2]->click();
-  EXPECT_EQ(Joined(W.ShellCalls), "open " + Box.Path("program/RWS.HLP"));
+  EXPECT_EQ(Joined(W.ShellCalls), "open " + Box.Path("program/RWS.HLP.html"));
   EXPECT_TRUE(form.isVisible());
   form.cmd[1]->click();
   const std::string written =

@@ -10,9 +10,11 @@
 #include "editors/frmStatic.h"
 #include "editors/frmWP.h"
 #include "editors/frmWPEdit.h"
+#include "services/forms/frmPrefs.h"
 #include "services/help_file.h"
 #include "services/platform/fetch.h"
 #include "tests/mainwindow/window_fixture.h"
+#include "tools/frmSkins.h"
 #include "tools/frmView.h"
 
 namespace rws::test {
@@ -51,6 +53,8 @@ TEST_F(HelpTest, TellsOfEveryWindowMenuEntryAndButton) {
   windows.push_back(std::make_unique<frmDogFight>(context, nullptr));
   windows.push_back(std::make_unique<frmStatic>(context, nullptr));
   windows.push_back(std::make_unique<frmChgAC>(context, nullptr));
+  windows.push_back(std::make_unique<frmPrefs>(context, nullptr));
+  windows.push_back(std::make_unique<frmSkins>(context, nullptr));
   windows.push_back(std::make_unique<frmView>(World_.Services, nullptr));
   int captions = 0;
   for (const auto& window : windows) {

@@ -50,7 +50,8 @@ TEST_F(ToolsMenuTest, ConvertGoesToTheDestination) {
   Box.MakeFolder("single");
   World_.Script.ExpectPath("Please select the campaign directory", Box.Path("campaign"));
   World_.Script.ExpectPath("Please select the destination directory", Box.Path("single"));
-  World_.Script.ExpectInput("You may enter a new mission name for the converted mission(s).", "");
+  // An empty answer, not a cancelled one.
+  World_.Services.Ask.InputBox = [](auto&&...) { return std::optional<std::string>(""); };
   Choose(Window->mnuTools[2]);
   EXPECT_EQ(Box.Read("single/x.mis"), Crlf({"[MAIN]", "  CloudType 1", "[Wing]"}));
   EXPECT_EQ(Rows(), "x");
