@@ -65,7 +65,12 @@ std::vector<NamedForm> AllForms(WindowContext context, QWidget* parent) {
                          }),
       Named<frmCam>("frmCam", context, parent, [](frmCam&) {}),
       Named<frmPrefs>("frmPrefs", context, parent,
-                      [=](frmPrefs& form) { form.GamePath = context.Doc.GamePath; }),
+                      [=](frmPrefs& form) {
+                        form.GamePath = context.Doc.GamePath;
+                        form.Backup = context.Doc.bBackup;
+                        form.ForeColor = context.Run.ForeColor;
+                        form.BackColor = context.Run.BackColor;
+                      }),
       Named<frmSkins>("frmSkins", context, parent,
                       [=](frmSkins& form) { form.Plane = CurrentFlight(context).Class; }),
       Named<frmStatic>("frmStatic", context, parent, [](frmStatic&) {}),

@@ -19,7 +19,7 @@ set(MAY_controls services controls)
 set(MAY_platform services platform)
 set(MAY_forms services mission catalogues logic controls platform forms)
 set(MAY_app ${MAY_forms} app)
-set(MAY_tests ${MAY_forms} cli tests)
+set(MAY_tests ${MAY_forms} cli app tests)
 set(MAY_bench ${MAY_forms} bench)
 
 # The layer of a file, by its path from the top; empty for a folder that has no rule.
