@@ -3,6 +3,7 @@
 
 #include "editors/frmBrief.h"
 #include "services/controls/layouts.h"
+#include "services/controls/menu_entries.h"
 
 namespace rws {
 
@@ -11,22 +12,6 @@ namespace {
 QMenu* AddMenu(QMenu* menu, const char* name) {
   menu->setObjectName(QLatin1String(name));
   return menu;
-}
-
-QAction* AddEntry(QMenu* menu, const QString& caption, const QString& name,
-                  bool checkable = false) {
-  QAction* entry = menu->addAction(caption);
-  entry->setObjectName(name);
-  entry->setCheckable(checkable);
-  return entry;
-}
-
-template <std::size_t N>
-void AddEntries(QMenu* menu, std::array<QAction*, N>& entries, const char* name,
-                const std::array<QString, N>& captions) {
-  for (std::size_t i = 0; i < N; ++i)
-    entries[i] =
-        AddEntry(menu, captions[i], QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(i));
 }
 
 QGroupBox* FrameAround(QWidget* content, const QString& caption, const char* name) {

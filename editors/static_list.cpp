@@ -4,6 +4,7 @@
 #include <QHeaderView>
 #include <algorithm>
 
+#include "services/controls/army_text.h"
 #include "services/controls/list_colors.h"
 #include "services/faults.h"
 #include "services/platform/qt_text.h"
@@ -15,15 +16,6 @@ namespace {
 constexpr int kColumns = 5, kFirstHidden = 3;
 
 bool IsSupported(const StaticRow& row) { return row.ColorWord != "not"; }
-
-/** The side in words, for who cannot tell the colours. */
-QString SideText(const StaticRow& row) {
-  if (!IsSupported(row)) return StaticListModel::tr("Not supported by the installed game");
-  if (row.ColorWord == "red") return StaticListModel::tr("Red army");
-  if (row.ColorWord == "blue") return StaticListModel::tr("Blue army");
-  if (row.ColorWord == "white") return StaticListModel::tr("White army");
-  return StaticListModel::tr("No army");
-}
 
 }  // namespace
 
@@ -64,7 +56,7 @@ QVariant StaticListModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
       return Text(row, index.column());
     case Qt::ToolTipRole:
-      if (IsSupported(row) || index.column() > 1) return SideText(row);
+      if (IsSupported(row) || index.column() > 1) return ArmyText(row.ColorWord);
       return tr("Installed game does not support this aircraft you need to change it.");
     case Qt::ForegroundRole: {
       const auto color = StaticRowColor(row.ColorWord);
@@ -79,7 +71,7 @@ QVariant StaticListModel::data(const QModelIndex& index, int role) const {
     case Qt::TextAlignmentRole:
       return index.column() == 1 ? QVariant(Qt::AlignCenter) : QVariant();
     case Qt::AccessibleTextRole:
-      if (index.column() == 0) return Text(row, 0) + QStringLiteral(", ") + SideText(row);
+      if (index.column() == 0) return Text(row, 0) + QStringLiteral(", ") + ArmyText(row.ColorWord);
       if (index.column() == 1) return row.Flyable ? tr("Flyable") : tr("Not flyable");
       return Text(row, index.column());
     default:

@@ -4,6 +4,7 @@
 #include <QHeaderView>
 #include <algorithm>
 
+#include "services/controls/army_text.h"
 #include "services/controls/list_colors.h"
 #include "services/faults.h"
 #include "services/platform/qt_text.h"
@@ -15,14 +16,9 @@ namespace {
 
 constexpr int kColumns = 5, kFirstHidden = 3;
 
-/** The side in words, for who cannot tell the colours. */
+/** The side in words. */
 QString SideText(const FlightRow& row) {
-  if (!row.Supported) return FlightListModel::tr("Not supported by the installed game");
-  const std::string word = row.SortKey.substr(0, row.SortKey.find(' '));
-  if (word == "red") return FlightListModel::tr("Red army");
-  if (word == "blue") return FlightListModel::tr("Blue army");
-  if (word == "white") return FlightListModel::tr("White army");
-  return FlightListModel::tr("No army");
+  return ArmyText(row.Supported ? row.SortKey.substr(0, row.SortKey.find(' ')) : "not");
 }
 
 }  // namespace

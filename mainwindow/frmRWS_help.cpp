@@ -8,7 +8,6 @@ namespace rws {
 
 void frmRWS::ConnectHelp() {
   const auto command = [this](std::size_t entry, void (frmRWS::*run)()) {
-    mnuH[entry]->setEnabled(true);
     connect(mnuH[entry], &QAction::triggered, this,
             Trapped(context_.Services, "mnuH_Click", [this, run](bool) { (this->*run)(); }));
   };

@@ -5,29 +5,10 @@
 
 #include "mainwindow/frmRWS.h"
 #include "services/controls/elided_label.h"
+#include "services/controls/menu_entries.h"
 #include "services/platform/qt_text.h"
 
 namespace rws {
-
-namespace {
-
-QAction* AddEntry(QMenu* menu, const QString& caption, const QString& objectName) {
-  QAction* entry = caption.isEmpty() ? menu->addSeparator() : menu->addAction(caption);
-  entry->setObjectName(objectName);
-  // An entry is enabled by the code that gives it something to do.
-  entry->setEnabled(false);
-  return entry;
-}
-
-template <std::size_t N>
-void AddEntries(QMenu* menu, std::array<QAction*, N>& entries, const char* name,
-                const std::array<QString, N>& captions) {
-  for (std::size_t i = 0; i < N; ++i)
-    entries[i] =
-        AddEntry(menu, captions[i], QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(i));
-}
-
-}  // namespace
 
 void frmRWS::Build() {
   setObjectName(QStringLiteral("frmRWS"));
@@ -53,7 +34,6 @@ void frmRWS::BuildMenus() {
   mnuFile = menuBar()->addMenu(tr("&File"));
   mnuFile->setObjectName(QStringLiteral("mnuFile"));
   mnuExit = AddEntry(mnuFile, tr("E&xit"), QStringLiteral("mnuExit"));
-  mnuExit->setEnabled(true);
   mnuTool = menuBar()->addMenu(tr("&Tools"));
   mnuTool->setObjectName(QStringLiteral("mnuTool"));
   AddEntries<6>(mnuTool, mnuTools, "mnuTools",

@@ -13,7 +13,6 @@ namespace rws {
 
 void frmRWS::ConnectMissionMenu() {
   const auto command = [this](std::size_t entry, void (frmRWS::*run)()) {
-    mnuMissionPop[entry]->setEnabled(true);
     connect(
         mnuMissionPop[entry], &QAction::triggered, this,
         Trapped(context_.Services, "mnuMissionPop_Click", [this, run](bool) { (this->*run)(); }));
@@ -25,7 +24,6 @@ void frmRWS::ConnectMissionMenu() {
   command(5, &frmRWS::ClickSaveAs);
   command(6, &frmRWS::ClickDelete);
   command(7, &frmRWS::ClickMove);
-  mnuMissionPop[8]->setEnabled(true);
   connect(missionPanel->cmdModSA, &QToolButton::clicked, this,
           Trapped(context_.Services, "cmdModSA_Click", [this](bool) { ClickParkedAircraft(); }));
 }

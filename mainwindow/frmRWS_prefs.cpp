@@ -25,7 +25,6 @@ void ChangeAssociation(RunState& run, const Services& services, bool on) {
 }  // namespace
 
 void frmRWS::ConnectPrefs() {
-  mnuTools[5]->setEnabled(true);
   connect(mnuTools[5], &QAction::triggered, this,
           Trapped(context_.Services, "SetPrefs", [this](bool) { SetPrefs(); }));
 }

@@ -9,7 +9,6 @@ namespace rws {
 
 void frmRWS::ConnectTools() {
   const auto command = [this](QAction* entry, const char* name, std::function<void()> run) {
-    entry->setEnabled(true);
     connect(entry, &QAction::triggered, this,
             Trapped(context_.Services, name, [run = std::move(run)](bool) { run(); }));
   };
