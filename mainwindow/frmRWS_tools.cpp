@@ -67,6 +67,8 @@ void frmRWS::TakeToolResult(const ToolResult& result) {
         lstMission->SetRowText(static_cast<int>(i), FromPath(doc.Missions[i].BaseName));
       return;
     case ToolOutcome::GoToFolder:
+      // The progress would hide the panel with the directory for good.
+      staBar->clearMessage();
       return GoToFolder(result.Text);
     case ToolOutcome::Reread:
       staBar->clearMessage();

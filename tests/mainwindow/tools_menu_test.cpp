@@ -56,6 +56,16 @@ TEST_F(ToolsMenuTest, ConvertGoesToTheDestination) {
   EXPECT_EQ(Box.Read("single/x.mis"), Crlf({"[MAIN]", "  CloudType 1", "[Wing]"}));
   EXPECT_EQ(Rows(), "x");
   EXPECT_EQ(Window->staPanels[0]->text().toStdString(), Box.Path("single"));
+  // A message would cover the panel.
+  EXPECT_EQ(Window->staBar->currentMessage(), "");
+}
+
+TEST_F(ToolsMenuTest, TheReasonOutlivesTheProgress) {
+  Box.Write("missions/n02.mistmp", "");
+  ExpectNewName("n", "1");
+  Choose(Window->mnuTools[1]);
+  EXPECT_EQ(Rows(), "n01|b|c");
+  EXPECT_TRUE(Window->staBar->currentMessage().contains(QStringLiteral("n02.mistmp")));
 }
 
 TEST_F(ToolsMenuTest, ARenamedRowIsFoundAgain) {

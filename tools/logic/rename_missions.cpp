@@ -70,16 +70,20 @@ bool Rename(Document& doc, const Services& services, std::vector<Renaming>& file
   const std::size_t steps = files.size() * 2;
   std::size_t started = 0;
   bool done = true;
+  // After a failure no more progress is told: it would take the place of the reason.
+  const auto fileDone = [&](std::size_t step) {
+    FileDone(services, done ? progress : Progress(), step, steps);
+  };
   while (done && started < files.size()) {
     done = !doc.Closing && ToDetour(services, files[started]);
     Follow(doc, started, files[started].Mission);
     ++started;
-    FileDone(services, progress, started, steps);
+    fileDone(started);
   }
   for (std::size_t i = 0; i < started; ++i) {
     done = ToName(services, files[i]) && done;
     Follow(doc, i, files[i].Mission);
-    FileDone(services, progress, files.size() + i + 1, steps);
+    fileDone(files.size() + i + 1);
   }
   return done;
 }

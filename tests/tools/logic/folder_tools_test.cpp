@@ -294,7 +294,7 @@ TEST(FolderTools, EachFileIsToldAndACloseEndsTheRun) {
     std::string Told, Folder, Disk;
   };
   for (const Row& row :
-       {Row{0, "1/4 2/4 3/4 4/4 ", "in", "b.mis=2|b.properties=B|b01.mis=1|b01.properties=A"},
+       {Row{0, "1/4 ", "in", "b.mis=2|b.properties=B|b01.mis=1|b01.properties=A"},
         Row{3, "1/2 ", "out", "x.mis=3\r\n|x.properties=X"},
         Row{4, "1/2 ", "in",
             "a.mis=1|a.properties=A|b.mis=2|b.properties=B|x.mis=3\r\n|x.properties=X"}}) {
