@@ -45,6 +45,9 @@ bool frmRWS::SettleEdits() {
 
 Progress frmRWS::ShowProgress() {
   return [this](std::size_t done, std::size_t of) {
+    // Left standing, the last would hide the panels for good; cleared later, a failure would go
+    // too.
+    if (done == of) return staBar->clearMessage();
     staBar->showMessage(tr("File %1 of %2").arg(done).arg(of));
   };
 }
@@ -67,11 +70,8 @@ void frmRWS::TakeToolResult(const ToolResult& result) {
         lstMission->SetRowText(static_cast<int>(i), FromPath(doc.Missions[i].BaseName));
       return;
     case ToolOutcome::GoToFolder:
-      // The progress would hide the panel with the directory for good.
-      staBar->clearMessage();
       return GoToFolder(result.Text);
     case ToolOutcome::Reread:
-      staBar->clearMessage();
       doc.Missions.clear();
       return Start();
   }

@@ -60,6 +60,15 @@ TEST_F(ToolsMenuTest, ConvertGoesToTheDestination) {
   EXPECT_EQ(Window->staBar->currentMessage(), "");
 }
 
+TEST_F(ToolsMenuTest, TheReasonOutlivesTheReread) {
+  Box.Write("missions/a.properties", "A");
+  Box.Write("missions/z.properties", "Z");
+  World_.Script.ExpectInput("Enter the new name for a", "z");
+  Choose(Window->mnuCases[0]);
+  EXPECT_EQ(Rows(), "b|c|z");
+  EXPECT_TRUE(Window->staBar->currentMessage().contains(QStringLiteral("z.properties")));
+}
+
 TEST_F(ToolsMenuTest, TheReasonOutlivesTheProgress) {
   Box.Write("missions/n02.mistmp", "");
   ExpectNewName("n", "1");
