@@ -32,7 +32,7 @@ void MissionPanel::Connect() {
           [this] { ConstantClicked(chkWL, &Mission::WeaponsConstant); });
   connect(cmdCount, &QToolButton::clicked, this, &MissionPanel::ShowAircraftCount);
   connect(imgSnd, &QToolButton::clicked, this,
-          [this] { PlaySoundFile(Current().BriefSound, false); });
+          [this] { ResumeNext([&] { PlaySoundFile(Current().BriefSound, false); }); });
   imgSnd->installEventFilter(this);
 }
 

@@ -36,11 +36,6 @@ std::string BackupPath(const Services& services, const std::string& fileName) {
 
 }  // namespace
 
-std::string BriefingPathOf(std::string_view missionPath) {
-  const std::string name = FoldName(GetFileName(missionPath));
-  return StripFileName(missionPath) + Replace(name, ".mis", ".properties");
-}
-
 Briefing ParseBriefing(std::string_view bytes) {
   Briefing briefing;
   std::string* section = nullptr;

@@ -15,10 +15,6 @@ struct Briefing {
   std::string Name, Short, Description;
 };
 
-/** Full path of a mission's briefing: the folder as it is spelled, the file name in lower case with
-    every ".mis" in it replaced. */
-std::string BriefingPathOf(std::string_view missionPath);
-
 /** Reads the bytes of a file. A line that begins with none of the three keys goes on with the text
     before it, joined directly; lines before the first key are dropped. Any line end will do. */
 Briefing ParseBriefing(std::string_view bytes);

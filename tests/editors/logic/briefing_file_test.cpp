@@ -34,7 +34,6 @@ TEST(BriefingFile, Parses) {
     EXPECT_EQ(briefing.Short, c.Short);
     EXPECT_EQ(briefing.Description, c.Description);
   }
-  EXPECT_EQ(BriefingPathOf("/M.mis/A\u0416.MIS"), "/M.mis/a\u0436.properties");
   EXPECT_EQ(BriefingText({"A\r\nB", "", "x\r\n\r\ny\r\n"}),
             "Name A\r\nB\r\nShort \\n\r\nDescription x\\n\\ny\\n\\n\r\n");
 }
