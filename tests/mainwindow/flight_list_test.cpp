@@ -76,6 +76,15 @@ TEST_F(FlightListTest, SeveralRowsSwitchTheMode) {
   EXPECT_TRUE(Area().mnuAC[4]->isEnabled());
 }
 
+TEST_F(FlightListTest, ARowTakenOutOfTheSelectionIsNotTheOneShown) {
+  ClickFlight(2);
+  ClickFlight(3, Qt::LeftButton, Qt::ControlModifier);
+  ClickFlight(3, Qt::LeftButton, Qt::ControlModifier);
+  EXPECT_EQ(List().SelectedRows(), QList<int>{2});
+  EXPECT_EQ(Doc().CurFlight, 0);
+  EXPECT_EQ(Area().fraGroup->title(), "I-16");
+}
+
 TEST_F(FlightListTest, ARightClickOpensTheMenuOfItsOwnFlight) {
   std::string shown;
   Area().PopUpAircraftMenu = [&](QPoint) { shown = Area().fraGroup->title().toStdString(); };
