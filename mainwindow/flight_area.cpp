@@ -128,7 +128,10 @@ void FlightArea::LoadPlanes() {
 }
 
 void FlightArea::OpenMenu(QPoint globalPosition) {
-  if (lstPlanes->RowCount() > 0) PopUpAircraftMenu(globalPosition);
+  if (lstPlanes->RowCount() == 0) return;
+  // Of the flight that is shown by now, not of the one that was left.
+  if (lstPlanes->SelectedRows().size() == 1) SetSingleMode();
+  PopUpAircraftMenu(globalPosition);
 }
 
 void FlightArea::ListMouseReleased(Qt::MouseButton button, QPoint globalPosition) {

@@ -92,6 +92,7 @@ TEST_F(FlightListTest, ARightClickOpensTheMenuOfItsOwnFlight) {
   EXPECT_EQ(shown, "Ju 88") << "also on the row that is current already";
   ClickFlight(1, Qt::RightButton);
   EXPECT_EQ(shown, "MYSTERY");
+  EXPECT_FALSE(Area().mnuAC[4]->isEnabled());
   EXPECT_FALSE(Area().fraFlight->CurAircraftOK);
   ClickFlight(2);
   EXPECT_TRUE(Area().mnuAC[1]->isEnabled());
