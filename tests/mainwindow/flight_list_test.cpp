@@ -110,6 +110,21 @@ TEST_F(FlightListTest, AMissionWithoutFlightsShowsNone) {
   QTest::mouseClick(List().viewport(), Qt::LeftButton);
 }
 
+TEST_F(FlightListTest, AFlightWithoutAWholeNameLeavesNoPanelOfAnotherMission) {
+  std::vector<std::string> lines = {"[MAIN]", "[Wing]", "  g0110", "  r"};
+  AddFlight(lines, "g0110", "JU_88", {"  Skill 1"});
+  AddFlight(lines, "r", "I_16", {"  Skill 1"});
+  Box.Write("missions/b.mis", Crlf(lines));
+  Window->Start();
+  ClickFlight(kFighter);
+  ClickRow(1);
+  EXPECT_EQ(List().RowCount(), 1);
+  EXPECT_FALSE(Panel_().txtFuel->isEnabled());
+  ClickFlight(0);
+  EXPECT_TRUE(Panel_().txtFuel->isEnabled());
+  EXPECT_EQ(Area().fraGroup->title(), "Ju 88");
+}
+
 TEST_F(FlightListTest, CountsTheAircraft) {
   World_.Script.Expect(" * Red Army *\r\n    2 - I-16\r\n    2 - I-16 Type 24\r\n");
   Click(Window->missionPanel->cmdCount);
