@@ -71,7 +71,11 @@ void FlightArea::LoadPlaneList(int index) {
     std::vector<FlightRow> rows;
     const bool whole = MakeFlightRows(Current(), context_.Tables, context_.Services, rows);
     lstPlanes->SetRows(std::move(rows));
-    if (!whole) return;
+    if (!whole) {
+      // No row is selected, and the panel still shows another mission's flight.
+      context_.Doc.CurFlight = -1;
+      return fraFlight->EnableFlightControls(false, false);
+    }
     // The first row in sort order and flight 0 need not be the same; the flight shown is the row's.
     const int row = index == -1 ? 0 : lstPlanes->RowOf(index);
     const int flight = index == -1 || row < 0 ? 0 : index;
@@ -128,7 +132,10 @@ void FlightArea::LoadPlanes() {
 }
 
 void FlightArea::OpenMenu(QPoint globalPosition) {
-  if (lstPlanes->RowCount() > 0) PopUpAircraftMenu(globalPosition);
+  if (lstPlanes->RowCount() == 0) return;
+  // Of the flight that is shown by now, not of the one that was left.
+  if (lstPlanes->SelectedRows().size() == 1) SetSingleMode();
+  PopUpAircraftMenu(globalPosition);
 }
 
 void FlightArea::ListMouseReleased(Qt::MouseButton button, QPoint globalPosition) {

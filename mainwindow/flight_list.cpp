@@ -155,7 +155,10 @@ int FlightList::RowOf(int flight) const {
 }
 
 int FlightList::SelectedFlight() const {
-  const int row = CurrentRow();
+  int row = CurrentRow();
+  const auto selected = SelectedRows();
+  // A row that Ctrl has just taken out of the selection keeps the focus.
+  if (!selected.isEmpty() && !selected.contains(row)) row = selected.front();
   return row < 0 ? -1 : static_cast<int>(At(row).Flight);
 }
 

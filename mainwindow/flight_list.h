@@ -54,7 +54,8 @@ class FlightList : public ReportList {
   const FlightRow& At(int row) const;
   /** Row of a flight, or -1. */
   int RowOf(int flight) const;
-  /** Flight of the selected row; of several the one that has the focus; -1 without one. */
+  /** Flight of the selected row; of several the one that has the focus, or the first if
+      that one is not selected; -1 without one. */
   int SelectedFlight() const;
   /** Aircraft names of the selected rows, in list order. */
   std::vector<std::string> SelectedPlanes() const;

@@ -132,8 +132,11 @@ void SetWaypoint(Document& doc, int row, int column, std::string_view value) {
 }
 
 bool WaypointDiffers(const Document& doc, int row, int column) {
-  return Field(At(FlightOf(doc.Missions, doc).Waypoints, row - 1), column) !=
-         Field(At(FlightOf(doc.MissionShadow, doc).Waypoints, row - 1), column);
+  const Waypoint& own = At(FlightOf(doc.Missions, doc).Waypoints, row - 1);
+  const auto& shadow = FlightOf(doc.MissionShadow, doc).Waypoints;
+  // After a removal the shadow's flight at this place is another one, maybe with a shorter route.
+  if (static_cast<std::size_t>(row) > shadow.size()) return true;
+  return Field(own, column) != Field(At(shadow, row - 1), column);
 }
 
 void SetWaypoints(Document& doc, int first, int last, int column, std::string_view value,

@@ -76,6 +76,15 @@ TEST_F(FlightListTest, SeveralRowsSwitchTheMode) {
   EXPECT_TRUE(Area().mnuAC[4]->isEnabled());
 }
 
+TEST_F(FlightListTest, ARowTakenOutOfTheSelectionIsNotTheOneShown) {
+  ClickFlight(2);
+  ClickFlight(3, Qt::LeftButton, Qt::ControlModifier);
+  ClickFlight(3, Qt::LeftButton, Qt::ControlModifier);
+  EXPECT_EQ(List().SelectedRows(), QList<int>{2});
+  EXPECT_EQ(Doc().CurFlight, 0);
+  EXPECT_EQ(Area().fraGroup->title(), "I-16");
+}
+
 TEST_F(FlightListTest, ARightClickOpensTheMenuOfItsOwnFlight) {
   std::string shown;
   Area().PopUpAircraftMenu = [&](QPoint) { shown = Area().fraGroup->title().toStdString(); };
@@ -83,6 +92,7 @@ TEST_F(FlightListTest, ARightClickOpensTheMenuOfItsOwnFlight) {
   EXPECT_EQ(shown, "Ju 88") << "also on the row that is current already";
   ClickFlight(1, Qt::RightButton);
   EXPECT_EQ(shown, "MYSTERY");
+  EXPECT_FALSE(Area().mnuAC[4]->isEnabled());
   EXPECT_FALSE(Area().fraFlight->CurAircraftOK);
   ClickFlight(2);
   EXPECT_TRUE(Area().mnuAC[1]->isEnabled());
@@ -98,6 +108,21 @@ TEST_F(FlightListTest, AMissionWithoutFlightsShowsNone) {
   EXPECT_EQ(Area().fraGroup->title(), "None");
   ClickFlight(0);
   QTest::mouseClick(List().viewport(), Qt::LeftButton);
+}
+
+TEST_F(FlightListTest, AFlightWithoutAWholeNameLeavesNoPanelOfAnotherMission) {
+  std::vector<std::string> lines = {"[MAIN]", "[Wing]", "  g0110", "  r"};
+  AddFlight(lines, "g0110", "JU_88", {"  Skill 1"});
+  AddFlight(lines, "r", "I_16", {"  Skill 1"});
+  Box.Write("missions/b.mis", Crlf(lines));
+  Window->Start();
+  ClickFlight(kFighter);
+  ClickRow(1);
+  EXPECT_EQ(List().RowCount(), 1);
+  EXPECT_FALSE(Panel_().txtFuel->isEnabled());
+  ClickFlight(0);
+  EXPECT_TRUE(Panel_().txtFuel->isEnabled());
+  EXPECT_EQ(Area().fraGroup->title(), "Ju 88");
 }
 
 TEST_F(FlightListTest, CountsTheAircraft) {

@@ -96,6 +96,10 @@ TEST(WaypointTable, ComparesSeveralRowsWithTheCurrentOnesShadow) {
   const auto tell = [&](bool differs) { told.push_back(differs); };
   SetWaypoints(doc, 1, 3, kWaypointSpeed, "300", 2, tell);
   EXPECT_EQ(told, (std::vector<bool>{false, true, true}));
+  doc.MissionShadow[0].Flights[0].Waypoints.resize(1);
+  SetWaypoints(doc, 2, 3, kWaypointAlt, "9", 3, tell);
+  EXPECT_EQ(doc.Missions[0].Flights[0].Waypoints[2].Alt, "9") << "the shadow's route is shorter";
+  EXPECT_TRUE(told.back());
   doc.CurFlight = 1;
   EXPECT_THROW(WaypointRows(doc, true), Fault);
 }
