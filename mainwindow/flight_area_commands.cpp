@@ -67,7 +67,10 @@ void FlightArea::ClickMarkings() {
   // The menu has turned the mark round already.
   const bool on = mnuAC[2]->isChecked();
   const auto flights = SelectedFlights();
-  if (!rws::SetMarkings(context_.Doc, context_.Services, flights, on)) return;
+  if (!rws::SetMarkings(context_.Doc, context_.Services, flights, on)) {
+    mnuAC[2]->setChecked(!on);
+    return;
+  }
   const Loading loading(context_.Doc);
   for (int i = 0; i < MostPlanes(flights); ++i)
     planes->fraPlane[static_cast<std::size_t>(i)]->chkMark->setChecked(on);

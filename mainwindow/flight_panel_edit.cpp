@@ -135,7 +135,8 @@ void FlightPanel::ApplyFlightPanel() {
     flight.Planes = std::to_string(CInt(ToPath(cboPlanes->currentText())));
     // "4" stays a number here; only the edit of a single flight makes it "Custom".
     flight.Skill = std::to_string(cboSkill->currentIndex());
-    if (same) flight.Weapons = weapons;
+    // A panel without a loadout takes none away.
+    if (same && !weapons.empty()) flight.Weapons = weapons;
   }
   SetModify(context_.Doc, context_.Services);
 }
