@@ -20,21 +20,7 @@ bool IsSupported(const StaticRow& row) { return row.ColorWord != "not"; }
 }  // namespace
 
 StaticListModel::StaticListModel(const CodePage& page, QObject* parent)
-    : QAbstractTableModel(parent), page_(page) {}
-
-void StaticListModel::SetRows(std::vector<StaticRow> rows) {
-  beginResetModel();
-  rows_ = std::move(rows);
-  endResetModel();
-}
-
-int StaticListModel::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : static_cast<int>(rows_.size());
-}
-
-int StaticListModel::columnCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : kColumns;
-}
+    : RowModel(kColumns, parent), page_(page) {}
 
 QString StaticListModel::Text(const StaticRow& row, int column) const {
   switch (column) {
@@ -50,8 +36,9 @@ QString StaticListModel::Text(const StaticRow& row, int column) const {
 }
 
 QVariant StaticListModel::data(const QModelIndex& index, int role) const {
-  if (!index.isValid() || index.row() >= rowCount()) return {};
-  const StaticRow& row = rows_[static_cast<std::size_t>(index.row())];
+  const StaticRow* found = RowOf(index);
+  if (!found) return {};
+  const StaticRow& row = *found;
   switch (role) {
     case Qt::DisplayRole:
       return Text(row, index.column());

@@ -1,29 +1,25 @@
 #pragma once
 
-#include <QAbstractTableModel>
 #include <vector>
 
 #include "editors/logic/stationary_aircraft.h"
 #include "services/code_page.h"
 #include "services/controls/report_list.h"
+#include "services/controls/row_model.h"
 
 namespace rws {
 
 /** The rows of the list of parked aircraft. Columns: aircraft, flyable, country, and two sort keys
     that are never shown. */
-class StaticListModel : public QAbstractTableModel {
+class StaticListModel : public RowModel<StaticRow> {
   Q_OBJECT
 
  public:
   explicit StaticListModel(const CodePage& page, QObject* parent = nullptr);
 
-  void SetRows(std::vector<StaticRow> rows);
-  const std::vector<StaticRow>& Rows() const { return rows_; }
   /** The list's background, on which the colours of the rows must be read. */
   void SetBackground(const QColor& background) { background_ = background; }
 
-  int rowCount(const QModelIndex& parent = {}) const override;
-  int columnCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
@@ -31,7 +27,6 @@ class StaticListModel : public QAbstractTableModel {
   QString Text(const StaticRow& row, int column) const;
 
   const CodePage& page_;
-  std::vector<StaticRow> rows_;
   QColor background_ = Qt::white;
 };
 

@@ -24,26 +24,12 @@ QString SideText(const FlightRow& row) {
 }  // namespace
 
 FlightListModel::FlightListModel(const CodePage& page, QObject* parent)
-    : QAbstractTableModel(parent), page_(page) {}
-
-void FlightListModel::SetRows(std::vector<FlightRow> rows) {
-  beginResetModel();
-  rows_ = std::move(rows);
-  endResetModel();
-}
+    : RowModel(kColumns, parent), page_(page) {}
 
 void FlightListModel::SortRows(FlightSort by, bool descending) {
   beginResetModel();
   SortFlightRows(rows_, page_, by, descending);
   endResetModel();
-}
-
-int FlightListModel::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : static_cast<int>(rows_.size());
-}
-
-int FlightListModel::columnCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : kColumns;
 }
 
 QString FlightListModel::Text(const FlightRow& row, int column) const {
@@ -78,8 +64,9 @@ const QIcon& FlightListModel::IconOf(const FlightRow& row) const {
 }
 
 QVariant FlightListModel::data(const QModelIndex& index, int role) const {
-  if (!index.isValid() || index.row() >= rowCount()) return {};
-  const FlightRow& row = rows_[static_cast<std::size_t>(index.row())];
+  const FlightRow* found = RowOf(index);
+  if (!found) return {};
+  const FlightRow& row = *found;
   switch (role) {
     case Qt::DisplayRole:
       return Text(row, index.column());

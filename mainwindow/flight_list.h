@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QAbstractTableModel>
 #include <QHash>
 #include <QIcon>
 #include <vector>
@@ -8,23 +7,20 @@
 #include "mainwindow/logic/flight_rows.h"
 #include "services/code_page.h"
 #include "services/controls/report_list.h"
+#include "services/controls/row_model.h"
 
 namespace rws {
 
 /** The rows of the flight list in their sort order. Columns: aircraft, group, squadron and flight,
    and two sort keys that are never shown. */
-class FlightListModel : public QAbstractTableModel {
+class FlightListModel : public RowModel<FlightRow> {
   Q_OBJECT
 
  public:
   explicit FlightListModel(const CodePage& page, QObject* parent = nullptr);
 
-  void SetRows(std::vector<FlightRow> rows);
-  const std::vector<FlightRow>& Rows() const { return rows_; }
   void SortRows(FlightSort by, bool descending);
 
-  int rowCount(const QModelIndex& parent = {}) const override;
-  int columnCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
@@ -36,7 +32,6 @@ class FlightListModel : public QAbstractTableModel {
   const QIcon& IconOf(const FlightRow& row) const;
 
   const CodePage& page_;
-  std::vector<FlightRow> rows_;
   /** Pictures by group, made once: a list of flights has few groups. */
   mutable QHash<QString, QIcon> icons_;
 };
