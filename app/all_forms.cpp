@@ -21,24 +21,24 @@ namespace {
 
 /** Makes a form, sets what its caller sets, and loads it. */
 template <class Form, class Prepare>
-NamedForm Named(const char* name, WindowContext context, QWidget* parent, Prepare prepare) {
-  return {name, [=]() -> std::unique_ptr<QWidget> {
-            auto form = std::make_unique<Form>(context, parent);
+NamedForm Named(const char* name, Session& session, QWidget* parent, Prepare prepare) {
+  return {name, [=, &session]() -> std::unique_ptr<QWidget> {
+            auto form = std::make_unique<Form>(session, parent);
             prepare(*form);
             form->LoadForm();
             return form;
           }};
 }
 
-const Flight& CurrentFlight(const WindowContext& context) {
-  const Mission& mission = At(context.Doc.Missions, context.Doc.CurMission);
-  return At(mission.Flights, context.Doc.CurFlight);
+const Flight& CurrentFlight(const Session& session) {
+  const Mission& mission = At(session.Doc.Missions, session.Doc.CurMission);
+  return At(mission.Flights, session.Doc.CurFlight);
 }
 
-NamedForm View(WindowContext context, QWidget* parent) {
-  return {"frmView", [=]() -> std::unique_ptr<QWidget> {
-            auto form = std::make_unique<frmView>(context.Services, parent);
-            const SkinFolder& skins = At(context.Tables.Skins, 0);
+NamedForm View(Session& session, QWidget* parent) {
+  return {"frmView", [=, &session]() -> std::unique_ptr<QWidget> {
+            auto form = std::make_unique<frmView>(session.Services, parent);
+            const SkinFolder& skins = At(session.Tables.Skins, 0);
             form->FileName = skins.Path + "/" + At(skins.Files, 1);
             form->LoadForm();
             return form;
@@ -47,37 +47,38 @@ NamedForm View(WindowContext context, QWidget* parent) {
 
 }  // namespace
 
-std::vector<NamedForm> AllForms(WindowContext context, QWidget* parent) {
+std::vector<NamedForm> AllForms(Session& session, QWidget* parent) {
   return {
-      Named<frmBrief>("frmBrief", context, parent,
-                      [=](frmBrief& form) {
-                        form.BriefName = PropertiesPath(CurrentMissionPath(context.Doc));
+      Named<frmBrief>("frmBrief", session, parent,
+                      [&session](frmBrief& form) {
+                        form.BriefName = PropertiesPath(CurrentMissionPath(session.Doc));
                       }),
-      Named<frmChgAC>("frmChgAC", context, parent,
-                      [=](frmChgAC& form) {
-                        form.ACName = CurrentFlight(context).Class;
-                        form.Group = CurrentFlight(context).Name;
+      Named<frmChgAC>("frmChgAC", session, parent,
+                      [&session](frmChgAC& form) {
+                        form.ACName = CurrentFlight(session).Class;
+                        form.Group = CurrentFlight(session).Name;
                       }),
-      Named<frmDogFight>("frmDogFight", context, parent,
-                         [=](frmDogFight& form) {
-                           ReadDogFight(context.Tables, context.Services);
-                           form.Idx = context.Doc.CurMission;
+      Named<frmDogFight>("frmDogFight", session, parent,
+                         [&session](frmDogFight& form) {
+                           ReadDogFight(session.Tables, session.Services);
+                           form.Idx = session.Doc.CurMission;
                          }),
-      Named<frmCam>("frmCam", context, parent, [](frmCam&) {}),
-      Named<frmPrefs>("frmPrefs", context, parent,
-                      [=](frmPrefs& form) {
-                        form.GamePath = context.Doc.GamePath;
-                        form.Backup = context.Doc.bBackup;
-                        form.ForeColor = context.Run.ForeColor;
-                        form.BackColor = context.Run.BackColor;
+      Named<frmCam>("frmCam", session, parent, [](frmCam&) {}),
+      Named<frmPrefs>("frmPrefs", session, parent,
+                      [&session](frmPrefs& form) {
+                        form.GamePath = session.Doc.GamePath;
+                        form.Backup = session.Prefs.bBackup;
+                        form.ForeColor = session.Prefs.ForeColor;
+                        form.BackColor = session.Prefs.BackColor;
                       }),
-      Named<frmSkins>("frmSkins", context, parent,
-                      [=](frmSkins& form) { form.Plane = CurrentFlight(context).Class; }),
-      Named<frmStatic>("frmStatic", context, parent, [](frmStatic&) {}),
-      Named<frmWP>("frmWP", context, parent, [](frmWP&) {}),
-      Named<frmWPEdit>("frmWPEdit", context, parent,
-                       [=](frmWPEdit& form) { form.AirCraftType = CurrentFlight(context).Class; }),
-      View(context, parent),
+      Named<frmSkins>("frmSkins", session, parent,
+                      [&session](frmSkins& form) { form.Plane = CurrentFlight(session).Class; }),
+      Named<frmStatic>("frmStatic", session, parent, [](frmStatic&) {}),
+      Named<frmWP>("frmWP", session, parent, [](frmWP&) {}),
+      Named<frmWPEdit>(
+          "frmWPEdit", session, parent,
+          [&session](frmWPEdit& form) { form.AirCraftType = CurrentFlight(session).Class; }),
+      View(session, parent),
   };
 }
 

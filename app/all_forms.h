@@ -5,7 +5,7 @@
 #include <memory>
 #include <vector>
 
-#include "mainwindow/state.h"
+#include "session/session.h"
 
 namespace rws {
 
@@ -17,6 +17,6 @@ struct NamedForm {
 };
 
 /** Every dialog, for pictures and for checks that walk through all of them. */
-std::vector<NamedForm> AllForms(WindowContext context, QWidget* parent);
+std::vector<NamedForm> AllForms(Session& session, QWidget* parent);
 
 }  // namespace rws

@@ -10,5 +10,5 @@ int main(int argc, char** argv) {
   QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/rws-edit.svg")));
   rws::Program program;
   program.Window.LoadForm(rws::CommandLine());
-  return program.Doc.Closing ? 0 : application.exec();
+  return program.Session.Doc.Closing ? 0 : application.exec();
 }

@@ -9,8 +9,8 @@
 
 #include "app/all_forms.h"
 #include "app/program.h"
+#include "platform/qt_text.h"
 #include "services/faults.h"
-#include "services/platform/qt_text.h"
 
 namespace {
 
@@ -41,10 +41,9 @@ bool Save(QWidget& form, const QString& file) {
 
 /** False, told, when there is no such form or it has nothing to show in this mission. */
 bool SaveForm(rws::Program& program, const QString& name, const QString& file) {
-  const rws::WindowContext context{program.Doc, program.Tables, program.Run, program.Services};
   bool saved = false;
   const auto save = [&] {
-    for (const auto& form : rws::AllForms(context, &program.Window)) {
+    for (const auto& form : rws::AllForms(program.Session, &program.Window)) {
       if (name != QLatin1String(form.Name)) continue;
       const auto dialog = form.Make();
       dialog->show();
@@ -74,7 +73,7 @@ int main(int argc, char** argv) {
 
   rws::Program program;
   program.Window.LoadForm(rws::ToPath(arguments.value(1)));
-  if (program.Doc.Closing) return 1;
+  if (program.Session.Doc.Closing) return 1;
   const bool saved = parser.isSet(form) ? SaveForm(program, parser.value(form), arguments[0])
                                         : Save(program.Window, arguments[0]);
   return saved ? 0 : 1;

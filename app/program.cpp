@@ -2,8 +2,8 @@
 
 #include <QCoreApplication>
 
-#include "services/platform/desktop.h"
-#include "services/platform/qt_text.h"
+#include "platform/desktop.h"
+#include "platform/qt_text.h"
 #ifdef _WIN32
 #define NOMINMAX
 #include <windows.h>
@@ -11,7 +11,7 @@
 
 namespace rws {
 
-Program::Program() : Services(MakeDesktopServices()), Window({Doc, Tables, Run, Services}) {}
+Program::Program() : Session{MakeDesktopServices(), {}, {}, {}}, Window(Session) {}
 
 std::string CommandLine() {
 #ifdef _WIN32

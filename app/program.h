@@ -6,14 +6,11 @@
 
 namespace rws {
 
-/** The state and the services of one run with the window over them. */
+/** The session of one run with the window over them. */
 struct Program {
   Program();
 
-  rws::Services Services;
-  Document Doc;
-  Catalogues Tables;
-  RunState Run;
+  rws::Session Session;
   frmRWS Window;
 };
 

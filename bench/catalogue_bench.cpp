@@ -12,7 +12,7 @@
 namespace rws::bench {
 namespace {
 
-struct Loaded {
+struct Loaded : Session {
   Loaded() {
     Services.ProgramPath = RWS_DATA_DIR;
     Services.LogSink = [](const std::string&) {};
@@ -24,10 +24,6 @@ struct Loaded {
     LoadAircraftArray(Doc, Tables, Services);
     ReadDogFight(Tables, Services);
   }
-  rws::Services Services;
-  Document Doc;
-  Catalogues Tables;
-  RunState Run;
 };
 
 void LoadTables(benchmark::State& state) {
@@ -52,7 +48,7 @@ void FlightListOf128(benchmark::State& state) {
     flights[i].Class = loaded.Tables.Aircraft[i * 13 % loaded.Tables.Aircraft.size()].Class;
     flights[i].Planes = "4";
   }
-  FlightArea area({loaded.Doc, loaded.Tables, loaded.Run, loaded.Services}, nullptr);
+  FlightArea area(loaded, nullptr);
   area.show();
   for (auto _ : state) area.LoadPlaneList(-1);
 }

@@ -16,13 +16,13 @@
 #include "editors/frmDogFight.h"
 #include "editors/frmStatic.h"
 #include "editors/frmWP.h"
-#include "mainwindow/state.h"
 #include "mission/reader.h"
+#include "session/session.h"
 
 namespace rws::bench {
 namespace {
 
-struct World {
+struct World : Session {
   World() {
     Services.ProgramPath = RWS_DATA_DIR;
     Services.LogSink = [](const std::string&) {};
@@ -36,12 +36,6 @@ struct World {
     ReadMissionText(Doc, Services, 0, text);
     Doc.MissionShadow = Doc.Missions;
   }
-  WindowContext Context() { return {Doc, Tables, Run, Services}; }
-
-  rws::Services Services;
-  Document Doc;
-  Catalogues Tables;
-  RunState Run;
 };
 
 template <class Work>
@@ -65,7 +59,7 @@ void Open(benchmark::State& state, World& world, int rows, Prepare prepare) {
   for (auto _ : state) {
     floor += Seconds([&] { OpenBare(rows); });
     const double seconds = Seconds([&] {
-      Form form(world.Context(), nullptr);
+      Form form(world, nullptr);
       prepare(form);
       form.LoadForm();
       form.show();

@@ -52,12 +52,10 @@ void BareList(const std::string& path) {
 
 void OpenDirectory(benchmark::State& state) {
   const Folder folder;
-  Document doc;
-  Services services;
-  services.LogSink = [](const std::string&) {};
-  Catalogues tables;
-  RunState run;
-  frmRWS window({doc, tables, run, services});
+  Session session;
+  Document& doc = session.Doc;
+  session.Services.LogSink = [](const std::string&) {};
+  frmRWS window(session);
   window.show();
   window.InitForm();
   doc.MissionDir = folder.Path();

@@ -36,13 +36,13 @@ double Percentile(Times& times, std::size_t percent) {
 }
 
 void FuelEdit(benchmark::State& state) {
-  Services services;
+  Session session;
+  Services& services = session.Services;
+  Document& doc = session.Doc;
+  Catalogues& tables = session.Tables;
   services.ProgramPath = RWS_DATA_DIR;
   services.LogSink = [](const std::string&) {};
-  Document doc;
-  Catalogues tables;
-  RunState run;
-  frmRWS window({doc, tables, run, services});
+  frmRWS window(session);
   window.InitForm();
   window.resize(1200, 900);
   window.show();

@@ -32,9 +32,6 @@ std::size_t ScanLines(const std::string& bytes) {
 Document NewDocument() {
   Document doc;
   doc.Missions.resize(1);
-  doc.Window.WeatherRow = [] { return 0; };
-  doc.Window.CloudHeightText = [] { return std::string("1000"); };
-  doc.Window.ClockText = [] { return std::string("12.00"); };
   return doc;
 }
 
@@ -99,7 +96,7 @@ void Write(benchmark::State& state) {
       state, [&] { benchmark::DoNotOptimize(ScanLines(bytes)); },
       [&] {
         LineArray lines;
-        if (!BuildMissionFile(doc, services, lines, 0)) state.SkipWithError("not built");
+        if (!BuildMissionFile(doc, services, lines, 0, {})) state.SkipWithError("not built");
         benchmark::DoNotOptimize(lines.FileText().data());
       });
 }

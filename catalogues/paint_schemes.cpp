@@ -34,7 +34,7 @@ void CloseOverMissingSkins(Document& doc, const Services& services, const std::s
                       kProgramTitle);
   ResumeNext([&] { WriteSetting(services.Settings, setting::GamePath, ""); });
   doc.Closing = true;
-  doc.Window.Close();
+  services.Window.Close();
 }
 
 /** Full stops stay, unlike in the folder that is made from a class: such a folder matches only what

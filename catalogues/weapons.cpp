@@ -71,7 +71,7 @@ bool LoadWeaponsFile(Document& doc, const Services& services, WeaponsFile& file)
           std::string("Unable to load \"") + kTable + "\", RWS can not run without it.",
           Buttons::Ok, Icon::Critical, kProgramTitle);
       doc.Closing = true;
-      doc.Window.Close();
+      services.Window.Close();
       return;
     }
     file = MakeWeaponsFile(std::move(*lines));

@@ -25,19 +25,6 @@ struct Options {
 
 void Complain(const std::string& text) { std::cerr << "rws-cli: " << text << "\n"; }
 
-/** A document whose window answers with the values of a window that nothing was done in. */
-Document NewDocument() {
-  Document doc;
-  doc.Window.ShowBusy = [](bool) {};
-  doc.Window.Close = [] {};
-  doc.Window.IsUp = [] { return false; };
-  doc.Window.LightUpdate = [](bool) {};
-  doc.Window.WeatherRow = [] { return 0; };
-  doc.Window.CloudHeightText = [] { return std::string("1000"); };
-  doc.Window.ClockText = [] { return std::string("12.00"); };
-  return doc;
-}
-
 Services NewServices(const Options& options, const std::string& called) {
   Services services;
   const std::string program = services.Files.ProgramFile();
@@ -61,7 +48,7 @@ std::string GameAbove(const Services& services, const std::string& missionPath) 
 
 /** Reads one mission without touching the disk; a repair of its line ends stays in memory. */
 Document ReadMission(const Services& services, const Options& options, const std::string& path) {
-  Document doc = NewDocument();
+  Document doc;
   LoadMaps(doc, services);
   doc.GamePath = options.Game.empty() ? GameAbove(services, path) : options.Game;
   std::string bytes = services.Files.ReadFile(path);
@@ -95,7 +82,7 @@ int Rewrite(const Services& services, const Options& options) {
       [&] {
         Document doc = ReadMission(services, options, options.File);
         LineArray lines;
-        if (!BuildMissionFile(doc, services, lines, 0))
+        if (!BuildMissionFile(doc, services, lines, 0, {}))
           return Complain("cannot build the new text of \"" + options.File + "\"");
         services.Files.ReplaceFile(options.Output, lines.FileText());
         result = 0;

@@ -18,17 +18,39 @@ if(RWS_SANITIZE)
   target_link_options(rws_flags INTERFACE -fsanitize=${RWS_SANITIZE})
 endif()
 
+# A room is the folder of its targets: its files may include what these link, directly or through
+# others, and nothing else. The layer check reads the arrows from here.
+function(rws_room name)
+  cmake_path(RELATIVE_PATH CMAKE_CURRENT_SOURCE_DIR BASE_DIRECTORY ${CMAKE_SOURCE_DIR}
+             OUTPUT_VARIABLE folder)
+  set_property(GLOBAL APPEND_STRING PROPERTY RWS_ROOMS
+    "list(APPEND ROOMS ${name})\nset(FOLDER_${name} ${folder})\nset(LINK_${name} ${ARGN})\n")
+endfunction()
+
+function(rws_write_rooms file)
+  get_property(rooms GLOBAL PROPERTY RWS_ROOMS)
+  file(WRITE ${file} "${rooms}")
+endfunction()
+
 # rws_library(name SOURCES ... LINK ...): a library without Qt.
 function(rws_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
   target_link_libraries(${name} PUBLIC rws_flags ${ARG_LINK})
+  rws_room(${name} ${ARG_LINK})
 endfunction()
 
 # rws_qt_library(name SOURCES ... LINK ...): a library that may use Qt.
 function(rws_qt_library name)
-  rws_library(${name} ${ARGN})
+  rws_library(${name} ${ARGN} Qt6::Widgets)
   set_target_properties(${name} PROPERTIES AUTOMOC ON AUTORCC ON)
   target_compile_definitions(${name} PRIVATE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII)
-  target_link_libraries(${name} PUBLIC Qt6::Widgets)
+endfunction()
+
+# rws_executable(name SOURCES ... LINK ...)
+function(rws_executable name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE rws_flags ${ARG_LINK})
+  rws_room(${name} ${ARG_LINK})
 endfunction()

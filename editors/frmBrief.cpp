@@ -2,15 +2,15 @@
 
 #include <QTextCursor>
 
+#include "controls/list_colors.h"
 #include "editors/logic/briefing_file.h"
 #include "editors/logic/briefing_inserts.h"
-#include "mainwindow/trapped.h"
-#include "services/controls/list_colors.h"
+#include "platform/form_placement.h"
+#include "platform/qt_text.h"
 #include "services/help_file.h"
-#include "services/platform/form_placement.h"
-#include "services/platform/qt_text.h"
 #include "services/setting_values.h"
 #include "services/system_facts.h"
+#include "services/trapped.h"
 
 namespace rws {
 
@@ -28,30 +28,30 @@ void WriteFlag(const Services& services, const SettingValue& value, bool flag) {
 
 }  // namespace
 
-frmBrief::frmBrief(WindowContext context, QWidget* parent) : QDialog(parent), context_(context) {
+frmBrief::frmBrief(Session& session, QWidget* parent) : QDialog(parent), session_(session) {
   Build();
   Connect();
 }
 
 void frmBrief::Connect() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   connect(cmd[0], &QPushButton::clicked, this, &QDialog::reject);
   connect(cmd[1], &QPushButton::clicked, this,
           Trapped(services, "cmd_Click", [this](bool) { Apply(); }));
   connect(cmd[2], &QPushButton::clicked, this,
-          Trapped(services, "cmd_Click", [this](bool) { OpenHelp(context_.Services); }));
+          Trapped(services, "cmd_Click", [this](bool) { OpenHelp(session_.Services); }));
   connect(txtBrief, &TextBox::MenuAsked, this,
           [this](const QPoint& place) { mnuMain->popup(place); });
   ConnectMenus();
 }
 
 void frmBrief::ConnectMenus() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   connect(mnuExit, &QAction::triggered, this, &QDialog::reject);
   connect(mnuConvert, &QAction::triggered, this,
           Trapped(services, "mnuConvert_Click", [this](bool on) {
             UseUS = on;
-            WriteFlag(context_.Services, setting::UseUSMeasurement, on);
+            WriteFlag(session_.Services, setting::UseUSMeasurement, on);
           }));
   const auto onEach = [&](auto& items, const char* name, void (frmBrief::*handle)(std::size_t)) {
     for (std::size_t i = 0; i < items.size(); ++i)
@@ -65,26 +65,26 @@ void frmBrief::ConnectMenus() {
 
 void frmBrief::LoadForm() {
   CenterForm(*this);
-  LogAndLeave(context_.Services, "Form_Load", [&] { LoadSettings(); });
-  LogAndLeave(context_.Services, "Form_Load", [&] { Read(); });
+  LogAndLeave(session_.Services, "Form_Load", [&] { LoadSettings(); });
+  LogAndLeave(session_.Services, "Form_Load", [&] { Read(); });
   txtName->setFocus();
 }
 
 void frmBrief::LoadSettings() {
-  const Settings& settings = context_.Services.Settings;
+  const Settings& settings = session_.Services.Settings;
   UseUS = ReadFlag(settings, setting::UseUSMeasurement);
   for (std::size_t i = 0; i < mnuMod.size(); ++i) {
     labels_[i] = ReadSetting(settings, *kLabels[i]);
     mnuMod[i]->setText(FromPath(labels_[i]).replace(QLatin1Char('&'), QLatin1String("&&")));
   }
   mnuConvert->setChecked(UseUS);
-  ApplyListColors(*this, context_.Run.ForeColor, context_.Run.BackColor);
+  ApplyListColors(*this, session_.Prefs.ForeColor, session_.Prefs.BackColor);
   mnuLabel->setChecked(ReadFlag(settings, setting::LabelInsert));
   setWindowTitle(QLatin1String(kProgramTitle));
 }
 
 void frmBrief::Read() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   Briefing briefing;
   const auto read = [&] {
     auto found = ReadBriefing(services, BriefName);
@@ -105,7 +105,7 @@ void frmBrief::Apply() {
 }
 
 bool frmBrief::Save() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   if (!mayReplace_ && services.Files.FileExists(BriefName)) {
     Tell("\"" + BriefName + "\" holds a briefing that is not shown here. It is not replaced.\n" +
          readFault_);
@@ -122,7 +122,7 @@ bool frmBrief::Save() {
 }
 
 void frmBrief::InsertValue(std::size_t index) {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   // A menu bar that took the focus has given it back by now.
   auto* box = qobject_cast<TextBox*>(focusWidget());
   if (!box || box == txtName) return;
@@ -138,7 +138,7 @@ void frmBrief::InsertValue(std::size_t index) {
 }
 
 void frmBrief::ModifyLabel(std::size_t index) {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   const auto answer = services.Ask.InputBox("Enter new label", kProgramTitle, labels_[index]);
   if (!answer || answer->empty()) return;
   // The item keeps its caption until the form is opened again.
@@ -149,7 +149,7 @@ void frmBrief::WrapInTag(std::size_t index) {
   static constexpr std::array<const char*, 3> kTags = {"<ARMY NONE>", "<ARMY RED>", "<ARMY BLUE>"};
   QTextCursor cursor = txtBrief->textCursor();
   if (!cursor.hasSelection()) {
-    context_.Services.Ask.MsgBox(
+    session_.Services.Ask.MsgBox(
         "This option requires you to select the text in the mission\n"
         "briefing window so that the will tags will inclose the text.",
         Buttons::Ok, Icon::Information, kProgramTitle);
@@ -168,12 +168,12 @@ void frmBrief::WrapInTag(std::size_t index) {
 }
 
 void frmBrief::Tell(const std::string& text) const {
-  context_.Services.Ask.MsgBox(text, Buttons::Ok, Icon::Critical, kProgramTitle);
+  session_.Services.Ask.MsgBox(text, Buttons::Ok, Icon::Critical, kProgramTitle);
 }
 
 void frmBrief::done(int result) {
-  LogAndLeave(context_.Services, "Form_Unload",
-              [&] { WriteFlag(context_.Services, setting::LabelInsert, mnuLabel->isChecked()); });
+  LogAndLeave(session_.Services, "Form_Unload",
+              [&] { WriteFlag(session_.Services, setting::LabelInsert, mnuLabel->isChecked()); });
   QDialog::done(result);
 }
 

@@ -10,8 +10,8 @@
 #include <functional>
 #include <string>
 
-#include "mainwindow/state.h"
-#include "services/controls/text_box.h"
+#include "controls/text_box.h"
+#include "session/session.h"
 
 namespace rws {
 
@@ -21,7 +21,7 @@ class frmBrief : public QDialog {
   Q_OBJECT
 
  public:
-  frmBrief(WindowContext context, QWidget* parent);
+  frmBrief(Session& session, QWidget* parent);
 
   /** Reads the briefing. One that cannot be read is told to the user and is not written over. */
   void LoadForm();
@@ -68,7 +68,7 @@ class frmBrief : public QDialog {
   void WrapInTag(std::size_t index);
   void Tell(const std::string& text) const;
 
-  WindowContext context_;
+  Session& session_;
   QMenuBar* bar_;
   std::array<std::string, 4> labels_;
   bool UseUS = false;

@@ -1,9 +1,9 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include "controls/layouts.h"
+#include "controls/menu_entries.h"
 #include "editors/frmBrief.h"
-#include "services/controls/layouts.h"
-#include "services/controls/menu_entries.h"
 
 namespace rws {
 
@@ -31,7 +31,7 @@ void SetLines(TextBox* box, int lines) {
 void frmBrief::Build() {
   constexpr int kLetters = 100, kRows = 40;
   setObjectName(QStringLiteral("frmBrief"));
-  const CodePage& page = context_.Services.Page;
+  const CodePage& page = session_.Services.Page;
   txtName = new TextBox(page);
   txtShort = new TextBox(page);
   txtBrief = new TextBox(page);

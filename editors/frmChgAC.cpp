@@ -1,20 +1,20 @@
 #include "editors/frmChgAC.h"
 
 #include "catalogues/aircraft.h"
-#include "mainwindow/trapped.h"
-#include "services/controls/list_colors.h"
-#include "services/platform/form_placement.h"
-#include "services/platform/qt_text.h"
+#include "controls/list_colors.h"
+#include "platform/form_placement.h"
+#include "platform/qt_text.h"
+#include "services/trapped.h"
 
 namespace rws {
 
-frmChgAC::frmChgAC(WindowContext context, QWidget* parent) : QDialog(parent), context_(context) {
+frmChgAC::frmChgAC(Session& session, QWidget* parent) : QDialog(parent), session_(session) {
   Build();
   Connect();
 }
 
 void frmChgAC::Connect() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   connect(cmd[0], &QPushButton::clicked, this, [this] { Apply(); });
   connect(cmd[1], &QPushButton::clicked, this, [this] {
     ACName = "  ";
@@ -38,25 +38,25 @@ void frmChgAC::Connect() {
 }
 
 void frmChgAC::LoadForm() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   filling_ = unanswered_ = true;
   Changed = false;
   LogAndLeave(services, "Form_Load", [&] {
     LoadFormSize(services, *this);
     LoadFormPos(services, *this);
   });
-  ApplyListColors(*this, context_.Run.ForeColor, context_.Run.BackColor);
+  ApplyListColors(*this, session_.Prefs.ForeColor, session_.Prefs.BackColor);
   setWindowTitle(QLatin1String(kProgramTitle));
   LogAndLeave(services, "Form_Load", [&] { FillPlanes(); });
   LogAndLeave(services, "Form_Load", [&] { FillTree(); });
   LogAndLeave(services, "Form_Load", [&] {
     fraPlane->SetCaption(
         tr("%1 Selected")
-            .arg(FromBytes(services.Page, GetPlaneName(context_.Tables, services, ACName))));
+            .arg(FromBytes(services.Page, GetPlaneName(session_.Tables, services, ACName))));
   });
   LogAndLeave(services, "Form_Load", [&] {
     fraSq->SetCaption(
-        FromBytes(services.Page, StartCaption(tree_, context_.Tables, services.Page, Group)));
+        FromBytes(services.Page, StartCaption(tree_, session_.Tables, services.Page, Group)));
   });
   lstPlanes->setFocus();
   filling_ = false;
@@ -64,18 +64,18 @@ void frmChgAC::LoadForm() {
 
 void frmChgAC::FillPlanes() {
   lstPlanes->SetRows({});
-  const AircraftRows rows = MakeAircraftRows(context_.Tables, ACName);
+  const AircraftRows rows = MakeAircraftRows(session_.Tables, ACName);
   QStringList texts;
-  for (const auto& text : rows.Texts) texts << FromBytes(context_.Services.Page, text);
+  for (const auto& text : rows.Texts) texts << FromBytes(session_.Services.Page, text);
   lstPlanes->SetRows(texts);
   lstPlanes->SelectRow(static_cast<int>(rows.Selected));
 }
 
 void frmChgAC::FillTree() {
-  const CodePage& page = context_.Services.Page;
-  const QColor background = FromBgr(context_.Run.BackColor);
+  const CodePage& page = session_.Services.Page;
+  const QColor background = FromBgr(session_.Prefs.BackColor);
   nodes_.clear();
-  tree_ = MakeGroupTree(context_.Tables, page, ChangeModeOf(Mode), Group);
+  tree_ = MakeGroupTree(session_.Tables, page, ChangeModeOf(Mode), Group);
   for (const auto& group : tree_.Groups) {
     auto* root = new QStandardItem(FromBytes(page, group.Text));
     if (group.Color) root->setForeground(Readable(FromBgr(*group.Color), background));
@@ -106,35 +106,35 @@ NodePlace frmChgAC::Chosen() const {
 std::string frmChgAC::SelectedPlane() const {
   const auto selected = lstPlanes->selectionModel()->selectedIndexes();
   if (selected.isEmpty()) return "";
-  return AircraftOfRow(ToBytes(context_.Services.Page, selected.front().data().toString()));
+  return AircraftOfRow(ToBytes(session_.Services.Page, selected.front().data().toString()));
 }
 
 void frmChgAC::PlaneChosen() {
-  fraPlane->SetCaption(tr("%1 Selected").arg(FromBytes(context_.Services.Page, SelectedPlane())));
+  fraPlane->SetCaption(tr("%1 Selected").arg(FromBytes(session_.Services.Page, SelectedPlane())));
 }
 
 void frmChgAC::NodeChosen() {
-  const CodePage& page = context_.Services.Page;
-  fraSq->SetCaption(FromBytes(page, NodeCaption(tree_, context_.Tables, page, Chosen())));
+  const CodePage& page = session_.Services.Page;
+  fraSq->SetCaption(FromBytes(page, NodeCaption(tree_, session_.Tables, page, Chosen())));
 }
 
 void frmChgAC::Apply() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   unanswered_ = false;
   LogAndLeave(services, "cmd_Click", [&] { ACName = SelectedPlane(); });
   LogAndLeave(services, "cmd_Click", [&] {
     if (tree_.Mode == ChangeMode::Flight) Squad = SquadOf(tree_, Chosen());
   });
   LogAndLeave(services, "cmd_Click",
-              [&] { CodeOut = CodeOutOf(tree_, context_.Tables, services.Page, Chosen(), Group); });
+              [&] { CodeOut = CodeOutOf(tree_, session_.Tables, services.Page, Chosen(), Group); });
   accept();
 }
 
 void frmChgAC::done(int result) {
-  LogAndLeave(context_.Services, "Form_Unload", [&] {
+  LogAndLeave(session_.Services, "Form_Unload", [&] {
     if (unanswered_) ACName = "Cancel";
-    SaveFormSize(context_.Services, *this);
-    SaveFormPos(context_.Services, *this);
+    SaveFormSize(session_.Services, *this);
+    SaveFormPos(session_.Services, *this);
   });
   QDialog::done(result);
 }

@@ -7,10 +7,10 @@
 #include <array>
 #include <string>
 
-#include "editors/logic/change_aircraft.h"
-#include "mainwindow/state.h"
-#include "services/controls/elided_frame.h"
-#include "services/controls/list_box.h"
+#include "controls/elided_frame.h"
+#include "controls/list_box.h"
+#include "editors/logic/change_lists.h"
+#include "session/session.h"
 
 namespace rws {
 
@@ -21,7 +21,7 @@ class frmChgAC : public QDialog {
   Q_OBJECT
 
  public:
-  frmChgAC(WindowContext context, QWidget* parent);
+  frmChgAC(Session& session, QWidget* parent);
 
   void LoadForm();
   /** Ends every way of closing. */
@@ -59,7 +59,7 @@ class frmChgAC : public QDialog {
   NodePlace Chosen() const;
   std::string SelectedPlane() const;
 
-  WindowContext context_;
+  Session& session_;
   GroupTree tree_;
   QStandardItemModel nodes_;
   bool filling_ = false;

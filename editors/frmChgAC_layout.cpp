@@ -4,8 +4,8 @@
 #include <QHeaderView>
 #include <QVBoxLayout>
 
+#include "controls/layouts.h"
 #include "editors/frmChgAC.h"
-#include "services/controls/layouts.h"
 
 namespace rws {
 

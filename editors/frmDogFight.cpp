@@ -6,25 +6,24 @@
 #include <algorithm>
 #include <utility>
 
-#include "mainwindow/loading.h"
-#include "mainwindow/trapped.h"
+#include "controls/list_colors.h"
+#include "platform/form_placement.h"
+#include "platform/qt_text.h"
 #include "services/arrays.h"
-#include "services/controls/list_colors.h"
-#include "services/platform/form_placement.h"
-#include "services/platform/qt_text.h"
+#include "services/trapped.h"
+#include "session/loading.h"
 
 namespace rws {
 
-frmDogFight::frmDogFight(WindowContext context, QWidget* parent)
-    : QDialog(parent), context_(context) {
+frmDogFight::frmDogFight(Session& session, QWidget* parent) : QDialog(parent), session_(session) {
   Build();
   Connect();
 }
 
 void frmDogFight::Connect() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   connect(upd, &UpDown::ValueChanged, this, [this](int value) {
-    if (context_.Doc.bLoading) return;
+    if (session_.Doc.bLoading) return;
     CurBase = value;
     Refresh();
   });
@@ -54,11 +53,11 @@ void frmDogFight::LoadForm() {
   // A form closed by its title bar has not been applied.
   frmCancel = true;
   ResumeNext([&] {
-    const Loading loading(context_.Doc);
+    const Loading loading(session_.Doc);
     setWindowTitle(FromPath(kProgramTitle));
-    ApplyListColors(*this, context_.Run.ForeColor, context_.Run.BackColor);
-    RowCount = static_cast<int>(SafeUBound(context_.Tables.DogFightAircraft));
-    BaseCount = static_cast<int>(SafeUBound(At(context_.Doc.MissionShadow, Idx).BornPlaces));
+    ApplyListColors(*this, session_.Prefs.ForeColor, session_.Prefs.BackColor);
+    RowCount = static_cast<int>(SafeUBound(session_.Tables.DogFightAircraft));
+    BaseCount = static_cast<int>(SafeUBound(At(session_.Doc.MissionShadow, Idx).BornPlaces));
     upd->SetRange(0, BaseCount);
     upd->SetValue(0);
     FillColors();
@@ -79,7 +78,7 @@ void frmDogFight::FillColors() {
 }
 
 BornPlace& frmDogFight::Base() {
-  return At(At(context_.Doc.MissionShadow, Idx).BornPlaces, CurBase);
+  return At(At(session_.Doc.MissionShadow, Idx).BornPlaces, CurBase);
 }
 
 void frmDogFight::Refresh() {
@@ -90,7 +89,7 @@ void frmDogFight::Refresh() {
     cbo->setCurrentIndex(base.Army < cbo->count() ? base.Army : -1);
     ShowColor(base.Army);
     slide->setValue(ShownRadius(base.Radius));
-    lists_ = FillHomeBase(context_.Tables.DogFightAircraft, base, context_.Services.Page);
+    lists_ = FillHomeBase(session_.Tables.DogFightAircraft, base, session_.Services.Page);
     for (std::size_t i = 0; i < lists_.size(); ++i) ShowList(i);
   });
 }
@@ -109,7 +108,7 @@ void frmDogFight::ShowColor(int color) {
 void frmDogFight::ShowList(std::size_t list) {
   QList<QStandardItem*> items;
   for (const auto& item : lists_[list]) {
-    items << new QStandardItem(FromBytes(context_.Services.Page, item.Text));
+    items << new QStandardItem(FromBytes(session_.Services.Page, item.Text));
     items.back()->setData(FromPath(item.Key));
     items.back()->setEditable(false);
   }
@@ -129,7 +128,7 @@ void frmDogFight::FitColumn(const ReportList& list) {
 bool frmDogFight::eventFilter(QObject* watched, QEvent* event) {
   // The mouse alone writes the size; keys only move the slider, on purpose.
   if (watched == slide && event->type() == QEvent::MouseButtonRelease)
-    LogAndLeave(context_.Services, "slide_MouseUp", [&] { TakeRadius(); });
+    LogAndLeave(session_.Services, "slide_MouseUp", [&] { TakeRadius(); });
   for (const auto* list : lstAC)
     if (watched == list && event->type() == QEvent::Resize) FitColumn(*list);
   return false;
@@ -147,7 +146,7 @@ void frmDogFight::Move(std::size_t from) {
   const auto rows = lstAC[from]->SelectedRows();
   ResumeNext([&] {
     BornPlace& base = Base();
-    auto& table = context_.Tables.DogFightAircraft;
+    auto& table = session_.Tables.DogFightAircraft;
     std::vector<std::string_view> names;
     for (const int row : rows) names.push_back(At(lists_[from], row).Text);
     MoveAircraft(table, base, from == kAvailable ? kAvailable : kReserve, names);
@@ -163,7 +162,7 @@ void frmDogFight::Move(std::size_t from) {
 }
 
 void frmDogFight::SetDefault() {
-  const Answer answer = context_.Services.Ask.MsgBox(
+  const Answer answer = session_.Services.Ask.MsgBox(
       "This will set all flyable aircraft to this Home Base.\nAre you sure you want to do this?",
       Buttons::YesNo, Icon::Question, kProgramTitle);
   if (answer != Answer::Yes) return;
@@ -172,8 +171,8 @@ void frmDogFight::SetDefault() {
 }
 
 void frmDogFight::Apply() {
-  auto bases = At(context_.Doc.MissionShadow, Idx).BornPlaces;
-  At(context_.Doc.Missions, Idx).BornPlaces = std::move(bases);
+  auto bases = At(session_.Doc.MissionShadow, Idx).BornPlaces;
+  At(session_.Doc.Missions, Idx).BornPlaces = std::move(bases);
   frmCancel = false;
   accept();
 }

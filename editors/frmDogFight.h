@@ -8,12 +8,12 @@
 #include <QStandardItemModel>
 #include <array>
 
+#include "controls/arrow_button.h"
+#include "controls/drop_down.h"
+#include "controls/report_list.h"
+#include "controls/up_down.h"
 #include "editors/logic/home_bases.h"
-#include "mainwindow/state.h"
-#include "services/controls/arrow_button.h"
-#include "services/controls/drop_down.h"
-#include "services/controls/report_list.h"
-#include "services/controls/up_down.h"
+#include "session/session.h"
 
 namespace rws {
 
@@ -26,7 +26,7 @@ class frmDogFight : public QDialog {
   Q_OBJECT
 
  public:
-  frmDogFight(WindowContext context, QWidget* parent);
+  frmDogFight(Session& session, QWidget* parent);
 
   /** Fills the form. Without a home base it stays empty. */
   void LoadForm();
@@ -74,7 +74,7 @@ class frmDogFight : public QDialog {
   void SetDefault();
   void Apply();
 
-  WindowContext context_;
+  Session& session_;
   std::array<QStandardItemModel, 2> models_;
   HomeBaseLists lists_;
 };

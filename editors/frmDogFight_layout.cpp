@@ -3,8 +3,8 @@
 #include <QHeaderView>
 #include <QVBoxLayout>
 
+#include "controls/layouts.h"
 #include "editors/frmDogFight.h"
-#include "services/controls/layouts.h"
 
 namespace rws {
 

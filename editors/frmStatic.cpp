@@ -2,22 +2,22 @@
 
 #include <QHeaderView>
 
+#include "controls/list_colors.h"
 #include "editors/frmChgAC.h"
-#include "mainwindow/loading.h"
-#include "mainwindow/trapped.h"
-#include "services/controls/list_colors.h"
-#include "services/platform/form_placement.h"
-#include "services/platform/qt_text.h"
+#include "platform/form_placement.h"
+#include "platform/qt_text.h"
+#include "services/trapped.h"
+#include "session/loading.h"
 
 namespace rws {
 
-frmStatic::frmStatic(WindowContext context, QWidget* parent) : QDialog(parent), context_(context) {
+frmStatic::frmStatic(Session& session, QWidget* parent) : QDialog(parent), session_(session) {
   Build();
   Connect();
 }
 
 void frmStatic::Connect() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   connect(cmd[0], &QPushButton::clicked, this, [this] { reject(); });
   connect(cmd[1], &QPushButton::clicked, this,
           Trapped(services, "cmd_Click", [this](bool) { Change(); }));
@@ -32,15 +32,15 @@ void frmStatic::Connect() {
 }
 
 void frmStatic::LoadForm() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   static_ = false;
   StaticPlanes.clear();
   setWindowTitle(QLatin1String(kProgramTitle));
-  ApplyListColors(*this, context_.Run.ForeColor, context_.Run.BackColor);
-  lstStatic->SetBackground(FromBgr(context_.Run.BackColor));
+  ApplyListColors(*this, session_.Prefs.ForeColor, session_.Prefs.BackColor);
+  lstStatic->SetBackground(FromBgr(session_.Prefs.BackColor));
   LogAndLeave(services, "Form_Load", [&] {
-    const Loading loading(context_.Doc);
-    const Mission& mission = At(context_.Doc.Missions, context_.Doc.CurMission);
+    const Loading loading(session_.Doc);
+    const Mission& mission = At(session_.Doc.Missions, session_.Doc.CurMission);
     const QString caption = tr("Stationary Aircraft for %1").arg(FromPath(mission.BaseName));
     fra->SetCaption(caption);
     fra->setAccessibleName(caption);
@@ -54,11 +54,11 @@ void frmStatic::LoadForm() {
 }
 
 void frmStatic::FillList() {
-  lstStatic->SetRows(MakeStaticRows(StaticPlanes, context_.Tables, context_.Services));
+  lstStatic->SetRows(MakeStaticRows(StaticPlanes, session_.Tables, session_.Services));
 }
 
 void frmStatic::ShowButtons() {
-  if (context_.Doc.bLoading) return;
+  if (session_.Doc.bLoading) return;
   cmd[1]->setEnabled(lstStatic->selectionModel()->hasSelection());
 }
 
@@ -66,19 +66,19 @@ void frmStatic::Change() {
   const auto chosen = lstStatic->SelectedPlanes();
   if (chosen.empty()) return;
   const StaticPlane& first = At(StaticPlanes, static_cast<std::ptrdiff_t>(chosen.front()));
-  frmChgAC form(context_, this);
+  frmChgAC form(session_, this);
   form.ACName = first.PlaneClass;
   form.Group = first.Country;
   form.Mode = "Static";
   form.LoadForm();
   ShowDialog(form);
-  if (!ChangeStaticPlanes(StaticPlanes, chosen, context_.Tables, form.ACName, form.CodeOut)) return;
+  if (!ChangeStaticPlanes(StaticPlanes, chosen, session_.Tables, form.ACName, form.CodeOut)) return;
   FillList();
   cmd[2]->setEnabled(true);
 }
 
 void frmStatic::Apply() {
-  Mission& mission = At(context_.Doc.Missions, context_.Doc.CurMission);
+  Mission& mission = At(session_.Doc.Missions, session_.Doc.CurMission);
   static_ = ApplyStaticPlanes(StaticPlanes, mission.Lines);
   // Only now: a fault on the way leaves the form open with what was chosen.
   accept();

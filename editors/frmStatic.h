@@ -6,10 +6,10 @@
 #include <functional>
 #include <vector>
 
+#include "controls/elided_frame.h"
 #include "editors/logic/stationary_aircraft.h"
 #include "editors/static_list.h"
-#include "mainwindow/state.h"
-#include "services/controls/elided_frame.h"
+#include "session/session.h"
 
 namespace rws {
 
@@ -19,7 +19,7 @@ class frmStatic : public QDialog {
   Q_OBJECT
 
  public:
-  frmStatic(WindowContext context, QWidget* parent);
+  frmStatic(Session& session, QWidget* parent);
 
   /** Fills the form. Without a current mission it stays empty. */
   void LoadForm();
@@ -45,7 +45,7 @@ class frmStatic : public QDialog {
   void Change();
   void Apply();
 
-  WindowContext context_;
+  Session& session_;
   bool static_ = false;
 };
 

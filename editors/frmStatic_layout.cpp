@@ -1,8 +1,8 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include "controls/layouts.h"
 #include "editors/frmStatic.h"
-#include "services/controls/layouts.h"
 
 namespace rws {
 
@@ -11,7 +11,7 @@ void frmStatic::Build() {
   setObjectName(QStringLiteral("frmStatic"));
   fra = new ElidedFrame(this);
   fra->setObjectName(QStringLiteral("fra"));
-  lstStatic = new StaticList(context_.Services.Page);
+  lstStatic = new StaticList(session_.Services.Page);
   Describe(lstStatic, "lstStatic", tr("Stationary aircraft"), QString());
   (new QVBoxLayout(fra))->addWidget(lstStatic);
   cmd = {new QPushButton(tr("E&xit")), new QPushButton(tr("&Change")),

@@ -2,14 +2,14 @@
 
 #include <QScreen>
 
+#include "controls/list_colors.h"
 #include "editors/logic/waypoint_table.h"
-#include "mainwindow/loading.h"
-#include "mainwindow/trapped.h"
-#include "services/controls/list_colors.h"
-#include "services/platform/form_placement.h"
-#include "services/platform/qt_text.h"
+#include "platform/form_placement.h"
+#include "platform/qt_text.h"
 #include "services/setting_values.h"
 #include "services/text.h"
+#include "services/trapped.h"
+#include "session/loading.h"
 
 namespace rws {
 
@@ -44,7 +44,7 @@ GridColumn::Input InputOf(std::string_view rule) {
 
 }  // namespace
 
-frmWP::frmWP(WindowContext context, QWidget* parent) : QDialog(parent), context_(context) {
+frmWP::frmWP(Session& session, QWidget* parent) : QDialog(parent), session_(session) {
   Build();
   Connect();
 }
@@ -53,7 +53,7 @@ frmWP::frmWP(WindowContext context, QWidget* parent) : QDialog(parent), context_
 frmWP::~frmWP() { grd->disconnect(this); }
 
 void frmWP::Connect() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   connect(grd, &Grid::CurrentCellChanged, this,
           Trapped(services, "grd_RowColChange", [this](int, int) { OfferKinds(); }));
   connect(grd, &Grid::EditBegan, this,
@@ -73,10 +73,10 @@ void frmWP::Connect() {
 }
 
 void frmWP::LoadForm() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   LogAndLeave(services, "Form_Load", [&] {
-    const Loading loading(context_.Doc);
-    ApplyListColors(*this, context_.Run.ForeColor, context_.Run.BackColor);
+    const Loading loading(session_.Doc);
+    ApplyListColors(*this, session_.Prefs.ForeColor, session_.Prefs.BackColor);
     setWindowTitle(FromPath(kProgramTitle));
     Metric = ReadFlag(services.Settings, setting::WPMetric);
     WPModified = false;
@@ -86,7 +86,7 @@ void frmWP::LoadForm() {
       mnuPop1[i]->setData(FromPath(kWaypointKinds[i].Keyword));
     ShowHeadings();
     QString caption =
-        FromBytes(services.Page, RouteCaption(context_.Doc, context_.Tables, services));
+        FromBytes(services.Page, RouteCaption(session_.Doc, session_.Tables, services));
     fra->setAccessibleName(caption);
     fra->setTitle(caption.replace(QLatin1Char('&'), QStringLiteral("&&")));
     LoadTable();
@@ -97,7 +97,7 @@ void frmWP::LoadForm() {
 }
 
 void frmWP::done(int result) {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   grd->FinishEdit();
   LogAndLeave(services, "Form_Unload", [&] {
     WriteSetting(services.Settings, setting::WPMetric, Metric ? "True" : "False");
@@ -119,14 +119,14 @@ void frmWP::ShowHeadings() {
 void frmWP::LoadTable() {
   ShowHeadings();
   QList<QStringList> rows;
-  for (const auto& row : WaypointRows(context_.Doc, Metric))
-    rows << Texts(context_.Services.Page, row);
+  for (const auto& row : WaypointRows(session_.Doc, Metric))
+    rows << Texts(session_.Services.Page, row);
   grd->SetRows(rows);
 }
 
 void frmWP::LoadRow(int row) {
-  const auto texts = OneWaypointRow(context_.Doc, row, Metric);
-  grd->SetRow(row, Texts(context_.Services.Page, texts));
+  const auto texts = OneWaypointRow(session_.Doc, row, Metric);
+  grd->SetRow(row, Texts(session_.Services.Page, texts));
 }
 
 void frmWP::OfferKinds() {
@@ -136,15 +136,15 @@ void frmWP::OfferKinds() {
 
 void frmWP::SetKind(std::size_t kind) {
   const int row = grd->Row();
-  SetWaypoint(context_.Doc, row, kWaypointType,
-              ToBytes(context_.Services.Page, mnuPop1[kind]->data().toString()));
-  WPModified = WaypointDiffers(context_.Doc, row, kWaypointType);
+  SetWaypoint(session_.Doc, row, kWaypointType,
+              ToBytes(session_.Services.Page, mnuPop1[kind]->data().toString()));
+  WPModified = WaypointDiffers(session_.Doc, row, kWaypointType);
   // Apply stays as it is, on purpose: a new type alone does not mark the mission.
   LoadRow(row);
 }
 
 void frmWP::UnitChosen() {
-  if (context_.Doc.bLoading) return;
+  if (session_.Doc.bLoading) return;
   // What is being typed was meant in the units that are still shown.
   grd->FinishEdit();
   Metric = opt[0]->isChecked();
@@ -172,7 +172,7 @@ void frmWP::FlipRadioSilence() {
 }
 
 void frmWP::EndEdit(int row, int column, const QString& text) {
-  LogAndLeave(context_.Services, "grd_AfterEdit", [&] { TakeText(row, column, text); });
+  LogAndLeave(session_.Services, "grd_AfterEdit", [&] { TakeText(row, column, text); });
   // Also after a text that was refused.
   cmd[0]->setEnabled(true);
 }
@@ -182,27 +182,27 @@ void frmWP::TakeText(int row, int column, const QString& text) {
   const std::string typed = ToPath(text);
   if (TypedValue(typed, column, Metric)) return TakeNumber(row, column, typed);
   if (column != kWaypointRadio) return grd->SetText(row, column, CellBefore);
-  SetWaypoint(context_.Doc, row, column, MarkerOf(text == kYes));
-  WPModified = WaypointDiffers(context_.Doc, row, column);
+  SetWaypoint(session_.Doc, row, column, MarkerOf(text == kYes));
+  WPModified = WaypointDiffers(session_.Doc, row, column);
 }
 
 void frmWP::TakeNumber(int row, int column, const std::string& text) {
   if (row == 0 || !IsTypedColumn(column)) return;
   // A look into a cell must not change what feet and miles round: 250 km/h would become 249.
   if (!Metric && text == ToPath(CellBefore)) return;
-  SetWaypoint(context_.Doc, row, column, *TypedValue(text, column, Metric));
+  SetWaypoint(session_.Doc, row, column, *TypedValue(text, column, Metric));
   LoadRow(row);
-  WPModified = WaypointDiffers(context_.Doc, row, column);
+  WPModified = WaypointDiffers(session_.Doc, row, column);
 }
 
 void frmWP::EditRows(const Grid::Cells& cells) {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   const int column = grd->Col();
   Trap(
       [&] {
         const std::string value = AskValue(column);
         if (value.empty()) return;
-        SetWaypoints(context_.Doc, cells.FirstRow, cells.LastRow, column, value, grd->Row(),
+        SetWaypoints(session_.Doc, cells.FirstRow, cells.LastRow, column, value, grd->Row(),
                      [this](bool differs) {
                        WPModified = differs;
                        if (WPModified) cmd[0]->setEnabled(true);
@@ -216,7 +216,7 @@ void frmWP::EditRows(const Grid::Cells& cells) {
 
 /** What all selected rows are to get; "" for nothing. */
 std::string frmWP::AskValue(int column) {
-  const Prompts& ask = context_.Services.Ask;
+  const Prompts& ask = session_.Services.Ask;
   if (column == kWaypointRadio) {
     const Answer answer =
         ask.MsgBox("Radio Silence?", Buttons::YesNoCancel, Icon::Question, kProgramTitle);

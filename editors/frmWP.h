@@ -9,8 +9,8 @@
 #include <QRadioButton>
 #include <array>
 
-#include "mainwindow/state.h"
-#include "services/controls/grid.h"
+#include "controls/grid.h"
+#include "session/session.h"
 
 namespace rws {
 
@@ -21,7 +21,7 @@ class frmWP : public QDialog {
   Q_OBJECT
 
  public:
-  frmWP(WindowContext context, QWidget* parent);
+  frmWP(Session& session, QWidget* parent);
   ~frmWP() override;
 
   /** Fills the form. Without a current flight it stays empty. */
@@ -67,7 +67,7 @@ class frmWP : public QDialog {
   void EditRows(const Grid::Cells& cells);
   std::string AskValue(int column);
 
-  WindowContext context_;
+  Session& session_;
 };
 
 }  // namespace rws

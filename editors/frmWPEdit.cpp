@@ -2,12 +2,12 @@
 
 #include <QKeyEvent>
 
-#include "mainwindow/trapped.h"
-#include "services/controls/list_colors.h"
+#include "controls/list_colors.h"
+#include "platform/form_placement.h"
+#include "platform/qt_text.h"
 #include "services/numbers.h"
-#include "services/platform/form_placement.h"
-#include "services/platform/qt_text.h"
 #include "services/text.h"
+#include "services/trapped.h"
 #include "services/units.h"
 
 namespace rws {
@@ -24,13 +24,13 @@ bool IsUnfinished(const std::string& text) {
 
 }  // namespace
 
-frmWPEdit::frmWPEdit(WindowContext context, QWidget* parent) : QDialog(parent), context_(context) {
+frmWPEdit::frmWPEdit(Session& session, QWidget* parent) : QDialog(parent), session_(session) {
   Build();
   Connect();
 }
 
 void frmWPEdit::Connect() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   for (std::size_t i = 0; i < txtInput.size(); ++i) {
     connect(txtInput[i], &QLineEdit::textChanged, this,
             Trapped(services, "txtInput_Change", [this, i](const auto&...) { TextChanged(i); }));
@@ -48,15 +48,15 @@ void frmWPEdit::Connect() {
 }
 
 void frmWPEdit::LoadForm() {
-  LogAndLeave(context_.Services, "Form_Load", [&] {
-    ApplyListColors(*this, context_.Run.ForeColor, context_.Run.BackColor);
+  LogAndLeave(session_.Services, "Form_Load", [&] {
+    ApplyListColors(*this, session_.Prefs.ForeColor, session_.Prefs.BackColor);
     Altitude = CInt(double(udWP[kHeight]->Value()));
     Distance = CInt(double(udWP[kDistance]->Value()));
     Speed = CInt(double(udWP[kSpeed]->Value()));
     ACNumber = CInt(double(udWP[kNumber]->Value()));
     for (std::size_t i = 0; i < txtInput.size(); ++i)
       txtInput[i]->setText(QString::number(udWP[i]->Value()));
-    QString aircraft = FromBytes(context_.Services.Page, AirCraftType);
+    QString aircraft = FromBytes(session_.Services.Page, AirCraftType);
     aircraft.replace(QLatin1Char('&'), QLatin1String("&&"));
     fra1->setTitle(fra1->title() + QLatin1String(" - ") + aircraft);
     for (const auto i : {kSpeed, kDistance, kHeight}) ShowToolTip(i);
@@ -80,7 +80,7 @@ void frmWPEdit::keyPressEvent(QKeyEvent* event) {
 }
 
 void frmWPEdit::TextChanged(std::size_t index) {
-  const std::string text = ToBytes(context_.Services.Page, txtInput[index]->text());
+  const std::string text = ToBytes(session_.Services.Page, txtInput[index]->text());
   if (!IsNumeric(text)) {
     // The beginning of a number may stand while the user is in the box; it is not stored.
     if (!IsUnfinished(text)) Restore(index);
@@ -90,7 +90,7 @@ void frmWPEdit::TextChanged(std::size_t index) {
     Restore(index);
     const std::array<const char*, 4> names = {"The height", "The distance", "The speed",
                                               "The number of flights"};
-    context_.Services.Ask.MsgBox(
+    session_.Services.Ask.MsgBox(
         std::string(names[index]) + " must be a number from -32768 to 32767.", Buttons::Ok,
         Icon::Exclamation, kProgramTitle);
     return;
@@ -100,7 +100,7 @@ void frmWPEdit::TextChanged(std::size_t index) {
 }
 
 void frmWPEdit::TextLeft(std::size_t index) {
-  if (!IsNumeric(ToBytes(context_.Services.Page, txtInput[index]->text()))) Restore(index);
+  if (!IsNumeric(ToBytes(session_.Services.Page, txtInput[index]->text()))) Restore(index);
 }
 
 void frmWPEdit::Restore(std::size_t index) {
@@ -117,7 +117,7 @@ bool frmWPEdit::Store(std::size_t index, const std::string& text) {
 
 void frmWPEdit::ShowToolTip(std::size_t index) {
   if (index == kNumber) return;
-  const std::string text = ToBytes(context_.Services.Page, txtInput[index]->text());
+  const std::string text = ToBytes(session_.Services.Page, txtInput[index]->text());
   // Both conversions go the other way than the tool tip says. That is kept: users know the numbers.
   txtInput[index]->setToolTip(
       FromPath(index == kSpeed ? MilesToKm(text) + " Mph" : FeetToMeters(text) + " feet"));

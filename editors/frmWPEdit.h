@@ -10,8 +10,8 @@
 #include <map>
 #include <string>
 
-#include "mainwindow/state.h"
-#include "services/controls/up_down.h"
+#include "controls/up_down.h"
+#include "session/session.h"
 
 namespace rws {
 
@@ -21,7 +21,7 @@ class frmWPEdit : public QDialog {
   Q_OBJECT
 
  public:
-  frmWPEdit(WindowContext context, QWidget* parent);
+  frmWPEdit(Session& session, QWidget* parent);
 
   void LoadForm();
 
@@ -63,7 +63,7 @@ class frmWPEdit : public QDialog {
   bool Store(std::size_t index, const std::string& text);
   void ShowToolTip(std::size_t index);
 
-  WindowContext context_;
+  Session& session_;
 };
 
 }  // namespace rws

@@ -1,7 +1,7 @@
 #include <QGridLayout>
 
+#include "controls/layouts.h"
 #include "editors/frmWPEdit.h"
-#include "services/controls/layouts.h"
 
 namespace rws {
 

@@ -1,8 +1,8 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include "controls/layouts.h"
 #include "editors/frmWP.h"
-#include "services/controls/layouts.h"
 
 namespace rws {
 

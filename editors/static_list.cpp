@@ -4,10 +4,10 @@
 #include <QHeaderView>
 #include <algorithm>
 
-#include "services/controls/army_text.h"
-#include "services/controls/list_colors.h"
+#include "catalogues/army_text.h"
+#include "controls/list_colors.h"
+#include "platform/qt_text.h"
 #include "services/faults.h"
-#include "services/platform/qt_text.h"
 
 namespace rws {
 
@@ -43,7 +43,7 @@ QVariant StaticListModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
       return Text(row, index.column());
     case Qt::ToolTipRole:
-      if (IsSupported(row) || index.column() > 1) return ArmyText(row.ColorWord);
+      if (IsSupported(row) || index.column() > 1) return FromPath(ArmyText(row.ColorWord));
       return tr("Installed game does not support this aircraft you need to change it.");
     case Qt::ForegroundRole: {
       const auto color = StaticRowColor(row.ColorWord);
@@ -58,7 +58,8 @@ QVariant StaticListModel::data(const QModelIndex& index, int role) const {
     case Qt::TextAlignmentRole:
       return index.column() == 1 ? QVariant(Qt::AlignCenter) : QVariant();
     case Qt::AccessibleTextRole:
-      if (index.column() == 0) return Text(row, 0) + QStringLiteral(", ") + ArmyText(row.ColorWord);
+      if (index.column() == 0)
+        return Text(row, 0) + QStringLiteral(", ") + FromPath(ArmyText(row.ColorWord));
       if (index.column() == 1) return row.Flyable ? tr("Flyable") : tr("Not flyable");
       return Text(row, index.column());
     default:

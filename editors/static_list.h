@@ -2,10 +2,10 @@
 
 #include <vector>
 
+#include "controls/report_list.h"
+#include "controls/row_model.h"
 #include "editors/logic/stationary_aircraft.h"
 #include "services/code_page.h"
-#include "services/controls/report_list.h"
-#include "services/controls/row_model.h"
 
 namespace rws {
 

@@ -1,31 +1,30 @@
 #include "mainwindow/flight_area.h"
 
 #include "catalogues/aircraft.h"
-#include "mainwindow/loading.h"
-#include "mainwindow/trapped.h"
+#include "platform/qt_text.h"
 #include "services/arrays.h"
 #include "services/error_log.h"
 #include "services/numbers.h"
-#include "services/platform/qt_text.h"
+#include "services/trapped.h"
+#include "session/loading.h"
 #include "tools/frmView.h"
 
 namespace rws {
 
-FlightArea::FlightArea(WindowContext context, QWidget* parent)
-    : QWidget(parent), context_(context) {
+FlightArea::FlightArea(Session& session, QWidget* parent) : QWidget(parent), session_(session) {
   Build();
   BuildMenu();
   Connect();
 }
 
 void FlightArea::Connect() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   fraFlight->LoadPlanes = [this] { LoadPlanes(); };
   fraFlight->CheckMarkingsEntry = [this](bool on) { mnuAC[2]->setChecked(on); };
   planes->LoadPlanes = fraFlight->LoadPlanes;
   planes->CheckMarkingsEntry = fraFlight->CheckMarkingsEntry;
   planes->ViewImage = [this](const std::string& path, const QString& caption) {
-    ViewImage(context_.Services, window(), path, caption);
+    ViewImage(session_.Services, window(), path, caption);
   };
   connect(
       lstPlanes, &ReportList::MouseReleased, this,
@@ -41,12 +40,12 @@ void FlightArea::Connect() {
   ConnectMenu();
 }
 
-Mission& FlightArea::Current() { return At(context_.Doc.Missions, context_.Doc.CurMission); }
+Mission& FlightArea::Current() { return At(session_.Doc.Missions, session_.Doc.CurMission); }
 
 Flight& FlightArea::FlightAt(int index) { return At(Current().Flights, index); }
 
 QString FlightArea::Decoded(const std::string& bytes) const {
-  return FromBytes(context_.Services.Page, bytes);
+  return FromBytes(session_.Services.Page, bytes);
 }
 
 void FlightArea::ResetCaptions() {
@@ -55,7 +54,7 @@ void FlightArea::ResetCaptions() {
 }
 
 void FlightArea::ShowNoFlights() {
-  const Loading loading(context_.Doc);
+  const Loading loading(session_.Doc);
   ClearFlightList();
   ClearFrames(true);
   ResetCaptions();
@@ -66,14 +65,14 @@ void FlightArea::ShowNoFlights() {
 void FlightArea::ClearFlightList() { lstPlanes->SetRows({}); }
 
 void FlightArea::LoadPlaneList(int index) {
-  LogAndLeave(context_.Services, "LoadPlaneList", [&] {
+  LogAndLeave(session_.Services, "LoadPlaneList", [&] {
     lstPlanes->Tag.clear();
     std::vector<FlightRow> rows;
-    const bool whole = MakeFlightRows(Current(), context_.Tables, context_.Services, rows);
+    const bool whole = MakeFlightRows(Current(), session_.Tables, session_.Services, rows);
     lstPlanes->SetRows(std::move(rows));
     if (!whole) {
       // No row is selected, and the panel still shows another mission's flight.
-      context_.Doc.CurFlight = -1;
+      session_.Doc.CurFlight = -1;
       return fraFlight->EnableFlightControls(false, false);
     }
     // The first row in sort order and flight 0 need not be the same; the flight shown is the row's.
@@ -89,7 +88,7 @@ void FlightArea::LoadPlaneList(int index) {
 void FlightArea::TakeSelectedFlight() {
   const int flight = lstPlanes->SelectedFlight();
   if (flight < 0) throw SubscriptFault();
-  context_.Doc.CurFlight = flight;
+  session_.Doc.CurFlight = flight;
 }
 
 void FlightArea::PlaneChg(bool reload, int index, bool playerCleared) {
@@ -97,12 +96,12 @@ void FlightArea::PlaneChg(bool reload, int index, bool playerCleared) {
   if (index == -1 || lstPlanes->RowOf(index) < 0)
     TakeSelectedFlight();
   else
-    context_.Doc.CurFlight = index;
-  fraFlight->LoadFlight(context_.Doc.CurFlight);
+    session_.Doc.CurFlight = index;
+  fraFlight->LoadFlight(session_.Doc.CurFlight);
   LoadPlanes();
   SetWaypointMenuCaption();
   if (playerCleared)
-    context_.Services.Ask.MsgBox(
+    session_.Services.Ask.MsgBox(
         "Player select was clear because of the plane change\ndon't forget to reset it.",
         Buttons::Ok, Icon::Information, kProgramTitle);
 }
@@ -111,15 +110,15 @@ void FlightArea::SetWaypointMenuCaption() {
   const Mission& mission = Current();
   if (SafeUBound(mission.Flights) < 0) return;
   // The upper bound: one less than the number of waypoints, as designed.
-  const auto bound = SafeUBound(FlightAt(context_.Doc.CurFlight).Waypoints);
+  const auto bound = SafeUBound(FlightAt(session_.Doc.CurFlight).Waypoints);
   mnuAC[6]->setText(tr("&Edit Waypoints (%1)").arg(bound));
 }
 
 void FlightArea::LoadPlanes() {
-  LogAndLeave(context_.Services, "LoadPlanes", [&] {
+  LogAndLeave(session_.Services, "LoadPlanes", [&] {
     const Mission& mission = Current();
-    const Flight& flight = FlightAt(context_.Doc.CurFlight);
-    const std::string plane = GetPlaneName(context_.Tables, context_.Services, flight.Class);
+    const Flight& flight = FlightAt(session_.Doc.CurFlight);
+    const std::string plane = GetPlaneName(session_.Tables, session_.Services, flight.Class);
     fraGroup->setTitle(Decoded(plane).replace(u'&', QStringLiteral("&&")));
     fraFlight->ShowCaption();
     ClearFrames(false);
@@ -139,7 +138,7 @@ void FlightArea::OpenMenu(QPoint globalPosition) {
 }
 
 void FlightArea::ListMouseReleased(Qt::MouseButton button, QPoint globalPosition) {
-  Document& doc = context_.Doc;
+  Document& doc = session_.Doc;
   if (lstPlanes->RowCount() == 0) return;
   // A click beside the rows takes the selection away; there is always one.
   if (lstPlanes->SelectedRows().empty()) lstPlanes->SelectOnly(lstPlanes->RowOf(doc.CurFlight));
@@ -166,9 +165,9 @@ void FlightArea::ListMouseReleased(Qt::MouseButton button, QPoint globalPosition
 
 void FlightArea::ListKeyReleased() {
   const int flight = lstPlanes->SelectedFlight();
-  if (flight < 0 || flight == context_.Doc.CurFlight) return;
+  if (flight < 0 || flight == session_.Doc.CurFlight) return;
   // Neither the tag nor the modes: the keyboard never enters or leaves a selection of several.
-  context_.Doc.CurFlight = flight;
+  session_.Doc.CurFlight = flight;
   fraFlight->WeaponTag = FlightAt(flight).Class;
   PlaneChg(false, -1, false);
 }
@@ -183,9 +182,9 @@ void FlightArea::SetMultipleMode() {
     mnuAC[4]->setEnabled(false);
     mnuAC[6]->setEnabled(false);
     planes->DisableAll();
-    fraFlight->EnableForGroup(same, SelectedAllFlyable(context_.Tables, selected));
-    const std::string& shown = FlightAt(context_.Doc.CurFlight).Class;
-    planes->LoadSkinList(GetPlaneFolder(context_.Tables, shown), -1);
+    fraFlight->EnableForGroup(same, SelectedAllFlyable(session_.Tables, selected));
+    const std::string& shown = FlightAt(session_.Doc.CurFlight).Class;
+    planes->LoadSkinList(GetPlaneFolder(session_.Tables, shown), -1);
   });
 }
 

@@ -10,7 +10,7 @@
 #include "mainwindow/flight_list.h"
 #include "mainwindow/flight_panel.h"
 #include "mainwindow/plane_panels.h"
-#include "mainwindow/state.h"
+#include "session/session.h"
 
 namespace rws {
 
@@ -20,7 +20,7 @@ class FlightArea : public QWidget {
   Q_OBJECT
 
  public:
-  FlightArea(WindowContext context, QWidget* parent);
+  FlightArea(Session& session, QWidget* parent);
 
   /** Rebuilds the list and selects a flight; the first row in sort order when `index` is -1. */
   void LoadPlaneList(int index);
@@ -80,7 +80,7 @@ class FlightArea : public QWidget {
   void ClickWaypoints();
   void ClickCopy();
 
-  WindowContext context_;
+  Session& session_;
 };
 
 }  // namespace rws

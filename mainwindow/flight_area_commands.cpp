@@ -3,22 +3,22 @@
 #include "editors/frmWP.h"
 #include "editors/frmWPEdit.h"
 #include "mainwindow/flight_area.h"
-#include "mainwindow/loading.h"
 #include "mainwindow/logic/change_aircraft.h"
 #include "mainwindow/logic/duplicate_flight.h"
 #include "mainwindow/logic/flight_commands.h"
-#include "mainwindow/trapped.h"
 #include "mission/update.h"
+#include "platform/qt_text.h"
 #include "services/numbers.h"
 #include "services/paths.h"
-#include "services/platform/qt_text.h"
+#include "services/trapped.h"
+#include "session/loading.h"
 
 namespace rws {
 
 void FlightArea::ConnectMenu() {
   const auto command = [this](std::size_t entry, const char* name, void (FlightArea::*run)()) {
     connect(mnuAC[entry], &QAction::triggered, this,
-            Trapped(context_.Services, name, [this, run](bool) { (this->*run)(); }));
+            Trapped(session_.Services, name, [this, run](bool) { (this->*run)(); }));
   };
   command(0, "ChangeAirCraft", &FlightArea::ClickChangeAircraft);
   command(2, "mnuAC_Click", &FlightArea::ClickMarkings);
@@ -28,7 +28,7 @@ void FlightArea::ConnectMenu() {
   command(8, "mnuAC_Click", &FlightArea::ClickCopy);
   connect(
       mnuSkin, &QMenu::triggered, this,
-      Trapped(context_.Services, "mnuSkin_Click", [this](QAction* entry) { ClickSkin(entry); }));
+      Trapped(session_.Services, "mnuSkin_Click", [this](QAction* entry) { ClickSkin(entry); }));
 }
 
 std::vector<std::size_t> FlightArea::SelectedFlights() const {
@@ -47,31 +47,31 @@ int FlightArea::MostPlanes(const std::vector<std::size_t>& flights) {
 
 void FlightArea::ClickChangeAircraft() {
   TakeSelectedFlight();
-  const int index = context_.Doc.CurFlight;
-  frmChgAC form(context_, window());
+  const int index = session_.Doc.CurFlight;
+  frmChgAC form(session_, window());
   form.ACName = FlightAt(index).Class;
   form.Mode = FlightAt(index).ArmyWord;
   form.Group = FlightAt(index).Name;
   form.LoadForm();
   ShowDialog(form);
-  const std::string loadout = ToBytes(context_.Services.Page, fraFlight->cboWeap->currentText());
+  const std::string loadout = ToBytes(session_.Services.Page, fraFlight->cboWeap->currentText());
   const AircraftChange change = ChangeAirCraft(
-      context_.Doc, context_.Tables, context_.Services,
+      session_.Doc, session_.Tables, session_.Services,
       {form.ACName, form.Squad, form.CodeOut, form.Changed}, SelectedFlights(), loadout);
   if (!change.Done) return;
   PlaneChg(true, index, change.PlayerLost);
-  SetModify(context_.Doc, context_.Services);
+  SetModify(session_.Doc, session_.Services);
 }
 
 void FlightArea::ClickMarkings() {
   // The menu has turned the mark round already.
   const bool on = mnuAC[2]->isChecked();
   const auto flights = SelectedFlights();
-  if (!rws::SetMarkings(context_.Doc, context_.Services, flights, on)) {
+  if (!rws::SetMarkings(session_.Doc, session_.Services, flights, on)) {
     mnuAC[2]->setChecked(!on);
     return;
   }
-  const Loading loading(context_.Doc);
+  const Loading loading(session_.Doc);
   for (int i = 0; i < MostPlanes(flights); ++i)
     planes->fraPlane[static_cast<std::size_t>(i)]->chkMark->setChecked(on);
 }
@@ -83,54 +83,54 @@ void FlightArea::ClickSkin(QAction* entry) {
   for (int i = 0; i < count; ++i) {
     PlanePanel& panel = *planes->fraPlane[static_cast<std::size_t>(i)];
     {
-      const Loading loading(context_.Doc);
+      const Loading loading(session_.Doc);
       panel.chkMark->setChecked(false);
     }
     // Its handler stores the skin of the flight that is shown.
     panel.cboAPSkin->SelectRow(row);
   }
   const std::string file = GetFileName(ToPath(entry->data().toString()));
-  const auto spelled = context_.Services.Page.FromUtf8(file.empty() ? "default" : file);
-  if (spelled) SetFlightSkin(context_.Doc, context_.Services, flights, *spelled);
-  SetModify(context_.Doc, context_.Services);
+  const auto spelled = session_.Services.Page.FromUtf8(file.empty() ? "default" : file);
+  if (spelled) SetFlightSkin(session_.Doc, session_.Services, flights, *spelled);
+  SetModify(session_.Doc, session_.Services);
 }
 
 void FlightArea::ClickDuplicate() {
-  const Flight& flight = FlightAt(context_.Doc.CurFlight);
-  frmWPEdit form(context_, window());
-  form.AirCraftType = GetPlaneName(context_.Tables, context_.Services, flight.Class);
+  const Flight& flight = FlightAt(session_.Doc.CurFlight);
+  frmWPEdit form(session_, window());
+  form.AirCraftType = GetPlaneName(session_.Tables, session_.Services, flight.Class);
   form.LoadForm();
   ShowDialog(form);
   if (form.frmCancel) return;
   // What was added before a failure stays, and is shown.
-  DuplicateFlight(context_.Doc, context_.Tables, context_.Services,
+  DuplicateFlight(session_.Doc, session_.Tables, session_.Services,
                   {form.Distance, form.Altitude, form.Speed}, form.ACNumber);
   PlaneChg(true, -1, false);
-  SetModify(context_.Doc, context_.Services);
+  SetModify(session_.Doc, session_.Services);
 }
 
 void FlightArea::ClickRemove() {
   const Answer answer =
-      context_.Services.Ask.MsgBox("Are you sure?", Buttons::YesNo, Icon::Question, kProgramTitle);
+      session_.Services.Ask.MsgBox("Are you sure?", Buttons::YesNo, Icon::Question, kProgramTitle);
   if (answer != Answer::Yes) return;
-  if (!RemoveFlights(context_.Doc, context_.Services, SelectedFlights())) return;
+  if (!RemoveFlights(session_.Doc, session_.Services, SelectedFlights())) return;
   if (Current().Flights.empty())
     ShowNoFlights();
   else
     PlaneChg(true, 1, false);
-  SetModify(context_.Doc, context_.Services);
+  SetModify(session_.Doc, session_.Services);
 }
 
 void FlightArea::ClickWaypoints() {
-  frmWP form(context_, window());
+  frmWP form(session_, window());
   form.LoadForm();
   ShowDialog(form);
-  SetModify(context_.Doc, context_.Services);
+  SetModify(session_.Doc, session_.Services);
 }
 
 void FlightArea::ClickCopy() {
-  const std::string text = FlightsText(context_.Doc, context_.Services, SelectedFlights());
-  context_.Services.System.SetClipboard(context_.Services.Page.ToUtf8(text));
+  const std::string text = FlightsText(session_.Doc, session_.Services, SelectedFlights());
+  session_.Services.System.SetClipboard(session_.Services.Page.ToUtf8(text));
 }
 
 }  // namespace rws

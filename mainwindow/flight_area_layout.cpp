@@ -5,16 +5,16 @@
 namespace rws {
 
 void FlightArea::Build() {
-  lstPlanes = new FlightList(context_.Services.Page, this);
+  lstPlanes = new FlightList(session_.Services.Page, this);
   lstPlanes->setObjectName(QStringLiteral("lstPlanes"));
   lstPlanes->setAccessibleName(tr("Flights"));
   // Room for a usual mission's flights; the panels below keep their height.
   constexpr int kLines = 10;
   lstPlanes->setMinimumHeight(fontMetrics().height() * kLines);
-  fraFlight = new FlightPanel(context_, *lstPlanes, this);
+  fraFlight = new FlightPanel(session_, *lstPlanes, this);
   fraGroup = new QGroupBox(this);
   fraGroup->setObjectName(QStringLiteral("fraGroup"));
-  planes = new PlanePanels(context_, fraGroup);
+  planes = new PlanePanels(session_, fraGroup);
   auto* group = new QVBoxLayout(fraGroup);
   group->addWidget(planes);
   auto* column = new QVBoxLayout(this);

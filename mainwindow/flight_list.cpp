@@ -4,10 +4,10 @@
 #include <QHeaderView>
 #include <algorithm>
 
-#include "services/controls/army_text.h"
-#include "services/controls/list_colors.h"
+#include "catalogues/army_text.h"
+#include "controls/list_colors.h"
+#include "platform/qt_text.h"
 #include "services/faults.h"
-#include "services/platform/qt_text.h"
 #include "services/text.h"
 
 namespace rws {
@@ -18,7 +18,7 @@ constexpr int kColumns = 5, kFirstHidden = 3;
 
 /** The side in words. */
 QString SideText(const FlightRow& row) {
-  return ArmyText(row.Supported ? row.SortKey.substr(0, row.SortKey.find(' ')) : "not");
+  return FromPath(ArmyText(row.Supported ? row.SortKey.substr(0, row.SortKey.find(' ')) : "not"));
 }
 
 }  // namespace

@@ -4,10 +4,10 @@
 #include <QIcon>
 #include <vector>
 
+#include "controls/report_list.h"
+#include "controls/row_model.h"
 #include "mainwindow/logic/flight_rows.h"
 #include "services/code_page.h"
-#include "services/controls/report_list.h"
-#include "services/controls/row_model.h"
 
 namespace rws {
 

@@ -2,11 +2,11 @@
 
 #include "catalogues/aircraft.h"
 #include "catalogues/weapons.h"
-#include "mainwindow/loading.h"
-#include "services/controls/list_colors.h"
+#include "controls/list_colors.h"
+#include "platform/qt_text.h"
 #include "services/error_log.h"
 #include "services/numbers.h"
-#include "services/platform/qt_text.h"
+#include "session/loading.h"
 
 namespace rws {
 
@@ -23,20 +23,20 @@ void SetText(QLineEdit& box, const std::string& text) {
 
 }  // namespace
 
-FlightPanel::FlightPanel(WindowContext context, FlightList& flights, QWidget* parent)
-    : QGroupBox(parent), context_(context), flights_(flights) {
+FlightPanel::FlightPanel(Session& session, FlightList& flights, QWidget* parent)
+    : QGroupBox(parent), session_(session), flights_(flights) {
   Build();
   Connect();
 }
 
-Mission& FlightPanel::Current() { return At(context_.Doc.Missions, context_.Doc.CurMission); }
+Mission& FlightPanel::Current() { return At(session_.Doc.Missions, session_.Doc.CurMission); }
 
 Flight& FlightPanel::FlightAt(int index) { return At(Current().Flights, index); }
 
-Flight& FlightPanel::CurrentFlight() { return FlightAt(context_.Doc.CurFlight); }
+Flight& FlightPanel::CurrentFlight() { return FlightAt(session_.Doc.CurFlight); }
 
 std::string FlightPanel::Bytes(const QString& text) const {
-  return ToBytes(context_.Services.Page, text);
+  return ToBytes(session_.Services.Page, text);
 }
 
 void FlightPanel::FillFixedLists() {
@@ -58,9 +58,9 @@ void FlightPanel::ShowNoFlight() {
 
 void FlightPanel::LoadFlight(int index) {
   ++loads_;
-  LogAndLeave(context_.Services, "LoadFlight", [&] {
+  LogAndLeave(session_.Services, "LoadFlight", [&] {
     const Flight& flight = FlightAt(index);
-    CurAircraftOK = IsKnownPlane(context_.Tables, flight.Class);
+    CurAircraftOK = IsKnownPlane(session_.Tables, flight.Class);
     ShowPlanes(flight);
     ShowSkill(flight);
     FillWeapons(flight);
@@ -74,13 +74,13 @@ void FlightPanel::LoadFlight(int index) {
 }
 
 void FlightPanel::ShowPlanes(const Flight& flight) {
-  const Loading loading(context_.Doc);
+  const Loading loading(session_.Doc);
   cboPlanes->SelectRow(static_cast<int>(Val(flight.Planes)) - 1);
 }
 
 void FlightPanel::ShowSkill(const Flight& flight) {
   if (IsNumeric(flight.Skill)) return cboSkill->SelectRow(CInt(flight.Skill));
-  const Loading loading(context_.Doc);
+  const Loading loading(session_.Doc);
   cboSkill->SelectRow(kCustomSkill);
 }
 
@@ -90,25 +90,25 @@ void FlightPanel::ShowWeapons(const Flight& flight) {
   if (CurAircraftOK) return cboWeap->SelectRow(row);
   // The list of an aircraft that is not in the table cannot spell its loadout: the handler would
   // replace it.
-  const Loading loading(context_.Doc);
+  const Loading loading(session_.Doc);
   cboWeap->SelectRow(row);
 }
 
 void FlightPanel::FillWeapons(const Flight& flight) {
-  const WeaponList list = MakeWeaponList(context_.Tables, flight.Class);
+  const WeaponList list = MakeWeaponList(session_.Tables, flight.Class);
   WeaponTag = list.Tag;
   QStringList rows;
-  for (const auto& row : list.Rows) rows << FromBytes(context_.Services.Page, row);
+  for (const auto& row : list.Rows) rows << FromBytes(session_.Services.Page, row);
   cboWeap->Fill(rows);
 }
 
 /** Display text of a loadout key. One that the table lacks gets its row. */
 QString FlightPanel::WeaponText(const std::string& key) {
-  const ShownWeapon shown = DisplayWeps(context_.Tables, context_.Services, WeaponTag, key);
-  const QString text = FromBytes(context_.Services.Page, shown.Text);
+  const ShownWeapon shown = DisplayWeps(session_.Tables, session_.Services, WeaponTag, key);
+  const QString text = FromBytes(session_.Services.Page, shown.Text);
   if (shown.Learnt) {
     // The row selected may move; that chooses no other loadout.
-    const Loading loading(context_.Doc);
+    const Loading loading(session_.Doc);
     cboWeap->insertItem(std::max(cboWeap->count() - 1, 0), text);
   }
   return text;
@@ -116,8 +116,8 @@ QString FlightPanel::WeaponText(const std::string& key) {
 
 void FlightPanel::ShowCaption() {
   const Flight& flight = CurrentFlight();
-  const std::string plane = GetPlaneName(context_.Tables, context_.Services, flight.Class);
-  QString text = FromBytes(context_.Services.Page, plane + " - Flight of " + flight.Planes + " - ");
+  const std::string plane = GetPlaneName(session_.Tables, session_.Services, flight.Class);
+  QString text = FromBytes(session_.Services.Page, plane + " - Flight of " + flight.Planes + " - ");
   text += WeaponText(flight.Weapons);
   setTitle(text.replace(u'&', QStringLiteral("&&")));
 }
@@ -137,7 +137,7 @@ void FlightPanel::ShowDelay(const Flight& flight) {
 void FlightPanel::ShowSwitches(const Flight& flight) {
   chkAI->setChecked(!flight.OnlyAI.empty());
   chkPara->setChecked(flight.Parachute.empty());
-  const bool flyable = IsFlyable(context_.Tables, flight.Class);
+  const bool flyable = IsFlyable(session_.Tables, flight.Class);
   chkAI->setEnabled(flyable);
   // Shown so whatever the record says, which is left as it is.
   if (!flyable) chkAI->setChecked(true);
@@ -150,7 +150,7 @@ void FlightPanel::EnableFlightControls(bool enabled, bool parachute) {
   for (auto* control : controls) control->setEnabled(enabled);
   if (chkAI->isEnabled()) chkAI->setEnabled(enabled);
   chkPara->setEnabled(parachute && enabled);
-  if (context_.Run.bLockWT) LockFlightControls(false);
+  if (session_.Prefs.bLockWT) LockFlightControls(false);
 }
 
 void FlightPanel::LockFlightControls(bool enabled) {
@@ -160,7 +160,7 @@ void FlightPanel::LockFlightControls(bool enabled) {
 }
 
 void FlightPanel::EnableForGroup(bool sameAircraft, bool allFlyable) {
-  cboWeap->setEnabled(sameAircraft && !context_.Run.bLockWT);
+  cboWeap->setEnabled(sameAircraft && !session_.Prefs.bLockWT);
   chkAI->setEnabled(allFlyable);
 }
 

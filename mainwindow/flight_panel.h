@@ -7,11 +7,11 @@
 #include <functional>
 #include <map>
 
+#include "controls/drop_down.h"
+#include "controls/guarded_edit.h"
+#include "controls/up_down.h"
 #include "mainwindow/flight_list.h"
-#include "mainwindow/state.h"
-#include "services/controls/drop_down.h"
-#include "services/controls/guarded_edit.h"
-#include "services/controls/up_down.h"
+#include "session/session.h"
 
 namespace rws {
 
@@ -22,7 +22,7 @@ class FlightPanel : public QGroupBox {
   Q_OBJECT
 
  public:
-  FlightPanel(WindowContext context, FlightList& flights, QWidget* parent);
+  FlightPanel(Session& session, FlightList& flights, QWidget* parent);
 
   /** Shows a flight of the current mission, index from 0. Some values are written back in the
      panel's own spelling. A failure is logged; the rest of the panel stays as it was. */
@@ -99,7 +99,7 @@ class FlightPanel : public QGroupBox {
   bool MayClearPlayer(int row);
   bool MayLeave(GuardedEdit* box, std::string Flight::*field);
 
-  WindowContext context_;
+  Session& session_;
   FlightList& flights_;
   int loads_ = 0;
 };

@@ -3,15 +3,15 @@
 #include "catalogues/weapons.h"
 #include "mainwindow/flight_panel.h"
 #include "mainwindow/logic/flight_rows.h"
-#include "mainwindow/trapped.h"
 #include "mission/update.h"
+#include "platform/qt_text.h"
 #include "services/numbers.h"
-#include "services/platform/qt_text.h"
+#include "services/trapped.h"
 
 namespace rws {
 
 void FlightPanel::Connect() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   connect(cboPlanes, &QComboBox::currentIndexChanged, this, &FlightPanel::PlanesChosen);
   connect(cboSkill, &QComboBox::currentIndexChanged, this, &FlightPanel::SkillChosen);
   connect(cboWeap, &QComboBox::currentIndexChanged, this,
@@ -34,46 +34,46 @@ bool FlightPanel::eventFilter(QObject* watched, QEvent* event) {
   if (watched == txtDStart && event->type() == QEvent::KeyRelease) {
     const QString typed = static_cast<QKeyEvent*>(event)->text();
     if (typed.size() == 1 && typed[0] >= u'0' && typed[0] <= u'9')
-      LogAndLeave(context_.Services, "txtDStart_KeyUp", [&] {
+      LogAndLeave(session_.Services, "txtDStart_KeyUp", [&] {
         udDStart->SetValue(CInt(ToPath(txtDStart->text())));
-        SetModify(context_.Doc, context_.Services);
+        SetModify(session_.Doc, session_.Services);
       });
   }
   return QGroupBox::eventFilter(watched, event);
 }
 
 void FlightPanel::PlanesChosen() {
-  if (context_.Doc.bLoading) return;
+  if (session_.Doc.bLoading) return;
   ResumeNext([&] {
     if (IsMultiple()) return ApplyFlightPanel();
     CurrentFlight().Planes = std::to_string(CInt(ToPath(cboPlanes->currentText())));
-    SetModify(context_.Doc, context_.Services);
+    SetModify(session_.Doc, session_.Services);
     LoadPlanes();
   });
 }
 
 void FlightPanel::SkillChosen(int row) {
-  if (context_.Doc.bLoading) return;
+  if (session_.Doc.bLoading) return;
   ResumeNext([&] {
     if (IsMultiple()) return ApplyFlightPanel();
     CurrentFlight().Skill = row == cboSkill->count() - 1 ? "Custom" : std::to_string(row);
-    SetModify(context_.Doc, context_.Services);
+    SetModify(session_.Doc, session_.Services);
     LoadPlanes();
   });
 }
 
 void FlightPanel::WeaponChosen() {
-  if (context_.Doc.bLoading) return;
+  if (session_.Doc.bLoading) return;
   if (IsMultiple()) return ApplyFlightPanel();
   Flight& flight = CurrentFlight();
-  flight.Weapons = GetWeaponName(context_.Tables, context_.Services, flight.Class,
+  flight.Weapons = GetWeaponName(session_.Tables, session_.Services, flight.Class,
                                  Bytes(cboWeap->currentText()));
-  SetModify(context_.Doc, context_.Services);
+  SetModify(session_.Doc, session_.Services);
   ShowCaption();
 }
 
 void FlightPanel::FuelChanged(const QString& text) {
-  if (context_.Doc.bLoading || !IsNumeric(ToPath(text))) return;
+  if (session_.Doc.bLoading || !IsNumeric(ToPath(text))) return;
   ResumeNext([&] {
     const double value = CDbl(ToPath(text));
     // Each of these writes runs this handler again, with the value that then counts.
@@ -81,7 +81,7 @@ void FlightPanel::FuelChanged(const QString& text) {
     if (value < udFuel->Minimum()) return txtFuel->setText(QString::number(udFuel->Minimum()));
     if (IsMultiple()) return ApplyFlightPanel();
     CurrentFlight().Fuel = ToPath(text);
-    SetModify(context_.Doc, context_.Services);
+    SetModify(session_.Doc, session_.Services);
   });
 }
 
@@ -101,16 +101,16 @@ void FlightPanel::DelayChanged() {
   ResumeNext([&] {
     if (IsMultiple()) return ApplyFlightPanel();
     CurrentFlight().StartTime = ToPath(txtDStart->text());
-    SetModify(context_.Doc, context_.Services);
-    LoadFlight(context_.Doc.CurFlight);
+    SetModify(session_.Doc, session_.Services);
+    LoadFlight(session_.Doc.CurFlight);
   });
 }
 
 /** Of several selected flights only the current one: the tool tip promises more. */
 void FlightPanel::ParachuteClicked() {
-  if (context_.Doc.bLoading) return;
+  if (session_.Doc.bLoading) return;
   CurrentFlight().Parachute = chkPara->isChecked() ? "" : "0";
-  SetModify(context_.Doc, context_.Services);
+  SetModify(session_.Doc, session_.Services);
 }
 
 bool FlightPanel::MayLeave(GuardedEdit* box, std::string Flight::*field) {
@@ -126,7 +126,7 @@ void FlightPanel::ApplyFlightPanel() {
   // While a flight is shown the panel holds the values of two flights.
   if (loads_ > 0) return;
   const bool same = SelectedSameAircraft(flights_.SelectedPlanes());
-  const std::string weapons = GetWeaponName(context_.Tables, context_.Services,
+  const std::string weapons = GetWeaponName(session_.Tables, session_.Services,
                                             CurrentFlight().Class, Bytes(cboWeap->currentText()));
   for (const int row : flights_.SelectedRows()) {
     Flight& flight = FlightAt(static_cast<int>(flights_.At(row).Flight));
@@ -138,7 +138,7 @@ void FlightPanel::ApplyFlightPanel() {
     // A panel without a loadout takes none away.
     if (same && !weapons.empty()) flight.Weapons = weapons;
   }
-  SetModify(context_.Doc, context_.Services);
+  SetModify(session_.Doc, session_.Services);
 }
 
 /** Asks when the player flies in the flight that has the list's focus. On No the flight whose index
@@ -147,7 +147,7 @@ bool FlightPanel::MayClearPlayer(int row) {
   Mission& mission = Current();
   const int focused = flights_.SelectedFlight();
   if (!chkAI->isChecked() || focused < 0 || mission.Player != FlightAt(focused).Name) return true;
-  const Answer answer = context_.Services.Ask.MsgBox(
+  const Answer answer = session_.Services.Ask.MsgBox(
       "This will clear the player selected plane.\nIs this what you want to do?", Buttons::YesNo,
       Icon::Question, kProgramTitle);
   if (answer == Answer::Yes) {
@@ -165,7 +165,7 @@ void FlightPanel::AIOnlyReleased() {
     if (!MayClearPlayer(row)) return;
     FlightAt(static_cast<int>(flights_.At(row).Flight)).OnlyAI = chkAI->isChecked() ? "1" : "";
   }
-  SetModify(context_.Doc, context_.Services);
+  SetModify(session_.Doc, session_.Services);
   if (!IsMultiple()) LoadPlanes();
 }
 

@@ -1,7 +1,7 @@
 #include <QGridLayout>
 
+#include "controls/layouts.h"
 #include "mainwindow/flight_panel.h"
-#include "services/controls/layouts.h"
 
 namespace rws {
 

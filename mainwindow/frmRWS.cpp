@@ -3,9 +3,9 @@
 #include <QGuiApplication>
 
 #include "mission/reader.h"
+#include "platform/qt_text.h"
 #include "services/arrays.h"
 #include "services/error_log.h"
-#include "services/platform/qt_text.h"
 #include "services/text.h"
 
 /** The pictures stand in a library; without this call the linker would leave them out. */
@@ -13,7 +13,7 @@ static void InitIcons() { Q_INIT_RESOURCE(icons); }
 
 namespace rws {
 
-frmRWS::frmRWS(WindowContext context) : context_(context) {
+frmRWS::frmRWS(Session& session) : session_(session) {
   InitIcons();
   Build();
   ConnectDocument();
@@ -21,7 +21,7 @@ frmRWS::frmRWS(WindowContext context) : context_(context) {
 }
 
 void frmRWS::ConnectDocument() {
-  DocumentWindow& window = context_.Doc.Window;
+  WindowSeam& window = session_.Services.Window;
   window.ShowBusy = [](bool busy) {
     busy ? QGuiApplication::setOverrideCursor(Qt::WaitCursor)
          : QGuiApplication::restoreOverrideCursor();
@@ -32,19 +32,14 @@ void frmRWS::ConnectDocument() {
   };
   window.IsUp = [this] { return isVisible(); };
   window.LightUpdate = [this](bool lit) { LightUpdate(lit); };
-  window.WeatherRow = [this] { return missionPanel->cboWeather->currentIndex(); };
-  window.CloudHeightText = [this] {
-    return ToBytes(context_.Services.Page, missionPanel->txtWeather->text());
-  };
-  window.ClockText = [this] { return missionPanel->ClockText(); };
-  context_.Services.Ask.Notice = [this](const std::string& text) { Notice(text); };
+  session_.Services.Ask.Notice = [this](const std::string& text) { Notice(text); };
   flightArea->ShowPlayer = [this](const QString& text) { staPanels[1]->setText(text); };
   flightArea->fraFlight->MissionTime = [this] { return missionPanel->dtMission->time(); };
   flightArea->fraFlight->EnableMissionTime = [this](bool enabled) {
     missionPanel->dtMission->setEnabled(enabled);
   };
   missionPanel->ReloadFlight = [this] {
-    flightArea->fraFlight->LoadFlight(context_.Doc.CurFlight);
+    flightArea->fraFlight->LoadFlight(session_.Doc.CurFlight);
   };
 }
 
@@ -53,7 +48,7 @@ void frmRWS::Notice(const std::string& text) {
   staBar->showMessage(FromPath(text), kNoticeMilliseconds);
 }
 
-void frmRWS::ShowDirectory() { staPanels[0]->setText(FromPath(context_.Doc.MissionDir)); }
+void frmRWS::ShowDirectory() { staPanels[0]->setText(FromPath(session_.Doc.MissionDir)); }
 
 void frmRWS::EnableMission(bool enabled) {
   missionPanel->EnableControls(enabled);
@@ -62,9 +57,9 @@ void frmRWS::EnableMission(bool enabled) {
 }
 
 void frmRWS::InitForm() {
-  LogAndLeave(context_.Services, "InitForm", [&] {
-    const bool loading = context_.Doc.bLoading;
-    context_.Doc.bLoading = true;
+  LogAndLeave(session_.Services, "InitForm", [&] {
+    const bool loading = session_.Doc.bLoading;
+    session_.Doc.bLoading = true;
     lstMission->SetRows({});
     flightArea->ClearFlightList();
     missionPanel->fraMission->setTitle(tr("Mission Map:"));
@@ -75,14 +70,14 @@ void frmRWS::InitForm() {
     missionPanel->cboWeather->SelectRow(0);
     staBar->clearMessage();
     staPanels[1]->clear();
-    context_.Doc.bLoading = loading;
+    session_.Doc.bLoading = loading;
   });
 }
 
 void frmRWS::Start() {
-  Document& doc = context_.Doc;
+  Document& doc = session_.Doc;
   ShowDirectory();
-  if (!GetMissionFiles(doc, context_.Services)) {
+  if (!GetMissionFiles(doc, session_.Services)) {
     doc.Missions.clear();
     doc.MissionShadow.clear();
     InitForm();
@@ -90,22 +85,22 @@ void frmRWS::Start() {
     return EnableMission(false);
   }
   EnableMission(true);
-  LoadMissionArray(doc, context_.Services);
+  LoadMissionArray(doc, session_.Services);
   doc.bLoading = true;
   LoadMissionList();
   ShowMission();
 }
 
 void frmRWS::LoadMissionList() {
-  LogAndLeave(context_.Services, "LoadMissionList", [&] {
-    Document& doc = context_.Doc;
+  LogAndLeave(session_.Services, "LoadMissionList", [&] {
+    Document& doc = session_.Doc;
     flightArea->ClearFlightList();
     QStringList names;
     names.reserve(static_cast<qsizetype>(doc.Missions.size()));
     for (const auto& mission : doc.Missions) names << FromPath(mission.BaseName);
     // Only once: after an Update the current mission stays the current one.
-    const int named = FindComLineMission(doc, context_.Run);
-    context_.Run.ComLineMission.clear();
+    const int named = FindComLineMission(doc, Arguments);
+    Arguments.ComLineMission.clear();
     comLineMissionFound_ = named >= 0;
     if (named >= 0) doc.CurMission = named;
     lstMission->SetRows(names);
@@ -115,7 +110,7 @@ void frmRWS::LoadMissionList() {
 }
 
 void frmRWS::ShowMission() {
-  Document& doc = context_.Doc;
+  Document& doc = session_.Doc;
   doc.bLoading = true;
   ResumeNext([&] { flightArea->ClearFlightList(); });
   ResumeNext([&] { flightArea->ClearFrames(true); });
@@ -123,7 +118,7 @@ void frmRWS::ShowMission() {
   if (!doc.Missions.empty()) {
     const auto current = static_cast<std::size_t>(doc.CurMission);
     if (!doc.Missions[current].Loaded)
-      ResumeNext([&] { LoadMission(doc, context_.Services, current); });
+      ResumeNext([&] { LoadMission(doc, session_.Services, current); });
     if (doc.Closing) return;
     const Mission& mission = doc.Missions[current];
     mnuMissionPop[2]->setVisible(mission.HasBornPlace);

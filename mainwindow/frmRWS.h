@@ -10,11 +10,12 @@
 #include <array>
 #include <functional>
 
+#include "controls/list_box.h"
 #include "mainwindow/flight_area.h"
+#include "mainwindow/logic/start_up.h"
 #include "mainwindow/mission_panel.h"
-#include "mainwindow/state.h"
 #include "mission/update.h"
-#include "services/controls/list_box.h"
+#include "session/session.h"
 #include "tools/logic/folder_tools.h"
 #include "tools/logic/mission_files.h"
 
@@ -28,7 +29,7 @@ class frmRWS : public QMainWindow {
   Q_OBJECT
 
  public:
-  explicit frmRWS(WindowContext context);
+  explicit frmRWS(Session& session);
 
   /** The whole of start-up, up to the first mission on screen. Ends the program when another
      instance runs, no game directory is found or a table that it cannot do without is missing. */
@@ -48,6 +49,9 @@ class frmRWS : public QMainWindow {
   void Notice(const std::string& text);
   /** Ends the program without a question. */
   void Unload();
+
+  /** What the command line asked for. */
+  StartArguments Arguments;
 
   ListBox* lstMission;
   MissionPanel* missionPanel;
@@ -129,7 +133,7 @@ class frmRWS : public QMainWindow {
   void EnableMission(bool enabled);
   void ShowDirectory();
 
-  WindowContext context_;
+  Session& session_;
   bool unloaded_ = false;
   /** The mission that the command line named has been found. */
   bool comLineMissionFound_ = false;

@@ -3,10 +3,10 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 
+#include "controls/elided_label.h"
+#include "controls/menu_entries.h"
 #include "mainwindow/frmRWS.h"
-#include "services/controls/elided_label.h"
-#include "services/controls/menu_entries.h"
-#include "services/platform/qt_text.h"
+#include "platform/qt_text.h"
 
 namespace rws {
 
@@ -15,7 +15,7 @@ void frmRWS::Build() {
   setWindowTitle(FromPath(kProgramTitle));
   BuildMenus();
   BuildMissionMenu();
-  flightArea = new FlightArea(context_, this);
+  flightArea = new FlightArea(session_, this);
   auto* sides = new QSplitter(this);
   sides->setChildrenCollapsible(false);
   sides->addWidget(BuildLeftSide());
@@ -66,7 +66,7 @@ QWidget* frmRWS::BuildLeftSide() {
   lstMission->setObjectName(QStringLiteral("lstMission"));
   lstMission->setAccessibleName(tr("Missions"));
   lstMission->setToolTip(tr("Right click selected mission for single file menu options"));
-  missionPanel = new MissionPanel(context_, side);
+  missionPanel = new MissionPanel(session_, side);
   column->addWidget(lstMission, 1);
   column->addWidget(missionPanel);
   column->addWidget(BuildButtons());

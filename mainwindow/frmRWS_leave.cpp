@@ -3,18 +3,18 @@
 #include <utility>
 
 #include "mainwindow/frmRWS.h"
-#include "mainwindow/trapped.h"
+#include "platform/form_placement.h"
+#include "platform/qt_text.h"
 #include "services/error_log.h"
 #include "services/paths.h"
 #include "services/pickers.h"
-#include "services/platform/form_placement.h"
-#include "services/platform/qt_text.h"
 #include "services/setting_values.h"
+#include "services/trapped.h"
 
 namespace rws {
 
 void frmRWS::Connect() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   connect(lstMission, &ListBox::KeyReleased, this,
           Trapped(services, "lstMission_KeyUp", [this] { FollowList(LeaveBy::Key); }));
   connect(lstMission, &ListBox::MouseReleased, this,
@@ -44,15 +44,16 @@ void frmRWS::Connect() {
 }
 
 void frmRWS::OpenMissionMenu(QPoint globalPosition) {
-  if (!context_.Doc.Missions.empty()) PopUpMissionMenu(globalPosition);
+  if (!session_.Doc.Missions.empty()) PopUpMissionMenu(globalPosition);
 }
 
 /** Settles the changes of the mission being left. An Update rereads the directory, so the row that
    is wanted is found again by its file. */
 bool frmRWS::LeaveMission(LeaveBy by, int& row) {
-  Document& doc = context_.Doc;
+  Document& doc = session_.Doc;
   const std::string wanted = At(doc.MissionFiles, row);
-  if (!WarnSave(doc, context_.Services, by, [this] { return ClickUpdate(); })) return false;
+  if (!WarnSave(doc, session_.Services, session_.Prefs, by, [this] { return ClickUpdate(); }))
+    return false;
   const auto found = std::find(doc.MissionFiles.begin(), doc.MissionFiles.end(), wanted);
   if (doc.Closing || found == doc.MissionFiles.end()) return false;
   row = static_cast<int>(found - doc.MissionFiles.begin());
@@ -62,20 +63,20 @@ bool frmRWS::LeaveMission(LeaveBy by, int& row) {
 /** Goes to the row that the list shows, if the mission may be left. */
 void frmRWS::FollowList(LeaveBy by) {
   int row = lstMission->CurrentRow();
-  if (row < 0 || row == context_.Doc.CurMission || !LeaveMission(by, row)) return;
-  context_.Doc.CurMission = row;
+  if (row < 0 || row == session_.Doc.CurMission || !LeaveMission(by, row)) return;
+  session_.Doc.CurMission = row;
   ShowMission();
   if (lstMission->CurrentRow() != row) lstMission->SelectRow(row);
 }
 
 void frmRWS::ListMouseReleased(Qt::MouseButton button, int row, QPoint globalPosition) {
   if (button == Qt::RightButton) {
-    const std::string clicked = row >= 0 ? At(context_.Doc.MissionFiles, row) : std::string();
+    const std::string clicked = row >= 0 ? At(session_.Doc.MissionFiles, row) : std::string();
     OpenMissionMenu(globalPosition);
     // The menu worked on the mission that was lit; only now the light moves, unless the menu has
     // reread the directory meanwhile.
-    const auto& files = context_.Doc.MissionFiles;
-    if (context_.Doc.Closing || row >= std::ssize(files) || (row >= 0 && At(files, row) != clicked))
+    const auto& files = session_.Doc.MissionFiles;
+    if (session_.Doc.Closing || row >= std::ssize(files) || (row >= 0 && At(files, row) != clicked))
       return;
     if (row >= 0) lstMission->SelectRow(row);
   }
@@ -83,8 +84,8 @@ void frmRWS::ListMouseReleased(Qt::MouseButton button, int row, QPoint globalPos
 }
 
 void frmRWS::ClickDirectory() {
-  const Services& services = context_.Services;
-  Document& doc = context_.Doc;
+  const Services& services = session_.Services;
+  Document& doc = session_.Doc;
   std::string folder = ReadSetting(services.Settings, setting::LastDirPath, doc.MissionDir);
   folder = ExistingFolder(services, folder);
   folder = GetFolder(services, "Select a mission directory", true, folder);
@@ -93,11 +94,12 @@ void frmRWS::ClickDirectory() {
 }
 
 bool frmRWS::ClickUpdate() {
-  const bool allWritten = UpdateChanges(context_.Doc, context_.Services);
+  const bool allWritten =
+      UpdateChanges(session_.Doc, session_.Services, session_.Prefs, missionPanel->Shown());
   LightUpdate(false);
   // What could not be written lives in memory only; it is neither erased nor reread.
   if (!allWritten) return false;
-  context_.Doc.Missions.clear();
+  session_.Doc.Missions.clear();
   Start();
   return true;
 }
@@ -105,10 +107,11 @@ bool frmRWS::ClickUpdate() {
 bool frmRWS::MayExit() {
   if (!cmd[3]->isEnabled()) return true;
   const Answer answer =
-      context_.Services.Ask.MsgBox("Would you like to save your updates before exiting?",
+      session_.Services.Ask.MsgBox("Would you like to save your updates before exiting?",
                                    Buttons::YesNoCancel, Icon::Question, kProgramTitle);
   if (answer == Answer::Yes) {
-    const bool allWritten = UpdateChanges(context_.Doc, context_.Services);
+    const bool allWritten =
+        UpdateChanges(session_.Doc, session_.Services, session_.Prefs, missionPanel->Shown());
     LightUpdate(false);
     return allWritten;
   }
@@ -126,19 +129,19 @@ void frmRWS::Unload() {
 
 void frmRWS::Finish() {
   if (std::exchange(unloaded_, true)) return;
-  context_.Doc.Closing = true;
-  const Services& services = context_.Services;
+  session_.Doc.Closing = true;
+  const Services& services = session_.Services;
   if (services.System.CancelFetch) services.System.CancelFetch();
-  if (context_.Run.ComLinePath.empty()) ResumeNext([&] { SaveFormPos(services, *this); });
+  if (Arguments.ComLinePath.empty()) ResumeNext([&] { SaveFormPos(services, *this); });
   ResumeNext([&] {
-    WriteSetting(services.Settings, setting::ForeColor, std::to_string(context_.Run.ForeColor));
-    WriteSetting(services.Settings, setting::BackColor, std::to_string(context_.Run.BackColor));
+    WriteSetting(services.Settings, setting::ForeColor, std::to_string(session_.Prefs.ForeColor));
+    WriteSetting(services.Settings, setting::BackColor, std::to_string(session_.Prefs.BackColor));
   });
 }
 
 void frmRWS::closeEvent(QCloseEvent* event) {
   bool mayClose = unloaded_;
-  if (!mayClose) LogAndLeave(context_.Services, "Form_Unload", [&] { mayClose = MayExit(); });
+  if (!mayClose) LogAndLeave(session_.Services, "Form_Unload", [&] { mayClose = MayExit(); });
   if (!mayClose) return event->ignore();
   Finish();
   event->accept();

@@ -1,11 +1,11 @@
 #include "catalogues/paint_schemes.h"
+#include "controls/list_colors.h"
 #include "mainwindow/frmRWS.h"
-#include "mainwindow/loading.h"
-#include "mainwindow/trapped.h"
 #include "services/association.h"
-#include "services/controls/list_colors.h"
 #include "services/forms/frmPrefs.h"
 #include "services/setting_values.h"
+#include "services/trapped.h"
+#include "session/loading.h"
 
 namespace rws {
 
@@ -16,32 +16,32 @@ void StoreFlag(const Services& services, const SettingValue& value, bool on) {
 }
 
 /** Associates mission files or no longer; what counts afterwards is what the desktop took. */
-void ChangeAssociation(RunState& run, const Services& services, bool on) {
-  if (on == run.bAssociate) return;
+void ChangeAssociation(Preferences& prefs, const Services& services, bool on) {
+  if (on == prefs.bAssociate) return;
   on ? AssociateOn(services) : AssociateOff(services);
-  run.bAssociate = IsAssociated(services);
+  prefs.bAssociate = IsAssociated(services);
 }
 
 }  // namespace
 
 void frmRWS::ConnectPrefs() {
   connect(mnuTools[5], &QAction::triggered, this,
-          Trapped(context_.Services, "SetPrefs", [this](bool) { SetPrefs(); }));
+          Trapped(session_.Services, "SetPrefs", [this](bool) { SetPrefs(); }));
 }
 
 void frmRWS::SetPrefs() {
-  LogAndLeave(context_.Services, "SetPrefs", [&] {
-    const Document& doc = context_.Doc;
-    const RunState& run = context_.Run;
-    frmPrefs form(context_, this);
-    form.Backup = doc.bBackup;
-    form.Associate = run.bAssociate;
-    form.LockWT = run.bLockWT;
-    form.SndPlayer = run.bSndPlayer;
-    form.SavePromptMode = doc.SavePromptMode;
+  LogAndLeave(session_.Services, "SetPrefs", [&] {
+    const Document& doc = session_.Doc;
+    const Preferences& prefs = session_.Prefs;
+    frmPrefs form(session_, this);
+    form.Backup = prefs.bBackup;
+    form.Associate = prefs.bAssociate;
+    form.LockWT = prefs.bLockWT;
+    form.SndPlayer = prefs.bSndPlayer;
+    form.SavePromptMode = prefs.SavePromptMode;
     form.GamePath = doc.GamePath;
-    form.ForeColor = run.ForeColor;
-    form.BackColor = run.BackColor;
+    form.ForeColor = prefs.ForeColor;
+    form.BackColor = prefs.BackColor;
     form.LoadForm();
     ShowDialog(form);
     if (!form.Applied) return;
@@ -51,28 +51,28 @@ void frmRWS::SetPrefs() {
 }
 
 void frmRWS::ApplyPrefs(const frmPrefs& form) {
-  Document& doc = context_.Doc;
-  RunState& run = context_.Run;
-  const Services& services = context_.Services;
-  if (form.ForeColor != run.ForeColor || form.BackColor != run.BackColor) {
-    run.ForeColor = form.ForeColor;
-    run.BackColor = form.BackColor;
-    ApplyListColors(*this, run.ForeColor, run.BackColor);
+  Document& doc = session_.Doc;
+  Preferences& prefs = session_.Prefs;
+  const Services& services = session_.Services;
+  if (form.ForeColor != prefs.ForeColor || form.BackColor != prefs.BackColor) {
+    prefs.ForeColor = form.ForeColor;
+    prefs.BackColor = form.BackColor;
+    ApplyListColors(*this, prefs.ForeColor, prefs.BackColor);
   }
-  ChangeAssociation(run, services, form.Associate);
-  if (form.LockWT != run.bLockWT) {
-    run.bLockWT = form.LockWT;
-    StoreFlag(services, setting::LockWT, run.bLockWT);
-    flightArea->fraFlight->LockFlightControls(!run.bLockWT);
+  ChangeAssociation(prefs, services, form.Associate);
+  if (form.LockWT != prefs.bLockWT) {
+    prefs.bLockWT = form.LockWT;
+    StoreFlag(services, setting::LockWT, prefs.bLockWT);
+    flightArea->fraFlight->LockFlightControls(!prefs.bLockWT);
   }
-  if (form.SndPlayer != run.bSndPlayer) {
-    run.bSndPlayer = form.SndPlayer;
-    StoreFlag(services, setting::SndPlayer, run.bSndPlayer);
+  if (form.SndPlayer != prefs.bSndPlayer) {
+    prefs.bSndPlayer = form.SndPlayer;
+    StoreFlag(services, setting::SndPlayer, prefs.bSndPlayer);
   }
-  doc.SavePromptMode = form.SavePromptMode;
-  WriteSetting(services.Settings, setting::SaveWarn, std::to_string(doc.SavePromptMode));
-  doc.bBackup = form.Backup;
-  StoreFlag(services, setting::Backup, doc.bBackup);
+  prefs.SavePromptMode = form.SavePromptMode;
+  WriteSetting(services.Settings, setting::SaveWarn, std::to_string(prefs.SavePromptMode));
+  prefs.bBackup = form.Backup;
+  StoreFlag(services, setting::Backup, prefs.bBackup);
   doc.GamePath = form.GamePath;
   WriteSetting(services.Settings, setting::GamePath, doc.GamePath);
   ReloadPaintSchemes();
@@ -81,11 +81,11 @@ void frmRWS::ApplyPrefs(const frmPrefs& form) {
 
 /** All that lies below the game directory, and the lists that show it. */
 void frmRWS::ReloadPaintSchemes() {
-  LoadPilotSkins(context_.Doc, context_.Tables, context_.Services);
-  LoadNoseArt(context_.Doc, context_.Tables, context_.Services);
-  LoadPlaneSkins(context_.Doc, context_.Tables, context_.Services);
-  if (context_.Doc.Closing) return;
-  const Loading filling(context_.Doc);
+  LoadPilotSkins(session_.Doc, session_.Tables, session_.Services);
+  LoadNoseArt(session_.Doc, session_.Tables, session_.Services);
+  LoadPlaneSkins(session_.Doc, session_.Tables, session_.Services);
+  if (session_.Doc.Closing) return;
+  const Loading filling(session_.Doc);
   flightArea->FillFixedLists();
 }
 

@@ -3,12 +3,12 @@
 #include "catalogues/maps.h"
 #include "catalogues/paint_schemes.h"
 #include "catalogues/squadrons.h"
+#include "controls/list_colors.h"
 #include "mainwindow/frmRWS.h"
-#include "services/controls/list_colors.h"
+#include "platform/form_placement.h"
+#include "platform/qt_text.h"
 #include "services/error_log.h"
 #include "services/paths.h"
-#include "services/platform/form_placement.h"
-#include "services/platform/qt_text.h"
 #include "services/setting_values.h"
 #include "services/version.h"
 
@@ -26,12 +26,12 @@ void DeleteLog(const Services& services) {
 
 /** False for a second instance. It has written and deleted nothing then and ends at once. */
 bool frmRWS::TakeInstance() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   if (!services.System.TakeInstance || services.System.TakeInstance()) return true;
   services.Ask.MsgBox("Only one instance may be running at one time.", Buttons::Ok,
                       Icon::Information, kProgramTitle);
   unloaded_ = true;
-  context_.Doc.Closing = true;
+  session_.Doc.Closing = true;
   return false;
 }
 
@@ -44,9 +44,9 @@ void frmRWS::PrepareControls() {
 }
 
 void frmRWS::LoadTables() {
-  Document& doc = context_.Doc;
-  Catalogues& tables = context_.Tables;
-  const Services& services = context_.Services;
+  Document& doc = session_.Doc;
+  Catalogues& tables = session_.Tables;
+  const Services& services = session_.Services;
   LoadPilotSkins(doc, tables, services);
   LoadNoseArt(doc, tables, services);
   LoadPlaneSkins(doc, tables, services);
@@ -61,33 +61,33 @@ void frmRWS::LoadTables() {
 void frmRWS::LoadForm(const std::string& commandLine) {
   // Before anything is written: a refused start must leave the first run untouched.
   if (!TakeInstance()) return;
-  Document& doc = context_.Doc;
-  RunState& run = context_.Run;
-  Services& services = context_.Services;
+  Document& doc = session_.Doc;
+  Preferences& prefs = session_.Prefs;
+  Services& services = session_.Services;
   const Settings& settings = services.Settings;
   LogAndLeave(services, "LoadForm", [&] {
     DeleteLog(services);
     services.Settings.BaseKey = kSettingsBaseKey;
     WriteSetting(settings, setting::WorkDir, services.ProgramPath);
-    ReadStartSettings(doc, run, services);
+    ReadStartSettings(prefs, services);
     LogStartUp(services);
     PrepareControls();
-    if (run.bLockWT) flightArea->fraFlight->LockFlightControls(false);
+    if (prefs.bLockWT) flightArea->fraFlight->LockFlightControls(false);
     LoadFormPos(services, *this);
     doc.bLoading = true;
     setWindowTitle(FromPath(kProgramTitle + std::string(" - ") + VersionText()));
-    doc.bBackup = ReadFlag(settings, setting::Backup);
+    prefs.bBackup = ReadFlag(settings, setting::Backup);
     doc.GamePath = ReadSetting(settings, setting::GamePath);
     LogError(services, doc.GamePath, "Start Up");
     if (!FindGamePath(doc, services)) return Unload();
     doc.ImagesPath = BuildPath(services.AppPath, "Aircraft Images");
     if (!services.Files.FolderExists(doc.ImagesPath)) services.Files.CreateFolder(doc.ImagesPath);
-    ChkComLine(doc, run, services, commandLine);
+    ChkComLine(doc, prefs, Arguments, services, commandLine);
     doc.Missions.assign(1, Mission());
-    doc.MissionDir = run.ComLinePath.empty()
+    doc.MissionDir = Arguments.ComLinePath.empty()
                          ? ReadSetting(settings, setting::LastDirPath, doc.GamePath)
-                         : run.ComLinePath;
-    ApplyListColors(*this, run.ForeColor, run.BackColor);
+                         : Arguments.ComLinePath;
+    ApplyListColors(*this, prefs.ForeColor, prefs.BackColor);
     // The window is there while long scans run; the pump keeps it alive and commands out.
     show();
     LoadTables();
@@ -95,7 +95,7 @@ void frmRWS::LoadForm(const std::string& commandLine) {
     doc.CurMission = 0;
     doc.CurFlight = 0;
     Start();
-    if (run.ComLineProperties && comLineMissionFound_) ClickEditBrief();
+    if (Arguments.ComLineProperties && comLineMissionFound_) ClickEditBrief();
   });
 }
 

@@ -1,8 +1,8 @@
 #include "mainwindow/frmRWS.h"
-#include "mainwindow/trapped.h"
+#include "platform/qt_text.h"
 #include "services/error_log.h"
-#include "services/platform/qt_text.h"
 #include "services/setting_values.h"
+#include "services/trapped.h"
 #include "tools/frmSkins.h"
 
 namespace rws {
@@ -10,10 +10,10 @@ namespace rws {
 void frmRWS::ConnectTools() {
   const auto command = [this](QAction* entry, const char* name, std::function<void()> run) {
     connect(entry, &QAction::triggered, this,
-            Trapped(context_.Services, name, [run = std::move(run)](bool) { run(); }));
+            Trapped(session_.Services, name, [run = std::move(run)](bool) { run(); }));
   };
-  Document& doc = context_.Doc;
-  const Services& services = context_.Services;
+  Document& doc = session_.Doc;
+  const Services& services = session_.Services;
   command(mnuTools[0], "mnuTools_Click", [this] { ClickSkinManager(); });
   command(mnuTools[1], "mnuTools_Click", [&, this] {
     RunTool(true, [&, this] { return RenameAll(doc, services, ShowProgress()); });
@@ -34,9 +34,10 @@ void frmRWS::ConnectTools() {
 /** Settles the edits that a reread would drop, as leaving the mission does. False if the user
     cancelled. */
 bool frmRWS::SettleEdits() {
-  Document& doc = context_.Doc;
+  Document& doc = session_.Doc;
   if (doc.Missions.empty() || !At(doc.Missions, doc.CurMission).Modified) return true;
-  if (!WarnSave(doc, context_.Services, LeaveBy::Mouse, [this] { return ClickUpdate(); }))
+  if (!WarnSave(doc, session_.Services, session_.Prefs, LeaveBy::Mouse,
+                [this] { return ClickUpdate(); }))
     return false;
   // Answered No, the file's own state is shown again: what follows may end without a reread.
   if (!doc.Closing && !At(doc.Missions, doc.CurMission).Loaded) ShowMission();
@@ -55,11 +56,11 @@ Progress frmRWS::ShowProgress() {
 void frmRWS::RunTool(bool rereads, const std::function<ToolResult()>& tool) {
   if (rereads && !SettleEdits()) return;
   const ToolResult result = tool();
-  if (!context_.Doc.Closing) TakeToolResult(result);
+  if (!session_.Doc.Closing) TakeToolResult(result);
 }
 
 void frmRWS::TakeToolResult(const ToolResult& result) {
-  Document& doc = context_.Doc;
+  Document& doc = session_.Doc;
   switch (result.Outcome) {
     case ToolOutcome::Nothing:
       return;
@@ -78,10 +79,10 @@ void frmRWS::TakeToolResult(const ToolResult& result) {
 }
 
 void frmRWS::GoToFolder(const std::string& folder) {
-  Document& doc = context_.Doc;
+  Document& doc = session_.Doc;
   doc.MissionDir = folder;
   ShowDirectory();
-  ResumeNext([&] { WriteSetting(context_.Services.Settings, setting::LastDirPath, folder); });
+  ResumeNext([&] { WriteSetting(session_.Services.Settings, setting::LastDirPath, folder); });
   doc.CurMission = 0;
   doc.CurFlight = 0;
   doc.Missions.clear();
@@ -89,8 +90,8 @@ void frmRWS::GoToFolder(const std::string& folder) {
 }
 
 void frmRWS::ClickSkinManager() {
-  const Document& doc = context_.Doc;
-  frmSkins form(context_, this);
+  const Document& doc = session_.Doc;
+  frmSkins form(session_, this);
   // Without a flight it opens with no aircraft chosen.
   ResumeNext(
       [&] { form.Plane = At(At(doc.Missions, doc.CurMission).Flights, doc.CurFlight).Class; });

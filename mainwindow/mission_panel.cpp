@@ -5,18 +5,17 @@
 #include "mainwindow/logic/aircraft_count.h"
 #include "mainwindow/logic/stationary.h"
 #include "mission/update.h"
+#include "platform/qt_text.h"
 #include "services/clock.h"
 #include "services/error_log.h"
 #include "services/numbers.h"
 #include "services/paths.h"
-#include "services/platform/qt_text.h"
 #include "services/text.h"
 #include "services/units.h"
 
 namespace rws {
 
-MissionPanel::MissionPanel(WindowContext context, QWidget* parent)
-    : QWidget(parent), context_(context) {
+MissionPanel::MissionPanel(Session& session, QWidget* parent) : QWidget(parent), session_(session) {
   Build();
   Connect();
 }
@@ -43,10 +42,15 @@ bool MissionPanel::eventFilter(QObject* watched, QEvent* event) {
   return QWidget::eventFilter(watched, event);
 }
 
-Mission& MissionPanel::Current() { return At(context_.Doc.Missions, context_.Doc.CurMission); }
+Mission& MissionPanel::Current() { return At(session_.Doc.Missions, session_.Doc.CurMission); }
 
 std::string MissionPanel::ClockText() const {
   return ToPath(dtMission->time().toString(QStringLiteral("HH.mm")));
+}
+
+ShownValues MissionPanel::Shown() const {
+  return {cboWeather->currentIndex(), ToBytes(session_.Services.Page, txtWeather->text()),
+          ClockText()};
 }
 
 void MissionPanel::EnableControls(bool enabled) { setEnabled(enabled); }
@@ -55,7 +59,7 @@ void MissionPanel::ShowMission() {
   ResumeNext([&] {
     fraMission->setTitle(
         tr("Mission Map: ") +
-        FromBytes(context_.Services.Page, Current().MapName).replace(u'&', QStringLiteral("&&")));
+        FromBytes(session_.Services.Page, Current().MapName).replace(u'&', QStringLiteral("&&")));
   });
   ResumeNext([&] { cboWeather->SelectRow(CInt(Val(Current().CloudType))); });
   ResumeNext([&] { txtWeather->setText(FromPath(NumberText(Val(Current().CloudHeight)))); });
@@ -88,7 +92,7 @@ void MissionPanel::ShowSound() {
 
 void MissionPanel::ShowStationary() {
   const int count =
-      CountStationary(context_.Doc, static_cast<std::size_t>(context_.Doc.CurMission));
+      CountStationary(session_.Doc, static_cast<std::size_t>(session_.Doc.CurMission));
   const QString text = FromPath(StationaryText(count));
   lbl[9]->setText(text);
   if (count >= 1) cmdModSA->setToolTip(text);
@@ -96,15 +100,15 @@ void MissionPanel::ShowStationary() {
 }
 
 void MissionPanel::WeatherChosen(int row) {
-  if (context_.Doc.bLoading) return;
+  if (session_.Doc.bLoading) return;
   ResumeNext([&] {
     Current().CloudType = std::to_string(row);
-    SetModify(context_.Doc, context_.Services);
+    SetModify(session_.Doc, session_.Services);
   });
 }
 
 void MissionPanel::CloudsChanged(const QString& text) {
-  LogAndLeave(context_.Services, "txtWeather_Change", [&] {
+  LogAndLeave(session_.Services, "txtWeather_Change", [&] {
     const double value = Val(ToPath(text));
     // Each of these writes runs this handler again, with the value that then counts.
     if (value > udClouds->Maximum())
@@ -112,9 +116,9 @@ void MissionPanel::CloudsChanged(const QString& text) {
     if (value < udClouds->Minimum())
       return txtWeather->setText(QString::number(udClouds->Minimum()));
     txtWeather->setToolTip(FromPath(MetersToFeet(ToPath(text))) + tr(" feet"));
-    if (context_.Doc.bLoading) return;
-    Current().CloudHeight = ToBytes(context_.Services.Page, text);
-    SetModify(context_.Doc, context_.Services);
+    if (session_.Doc.bLoading) return;
+    Current().CloudHeight = ToBytes(session_.Services.Page, text);
+    SetModify(session_.Doc, session_.Services);
   });
 }
 
@@ -129,41 +133,41 @@ bool MissionPanel::MayLeaveClouds() {
 void MissionPanel::TimeChanged() {
   // Runs while controls are filled as well: showing a mission writes its time back in the spelling
   // of the conversion.
-  LogAndLeave(context_.Services, "dtMission_Change", [&] {
-    Document& doc = context_.Doc;
+  LogAndLeave(session_.Services, "dtMission_Change", [&] {
+    Document& doc = session_.Doc;
     Current().Time = ClockToHours(ClockText());
     // The shadow is the mission as it was shown: another spelling of its time is no edit.
     if (doc.bLoading) At(doc.MissionShadow, doc.CurMission).Time = Current().Time;
-    SetModify(context_.Doc, context_.Services);
+    SetModify(session_.Doc, session_.Services);
     if (ReloadFlight) ReloadFlight();
   });
 }
 
 void MissionPanel::ConstantClicked(CheckBox* box, std::int16_t Mission::*field) {
-  if (context_.Doc.bLoading) return;
-  LogAndLeave(context_.Services, box == chkST ? "chkST_Click" : "chkWL_Click", [&] {
+  if (session_.Doc.bLoading) return;
+  LogAndLeave(session_.Services, box == chkST ? "chkST_Click" : "chkWL_Click", [&] {
     Current().*field = box->isChecked() ? 1 : 0;
-    SetModify(context_.Doc, context_.Services);
+    SetModify(session_.Doc, session_.Services);
   });
 }
 
 void MissionPanel::ShowAircraftCount() {
-  LogAndLeave(context_.Services, "cmdCount_Click", [&] {
-    const Services& services = context_.Services;
-    const std::string text = AircraftCountText(Current(), context_.Tables, services);
+  LogAndLeave(session_.Services, "cmdCount_Click", [&] {
+    const Services& services = session_.Services;
+    const std::string text = AircraftCountText(Current(), session_.Tables, services);
     services.Ask.MsgBox(services.Page.ToUtf8(text), Buttons::Ok, Icon::Information,
                         Current().BaseName);
   });
 }
 
 void MissionPanel::PlaySoundFile(const std::string& path, bool stop) {
-  const Shell& shell = context_.Services.System;
+  const Shell& shell = session_.Services.System;
   ResumeNext([&] {
-    if (context_.Run.bSndPlayer) {
+    if (session_.Prefs.bSndPlayer) {
       shell.Execute("Play", path);
       return;
     }
-    const FileSystem& files = context_.Services.Files;
+    const FileSystem& files = session_.Services.Files;
     if (files.FileExists(path)) shell.StartSound(files.Resolve(path));
     if (stop) shell.StopSound();
   });

@@ -8,11 +8,12 @@
 #include <functional>
 #include <map>
 
-#include "mainwindow/state.h"
-#include "services/controls/check_box.h"
-#include "services/controls/drop_down.h"
-#include "services/controls/guarded_edit.h"
-#include "services/controls/up_down.h"
+#include "controls/check_box.h"
+#include "controls/drop_down.h"
+#include "controls/guarded_edit.h"
+#include "controls/up_down.h"
+#include "mission/writer.h"
+#include "session/session.h"
 
 namespace rws {
 
@@ -22,7 +23,7 @@ class MissionPanel : public QWidget {
   Q_OBJECT
 
  public:
-  MissionPanel(WindowContext context, QWidget* parent);
+  MissionPanel(Session& session, QWidget* parent);
 
   /** Fills every control from the current mission. A value that cannot be shown leaves its control
      as it is. */
@@ -31,8 +32,8 @@ class MissionPanel : public QWidget {
   void EnableControls(bool enabled);
   /** Shows whether the current mission has a sound, and which. */
   void ShowSound();
-  /** The time picker as "hh.mm". */
-  std::string ClockText() const;
+  /** The values on show, for lines of a mission without their own. */
+  ShownValues Shown() const;
 
   QGroupBox* fraMission;
   std::map<int, QLabel*> lbl;
@@ -55,6 +56,7 @@ class MissionPanel : public QWidget {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
   Mission& Current();
+  std::string ClockText() const;
   void ShowConstant(CheckBox* box, int value);
   void ShowStationary();
 
@@ -66,7 +68,7 @@ class MissionPanel : public QWidget {
   void ShowAircraftCount();
   void PlaySoundFile(const std::string& path, bool stop);
 
-  WindowContext context_;
+  Session& session_;
 };
 
 }  // namespace rws

@@ -2,8 +2,8 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include "controls/layouts.h"
 #include "mainwindow/mission_panel.h"
-#include "services/controls/layouts.h"
 
 namespace rws {
 

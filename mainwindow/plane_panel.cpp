@@ -4,13 +4,13 @@
 
 #include "catalogues/aircraft.h"
 #include "catalogues/squadrons.h"
-#include "mainwindow/loading.h"
 #include "mainwindow/plane_panels.h"
-#include "mainwindow/trapped.h"
 #include "mission/update.h"
+#include "platform/qt_text.h"
 #include "services/numbers.h"
 #include "services/paths.h"
-#include "services/platform/qt_text.h"
+#include "services/trapped.h"
+#include "session/loading.h"
 
 namespace rws {
 
@@ -26,14 +26,14 @@ bool ShowsDefault(const EditDropDown* list) {
 
 }  // namespace
 
-PlanePanel::PlanePanel(WindowContext context, PlanePanels& all, int plane)
-    : QGroupBox(&all), context_(context), all_(all), plane_(plane) {
+PlanePanel::PlanePanel(Session& session, PlanePanels& all, int plane)
+    : QGroupBox(&all), session_(session), all_(all), plane_(plane) {
   Build();
   Connect();
 }
 
 void PlanePanel::Connect() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   ConnectLists();
   ConnectLabels();
   connect(cboSL, &QComboBox::currentIndexChanged, this,
@@ -45,7 +45,7 @@ void PlanePanel::Connect() {
 }
 
 void PlanePanel::ConnectLists() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   const auto follow = [&](EditDropDown* list, Field field, LabelButton* label, const char* name) {
     const auto choose = [=, this](int) { SkinChosen(list, field, label); };
     connect(list, &QComboBox::currentIndexChanged, this, Trapped(services, name, choose));
@@ -63,7 +63,7 @@ void PlanePanel::ConnectLists() {
 }
 
 void PlanePanel::ConnectLabels() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   connect(lbl2, &LabelButton::Clicked, this,
           Trapped(services, "lbl2_MouseUp", [this](Qt::MouseButton b) { SkinLabelClicked(b); }));
   connect(lbl3, &LabelButton::Clicked, this,
@@ -78,20 +78,20 @@ void PlanePanel::ConnectLabels() {
           }));
 }
 
-Mission& PlanePanel::CurrentMission() { return At(context_.Doc.Missions, context_.Doc.CurMission); }
+Mission& PlanePanel::CurrentMission() { return At(session_.Doc.Missions, session_.Doc.CurMission); }
 
-Flight& PlanePanel::CurrentFlight() { return At(CurrentMission().Flights, context_.Doc.CurFlight); }
+Flight& PlanePanel::CurrentFlight() { return At(CurrentMission().Flights, session_.Doc.CurFlight); }
 
 PlaneSlot& PlanePanel::Slot() { return At(CurrentFlight().PlaneSlots, plane_); }
 
 PlaneSlot& PlanePanel::ShadowSlot() {
-  const Document& doc = context_.Doc;
-  Mission& shadow = At(context_.Doc.MissionShadow, doc.CurMission);
+  const Document& doc = session_.Doc;
+  Mission& shadow = At(session_.Doc.MissionShadow, doc.CurMission);
   return At(At(shadow.Flights, doc.CurFlight).PlaneSlots, plane_);
 }
 
 bool PlanePanel::CountryIsUsa() {
-  return GetCountryByGroup(context_.Tables, context_.Services, CurrentFlight().Name) == "usa";
+  return GetCountryByGroup(session_.Tables, session_.Services, CurrentFlight().Name) == "usa";
 }
 
 EditDropDown* PlanePanel::ListOf(const LabelButton* label) const {
@@ -102,8 +102,8 @@ void PlanePanel::SetFrame(bool enabled, bool noHighlight) {
   Highlight(false);
   bool noseArt = false;
   ResumeNext(
-      [&] { noseArt = CountryIsUsa() && IsNoseart(context_.Tables, CurrentFlight().Class); });
-  const Loading loading(context_.Doc);
+      [&] { noseArt = CountryIsUsa() && IsNoseart(session_.Tables, CurrentFlight().Class); });
+  const Loading loading(session_.Doc);
   chkPlayer->setChecked(false);
   for (QWidget* control : std::initializer_list<QWidget*>{this, chkPlayer, cboAPSkin, cboPSkin,
                                                           chkMark, lbl1, lbl2, lbl3})
@@ -113,7 +113,7 @@ void PlanePanel::SetFrame(bool enabled, bool noHighlight) {
   ResumeNext([&] {
     const Flight& flight = CurrentFlight();
     if (enabled)
-      chkPlayer->setEnabled(IsFlyable(context_.Tables, flight.Class) && flight.OnlyAI != "1");
+      chkPlayer->setEnabled(IsFlyable(session_.Tables, flight.Class) && flight.OnlyAI != "1");
     const Mission& mission = CurrentMission();
     if (noHighlight || mission.Player != flight.Name || Val(mission.PlayerNum) != plane_) return;
     Highlight(true);
@@ -144,11 +144,11 @@ void PlanePanel::DisableAll() {
 }
 
 void PlanePanel::FillFixedLists() {
-  const Loading loading(context_.Doc);
-  const CodePage& page = context_.Services.Page;
+  const Loading loading(session_.Doc);
+  const CodePage& page = session_.Services.Page;
   cboSL->Fill({tr("Rookie (0)"), tr("Average (1)"), tr("Veteran (2)"), tr("Ace (3)")});
-  cboPSkin->Fill(QStringList{kDefault} + SkinCaptions(page, context_.Tables.PilotSkins));
-  cboPNoseArt->Fill(QStringList{kDefault} + SkinCaptions(page, context_.Tables.NoseArts));
+  cboPSkin->Fill(QStringList{kDefault} + SkinCaptions(page, session_.Tables.PilotSkins));
+  cboPNoseArt->Fill(QStringList{kDefault} + SkinCaptions(page, session_.Tables.NoseArts));
 }
 
 void PlanePanel::FillSkins(const QStringList& rows, const std::string& folder) {
@@ -157,10 +157,10 @@ void PlanePanel::FillSkins(const QStringList& rows, const std::string& folder) {
 }
 
 void PlanePanel::Fill() {
-  const Loading loading(context_.Doc);
+  const Loading loading(session_.Doc);
   chkMark->setChecked(Slot().NumberOn.empty());
   ShowSkill();
-  all_.LoadSkinList(GetPlaneFolder(context_.Tables, CurrentFlight().Class), plane_);
+  all_.LoadSkinList(GetPlaneFolder(session_.Tables, CurrentFlight().Class), plane_);
   if (!SelectFile(cboAPSkin, Slot().Skin)) TurnRed(lbl2, cboAPSkin);
   const bool pilotFound = SelectFile(cboPSkin, Slot().Pilot);
   if (!pilotFound) TurnRed(lbl3, cboPSkin);
@@ -178,7 +178,7 @@ void PlanePanel::ShowSkill() {
 }
 
 bool PlanePanel::SelectFile(EditDropDown* list, const std::string& file) {
-  const CodePage& page = context_.Services.Page;
+  const CodePage& page = session_.Services.Page;
   if (file.empty()) {
     list->SelectText(kDefault);
     return list->count() > 0;
@@ -233,42 +233,42 @@ void PlanePanel::StoreChoice(EditDropDown* list, Field field, LabelButton* label
     ColorLabel(label, LabelColor::Black);
     return;
   }
-  Slot().*field = ToBytes(context_.Services.Page, list->Value()) + ".bmp";
+  Slot().*field = ToBytes(session_.Services.Page, list->Value()) + ".bmp";
   // Nose art clears the skin's label, not its own, and always has.
   ColorLabel(label == lbl4 ? lbl2 : label, LabelColor::Black);
 }
 
 void PlanePanel::SkinChosen(EditDropDown* list, Field field, LabelButton* label) {
-  if (context_.Doc.bLoading) return;
+  if (session_.Doc.bLoading) return;
   StoreChoice(list, field, label);
-  SetModify(context_.Doc, context_.Services);
+  SetModify(session_.Doc, session_.Services);
   all_.ChkLabels(plane_, true);
 }
 
 void PlanePanel::NoseArtTyped() {
-  if (context_.Doc.bLoading) return;
+  if (session_.Doc.bLoading) return;
   StoreChoice(cboPNoseArt, &PlaneSlot::NoseArt, lbl4);
-  if (Slot().NoseArt != ShadowSlot().NoseArt) SetModify(context_.Doc, context_.Services);
+  if (Slot().NoseArt != ShadowSlot().NoseArt) SetModify(session_.Doc, session_.Services);
   all_.ChkLabels(plane_, true);
 }
 
 void PlanePanel::SkillChosen(int row) {
-  if (context_.Doc.bLoading || row < 0) return;
+  if (session_.Doc.bLoading || row < 0) return;
   Slot().Skill = std::to_string(row);
-  if (Slot().Skill != ShadowSlot().Skill) SetModify(context_.Doc, context_.Services);
+  if (Slot().Skill != ShadowSlot().Skill) SetModify(session_.Doc, session_.Services);
 }
 
 void PlanePanel::MarkClicked() {
-  if (context_.Doc.bLoading) return;
+  if (session_.Doc.bLoading) return;
   const bool on = chkMark->isChecked();
   Slot().NumberOn = on ? "" : "0";
   if (plane_ == 0 && all_.CheckMarkingsEntry) all_.CheckMarkingsEntry(on);
-  SetModify(context_.Doc, context_.Services);
+  SetModify(session_.Doc, session_.Services);
   all_.ChkLabels(plane_, true);
 }
 
 void PlanePanel::PlayerClicked() {
-  if (context_.Doc.bLoading) return;
+  if (session_.Doc.bLoading) return;
   Mission& mission = CurrentMission();
   const std::string player = mission.Player, number = mission.PlayerNum;
   if (chkPlayer->isChecked()) {
@@ -280,7 +280,7 @@ void PlanePanel::PlayerClicked() {
     mission.PlayerNum.clear();
   }
   if (mission.Player != player || mission.PlayerNum != number) Refill();
-  SetModify(context_.Doc, context_.Services);
+  SetModify(session_.Doc, session_.Services);
 }
 
 void PlanePanel::Refill() {

@@ -4,11 +4,11 @@
 #include <QLabel>
 #include <array>
 
-#include "mainwindow/state.h"
-#include "services/controls/check_box.h"
-#include "services/controls/drop_down.h"
-#include "services/controls/edit_drop_down.h"
-#include "services/controls/label_button.h"
+#include "controls/check_box.h"
+#include "controls/drop_down.h"
+#include "controls/edit_drop_down.h"
+#include "controls/label_button.h"
+#include "session/session.h"
 
 namespace rws {
 
@@ -21,7 +21,7 @@ class PlanePanel : public QGroupBox {
   Q_OBJECT
 
  public:
-  PlanePanel(WindowContext context, PlanePanels& all, int plane);
+  PlanePanel(Session& session, PlanePanels& all, int plane);
 
   /** Enables the frame as far as the flight allows and marks the player's plane, also in a disabled
     frame, unless `noHighlight` is set. */
@@ -99,7 +99,7 @@ class PlanePanel : public QGroupBox {
   void ChooseSkin();
   bool CopySkin(const std::string& path);
 
-  WindowContext context_;
+  Session& session_;
   PlanePanels& all_;
   int plane_;
   bool highlighted_ = false, markRed_ = false;

@@ -3,10 +3,10 @@
 #include "mainwindow/plane_panel.h"
 #include "mainwindow/plane_panels.h"
 #include "mission/update.h"
+#include "platform/qt_text.h"
 #include "services/error_log.h"
 #include "services/paths.h"
 #include "services/pickers.h"
-#include "services/platform/qt_text.h"
 #include "services/text.h"
 
 namespace rws {
@@ -20,25 +20,25 @@ void PlanePanel::SkinLabelClicked(Qt::MouseButton button) {
 }
 
 std::string PlanePanel::SkinImage() {
-  const Document& doc = context_.Doc;
+  const Document& doc = session_.Doc;
   const std::string image =
       BuildPath(doc.ImagesPath, ToPath(cboAPSkin->Value() + QStringLiteral(".jpg")));
-  if (!doc.ImagesPath.empty() && context_.Services.Files.FileExists(image)) return image;
+  if (!doc.ImagesPath.empty() && session_.Services.Files.FileExists(image)) return image;
   if (SkinDirectory.empty()) return "";
-  return BuildPath(SkinDirectory, context_.Services.Page.ToUtf8(Slot().Skin));
+  return BuildPath(SkinDirectory, session_.Services.Page.ToUtf8(Slot().Skin));
 }
 
 void PlanePanel::FileLabelClicked(LabelButton* label, Field field, const char* folder,
                                   const char* what) {
   if (label->Color() == LabelColor::Red) return TellMissing(what, Slot().*field);
   if (label->Color() != LabelColor::Blue) return;
-  ViewOrRemove(BuildPath(BuildPath(context_.Doc.GamePath, folder),
-                         context_.Services.Page.ToUtf8(Slot().*field)),
+  ViewOrRemove(BuildPath(BuildPath(session_.Doc.GamePath, folder),
+                         session_.Services.Page.ToUtf8(Slot().*field)),
                field);
 }
 
 void PlanePanel::ViewOrRemove(const std::string& path, Field field) {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   if (!path.empty() && services.Files.FileExists(path)) {
     const std::string file = services.Files.Resolve(path);
     const std::string caption = kProgramTitle + std::string(" - ") + GetBaseName(file);
@@ -49,16 +49,16 @@ void PlanePanel::ViewOrRemove(const std::string& path, Field field) {
                       Icon::Exclamation, kProgramTitle);
   (Slot().*field).clear();
   Refill();
-  SetModify(context_.Doc, services);
+  SetModify(session_.Doc, services);
 }
 
 void PlanePanel::TellMissing(const char* what, const std::string& file) {
-  context_.Services.Ask.MsgBox(what + context_.Services.Page.ToUtf8(file) + " doesn't exist.",
+  session_.Services.Ask.MsgBox(what + session_.Services.Page.ToUtf8(file) + " doesn't exist.",
                                Buttons::Ok, Icon::None, kProgramTitle);
 }
 
 void PlanePanel::ChooseSkin() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   const auto tell = [&](const std::string& text) {
     services.Ask.MsgBox(text, Buttons::Ok, Icon::Information, kProgramTitle);
   };
@@ -79,7 +79,7 @@ void PlanePanel::ChooseSkin() {
 }
 
 bool PlanePanel::CopySkin(const std::string& path) {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   const std::string target = BuildPath(SkinDirectory, GetFileName(path));
   const bool isThere = services.Files.IsSameFile(GetParentFolderName(path), SkinDirectory) ||
                        services.Files.IsSameFile(path, target);
@@ -91,8 +91,8 @@ bool PlanePanel::CopySkin(const std::string& path) {
                         services.Ask.MsgBox(fault.Text, Buttons::Ok, Icon::Critical, kProgramTitle);
                       });
   if (!copied) return false;
-  const std::string folder = GetPlaneFolder(context_.Tables, CurrentFlight().Class);
-  ReLoadSinglePlaneSkin(context_.Tables, services, all_.SkinRow(folder));
+  const std::string folder = GetPlaneFolder(session_.Tables, CurrentFlight().Class);
+  ReLoadSinglePlaneSkin(session_.Tables, services, all_.SkinRow(folder));
   all_.LoadSkinList(folder, plane_);
   return true;
 }

@@ -5,8 +5,8 @@
 #include <QLineEdit>
 #include <QShortcutEvent>
 
+#include "controls/list_colors.h"
 #include "mainwindow/plane_panel.h"
-#include "services/controls/list_colors.h"
 
 namespace rws {
 
@@ -24,7 +24,7 @@ void PlanePanel::Build() {
 }
 
 void PlanePanel::BuildControls() {
-  const CodePage& page = context_.Services.Page;
+  const CodePage& page = session_.Services.Page;
   // The order of making is the order of the Tab key.
   lbl1 = new QLabel(tr("Skill Level"), this);
   cboSL = new DropDown(this);

@@ -3,10 +3,10 @@
 #include <QGridLayout>
 #include <algorithm>
 
-#include "mainwindow/loading.h"
+#include "platform/qt_text.h"
 #include "services/error_log.h"
 #include "services/paths.h"
-#include "services/platform/qt_text.h"
+#include "session/loading.h"
 
 namespace rws {
 
@@ -25,13 +25,12 @@ QStringList SkinCaptions(const CodePage& page, const std::vector<std::string>& f
   return captions;
 }
 
-PlanePanels::PlanePanels(WindowContext context, QWidget* parent)
-    : QWidget(parent), context_(context) {
+PlanePanels::PlanePanels(Session& session, QWidget* parent) : QWidget(parent), session_(session) {
   auto* grid = new QGridLayout(this);
   grid->setContentsMargins(0, 0, 0, 0);
   grid->setSpacing(6);
   for (int i = 0; i < 4; ++i) {
-    fraPlane[static_cast<std::size_t>(i)] = new PlanePanel(context, *this, i);
+    fraPlane[static_cast<std::size_t>(i)] = new PlanePanel(session, *this, i);
     grid->addWidget(fraPlane[static_cast<std::size_t>(i)], i / 2, i % 2);
   }
   grid->setColumnStretch(0, 1);
@@ -40,8 +39,8 @@ PlanePanels::PlanePanels(WindowContext context, QWidget* parent)
 }
 
 void PlanePanels::ClearFrames(bool noHighlight) {
-  LogAndLeave(context_.Services, "ClearFrames", [&] {
-    const Loading loading(context_.Doc);
+  LogAndLeave(session_.Services, "ClearFrames", [&] {
+    const Loading loading(session_.Doc);
     for (auto* panel : fraPlane) panel->Clear(noHighlight);
   });
 }
@@ -51,7 +50,7 @@ void PlanePanels::SetPlaneFrame(bool enabled, int panel, bool noHighlight) {
 }
 
 void PlanePanels::ChkLabels(int panel, bool active) {
-  LogAndLeave(context_.Services, "ChkLabels", [&] { At(fraPlane, panel)->ChkLabels(active); });
+  LogAndLeave(session_.Services, "ChkLabels", [&] { At(fraPlane, panel)->ChkLabels(active); });
 }
 
 void PlanePanels::FillPanel(int panel) { At(fraPlane, panel)->Fill(); }
@@ -70,8 +69,8 @@ bool PlanePanels::IsAnyPlayerChecked() const {
 }
 
 std::ptrdiff_t PlanePanels::SkinRow(const std::string& folder) const {
-  const auto& skins = context_.Tables.Skins;
-  const std::string wanted = FoldName(context_.Services.Page.ToUtf8(folder));
+  const auto& skins = session_.Tables.Skins;
+  const std::string wanted = FoldName(session_.Services.Page.ToUtf8(folder));
   const auto found = std::find_if(skins.begin(), skins.end(), [&](const SkinFolder& row) {
     return FoldName(row.Folder) == wanted;
   });
@@ -79,9 +78,9 @@ std::ptrdiff_t PlanePanels::SkinRow(const std::string& folder) const {
 }
 
 void PlanePanels::LoadSkinList(const std::string& folder, int panel) {
-  const Loading loading(context_.Doc);
+  const Loading loading(session_.Doc);
   const std::ptrdiff_t row = SkinRow(folder);
-  const SkinFolder* skins = row < 0 ? nullptr : &At(context_.Tables.Skins, row);
+  const SkinFolder* skins = row < 0 ? nullptr : &At(session_.Tables.Skins, row);
   ResumeNext([&] {
     if (panel == -1) return;
     const auto rows = skins ? CaptionsOf(*skins) : QStringList{QStringLiteral("default")};
@@ -98,7 +97,7 @@ void PlanePanels::LoadSkinList(const std::string& folder, int panel) {
 const QStringList& PlanePanels::CaptionsOf(const SkinFolder& skins) {
   // Four panels in a row ask for the same, and a flight is mostly followed by one like it.
   if (captionFiles_ != skins.Files) {
-    captions_ = SkinCaptions(context_.Services.Page, skins.Files);
+    captions_ = SkinCaptions(session_.Services.Page, skins.Files);
     captionFiles_ = skins.Files;
   }
   return captions_;
@@ -116,10 +115,10 @@ void PlanePanels::FillMenu(const SkinFolder* skins) {
   };
   if (!skins) next()->setText(QStringLiteral("default"));
   for (const auto& file : skins ? skins->Files : std::vector<std::string>()) {
-    const auto name = SpelledBaseName(context_.Services.Page, file);
+    const auto name = SpelledBaseName(session_.Services.Page, file);
     if (!name) continue;
     QAction* entry = next();
-    entry->setText(FromBytes(context_.Services.Page, *name).replace(u'&', QStringLiteral("&&")));
+    entry->setText(FromBytes(session_.Services.Page, *name).replace(u'&', QStringLiteral("&&")));
     entry->setData(FromPath(BuildPath(skins->Path, file)));
   }
   for (; used < entries.size(); ++used) {

@@ -8,7 +8,7 @@
 #include <optional>
 
 #include "mainwindow/plane_panel.h"
-#include "mainwindow/state.h"
+#include "session/session.h"
 
 namespace rws {
 
@@ -17,7 +17,7 @@ class PlanePanels : public QWidget {
   Q_OBJECT
 
  public:
-  PlanePanels(WindowContext context, QWidget* parent);
+  PlanePanels(Session& session, QWidget* parent);
 
   /** Empties and disables all frames; the player's keeps its mark unless `noHighlight` is set. */
   void ClearFrames(bool noHighlight);
@@ -53,7 +53,7 @@ class PlanePanels : public QWidget {
   void FillMenu(const SkinFolder* skins);
   const QStringList& CaptionsOf(const SkinFolder& skins);
 
-  WindowContext context_;
+  Session& session_;
   std::vector<std::string> captionFiles_;
   QStringList captions_;
 };

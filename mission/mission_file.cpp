@@ -54,18 +54,17 @@ void Restore(const Services& services, const std::string& temporary, const std::
 
 }  // namespace
 
-bool WriteMissionFile(const Document& doc, const Services& services, const LineArray& lines,
-                      std::size_t mission) {
-  const Mission& record = At(doc.Missions, static_cast<std::ptrdiff_t>(mission));
+bool WriteMissionFile(const Services& services, const Mission& mission, const LineArray& lines,
+                      bool backup) {
   // A link stays where it is; the file behind it is saved and written.
-  const std::string path = services.Files.FollowLinks(BuildPath(record.DirPath, record.FileName));
+  const std::string path = services.Files.FollowLinks(BuildPath(mission.DirPath, mission.FileName));
   const std::string temporary = BuildPath(services.AppPath, "$$$TEMP");
   bool copied = false;
   const auto write = [&] {
     KeepEarlierCopy(services, temporary);
     services.Files.CopyFile(path, temporary);
     copied = true;
-    if (doc.bBackup) services.Files.MoveFile(path, BackupPath(services, record.FileName));
+    if (backup) services.Files.MoveFile(path, BackupPath(services, mission.FileName));
     services.Files.ReplaceFile(path, lines.FileText());
     services.Files.DeleteFile(temporary);
   };
@@ -96,7 +95,7 @@ void GetSqFile(Document& doc, const Services& services) {
     }
     services.Files.ReplaceFile(BuildPath(services.AppPath, "sq.txt"), stems.FileText());
     doc.Closing = true;
-    doc.Window.Close();
+    services.Window.Close();
   });
 }
 

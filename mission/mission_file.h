@@ -13,8 +13,8 @@ namespace rws {
    back; false then. Where a file still stands at the mission's path that move is refused, since
    nothing is ever replaced by it: a box tells where the good copy lies and the fault goes up to the
    caller. */
-bool WriteMissionFile(const Document& doc, const Services& services, const LineArray& lines,
-                      std::size_t mission);
+bool WriteMissionFile(const Services& services, const Mission& mission, const LineArray& lines,
+                      bool backup);
 
 /** Writes the squadron stems of a chosen mission's `[Wing]` list to "sq.txt" in `AppPath`, one a
     line, and closes the main window. No control reaches it. */

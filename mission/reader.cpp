@@ -21,7 +21,7 @@ void CloseOverMissingFile(Document& doc, const Services& services, const std::st
                       Icon::Critical, kProgramTitle);
   ResumeNext([&] { WriteSetting(services.Settings, setting::GamePath, ""); });
   doc.Closing = true;
-  doc.Window.Close();
+  services.Window.Close();
 }
 
 /** Tests a line of the head against every header value; a later line overwrites an earlier one. The
@@ -118,16 +118,16 @@ void ReadMissionText(Document& doc, const Services& services, std::size_t missio
 
 void LoadMission(Document& doc, const Services& services, std::size_t mission) {
   const Mission& record = doc.Missions[mission];
-  doc.Window.ShowBusy(true);
+  services.Window.ShowBusy(true);
   const std::string path = BuildPath(record.DirPath, record.FileName);
   if (!services.Files.FileExists(path)) {
-    doc.Window.ShowBusy(false);
+    services.Window.ShowBusy(false);
     return CloseOverMissingFile(doc, services, path);
   }
   NormaliseLineEnds(services, path);
   LogAndLeave(services, "LoadMission",
               [&] { ReadMissionText(doc, services, mission, services.Files.ReadFile(path)); });
-  doc.Window.ShowBusy(false);
+  services.Window.ShowBusy(false);
 }
 
 }  // namespace rws

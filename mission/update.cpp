@@ -1,7 +1,6 @@
 #include "mission/update.h"
 
 #include "mission/mission_file.h"
-#include "mission/writer.h"
 #include "services/error_log.h"
 #include "services/numbers.h"
 
@@ -63,13 +62,14 @@ void TellFailure(const Services& services, const char* text) {
   services.Ask.MsgBox(text, Buttons::Ok, Icon::Critical, kProgramTitle);
 }
 
-bool UpdateMission(Document& doc, const Services& services, std::size_t mission) {
+bool UpdateMission(Document& doc, const Services& services, const Preferences& prefs,
+                   const ShownValues& shown, std::size_t mission) {
   LineArray lines;
-  if (!BuildMissionFile(doc, services, lines, mission)) {
+  if (!BuildMissionFile(doc, services, lines, mission, shown)) {
     TellFailure(services, "Update Failed. Reason unknown. Update aborted.");
     return false;
   }
-  if (!WriteMissionFile(doc, services, lines, mission)) {
+  if (!WriteMissionFile(services, doc.Missions[mission], lines, prefs.bBackup)) {
     TellFailure(services, "Update fail. Reason unknown. Mission file restored.");
     return false;
   }
@@ -94,21 +94,22 @@ void SetModify(Document& doc, const Services& services) {
   LogAndLeave(services, "SetModify", [&] {
     if (doc.bLoading) return;
     Mission& mission = At(doc.Missions, doc.CurMission);
-    if (!mission.HasBornPlace && !doc.Window.IsUp()) return;
+    if (!mission.HasBornPlace && !services.Window.IsUp()) return;
     mission.Modified = MissionChanged(doc, static_cast<std::size_t>(doc.CurMission));
-    doc.Window.LightUpdate(mission.Modified);
+    services.Window.LightUpdate(mission.Modified);
   });
 }
 
-bool UpdateChanges(Document& doc, const Services& services) {
+bool UpdateChanges(Document& doc, const Services& services, const Preferences& prefs,
+                   const ShownValues& shown) {
   bool allWritten = true;
   const bool done = LogAndLeave(services, "UpdateChanges", [&] {
     for (std::size_t i = 0; i < doc.Missions.size(); ++i) {
       if (!doc.Missions[i].Modified) continue;
-      allWritten &= UpdateMission(doc, services, i);
+      allWritten &= UpdateMission(doc, services, prefs, shown, i);
       doc.Missions[i].Modified = false;
     }
-    doc.Window.LightUpdate(false);
+    services.Window.LightUpdate(false);
   });
   return done && allWritten;
 }
@@ -121,17 +122,18 @@ void DropEdits(Document& doc, std::size_t mission) {
   doc.Missions[mission] = unread;
 }
 
-bool WarnSave(Document& doc, const Services& services, LeaveBy by,
+bool WarnSave(Document& doc, const Services& services, const Preferences& prefs, LeaveBy by,
               const std::function<bool()>& clickUpdate) {
   const auto current = static_cast<std::size_t>(doc.CurMission);
   if (!doc.Missions[current].Modified) return true;
   Answer answer = Answer::Yes;
-  if (doc.SavePromptMode == kSaveAsk)
+  if (prefs.SavePromptMode == kSaveAsk)
     answer = services.Ask.MsgBox("Do you wish to save the changes to this mission?",
                                  Buttons::YesNoCancel, Icon::Question, kProgramTitle);
   // The keyboard cannot leave a modified mission in this mode, the mouse can; the difference is
   // deliberate.
-  if (doc.SavePromptMode == kSaveNever) answer = by == LeaveBy::Mouse ? Answer::No : Answer::Cancel;
+  if (prefs.SavePromptMode == kSaveNever)
+    answer = by == LeaveBy::Mouse ? Answer::No : Answer::Cancel;
   if (answer == Answer::Cancel) return false;
   if (answer == Answer::Yes) return clickUpdate();
   DropEdits(doc, current);

@@ -4,6 +4,8 @@
 #include <functional>
 
 #include "mission/document.h"
+#include "mission/writer.h"
+#include "services/preferences.h"
 #include "services/services.h"
 
 namespace rws {
@@ -21,14 +23,15 @@ void SetModify(Document& doc, const Services& services);
 /** Writes every modified mission. Each that cannot be written is told to the user, counts as saved
     until its next edit, and the rest is still attempted; only a mission that could not be restored
     either ends the run. True if all were written. */
-bool UpdateChanges(Document& doc, const Services& services);
+bool UpdateChanges(Document& doc, const Services& services, const Preferences& prefs,
+                   const ShownValues& shown);
 
 enum class LeaveBy { Mouse, Key };
 
 /** Settles unsaved changes of the current mission, by `SavePromptMode`, when another is about to be
     shown. `clickUpdate` runs the Update button and tells whether all was written. False if the
     mission must not be left. */
-bool WarnSave(Document& doc, const Services& services, LeaveBy by,
+bool WarnSave(Document& doc, const Services& services, const Preferences& prefs, LeaveBy by,
               const std::function<bool()>& clickUpdate);
 
 /** Drops the edits of a mission. Its record becomes unread, so that the file's own state returns

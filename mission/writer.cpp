@@ -30,8 +30,8 @@ bool EndsHead(std::string_view line, const std::string& lower) {
 /** One run of `BuildMissionFile`. */
 class Builder {
  public:
-  Builder(Document& doc, const Services& services, LineArray& output, Mission& mission)
-      : doc_(doc), services_(services), output_(output), mission_(mission) {}
+  Builder(const Services& services, LineArray& output, Mission& mission, const ShownValues& shown)
+      : services_(services), output_(output), mission_(mission), shown_(shown) {}
 
   bool Build() {
     const auto& text = mission_.Lines.FileText();
@@ -47,9 +47,8 @@ class Builder {
   void WalkHead();
   void HeadLine(std::string line, const std::string& lower);
   void ReplaceValues(std::string& line, const std::string& lower);
-  template <class FromWindow>
   void ReplaceOrComplete(std::string& line, const std::string& value, std::string& field,
-                         FromWindow fromWindow);
+                         const std::string& shown);
   void AddConstants();
   void DropOrKeepConstants(std::string& line, const std::string& lower);
   void ReplacePlayer(std::string& line, const std::string& lower);
@@ -60,10 +59,10 @@ class Builder {
   void WalkTail();
   std::size_t SkipOldBornPlaces(std::size_t line) const;
 
-  Document& doc_;
   const Services& services_;
   LineArray& output_;
   Mission& mission_;
+  const ShownValues& shown_;
 
   std::size_t lineIndex_ = 0, tailStart_ = 0;
   bool headEnded_ = false, lineHandled_ = false, regenerate_ = true;
@@ -105,34 +104,31 @@ void Builder::HeadLine(std::string line, const std::string& lower) {
 }
 
 /** Replaces the second word of a cloud or time line wherever it stands in the line. A line without
-    one is completed from the window, and the mission takes that value. */
-template <class FromWindow>
+    one is completed with what the window shows, and the mission takes that value. */
 void Builder::ReplaceOrComplete(std::string& line, const std::string& value, std::string& field,
-                                FromWindow fromWindow) {
+                                const std::string& shown) {
   lineHandled_ = true;
   if (const auto old = SecondWord(line)) {
     line = Replace(line, *old, value);
   } else {
-    field = fromWindow();
+    field = shown;
     CompleteLine(line, field);
   }
 }
 
 void Builder::ReplaceValues(std::string& line, const std::string& lower) {
-  const DocumentWindow& window = doc_.Window;
   if (Like(lower, "*cloudt*"))
     ReplaceOrComplete(line, mission_.CloudType, mission_.CloudType,
-                      [&] { return std::to_string(window.WeatherRow()); });
+                      std::to_string(shown_.WeatherRow));
   if (Like(lower, "*cloudh*")) {
     ReplaceOrComplete(line, FormatNumber(mission_.CloudHeight, "###.0"), mission_.CloudHeight,
-                      window.CloudHeightText);
+                      shown_.CloudHeight);
     std::replace(line.begin(), line.end(), ',', '.');
   }
   // Ahead of the time line's test on purpose: only a cloud line brings the constants in.
   if (lineHandled_) AddConstants();
   if (Like(lower, "*time #*") || Trim(lower) == "time")
-    ReplaceOrComplete(line, mission_.Time, mission_.Time,
-                      [&] { return ClockToHours(window.ClockText()); });
+    ReplaceOrComplete(line, mission_.Time, mission_.Time, ClockToHours(shown_.Clock));
 }
 
 void Builder::AddConstants() {
@@ -266,12 +262,12 @@ void Builder::WalkTail() {
 }  // namespace
 
 bool BuildMissionFile(Document& doc, const Services& services, LineArray& output,
-                      std::size_t mission) {
+                      std::size_t mission, const ShownValues& shown) {
   bool complete = false;
   const bool built = LogAndLeave(services, "BuildMissionFile", [&] {
     Mission& record = At(doc.Missions, Signed(mission));
     if (!record.Loaded) return;
-    complete = Builder(doc, services, output, record).Build();
+    complete = Builder(services, output, record, shown).Build();
   });
   return built && complete;
 }

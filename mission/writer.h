@@ -1,18 +1,27 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 
 #include "mission/document.h"
 #include "services/services.h"
 
 namespace rws {
 
+/** What the window shows where a cloud or time line of a mission has no value of its own: row of
+    the weather list, text of the cloud height box, time picker as "hh.mm". */
+struct ShownValues {
+  int WeatherRow = 0;
+  std::string CloudHeight = "1000";
+  std::string Clock = "12.00";
+};
+
 /** Makes the lines of a mission's new file: the head and the tail of the kept lines, and between
    them flights and routes from the records. A cloud or time line without its value is completed
-   from the window. False, logged, when the lines could not be made or the mission was never read;
+   from `shown`. False, logged, when the lines could not be made or the mission was never read;
    nothing on disk has been touched then. */
 bool BuildMissionFile(Document& doc, const Services& services, LineArray& output,
-                      std::size_t mission);
+                      std::size_t mission, const ShownValues& shown);
 
 /** Appends a flight's section: its header, then indented lines without blanks at their end. Keys of
  * the section that no record models are lost, as accepted. */

@@ -8,6 +8,7 @@
 #include "services/prompts.h"
 #include "services/settings.h"
 #include "services/shell.h"
+#include "services/window_seam.h"
 
 namespace rws {
 
@@ -17,6 +18,7 @@ struct Services {
   rws::Settings Settings;
   Prompts Ask;
   Shell System;
+  WindowSeam Window;
   CodePage Page;
   /** Where log, backups and temporary copies are written. */
   std::string AppPath;

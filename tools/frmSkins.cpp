@@ -2,16 +2,16 @@
 
 #include <algorithm>
 
-#include "mainwindow/trapped.h"
-#include "services/controls/list_colors.h"
+#include "controls/list_colors.h"
+#include "platform/form_placement.h"
+#include "platform/images.h"
+#include "platform/qt_text.h"
 #include "services/help_file.h"
 #include "services/notice.h"
 #include "services/paths.h"
 #include "services/pickers.h"
-#include "services/platform/form_placement.h"
-#include "services/platform/images.h"
-#include "services/platform/qt_text.h"
 #include "services/setting_values.h"
+#include "services/trapped.h"
 #include "tools/logic/skin_images.h"
 
 namespace rws {
@@ -25,13 +25,13 @@ constexpr const char* kNone = "None";
 
 }  // namespace
 
-frmSkins::frmSkins(WindowContext context, QWidget* parent) : QDialog(parent), context_(context) {
+frmSkins::frmSkins(Session& session, QWidget* parent) : QDialog(parent), session_(session) {
   Build();
   Connect();
 }
 
 void frmSkins::Connect() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   // Choosing the row that is shown counts as well: it brings the linked image back.
   connect(cboPlanes, &QComboBox::activated, this,
           Trapped(services, "cboPlanes_Click", [this](int) { PlaneChosen(); }));
@@ -43,23 +43,23 @@ void frmSkins::Connect() {
 }
 
 void frmSkins::LoadForm() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   setWindowTitle(QLatin1String(kProgramTitle));
   LogAndLeave(services, "Form_Load", [&] { LoadFormPos(services, *this); });
-  ApplyListColors(*this, context_.Run.ForeColor, context_.Run.BackColor);
+  ApplyListColors(*this, session_.Prefs.ForeColor, session_.Prefs.BackColor);
   LogAndLeave(services, "Form_Load", [&] { FillPlanes(); });
   cboPlanes->setFocus();
 }
 
 void frmSkins::done(int result) {
-  LogAndLeave(context_.Services, "Form_Unload", [&] { SaveFormPos(context_.Services, *this); });
+  LogAndLeave(session_.Services, "Form_Unload", [&] { SaveFormPos(session_.Services, *this); });
   QDialog::done(result);
 }
 
 void frmSkins::FillPlanes() {
-  const auto& planes = context_.Tables.Aircraft;
+  const auto& planes = session_.Tables.Aircraft;
   QStringList names;
-  for (const auto& plane : planes) names << FromBytes(context_.Services.Page, plane.Name);
+  for (const auto& plane : planes) names << FromBytes(session_.Services.Page, plane.Name);
   cboPlanes->Fill(names);
   const auto row = std::find_if(planes.begin(), planes.end(),
                                 [this](const Aircraft& plane) { return plane.Class == Plane; });
@@ -70,12 +70,12 @@ void frmSkins::FillPlanes() {
 
 void frmSkins::PlaneChosen() {
   imgSkin->Clear();
-  LogAndLeave(context_.Services, "LoadPlaneSkinList", [&] { LoadPlaneSkinList(); });
+  LogAndLeave(session_.Services, "LoadPlaneSkinList", [&] { LoadPlaneSkinList(); });
 }
 
 void frmSkins::LoadPlaneSkinList() {
-  const Aircraft& plane = At(context_.Tables.Aircraft, cboPlanes->currentIndex());
-  FillSkins(ListSchemes(context_.Tables, plane.Class));
+  const Aircraft& plane = At(session_.Tables.Aircraft, cboPlanes->currentIndex());
+  FillSkins(ListSchemes(session_.Tables, plane.Class));
 }
 
 void frmSkins::FillSkins(const SchemeList& schemes) {
@@ -97,12 +97,12 @@ std::string frmSkins::Scheme() const {
 }
 
 std::string frmSkins::Target() const {
-  const std::string& images = context_.Doc.ImagesPath;
+  const std::string& images = session_.Doc.ImagesPath;
   return images.empty() ? "" : LinkTarget(images, Scheme());
 }
 
 void frmSkins::ShowScheme() {
-  const FileSystem& files = context_.Services.Files;
+  const FileSystem& files = session_.Services.Files;
   const std::string skin = BuildPath(schemes_.Folder, Scheme() + ".bmp");
   // Without a bitmap of its own the one on show stays, on purpose.
   if (!schemes_.Folder.empty() && files.FileExists(skin)) ShowPicture(*imgSkin, skin);
@@ -112,13 +112,13 @@ void frmSkins::ShowScheme() {
 }
 
 void frmSkins::ShowPicture(PictureBox& box, const std::string& path) {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   box.Clear();
   NoticeAndLeave(services, [&] { box.Show(ReadPicture(services.Files, path), path); });
 }
 
 void frmSkins::RefreshPanels() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   const std::string scheme = Scheme(), file = NotesFile();
   const bool picture = !imgPic->IsEmpty() && !scheme.empty() && !file.empty();
   const bool linkable = picture && !services.Files.FileExists(Target());
@@ -133,13 +133,13 @@ void frmSkins::RefreshPanels() {
 
 std::string frmSkins::NotesFile() const {
   const int plane = cboPlanes->currentIndex();
-  const std::string& images = context_.Doc.ImagesPath;
+  const std::string& images = session_.Doc.ImagesPath;
   if (plane < 0 || images.empty()) return "";
-  return SideFile(context_.Services, images, At(context_.Tables.Aircraft, plane).Name);
+  return SideFile(session_.Services, images, At(session_.Tables.Aircraft, plane).Name);
 }
 
 void frmSkins::ShowNotes(const std::string& scheme, const std::string& file) {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   SkinSection = scheme;
   SkinIniFile = file;
   SkinNotes notes;
@@ -160,7 +160,7 @@ void frmSkins::ShowNote(std::size_t box, const QString& text) {
 
 void frmSkins::Press(std::size_t button) {
   if (button == kExit) return reject();
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   NoticeAndLeave(services, [&] { Act(button); });
   NoticeAndLeave(services, [&] { RefreshPanels(); });
 }
@@ -176,32 +176,32 @@ void frmSkins::Act(std::size_t button) {
     case kUpdate:
       return Update();
     default:
-      return OpenHelp(context_.Services);
+      return OpenHelp(session_.Services);
   }
 }
 
 void frmSkins::Locate() {
-  const std::string path = GetFile(context_.Services, "Locate aircarft image", "Image jpg|*.jpg",
+  const std::string path = GetFile(session_.Services, "Locate aircarft image", "Image jpg|*.jpg",
                                    &setting::LastImagePath);
   imgPic->Clear();
   if (!path.empty()) ShowPicture(*imgPic, path);
 }
 
 void frmSkins::Link() {
-  LinkImage(context_.Services, imgPic->Path(), Target());
+  LinkImage(session_.Services, imgPic->Path(), Target());
   // From here on the image on show is the linked one, which Clear takes away.
   imgPic->SetPath(Target());
 }
 
 void frmSkins::Clear() {
   // A picture that was only located is the user's own: its file is left alone.
-  if (context_.Services.Files.IsSameFile(imgPic->Path(), Target()))
-    ClearLink(context_.Services, Target());
+  if (session_.Services.Files.IsSameFile(imgPic->Path(), Target()))
+    ClearLink(session_.Services, Target());
   imgPic->Clear();
 }
 
 void frmSkins::Update() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   SkinNotes notes;
   for (std::size_t i = 0; i < txt.size(); ++i) notes[i] = ToBytes(services.Page, txt[i]->text());
   SaveSkinNotes(services, SkinIniFile, SkinSection, notes);

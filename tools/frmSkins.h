@@ -9,9 +9,9 @@
 #include <array>
 #include <string>
 
-#include "mainwindow/state.h"
-#include "services/controls/drop_down.h"
-#include "services/controls/picture_box.h"
+#include "controls/drop_down.h"
+#include "controls/picture_box.h"
+#include "session/session.h"
 #include "tools/logic/skin_notes.h"
 
 namespace rws {
@@ -23,7 +23,7 @@ class frmSkins : public QDialog {
   Q_OBJECT
 
  public:
-  frmSkins(WindowContext context, QWidget* parent);
+  frmSkins(Session& session, QWidget* parent);
 
   void LoadForm();
   /** Stores the place, however the form is closed. */
@@ -80,7 +80,7 @@ class frmSkins : public QDialog {
   /** Path of the file with the aircraft's notes; "" without an aircraft. */
   std::string NotesFile() const;
 
-  WindowContext context_;
+  Session& session_;
   /** `cboSkins` in the system's own spelling, and the folder of the bitmaps. */
   SchemeList schemes_;
   /** The notes as they were shown. */

@@ -2,8 +2,8 @@
 #include <QToolTip>
 #include <QVBoxLayout>
 
-#include "services/controls/layouts.h"
-#include "services/controls/page_validator.h"
+#include "controls/layouts.h"
+#include "controls/page_validator.h"
 #include "tools/frmSkins.h"
 
 namespace rws {
@@ -117,7 +117,7 @@ void frmSkins::AddNote(QGridLayout& rows, std::size_t index, const QString& capt
   const QByteArray objectName = QStringLiteral("txt(%1)").arg(index).toLatin1();
   Describe(box, objectName.constData(), name, toolTip);
   box->setMaxLength(static_cast<int>(kLongestNote));
-  box->setValidator(new NoteValidator(context_.Services.Page, box));
+  box->setValidator(new NoteValidator(session_.Services.Page, box));
   connect(box, &QLineEdit::inputRejected, box, [box] {
     QToolTip::showText(
         box->mapToGlobal(box->rect().bottomLeft()),

@@ -2,11 +2,11 @@
 
 #include <QMouseEvent>
 
+#include "platform/form_placement.h"
+#include "platform/images.h"
+#include "platform/qt_text.h"
 #include "services/error_log.h"
 #include "services/paths.h"
-#include "services/platform/form_placement.h"
-#include "services/platform/images.h"
-#include "services/platform/qt_text.h"
 
 namespace rws {
 

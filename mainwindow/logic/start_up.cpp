@@ -34,20 +34,20 @@ std::string Absolute(const Services& services, const std::string& path) {
 
 /** Wipes the settings and puts back what was read from them already, or closing would write it
     again. The game directory stays in memory for this run. */
-void RestoreDefaults(Document& doc, RunState& run, const Services& services) {
+void RestoreDefaults(Preferences& prefs, const Services& services) {
   DeleteRegKey(services.Settings, SettingsRoot::CurrentUser, kSettingsBaseKey);
-  ReadStartSettings(doc, run, services);
-  doc.bBackup = ReadFlag(services.Settings, setting::Backup);
+  ReadStartSettings(prefs, services);
+  prefs.bBackup = ReadFlag(services.Settings, setting::Backup);
 }
 
-void TakePath(RunState& run, const Services& services, const std::string& part) {
-  run.ComLinePath = Absolute(services, part);
-  run.ComLineProperties = ContainsNoCase(part, "properties");
-  if (services.Files.FileExists(run.ComLinePath)) {
-    run.ComLineMission = GetFileName(run.ComLinePath);
-    run.ComLinePath = GetParentFolderName(run.ComLinePath);
+void TakePath(StartArguments& arguments, const Services& services, const std::string& part) {
+  arguments.ComLinePath = Absolute(services, part);
+  arguments.ComLineProperties = ContainsNoCase(part, "properties");
+  if (services.Files.FileExists(arguments.ComLinePath)) {
+    arguments.ComLineMission = GetFileName(arguments.ComLinePath);
+    arguments.ComLinePath = GetParentFolderName(arguments.ComLinePath);
   }
-  if (!services.Files.FolderExists(run.ComLinePath)) run.ComLinePath.clear();
+  if (!services.Files.FolderExists(arguments.ComLinePath)) arguments.ComLinePath.clear();
 }
 
 /** A folder of a Steam library that looks like the game's, else the library itself. */
@@ -63,14 +63,14 @@ std::string GameInLibrary(const Services& services, const std::string& library) 
 
 }  // namespace
 
-void ReadStartSettings(Document& doc, RunState& run, const Services& services) {
+void ReadStartSettings(Preferences& prefs, const Services& services) {
   const Settings& settings = services.Settings;
-  doc.SavePromptMode = ReadNumber(settings, setting::SaveWarn, kSaveAsk, kSaveNever);
-  run.ForeColor = ReadNumber(settings, setting::ForeColor, 0, kWhite);
-  run.BackColor = ReadNumber(settings, setting::BackColor, 0, kWhite);
-  run.bLockWT = ReadFlag(settings, setting::LockWT);
-  run.bAssociate = IsAssociated(services);
-  run.bSndPlayer = ReadFlag(settings, setting::SndPlayer);
+  prefs.SavePromptMode = ReadNumber(settings, setting::SaveWarn, kSaveAsk, kSaveNever);
+  prefs.ForeColor = ReadNumber(settings, setting::ForeColor, 0, kWhite);
+  prefs.BackColor = ReadNumber(settings, setting::BackColor, 0, kWhite);
+  prefs.bLockWT = ReadFlag(settings, setting::LockWT);
+  prefs.bAssociate = IsAssociated(services);
+  prefs.bSndPlayer = ReadFlag(settings, setting::SndPlayer);
 }
 
 void LogStartUp(const Services& services) {
@@ -135,23 +135,23 @@ std::string LikelyGameFolder(const Services& services) {
 #endif
 }
 
-void ChkComLine(Document& doc, RunState& run, const Services& services,
-                std::string_view commandLine) {
+void ChkComLine(Document& doc, Preferences& prefs, StartArguments& arguments,
+                const Services& services, std::string_view commandLine) {
   LogAndLeave(services, "ChkComLine", [&] {
     const std::string text = WithoutQuotes(commandLine);
     if (text.empty()) return;
-    if (Exists(services, Absolute(services, text))) return TakePath(run, services, text);
+    if (Exists(services, Absolute(services, text))) return TakePath(arguments, services, text);
     const auto parts = SplitAt(text, ',');
-    if (EqualNoCase(Trim(parts[0]), "-restore")) return RestoreDefaults(doc, run, services);
-    TakePath(run, services, WithoutQuotes(parts[0]));
+    if (EqualNoCase(Trim(parts[0]), "-restore")) return RestoreDefaults(prefs, services);
+    TakePath(arguments, services, WithoutQuotes(parts[0]));
     if (parts.size() > 1) doc.ExcludedNames = parts[1];
-    if (parts.size() > 2) run.ThirdPartEmpty = parts[2].empty();
-    if (parts.size() > 3) run.FourthPart = parts[3];
+    if (parts.size() > 2) arguments.ThirdPartEmpty = parts[2].empty();
+    if (parts.size() > 3) arguments.FourthPart = parts[3];
   });
 }
 
-int FindComLineMission(const Document& doc, const RunState& run) {
-  const std::string wanted = FoldName(GetBaseName(run.ComLineMission));
+int FindComLineMission(const Document& doc, const StartArguments& arguments) {
+  const std::string wanted = FoldName(GetBaseName(arguments.ComLineMission));
   if (wanted.empty()) return -1;
   for (std::size_t i = 0; i < doc.Missions.size(); ++i)
     if (FoldName(doc.Missions[i].BaseName) == wanted) return static_cast<int>(i);

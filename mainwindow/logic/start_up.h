@@ -1,34 +1,28 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "mission/document.h"
+#include "services/preferences.h"
 #include "services/services.h"
 
 namespace rws {
 
-/** What start-up finds out for the life of the main window. Colours are blue-green-red numbers. */
-struct RunState {
-  /** Directory and mission given on the command line, or "". */
+/** What the command line asked for. */
+struct StartArguments {
+  /** Directory and mission, or "". */
   std::string ComLinePath, ComLineMission;
   /** The argument held "properties". */
   bool ComLineProperties = false;
-  /** The third and fourth part of the command line, which nothing uses yet. */
+  /** The third and fourth part, which nothing uses yet. */
   bool ThirdPartEmpty = false;
   std::string FourthPart;
-
-  bool bLockWT = false;
-  bool bSndPlayer = false;
-  bool bAssociate = false;
-  std::int32_t ForeColor = 0x800000;
-  std::int32_t BackColor = 0xFFFFFF;
 };
 
 /** Reads what the user has chosen in the preferences. */
-void ReadStartSettings(Document& doc, RunState& run, const Services& services);
+void ReadStartSettings(Preferences& prefs, const Services& services);
 
 /** Writes what a bug report needs to the log: system, program directory, locale. */
 void LogStartUp(const Services& services);
@@ -52,10 +46,10 @@ std::string LikelyGameFolder(const Services& services);
 /** Reads the command line: a path of a directory or mission, then parts behind commas, or
    "-restore", which wipes all settings. A text that names an existing file or directory is not
    split. */
-void ChkComLine(Document& doc, RunState& run, const Services& services,
-                std::string_view commandLine);
+void ChkComLine(Document& doc, Preferences& prefs, StartArguments& arguments,
+                const Services& services, std::string_view commandLine);
 
 /** Index of the mission that the command line named, or -1. */
-int FindComLineMission(const Document& doc, const RunState& run);
+int FindComLineMission(const Document& doc, const StartArguments& arguments);
 
 }  // namespace rws

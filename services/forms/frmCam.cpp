@@ -1,25 +1,25 @@
 #include "services/forms/frmCam.h"
 
+#include "platform/form_placement.h"
+#include "platform/qt_text.h"
 #include "services/error_log.h"
-#include "services/platform/form_placement.h"
-#include "services/platform/qt_text.h"
 
 namespace rws {
 
-frmCam::frmCam(WindowContext context, QWidget* parent) : QDialog(parent), context_(context) {
+frmCam::frmCam(Session& session, QWidget* parent) : QDialog(parent), session_(session) {
   Build();
   connect(cmd, &QPushButton::clicked, this, &QDialog::reject);
 }
 
 void frmCam::LoadForm() {
-  LogAndLeave(context_.Services, "Form_Load", [&] {
+  LogAndLeave(session_.Services, "Form_Load", [&] {
     setWindowTitle(FromPath(kProgramTitle));
-    LoadFormPos(context_.Services, *this);
+    LoadFormPos(session_.Services, *this);
   });
 }
 
 void frmCam::done(int result) {
-  LogAndLeave(context_.Services, "Form_Unload", [&] { SaveFormPos(context_.Services, *this); });
+  LogAndLeave(session_.Services, "Form_Unload", [&] { SaveFormPos(session_.Services, *this); });
   QDialog::done(result);
 }
 

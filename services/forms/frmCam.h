@@ -6,7 +6,7 @@
 #include <QPushButton>
 #include <array>
 
-#include "mainwindow/state.h"
+#include "session/session.h"
 
 namespace rws {
 
@@ -16,7 +16,7 @@ class frmCam : public QDialog {
   Q_OBJECT
 
  public:
-  frmCam(WindowContext context, QWidget* parent);
+  frmCam(Session& session, QWidget* parent);
 
   void LoadForm();
   /** Ends every way of closing. */
@@ -36,7 +36,7 @@ class frmCam : public QDialog {
   void PlaceControls();
   void NameControls();
 
-  WindowContext context_;
+  Session& session_;
 };
 
 }  // namespace rws

@@ -2,7 +2,7 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
-#include "services/controls/layouts.h"
+#include "controls/layouts.h"
 #include "services/forms/frmCam.h"
 
 namespace rws {

@@ -1,13 +1,13 @@
 #include "services/forms/frmPrefs.h"
 
-#include "mainwindow/trapped.h"
+#include "controls/list_colors.h"
+#include "platform/form_placement.h"
+#include "platform/qt_text.h"
 #include "services/association.h"
-#include "services/controls/list_colors.h"
 #include "services/paths.h"
 #include "services/pickers.h"
-#include "services/platform/form_placement.h"
-#include "services/platform/qt_text.h"
 #include "services/setting_values.h"
+#include "services/trapped.h"
 
 namespace rws {
 
@@ -27,13 +27,13 @@ bool IsDrive(const std::string& path) {
 
 }  // namespace
 
-frmPrefs::frmPrefs(WindowContext context, QWidget* parent) : QDialog(parent), context_(context) {
+frmPrefs::frmPrefs(Session& session, QWidget* parent) : QDialog(parent), session_(session) {
   Build();
   Connect();
 }
 
 void frmPrefs::Connect() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   const auto modified = Trapped(services, "frmPrefs.ChkModify", [this](bool) { ChkModify(); });
   for (auto* option : optSave) connect(option, &QRadioButton::toggled, this, modified);
   for (auto* box : {chkBackup, chkWA, chkLock, chkSnd})
@@ -49,7 +49,7 @@ void frmPrefs::Connect() {
 }
 
 void frmPrefs::LoadForm() {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   bLoading = true;
   Applied = GameChanged = false;
   LogAndLeave(services, "frmPrefs.Form_Activate", [&] { LoadFormPos(services, *this); });
@@ -97,14 +97,14 @@ int frmPrefs::SaveRow() const {
 /** Against what is stored, read as the program reads it: a value that was never stored counts as
     its default. */
 bool frmPrefs::Differs() const {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   const Settings& settings = services.Settings;
   return SaveRow() != ReadNumber(settings, setting::SaveWarn, kSaveAsk, kSaveNever) ||
          chkWA->isChecked() != IsAssociated(services) ||
          chkBackup->isChecked() != ReadFlag(settings, setting::Backup) ||
          chkLock->isChecked() != ReadFlag(settings, setting::LockWT) ||
          chkSnd->isChecked() != ReadFlag(settings, setting::SndPlayer) ||
-         foreColor_ != context_.Run.ForeColor || backColor_ != context_.Run.BackColor ||
+         foreColor_ != session_.Prefs.ForeColor || backColor_ != session_.Prefs.BackColor ||
          path_ != pathAtEntry_;
 }
 
@@ -128,7 +128,7 @@ void frmPrefs::ClickApply() {
 
 void frmPrefs::ClickChange() {
   constexpr int kPasses = 21;
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   const std::string before = path_;
   std::string answer = GetFolder(services, "Please select where IL2 is installed", false, before);
   bool accepted = false;
@@ -137,7 +137,7 @@ void frmPrefs::ClickChange() {
     if (services.Files.FolderExists(BuildPath(answer, kSkinFolder)))
       accepted = true;
     else
-      context_.Doc.GamePath = GetParentFolderName(answer);
+      session_.Doc.GamePath = GetParentFolderName(answer);
     if (IsDrive(answer)) {
       services.Ask.MsgBox("The game path is incorrect, please try again.", Buttons::Ok,
                           Icon::Information, kProgramTitle);
@@ -155,7 +155,7 @@ void frmPrefs::ClickChange() {
 }
 
 void frmPrefs::ClickColor(std::size_t index) {
-  const Services& services = context_.Services;
+  const Services& services = session_.Services;
   std::int32_t& color = index == 0 ? foreColor_ : backColor_;
   LogAndLeave(services, "frmPrefs.cmdColor_Click", [&] { color = GetColor(services, color); });
   ShowColors();
@@ -163,8 +163,8 @@ void frmPrefs::ClickColor(std::size_t index) {
 }
 
 void frmPrefs::done(int result) {
-  LogAndLeave(context_.Services, "frmPrefs.Form_Unload",
-              [&] { SaveFormPos(context_.Services, *this); });
+  LogAndLeave(session_.Services, "frmPrefs.Form_Unload",
+              [&] { SaveFormPos(session_.Services, *this); });
   QDialog::done(result);
 }
 

@@ -11,8 +11,8 @@
 #include <cstdint>
 #include <string>
 
-#include "mainwindow/state.h"
-#include "services/controls/elided_label.h"
+#include "controls/elided_label.h"
+#include "session/session.h"
 
 namespace rws {
 
@@ -22,7 +22,7 @@ class frmPrefs : public QDialog {
   Q_OBJECT
 
  public:
-  frmPrefs(WindowContext context, QWidget* parent);
+  frmPrefs(Session& session, QWidget* parent);
 
   void LoadForm();
   /** Ends every way of closing. */
@@ -71,7 +71,7 @@ class frmPrefs : public QDialog {
   void ClickChange();
   void ClickColor(std::size_t index);
 
-  WindowContext context_;
+  Session& session_;
   bool bLoading = false;
   ElidedLabel* stPath_;
   std::string pathAtEntry_;

@@ -2,9 +2,9 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
-#include "services/controls/layouts.h"
+#include "controls/layouts.h"
+#include "platform/qt_text.h"
 #include "services/forms/frmPrefs.h"
-#include "services/platform/qt_text.h"
 
 namespace rws {
 

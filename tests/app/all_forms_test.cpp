@@ -28,7 +28,7 @@ class AllFormsTest : public FlightsTest {
   /** Calls `check` with the main window and every dialog, shown and painted. */
   void ForEachForm(const std::function<void(QWidget&)>& check) {
     check(*Window);
-    for (const auto& form : AllForms({Doc(), Tables, Run, World_.Services}, Window.get())) {
+    for (const auto& form : AllForms(World_, Window.get())) {
       SCOPED_TRACE(form.Name);
       const auto shown = form.Make();
       shown->show();

@@ -29,7 +29,7 @@ struct ShippedTables : testing::Test {
 
   static constexpr char kFolder[] = RWS_SOURCE_DIR "/data";
   World W{"/nowhere"};
-  Catalogues Tables;
+  Catalogues& Tables = W.Tables;
 };
 
 TEST_F(ShippedTables, AreComplete) {

@@ -37,9 +37,8 @@ struct Dialogs : testing::Test {
   }
 
   World W;
-  Catalogues Tables;
-  RunState Run;
-  WindowContext Context{W.Doc, Tables, Run, W.Services};
+  Catalogues& Tables = W.Tables;
+  Session& Context = W;
 };
 
 TEST_F(Dialogs, AnotherAircraftAndSquadronByKeyboard) {

@@ -35,9 +35,8 @@ struct BriefForm : testing::Test {
 
   Sandbox Box;
   World W{Box.Path("program")};
-  Catalogues Tables;
-  RunState Run;
-  WindowContext Context{W.Doc, Tables, Run, W.Services};
+  Catalogues& Tables = W.Tables;
+  Session& Context = W;
   std::unique_ptr<frmBrief> Form;
 };
 

@@ -22,8 +22,7 @@ struct HomeBaseForm : testing::Test {
     World_.Doc.MissionShadow = World_.Doc.Missions;
   }
   void Open() {
-    Form = std::make_unique<frmDogFight>(WindowContext{World_.Doc, Tables, Run, World_.Services},
-                                         nullptr);
+    Form = std::make_unique<frmDogFight>(World_, nullptr);
     Form->LoadForm();
     Form->show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(Form.get()));
@@ -45,8 +44,7 @@ struct HomeBaseForm : testing::Test {
   QColor Swatch() { return Form->lblColor->palette().color(Form->lblColor->backgroundRole()); }
 
   World World_;
-  Catalogues Tables;
-  RunState Run;
+  Catalogues& Tables = World_.Tables;
   std::unique_ptr<frmDogFight> Form;
 };
 

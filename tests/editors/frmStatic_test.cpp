@@ -59,9 +59,8 @@ struct StaticForm : testing::Test {
   }
 
   World W;
-  Catalogues Tables;
-  RunState Run;
-  WindowContext Context{W.Doc, Tables, Run, W.Services};
+  Catalogues& Tables = W.Tables;
+  Session& Context = W;
   std::function<void(frmChgAC&)> Choose;
   std::vector<std::string> Asked;
   std::unique_ptr<frmStatic> Form;

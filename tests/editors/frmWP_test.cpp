@@ -33,8 +33,7 @@ class WaypointForm : public ::testing::Test {
   }
 
   void Open() {
-    Form =
-        std::make_unique<frmWP>(WindowContext{World_.Doc, Tables, Run, World_.Services}, nullptr);
+    Form = std::make_unique<frmWP>(World_, nullptr);
     Form->LoadForm();
     Form->show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(Form.get()));
@@ -70,8 +69,7 @@ class WaypointForm : public ::testing::Test {
   bool Applies() { return Form->cmd[0]->isEnabled(); }
 
   World World_;
-  Catalogues Tables;
-  RunState Run;
+  Catalogues& Tables = World_.Tables;
   std::optional<std::string> Typed;
   std::vector<std::string> Prompts_;
   std::unique_ptr<frmWP> Form;

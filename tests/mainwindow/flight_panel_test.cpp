@@ -156,7 +156,7 @@ TEST_F(FlightPanelTest, AIOnlyAsksBeforeItTakesThePlayer) {
 }
 
 TEST_F(FlightPanelTest, TheLockHoldsForEveryFlight) {
-  Run.bLockWT = true;
+  Prefs.bLockWT = true;
   Open();
   for (const int row : {kFighter, kBomber, kLateFighter}) {
     ClickFlight(row);
@@ -167,7 +167,7 @@ TEST_F(FlightPanelTest, TheLockHoldsForEveryFlight) {
   }
   SelectFighters();
   EXPECT_FALSE(Panel_().cboWeap->isEnabled());
-  Run.bLockWT = false;
+  Prefs.bLockWT = false;
   Panel_().LockFlightControls(true);
   EXPECT_TRUE(Panel_().cboWeap->isEnabled() && Panel().dtMission->isEnabled());
 }

@@ -10,9 +10,9 @@
 #include "editors/frmStatic.h"
 #include "editors/frmWP.h"
 #include "editors/frmWPEdit.h"
+#include "platform/fetch.h"
 #include "services/forms/frmPrefs.h"
 #include "services/help_file.h"
-#include "services/platform/fetch.h"
 #include "tests/mainwindow/window_fixture.h"
 #include "tools/frmSkins.h"
 #include "tools/frmView.h"
@@ -44,17 +44,16 @@ QStringList Captions(const QWidget& window) {
 
 TEST_F(HelpTest, TellsOfEveryWindowMenuEntryAndButton) {
   const QString help = HelpText();
-  const WindowContext context{Doc(), Tables, Run, World_.Services};
   std::vector<std::unique_ptr<QWidget>> windows;
   windows.push_back(std::move(Window));
-  windows.push_back(std::make_unique<frmWP>(context, nullptr));
-  windows.push_back(std::make_unique<frmWPEdit>(context, nullptr));
-  windows.push_back(std::make_unique<frmBrief>(context, nullptr));
-  windows.push_back(std::make_unique<frmDogFight>(context, nullptr));
-  windows.push_back(std::make_unique<frmStatic>(context, nullptr));
-  windows.push_back(std::make_unique<frmChgAC>(context, nullptr));
-  windows.push_back(std::make_unique<frmPrefs>(context, nullptr));
-  windows.push_back(std::make_unique<frmSkins>(context, nullptr));
+  windows.push_back(std::make_unique<frmWP>(World_, nullptr));
+  windows.push_back(std::make_unique<frmWPEdit>(World_, nullptr));
+  windows.push_back(std::make_unique<frmBrief>(World_, nullptr));
+  windows.push_back(std::make_unique<frmDogFight>(World_, nullptr));
+  windows.push_back(std::make_unique<frmStatic>(World_, nullptr));
+  windows.push_back(std::make_unique<frmChgAC>(World_, nullptr));
+  windows.push_back(std::make_unique<frmPrefs>(World_, nullptr));
+  windows.push_back(std::make_unique<frmSkins>(World_, nullptr));
   windows.push_back(std::make_unique<frmView>(World_.Services, nullptr));
   int captions = 0;
   for (const auto& window : windows) {

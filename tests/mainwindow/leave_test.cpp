@@ -22,7 +22,7 @@ class LeaveTest : public WindowTest, public ::testing::WithParamInterface<LeaveR
 TEST_P(LeaveTest, SettlesTheChangesOfTheMissionBeingLeft) {
   const LeaveRow& row = GetParam();
   OpenThree();
-  Doc().SavePromptMode = row.Mode;
+  Prefs.SavePromptMode = row.Mode;
   Edit();
   if (row.Asks) World_.Script.Expect(kQuestion, row.Answered);
   row.ByKey ? PressKey(Qt::Key_Down) : ClickRow(1);
@@ -167,7 +167,7 @@ TEST_F(WindowTest, TheMenuEndsUnaskedAndStoresThePlace) {
 
 TEST_F(WindowTest, ARunOnAGivenDirectoryLeavesTheStoredPlaceAlone) {
   OpenThree();
-  Run.ComLinePath = Doc().MissionDir;
+  Window->Arguments.ComLinePath = Doc().MissionDir;
   Window->mnuExit->trigger();
   EXPECT_EQ(World_.SettingTexts.count("software\\hollowbyte\\rws edit\\frmrwstop"), 0u);
 }

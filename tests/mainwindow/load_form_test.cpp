@@ -21,7 +21,7 @@ class LoadFormTest : public WindowTest {
   }
 
   void Load(const std::string& commandLine) {
-    Window = std::make_unique<frmRWS>(WindowContext{World_.Doc, Tables, Run, World_.Services});
+    Window = std::make_unique<frmRWS>(World_);
     Window->LoadForm(commandLine);
   }
 };

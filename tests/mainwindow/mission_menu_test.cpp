@@ -140,7 +140,7 @@ TEST_F(MissionMenuTest, ParkedAircraftAreChangedInTheFile) {
 
 TEST_F(MissionMenuTest, ABriefingOnTheCommandLineOpensItsMission) {
   std::string opened;
-  Run.ComLineMission = "c";
+  Window->Arguments.ComLineMission = "c";
   Work = [&](QDialog& dialog) { opened = dynamic_cast<frmBrief&>(dialog).BriefName; };
   Window->Start();
   EXPECT_EQ(Shown(), "c");

@@ -6,9 +6,9 @@
 #include <QTest>
 
 #include "catalogues/paint_schemes.h"
+#include "platform/qt_text.h"
 #include "services/faults.h"
 #include "services/paths.h"
-#include "services/platform/qt_text.h"
 #include "tests/support/doubles.h"
 #include "tests/support/sandbox.h"
 
@@ -88,10 +88,9 @@ class PlanePanelsTest : public ::testing::Test {
 
   Sandbox Box;
   World World_;
-  Catalogues Tables;
-  RunState Run;
+  Catalogues& Tables = World_.Tables;
   QMenu Menu;
-  PlanePanels Panels{WindowContext{World_.Doc, Tables, Run, World_.Services}, nullptr};
+  PlanePanels Panels{World_, nullptr};
   std::vector<std::string> Viewed;
   bool MenuChecked = false;
 };

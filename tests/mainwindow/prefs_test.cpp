@@ -1,7 +1,7 @@
 #include <filesystem>
 
+#include "platform/qt_text.h"
 #include "services/forms/frmPrefs.h"
-#include "services/platform/qt_text.h"
 #include "services/setting_values.h"
 #include "tests/mainwindow/window_fixture.h"
 
@@ -16,7 +16,7 @@ class SetPrefsTest : public WindowTest {
     Box.Write("game/PaintSchemes/Skins/P-51D/Old.bmp", "image");
     for (const char* image : {"Skins/P-51D/New.bmp", "Pilots/Cap.bmp", "Noseart/Star.bmp"})
       Box.Write(std::string("game2/PaintSchemes/") + image, "image");
-    Doc().bBackup = true;
+    Prefs.bBackup = true;
     World_.Services.System.NotifyAssocChanged = [] {};
     Tables.Aircraft.resize(1);
     Tables.Aircraft[0].Class = "IL_2";
@@ -52,8 +52,8 @@ TEST_F(SetPrefsTest, TakesStoresAndShowsEverything) {
             "False|True|True|1|<none>")
       << "colours are stored when the window closes";
   EXPECT_EQ(Stored(setting::GamePath), Box.Path("game2"));
-  EXPECT_TRUE(Run.bAssociate && Run.bLockWT && Run.bSndPlayer && !Doc().bBackup);
-  EXPECT_EQ(Run.BackColor, 0x0000FF);
+  EXPECT_TRUE(Prefs.bAssociate && Prefs.bLockWT && Prefs.bSndPlayer && !Prefs.bBackup);
+  EXPECT_EQ(Prefs.BackColor, 0x0000FF);
   EXPECT_EQ(Window->lstMission->palette().color(QPalette::Base), QColor(255, 0, 0));
   const FlightPanel& flight = *Window->flightArea->fraFlight;
   EXPECT_FALSE(flight.cboWeap->isEnabled() || flight.udDStart->isEnabled() ||
@@ -68,7 +68,7 @@ TEST_F(SetPrefsTest, TakesStoresAndShowsEverything) {
     form.chkWA->click();
     form.chkLock->click();
   });
-  EXPECT_FALSE(Run.bAssociate);
+  EXPECT_FALSE(Prefs.bAssociate);
   EXPECT_TRUE(flight.udDStart->isEnabled() && Panel().dtMission->isEnabled());
   EXPECT_EQ(Stored(setting::LockWT), "False");
 }
@@ -81,13 +81,13 @@ TEST_F(SetPrefsTest, AsksBeforeEditsAreDropped) {
   for (const Row& row : {Row{Answer::Cancel, false, false}, Row{Answer::No, true, false},
                          Row{Answer::Yes, true, true}}) {
     SCOPED_TRACE(static_cast<int>(row.Answered));
-    Doc().SavePromptMode = kSaveAsk;
+    Prefs.SavePromptMode = kSaveAsk;
     WriteSetting(World_.Services.Settings, setting::SaveWarn, "0");
     Edit();
     World_.Script.Expect(kQuestion, row.Answered);
     Apply([](frmPrefs& form) { form.optSave[2]->click(); });
     World_.Script.AllAsked();
-    EXPECT_EQ(Doc().SavePromptMode == kSaveNever, row.Applied);
+    EXPECT_EQ(Prefs.SavePromptMode == kSaveNever, row.Applied);
     EXPECT_EQ(FileText("a") != MissionText(), row.Written);
     EXPECT_EQ(Lit(), !row.Applied);
   }
@@ -95,7 +95,7 @@ TEST_F(SetPrefsTest, AsksBeforeEditsAreDropped) {
   std::filesystem::remove_all(Box.Path("missions"));
   Box.MakeFolder("missions");
   Apply([](frmPrefs& form) { form.optSave[0]->click(); });
-  EXPECT_EQ(Doc().SavePromptMode, kSaveAsk) << "a directory without missions is no obstacle";
+  EXPECT_EQ(Prefs.SavePromptMode, kSaveAsk) << "a directory without missions is no obstacle";
 }
 
 }  // namespace

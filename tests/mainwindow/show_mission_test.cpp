@@ -110,7 +110,7 @@ TEST_F(WindowTest, OpensTheMissionOfTheCommandLineOnce) {
     Box.Write(std::string("missions/") + name + ".Mis", MissionText());
   Make();
   Window->show();
-  Run.ComLineMission = "COOP dogfight, med, Japanese D3A1.mis";
+  Window->Arguments.ComLineMission = "COOP dogfight, med, Japanese D3A1.mis";
   Window->Start();
   EXPECT_EQ(Doc().Missions[static_cast<std::size_t>(Doc().CurMission)].BaseName,
             "coop Dogfight, med, Japanese D3A1");

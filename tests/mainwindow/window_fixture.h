@@ -66,7 +66,7 @@ class WindowTest : public ::testing::Test {
 
   /** The window, filled with nothing but its fixed lists. */
   void Make() {
-    Window = std::make_unique<frmRWS>(WindowContext{World_.Doc, Tables, Run, World_.Services});
+    Window = std::make_unique<frmRWS>(World_);
     Window->InitForm();
   }
 
@@ -88,8 +88,8 @@ class WindowTest : public ::testing::Test {
 
   Sandbox Box;
   World World_;
-  Catalogues Tables;
-  RunState Run;
+  Catalogues& Tables = World_.Tables;
+  Preferences& Prefs = World_.Prefs;
   std::unique_ptr<frmRWS> Window;
 };
 

@@ -20,7 +20,7 @@ void ReadAndBuild(const std::string& bytes, World& world) {
   const bool ended = bytes.empty() || bytes.ends_with("\r\n");
   EXPECT_TRUE(world.Doc.Missions[0].Lines.FileText() == bytes + (ended ? "" : "\r\n"));
   LineArray output;
-  if (BuildMissionFile(world.Doc, world.Services, output, 0) && !output.empty()) {
+  if (BuildMissionFile(world.Doc, world.Services, output, 0, {}) && !output.empty()) {
     EXPECT_TRUE(output.FileText().ends_with("\r\n"));
   }
 }
@@ -77,7 +77,7 @@ TEST(BadInput, MoreFlightsThanSixteenBits) {
   ReadInto(world, bytes);
   ASSERT_EQ(world.Doc.Missions[0].Flights.size(), kFlights);
   LineArray output;
-  ASSERT_TRUE(BuildMissionFile(world.Doc, world.Services, output, 0));
+  ASSERT_TRUE(BuildMissionFile(world.Doc, world.Services, output, 0, {}));
   ReadInto(world, output.FileText());
   const auto& flights = world.Doc.Missions[0].Flights;
   ASSERT_EQ(flights.size(), kFlights);
@@ -98,7 +98,7 @@ TEST(BadInput, AFileGivenUpIsNotWritten) {
   ASSERT_EQ(world.Log.back(), "OverflowLoadMissionParams");
   ASSERT_LT(world.Doc.Missions[0].Flights.size(), 9'000U);
   LineArray output;
-  EXPECT_FALSE(BuildMissionFile(world.Doc, world.Services, output, 0));
+  EXPECT_FALSE(BuildMissionFile(world.Doc, world.Services, output, 0, {}));
 }
 
 TEST(BadInput, ThousandsOfFlightsOfOneNameAreNotWritten) {
@@ -113,7 +113,7 @@ TEST(BadInput, ThousandsOfFlightsOfOneNameAreNotWritten) {
   ReadInto(world, bytes);
   ASSERT_EQ(world.Doc.Missions[0].Flights.size(), 300U);
   LineArray output;
-  EXPECT_FALSE(BuildMissionFile(world.Doc, world.Services, output, 0));
+  EXPECT_FALSE(BuildMissionFile(world.Doc, world.Services, output, 0, {}));
   EXPECT_EQ(world.Log, std::vector<std::string>{"OverflowBuildMissionFile"});
 }
 

@@ -43,7 +43,7 @@ class Update {
     box_.MakeFolder("app");
     if (situation.HasBackup) box_.Write("app/RWS Backup/m.mis.bak", kEarlierBackup);
     if (situation.HasCopy) box_.Write("app/$$$TEMP", kEarlierCopy);
-    world_.Doc.bBackup = situation.Backups;
+    world_.Prefs.bBackup = situation.Backups;
     world_.Doc.MissionFiles = {box_.Path("m/m.mis")};
     LoadMissionArray(world_.Doc, world_.Services);
     LoadMission(world_.Doc, world_.Services, 0);
@@ -69,7 +69,7 @@ class Update {
       failed_ = true;
       throw FileFault(fault::FileIo, next.Action, next.Path, "device error");
     };
-    result_ = UpdateChanges(world_.Doc, world_.Services);
+    result_ = UpdateChanges(world_.Doc, world_.Services, world_.Prefs, world_.Shown);
     world_.Services.Files.BeforeStep = nullptr;
   }
 
@@ -188,10 +188,11 @@ TEST(WriteMissionFile, KeepsTheFirstBackupUnderItsPlainName) {
   LoadMissionArray(world.Doc, world.Services);
   for (const char* line : {"two", "three", "four", "five"}) {
     world.Clock.Hour = line == std::string("four") ? 17 : 5;
-    world.Doc.bBackup = line != std::string("five");
+    world.Prefs.bBackup = line != std::string("five");
     LineArray lines;
     lines.Add(line);
-    EXPECT_TRUE(WriteMissionFile(world.Doc, world.Services, lines, 0));
+    EXPECT_TRUE(
+        WriteMissionFile(world.Services, world.Doc.Missions[0], lines, world.Prefs.bBackup));
   }
   EXPECT_EQ(box.Read("m/a.mis"), "five\r\n");
   EXPECT_EQ(box.Names("m") + "," + box.Names("app"), "a.mis,RWS Backup");
@@ -214,7 +215,7 @@ TEST(WriteMissionFile, SavesAndWritesTheFileBehindALink) {
   LoadMissionArray(world.Doc, world.Services);
   LineArray lines;
   lines.Add("new");
-  EXPECT_TRUE(WriteMissionFile(world.Doc, world.Services, lines, 0));
+  EXPECT_TRUE(WriteMissionFile(world.Services, world.Doc.Missions[0], lines, world.Prefs.bBackup));
   EXPECT_TRUE(std::filesystem::is_symlink(box.Path("m/a.mis")));
   EXPECT_EQ(box.Read("real/a.mis"), "new\r\n");
   EXPECT_FALSE(std::filesystem::is_symlink(box.Path("app/RWS Backup/a.mis.bak")));

@@ -314,7 +314,7 @@ TEST_F(MissionFolder, AMissionThatCannotBeReadIsTriedAgain) {
   EXPECT_TRUE(world_.Log[0].ends_with("device errorLoadMission"));
   EXPECT_FALSE(mission.Loaded || world_.Busy);
   LineArray lines;
-  EXPECT_FALSE(BuildMissionFile(world_.Doc, world_.Services, lines, 0));
+  EXPECT_FALSE(BuildMissionFile(world_.Doc, world_.Services, lines, 0, {}));
   EXPECT_TRUE(mission.Lines.empty() && lines.empty());
 
   world_.Services.Files.BeforeStep = nullptr;

@@ -168,7 +168,7 @@ TEST(RealMissions, AreRewrittenAsPrescribed) {
     const Mission mission = world.Doc.Missions[0];
     const Prescribed prescribed = Prescribe(mission, Split(mission.Lines));
     LineArray output;
-    ASSERT_EQ(BuildMissionFile(world.Doc, world.Services, output, 0), prescribed.Builds);
+    ASSERT_EQ(BuildMissionFile(world.Doc, world.Services, output, 0, {}), prescribed.Builds);
     // The command line tool writes the same and leaves the mission alone.
     const test::Sandbox box;
     const std::string command = "\"" RWS_CLI "\" rewrite \"" + entry.path().string() +

@@ -134,7 +134,7 @@ TEST(SetModify, FollowsTheDifference) {
 TEST(UpdateChanges, AttemptsTheRestAfterAFailure) {
   test::Sandbox box;
   World world(box.Path());
-  world.Doc.bBackup = false;
+  world.Prefs.bBackup = false;
   for (const std::string name : {"a.mis", "b.mis", "c.mis", "d.mis"}) {
     Mission mission;
     mission.FileName = name;
@@ -152,7 +152,7 @@ TEST(UpdateChanges, AttemptsTheRestAfterAFailure) {
   };
   world.Script.Expect("Update Failed. Reason unknown. Update aborted.");
   world.Script.Expect("Update fail. Reason unknown. Mission file restored.");
-  EXPECT_FALSE(UpdateChanges(world.Doc, world.Services));
+  EXPECT_FALSE(UpdateChanges(world.Doc, world.Services, world.Prefs, world.Shown));
   EXPECT_EQ(box.Read("a.mis") + box.Read("b.mis") + box.Read("d.mis"), "oldoldold");
   EXPECT_EQ(box.Read("c.mis"), test::CrlfText("[MAIN]|  army 1|[Wing]|[e]"));
   EXPECT_FALSE(world.Lit);
@@ -164,11 +164,11 @@ TEST(UpdateChanges, AttemptsTheRestAfterAFailure) {
 
   world.Doc.Missions.erase(world.Doc.Missions.begin(), world.Doc.Missions.begin() + 2);
   world.Doc.Missions[0].Modified = true;
-  EXPECT_TRUE(UpdateChanges(world.Doc, world.Services));
+  EXPECT_TRUE(UpdateChanges(world.Doc, world.Services, world.Prefs, world.Shown));
   std::remove(box.Path("c.mis").c_str());
   world.Doc.Missions[0].Modified = true;
   world.Script.Expect("could not be restored");  // no file is there that could be called restored
-  EXPECT_FALSE(UpdateChanges(world.Doc, world.Services));
+  EXPECT_FALSE(UpdateChanges(world.Doc, world.Services, world.Prefs, world.Shown));
 }
 
 TEST(WarnSave, LeavesBySavePromptMode) {
@@ -192,10 +192,10 @@ TEST(WarnSave, LeavesBySavePromptMode) {
     SCOPED_TRACE("row " + std::to_string(&row - rows));
     World world;
     Mission& mission = ReadLines(world, kMission);
-    world.Doc.SavePromptMode = row.Mode;
+    world.Prefs.SavePromptMode = row.Mode;
     bool updated = false;
     const auto leave = [&] {
-      return WarnSave(world.Doc, world.Services, row.By, [&] {
+      return WarnSave(world.Doc, world.Services, world.Prefs, row.By, [&] {
         updated = true;
         return row.Written;
       });

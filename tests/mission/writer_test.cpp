@@ -19,7 +19,7 @@ string Rewritten(World& world, const string& lines, const Edit& edit = {}) {
   Mission& mission = test::ReadLines(world, lines);
   if (edit) edit(mission);
   LineArray output;
-  if (!BuildMissionFile(world.Doc, world.Services, output, 0)) return "<false>";
+  if (!BuildMissionFile(world.Doc, world.Services, output, 0, world.Shown)) return "<false>";
   return output.FileText();
 }
 
@@ -99,9 +99,9 @@ TEST(BuildMissionFile, WritesTheHead) {
 
 TEST(BuildMissionFile, CompletesBareLinesFromTheWindow) {
   World world;
-  world.Weather = 3;
-  world.CloudText = "1200,5";
-  world.ClockText = "12.30";
+  world.Shown.WeatherRow = 3;
+  world.Shown.CloudHeight = "1200,5";
+  world.Shown.Clock = "12.30";
   EXPECT_EQ(Rewritten(world, "[MAIN]|  TIME |CloudType| CloudHeight|" + Body()),
             CrlfText("[MAIN]|  TIME 12.5|  CloudType 3|  CloudHeight 1200.5|" + Body()));
   const Mission& mission = world.Doc.Missions[0];
@@ -223,7 +223,7 @@ TEST(BuildMissionFile, IsFalseWhenTheTextCannotBeMade) {
   World world;
   EXPECT_EQ(Rewritten(world, Body(), [](Mission& mission) { mission.Loaded = false; }), "<false>");
   LineArray output;
-  EXPECT_FALSE(BuildMissionFile(world.Doc, world.Services, output, 5));
+  EXPECT_FALSE(BuildMissionFile(world.Doc, world.Services, output, 5, {}));
 }
 
 TEST(NewBornPlace, NumbersTheListsByPlace) {

@@ -112,13 +112,10 @@ World::World() {
   Services.System.StopSound = [this] { ShellCalls.push_back("stop"); };
   Services.System.Now = [this] { return Clock; };
   Services.System.HomeFolder = [] { return std::string("/"); };
-  Doc.Window.ShowBusy = [this](bool busy) { Busy = busy; };
-  Doc.Window.Close = [this] { ++CloseRequests; };
-  Doc.Window.IsUp = [this] { return Up; };
-  Doc.Window.LightUpdate = [this](bool lit) { Lit = lit; };
-  Doc.Window.WeatherRow = [this] { return Weather; };
-  Doc.Window.CloudHeightText = [this] { return CloudText; };
-  Doc.Window.ClockText = [this] { return ClockText; };
+  Services.Window.ShowBusy = [this](bool busy) { Busy = busy; };
+  Services.Window.Close = [this] { ++CloseRequests; };
+  Services.Window.IsUp = [this] { return Up; };
+  Services.Window.LightUpdate = [this](bool lit) { Lit = lit; };
 }
 
 World::World(const std::string& appPath) : World() {

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "mission/document.h"
-#include "services/services.h"
+#include "mission/writer.h"
+#include "session/session.h"
 
 namespace rws::test {
 
@@ -50,9 +50,9 @@ class PromptScript {
 /** Settings in memory; names without regard to case. */
 SettingsBackend MemorySettings(std::map<std::string, std::string>& values);
 
-/** Services over real files, with doubles for everything else, and a document with a window that
-    records what it is asked. The clock stands at 2026-03-04 05:06:07. */
-struct World {
+/** Services over real files, with doubles for everything else, and a window that records what
+    it is asked. The clock stands at 2026-03-04 05:06:07. */
+struct World : Session {
   World();
   explicit World(const std::string& appPath);
 
@@ -64,12 +64,10 @@ struct World {
   std::string Clipboard;
   DateTime Clock{2026, 3, 4, 5, 6, 7};
 
-  rws::Services Services;
-  rws::Document Doc;
-
   bool Up = true, Lit = false, Busy = false;
-  int CloseRequests = 0, Weather = 0;
-  std::string CloudText = "1000", ClockText = "12.00";
+  int CloseRequests = 0;
+  /** What the window shows. */
+  ShownValues Shown;
 };
 
 /** Joins lines with carriage return and line feed, one behind each. */

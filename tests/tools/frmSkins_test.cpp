@@ -37,7 +37,7 @@ struct SkinsForm : testing::Test {
   }
 
   void Open(const char* plane) {
-    Form = std::make_unique<frmSkins>(WindowContext{W.Doc, Tables, Run, W.Services}, nullptr);
+    Form = std::make_unique<frmSkins>(W, nullptr);
     Form->Plane = plane;
     Form->LoadForm();
     Form->show();
@@ -65,8 +65,7 @@ struct SkinsForm : testing::Test {
 
   const Sandbox Box;
   World W;
-  Catalogues Tables;
-  RunState Run;
+  Catalogues& Tables = W.Tables;
   std::unique_ptr<frmSkins> Form;
 };
 

@@ -6,8 +6,8 @@
 #include <QTimer>
 #include <vector>
 
+#include "platform/images.h"
 #include "services/faults.h"
-#include "services/platform/images.h"
 #include "tests/support/doubles.h"
 #include "tests/support/sandbox.h"
 #include "tools/frmView.h"

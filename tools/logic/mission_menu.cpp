@@ -100,7 +100,6 @@ BriefFields MakeBriefFields(const Document& doc, const std::vector<std::string>&
   fields.MissionPath = mission.DirPath;
   fields.Map = mission.MapName;
   fields.Clouds = mission.CloudHeight;
-  fields.Backups = doc.bBackup;
   ResumeNext([&] { fields.Weather = At(weatherCaptions, CInt(Val(mission.CloudType))); });
   ResumeNext([&] { fields.MisTime = HoursToClock(mission.Time); });
   return fields;

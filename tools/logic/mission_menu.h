@@ -31,7 +31,6 @@ struct BriefFields {
   std::string MisTime;
   /** Cloud height in metres. */
   std::string Clouds;
-  bool Backups = false;
 };
 
 /** The fields for the current mission. `weatherCaptions` are the rows of the weather list. */

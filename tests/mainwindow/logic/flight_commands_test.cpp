@@ -212,7 +212,7 @@ TEST(FlightCommands, WorkOnWhatIsSelected) {
 
 std::string Written(World& world) {
   LineArray lines;
-  EXPECT_TRUE(BuildMissionFile(world.Doc, world.Services, lines, 0));
+  EXPECT_TRUE(BuildMissionFile(world.Doc, world.Services, lines, 0, {}));
   return lines.FileText();
 }
 

@@ -15,7 +15,7 @@ constexpr char kFolderTitle[] = "Please locate the install directory for IL2";
 struct StartUp : testing::Test {
   Sandbox Box;
   World W{Box.Path()};
-  RunState Run;
+  StartArguments Arguments;
 };
 
 TEST_F(StartUp, GamePathIsAskedForUntilFoundOrGivenUp) {
@@ -66,13 +66,14 @@ TEST_F(StartUp, TheCommandLineNamesADirectoryOrAMission) {
       {Box.Path("missing"), "||0"},
       {Box.Path("plain") + ",ju87,,four", Box.Path("plain") + "||0"}};
   for (const auto& [text, expected] : rows) {
-    Run = RunState();
-    ChkComLine(W.Doc, Run, W.Services, text);
-    EXPECT_EQ(Run.ComLinePath + "|" + Run.ComLineMission + (Run.ComLineProperties ? "|1" : "|0"),
+    Arguments = StartArguments();
+    ChkComLine(W.Doc, W.Prefs, Arguments, W.Services, text);
+    EXPECT_EQ(Arguments.ComLinePath + "|" + Arguments.ComLineMission +
+                  (Arguments.ComLineProperties ? "|1" : "|0"),
               expected);
   }
-  EXPECT_EQ(W.Doc.ExcludedNames + " " + Run.FourthPart, "ju87 four");
-  EXPECT_TRUE(Run.ThirdPartEmpty);
+  EXPECT_EQ(W.Doc.ExcludedNames + " " + Arguments.FourthPart, "ju87 four");
+  EXPECT_TRUE(Arguments.ThirdPartEmpty);
 }
 
 TEST_F(StartUp, RestoreWipesTheSettingsAndWhatWasReadOfThem) {
@@ -81,14 +82,14 @@ TEST_F(StartUp, RestoreWipesTheSettingsAndWhatWasReadOfThem) {
   WriteSetting(settings, setting::ForeColor, "255");
   WriteSetting(settings, setting::LockWT, "True");
   W.Doc.GamePath = "kept";
-  W.Doc.bBackup = false;
-  ReadStartSettings(W.Doc, Run, W.Services);
-  EXPECT_TRUE(W.Doc.SavePromptMode == kSaveNever && Run.bLockWT);
-  ChkComLine(W.Doc, Run, W.Services, "-RESTORE");
+  W.Prefs.bBackup = false;
+  ReadStartSettings(W.Prefs, W.Services);
+  EXPECT_TRUE(W.Prefs.SavePromptMode == kSaveNever && W.Prefs.bLockWT);
+  ChkComLine(W.Doc, W.Prefs, Arguments, W.Services, "-RESTORE");
   EXPECT_TRUE(W.SettingTexts.empty());
-  EXPECT_EQ(W.Doc.SavePromptMode, kSaveAsk);
-  EXPECT_EQ(Run.ForeColor, 0x800000);
-  EXPECT_TRUE(W.Doc.bBackup && !Run.bLockWT);
+  EXPECT_EQ(W.Prefs.SavePromptMode, kSaveAsk);
+  EXPECT_EQ(W.Prefs.ForeColor, 0x800000);
+  EXPECT_TRUE(W.Prefs.bBackup && !W.Prefs.bLockWT);
   EXPECT_EQ(W.Doc.GamePath, "kept");
 }
 

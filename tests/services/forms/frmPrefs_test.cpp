@@ -4,8 +4,8 @@
 
 #include <QTest>
 
+#include "platform/qt_text.h"
 #include "services/forms/frmCam.h"
-#include "services/platform/qt_text.h"
 #include "tests/support/doubles.h"
 #include "tests/support/sandbox.h"
 
@@ -16,23 +16,21 @@ constexpr char kPick[] = "Please select where IL2 is installed";
 
 class PrefsTest : public ::testing::Test {
  protected:
-  PrefsTest()
-      : World_(Box.Path()), Form(WindowContext{World_.Doc, Tables, Run, World_.Services}, nullptr) {
+  PrefsTest() : World_(Box.Path()), Form(World_, nullptr) {
     Box.MakeFolder("old/PaintSchemes/Skins");
     Box.MakeFolder("new/paintschemes/skins");
     Box.MakeFolder("wrong/place");
     World_.Doc.GamePath = Form.GamePath = Box.Path("old");
     Form.Backup = true;
-    Form.ForeColor = Run.ForeColor;
-    Form.BackColor = Run.BackColor;
+    Form.ForeColor = World_.Prefs.ForeColor;
+    Form.BackColor = World_.Prefs.BackColor;
     Form.LoadForm();
     Form.show();
   }
 
   Sandbox Box;
   World World_;
-  Catalogues Tables;
-  RunState Run;
+  Catalogues& Tables = World_.Tables;
   frmPrefs Form;
 };
 
@@ -74,7 +72,7 @@ TEST_F(PrefsTest, APathWithoutSkinsClosesTheForm) {
 }
 
 TEST_F(PrefsTest, TheCompatibilityFormOpensAndKeepsItsPlace) {
-  frmCam form(WindowContext{World_.Doc, Tables, Run, World_.Services}, nullptr);
+  frmCam form(World_, nullptr);
   form.LoadForm();
   form.show();
   EXPECT_EQ(ToPath(form.windowTitle()), kProgramTitle);

@@ -1,0 +1,70 @@
+#include "platform/desktop.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QLocale>
+#include <QStandardPaths>
+
+#include "platform/qt_prompts.h"
+#include "platform/qt_shell.h"
+#include "platform/qt_text.h"
+#include "platform/settings_store.h"
+#include "services/setting_values.h"
+#include "services/text.h"
+
+namespace rws {
+
+namespace {
+
+/** The per-user directory that takes what a read-only program directory cannot. */
+std::string UserFolder() {
+  const QString base = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+  const QString folder = base + QStringLiteral("/rws-edit");
+  QDir().mkpath(folder);
+  return ToPath(QDir::toNativeSeparators(folder));
+}
+
+CodePage ChosenCodePage(const Settings& settings) {
+  const int chosen = ReadNumber(settings, setting::CodePage, 0, 9999);
+  if (chosen != 0) return CodePage(chosen);
+  return CodePage(CodePageOfLocale(ToPath(QLocale::system().name())));
+}
+
+/** A value of the environment stands for the one of the settings, for this run only. */
+void UseVariable(SettingsBackend& backend, const char* variable, const SettingValue& value) {
+  const std::string text = ToPath(qEnvironmentVariable(variable));
+  if (text.empty()) return;
+  const auto isMeant = [&value](const std::string& name) { return EqualNoCase(name, value.Name); };
+  backend.Read = [read = backend.Read, text, isMeant](
+                     SettingsRoot root, const std::string& key,
+                     const std::string& name) -> std::optional<SettingData> {
+    if (isMeant(name)) return text;
+    return read(root, key, name);
+  };
+  backend.Write = [write = backend.Write, isMeant](SettingsRoot root, const std::string& key,
+                                                   const std::string& name,
+                                                   const SettingData& data) {
+    if (!isMeant(name)) write(root, key, name, data);
+  };
+}
+
+}  // namespace
+
+Services MakeDesktopServices() {
+  Services services;
+  services.Settings.BaseKey = kSettingsBaseKey;
+  services.Settings.Backend = MakeSettingsStore(qEnvironmentVariable("RWS_SETTINGS_FILE"));
+  UseVariable(services.Settings.Backend, "RWS_GAME_PATH", setting::GamePath);
+  UseVariable(services.Settings.Backend, "RWS_UPDATE_HOST", setting::UpdateHost);
+  services.Ask = MakeQtPrompts();
+  services.System = MakeQtShell();
+  services.ProgramPath = ToPath(QDir::toNativeSeparators(QCoreApplication::applicationDirPath()));
+  services.ProgramName = ToPath(QFileInfo(QCoreApplication::applicationFilePath()).fileName());
+  services.AppPath =
+      services.Files.CanWriteInto(services.ProgramPath) ? services.ProgramPath : UserFolder();
+  services.Page = ChosenCodePage(services.Settings);
+  return services;
+}
+
+}  // namespace rws

@@ -1,0 +1,98 @@
+#include "platform/settings_store.h"
+
+#include <QSettings>
+#include <QStandardPaths>
+#include <QStringDecoder>
+#include <memory>
+
+#include "platform/qt_text.h"
+
+namespace rws {
+
+namespace {
+
+QString RootName(SettingsRoot root) {
+  return root == SettingsRoot::CurrentUser ? QStringLiteral("HKEY_CURRENT_USER")
+                                           : QStringLiteral("HKEY_CLASSES_ROOT");
+}
+
+#ifdef _WIN32
+/** The classes of this user alone: those of the machine need an administrator to write them. */
+QString RegistryRoot(SettingsRoot root) {
+  return root == SettingsRoot::CurrentUser ? RootName(root)
+                                           : QStringLiteral("HKEY_CURRENT_USER\\Software\\Classes");
+}
+#endif
+
+/** A settings object that stands at the key; made anew for each call, as the store itself is. */
+std::unique_ptr<QSettings> OpenKey(const QString& iniFile, SettingsRoot root,
+                                   const std::string& key) {
+  const QString path = FromPath(key);
+#ifdef _WIN32
+  if (iniFile.isEmpty())
+    return std::make_unique<QSettings>(RegistryRoot(root) + QLatin1Char('\\') + path,
+                                       QSettings::NativeFormat);
+#endif
+  auto settings = std::make_unique<QSettings>(iniFile.isEmpty() ? DefaultSettingsFile() : iniFile,
+                                              QSettings::IniFormat);
+  settings->beginGroup(RootName(root) + QLatin1Char('/') +
+                       QString(path).replace(QLatin1Char('\\'), QLatin1Char('/')));
+  return settings;
+}
+
+/** The spelling under which a value is stored already. */
+QString StoredName(const QSettings& settings, const std::string& name) {
+  // The value of a key itself has no name.
+  const QString wanted = name.empty() ? QStringLiteral(".") : FromPath(name);
+  for (const auto& stored : settings.childKeys())
+    if (stored.compare(wanted, Qt::CaseInsensitive) == 0) return stored;
+  return wanted;
+}
+
+/** A path need not be UTF-8; such a text is kept as raw bytes. */
+QVariant ToVariant(const std::string& text) {
+  QStringDecoder decode(QStringDecoder::Utf8);
+  const QString decoded = decode(QByteArrayView(text.data(), static_cast<qsizetype>(text.size())));
+  if (decode.hasError()) return QByteArray::fromStdString(text);
+  return decoded;
+}
+
+SettingData FromVariant(const QVariant& value) {
+  if (value.typeId() == QMetaType::Int) return value.toInt();
+  if (value.typeId() == QMetaType::QByteArray) return value.toByteArray().toStdString();
+  // An unquoted comma makes a list of a text that another program wrote.
+  if (value.typeId() == QMetaType::QStringList)
+    return ToPath(value.toStringList().join(QStringLiteral(", ")));
+  return ToPath(value.toString());
+}
+
+}  // namespace
+
+QString DefaultSettingsFile() {
+  return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+         QStringLiteral("/Hollowbyte/RWS Edit.ini");
+}
+
+SettingsBackend MakeSettingsStore(const QString& iniFile) {
+  SettingsBackend backend;
+  backend.Read = [iniFile](SettingsRoot root, const std::string& key,
+                           const std::string& name) -> std::optional<SettingData> {
+    const auto settings = OpenKey(iniFile, root, key);
+    const QString stored = StoredName(*settings, name);
+    if (!settings->contains(stored)) return {};
+    return FromVariant(settings->value(stored));
+  };
+  backend.Write = [iniFile](SettingsRoot root, const std::string& key, const std::string& name,
+                            const SettingData& data) {
+    const auto settings = OpenKey(iniFile, root, key);
+    const auto* text = std::get_if<std::string>(&data);
+    settings->setValue(StoredName(*settings, name),
+                       text ? ToVariant(*text) : QVariant(std::get<std::int32_t>(data)));
+  };
+  backend.Delete = [iniFile](SettingsRoot root, const std::string& key) {
+    OpenKey(iniFile, root, key)->remove(QString());
+  };
+  return backend;
+}
+
+}  // namespace rws

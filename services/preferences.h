@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+
+namespace rws {
+
+/** What happens to unsaved changes when a mission is left. */
+enum SaveMode { kSaveAsk = 0, kSaveAlways = 1, kSaveNever = 2 };
+
+/** What the user has chosen for all missions. Colours are blue-green-red numbers. */
+struct Preferences {
+  bool bBackup = true;
+  int SavePromptMode = kSaveAsk;
+  bool bLockWT = false;
+  bool bSndPlayer = false;
+  bool bAssociate = false;
+  std::int32_t ForeColor = 0x800000;
+  std::int32_t BackColor = 0xFFFFFF;
+};
+
+}  // namespace rws

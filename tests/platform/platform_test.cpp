@@ -1,0 +1,127 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QSignalSpy>
+#include <QTest>
+#include <QWidget>
+#include <filesystem>
+
+#include "controls/drop_down.h"
+#include "platform/event_pump.h"
+#include "platform/form_placement.h"
+#include "platform/qt_text.h"
+#include "platform/settings_store.h"
+#include "platform/text_editor.h"
+#include "services/setting_values.h"
+#include "tests/support/doubles.h"
+#include "tests/support/sandbox.h"
+
+namespace rws::test {
+namespace {
+
+TEST(SettingsStore, KeepsValuesInAnIniFile) {
+  const Sandbox box;
+  const QString file = QString::fromStdString(box.Path("settings.ini"));
+  constexpr auto kUser = SettingsRoot::CurrentUser, kClasses = SettingsRoot::ClassesRoot;
+  const Settings settings{std::string(kSettingsBaseKey), MakeSettingsStore(file)};
+  const std::string odd = "C:\\IL 2, \xC3\xA9\\50%\\\xFF; =x";
+  WriteSetting(settings, setting::GamePath, odd);
+  SetRegValue(settings, kUser, kSetPath, "BackUp", std::string("False"));
+  SetRegValue(settings, kUser, kSetPath, "Number", 42);
+  SetRegValue(settings, kClasses, "rws.mis", "", std::string("open"));
+  const Settings again{std::string(kSettingsBaseKey), MakeSettingsStore(file)};
+  EXPECT_EQ(ReadSetting(again, setting::GamePath), odd);
+  EXPECT_FALSE(ReadFlag(again, setting::Backup)) << "both spellings are one value";
+  EXPECT_EQ(GetRegValue(again, kUser, kSetPath, "number", ""), "42");
+  DeleteRegKey(again, kUser, kSettingsBaseKey);
+  EXPECT_EQ(ReadSetting(again, setting::GamePath), "");
+  EXPECT_EQ(GetRegValue(again, kClasses, "rws.mis", "", ""), "open");
+}
+
+TEST(QtText, EveryByteSurvivesAWidget) {
+  std::string bytes;
+  for (int i = 0; i < 256; ++i) bytes += static_cast<char>(i);
+  for (const int number : {1250, 1251, 1252, 1253, 1254, 1257})
+    EXPECT_EQ(ToBytes(CodePage(number), FromBytes(CodePage(number), bytes)), bytes) << number;
+}
+
+#ifndef _WIN32
+TEST(TextEditor, IsTheDesktopsOwnAndGetsThePathWhole) {
+  const Sandbox box;
+  const auto script = [&](const std::string& name, const std::string& body) {
+    std::filesystem::permissions(box.Write("bin/" + name, "#!/bin/sh\n" + body + "\n"),
+                                 std::filesystem::perms::owner_all);
+  };
+  const std::string record = "printf '%s|' \"${0##*/}\" \"$@\" > '" + box.Path("calls") + "'";
+  const QByteArray path = qgetenv("PATH");
+  qputenv("PATH", QByteArray::fromStdString(box.Path("bin")) + ":" + path);
+  qputenv("VISUAL", "vi");
+  qputenv("EDITOR", "kate -n");
+  const std::string file = box.Path("-a b.mis");
+  script("xdg-mime", "[ \"$*\" = 'query default text/plain' ] && echo editor.desktop");
+  script("gtk-launch", record);
+  EXPECT_GT(OpenInTextEditor(file), 32);
+  EXPECT_EQ(box.Read("calls"), "gtk-launch|editor.desktop|" + file + "|");
+  script("gtk-launch", "exit 1");
+  script("kate", record + "; mv '" + box.Path("calls") + "' '" + box.Path("done") + "'");
+  EXPECT_GT(OpenInTextEditor(file), 32);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return box.Exists("done"); }));
+  EXPECT_EQ(box.Read("done"), "kate|-n|" + file + "|");
+  qputenv("PATH", path);
+  qunsetenv("VISUAL");
+  qunsetenv("EDITOR");
+}
+#endif
+
+TEST(DropDown, IsFilledWithoutASignal) {
+  DropDown list;
+  QSignalSpy changed(&list, &QComboBox::currentIndexChanged);
+  list.Fill({"a", "b"});
+  EXPECT_EQ(list.currentIndex(), -1);
+  list.SelectRow(7);
+  list.SelectRow(-1);
+  EXPECT_EQ(changed.count(), 0);
+  list.SelectRow(1);
+  list.SelectRow(1);
+  EXPECT_EQ(changed.count(), 1) << "an equal write is no change";
+}
+
+TEST(FormPlacement, ComesBackWhereItWasOrToTheMiddle) {
+  World world;
+  QWidget form;
+  form.setObjectName("frmX");
+  form.resize(200, 100);
+  form.move(120, 80);
+  SaveFormPos(world.Services, form);
+  form.move(0, 0);
+  LoadFormPos(world.Services, form);
+  EXPECT_EQ(form.pos(), QPoint(120, 80));
+  for (const char* left : {"-30000", "3000000"}) {
+    world.SettingTexts["software\\hollowbyte\\rws edit\\frmxleft"] = left;
+    form.move(0, 0);
+    LoadFormPos(world.Services, form);
+    const QRect screen = form.screen()->availableGeometry();
+    EXPECT_EQ(form.pos(), QPoint((screen.width() - 200) / 2, (screen.height() - 100) / 2)) << left;
+  }
+}
+
+TEST(EventPump, RefusesCommandsAndRemembersAClose) {
+  struct Form : QWidget {
+    int Keys = 0, Closes = 0;
+    void keyPressEvent(QKeyEvent*) override { ++Keys; }
+    void closeEvent(QCloseEvent*) override { ++Closes; }
+  };
+  Form form;
+  form.show();
+  QApplication::postEvent(&form, new QKeyEvent(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, "a"));
+  QApplication::postEvent(&form, new QCloseEvent);
+  EventPump(0).Pump();
+  EXPECT_EQ(form.Closes, 0);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(form.Closes, 1);
+  EXPECT_EQ(form.Keys, 0) << "a key pressed during a scan is gone";
+}
+
+}  // namespace
+}  // namespace rws::test
