@@ -12,6 +12,7 @@
 #include "services/faults.h"
 #include "services/text.h"
 #include "tests/support/doubles.h"
+#include "tests/support/places.h"
 
 namespace rws::test {
 namespace {
@@ -27,7 +28,7 @@ struct ShippedTables : testing::Test {
     ReadDogFight(Tables, W.Services);
   }
 
-  static constexpr char kFolder[] = RWS_SOURCE_DIR "/data";
+  static inline const std::string kFolder = SourceFolder() + "/data";
   World W{"/nowhere"};
   Catalogues& Tables = W.Tables;
 };

@@ -12,6 +12,7 @@
 #include "services/paths.h"
 #include "services/text.h"
 #include "tests/support/doubles.h"
+#include "tests/support/places.h"
 #include "tests/support/sandbox.h"
 
 namespace rws {
@@ -28,8 +29,8 @@ const std::string kMission = test::CrlfText(
 class Cli : public testing::Test {
  protected:
   int Run(const std::string& arguments) {
-    const std::string command =
-        "cd \"" + box_.Path() + "\" && \"" RWS_CLI "\" " + arguments + " > out.txt 2> err.txt";
+    const std::string command = "cd \"" + box_.Path() + "\" && \"" + test::CliProgram() + "\" " +
+                                arguments + " > out.txt 2> err.txt";
     const int status = std::system(command.c_str());
     out_ = box_.Read("out.txt");
     err_ = box_.Read("err.txt");
@@ -136,7 +137,7 @@ TEST_F(Cli, ExitsWithOneOrTwo) {
 TEST_F(Cli, FindsItsTablesWhenCalledThroughTheSearchPathAndALink) {
   box_.Write("lib/RWS_Maps.txt", "Moscow winter,moscow/sload.ini\r\n");
   box_.MakeFolder("bin");
-  std::filesystem::copy_file(RWS_CLI, box_.Path("lib/rws-cli"));
+  std::filesystem::copy_file(test::CliProgram(), box_.Path("lib/rws-cli"));
   std::filesystem::create_symlink("../lib/rws-cli", box_.Path("bin/rws-cli"));
   box_.Write("a.mis", kMission);
   ASSERT_EQ(

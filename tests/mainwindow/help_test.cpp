@@ -14,6 +14,7 @@
 #include "services/forms/frmPrefs.h"
 #include "services/help_file.h"
 #include "tests/mainwindow/window_fixture.h"
+#include "tests/support/places.h"
 #include "tools/frmSkins.h"
 #include "tools/frmView.h"
 
@@ -24,7 +25,7 @@ struct HelpTest : WindowTest {
   HelpTest() { Make(); }
 
   static QString HelpText() {
-    QFile file(QStringLiteral(RWS_SOURCE_DIR "/data/") + QLatin1String(kHelpFile));
+    QFile file(FromPath(SourceFolder() + "/data/" + kHelpFile));
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
     return QString::fromUtf8(file.readAll());
   }
