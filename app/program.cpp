@@ -11,7 +11,17 @@
 
 namespace rws {
 
-Program::Program() : Session{MakeDesktopServices(), {}, {}, {}}, Window(Session) {}
+namespace {
+
+Session NewSession() {
+  Session session;
+  session.Services = MakeDesktopServices();
+  return session;
+}
+
+}  // namespace
+
+Program::Program() : Session(NewSession()), Window(Session) {}
 
 std::string CommandLine() {
 #ifdef _WIN32

@@ -6,11 +6,11 @@
 #include "mainwindow/logic/change_aircraft.h"
 #include "mainwindow/logic/duplicate_flight.h"
 #include "mainwindow/logic/flight_commands.h"
-#include "mission/update.h"
 #include "platform/qt_text.h"
 #include "services/numbers.h"
 #include "services/paths.h"
 #include "services/trapped.h"
+#include "session/doors.h"
 #include "session/loading.h"
 
 namespace rws {
@@ -60,7 +60,7 @@ void FlightArea::ClickChangeAircraft() {
       {form.ACName, form.Squad, form.CodeOut, form.Changed}, SelectedFlights(), loadout);
   if (!change.Done) return;
   PlaneChg(true, index, change.PlayerLost);
-  SetModify(session_.Doc, session_.Services);
+  SetModify(session_);
 }
 
 void FlightArea::ClickMarkings() {
@@ -92,7 +92,7 @@ void FlightArea::ClickSkin(QAction* entry) {
   const std::string file = GetFileName(ToPath(entry->data().toString()));
   const auto spelled = session_.Services.Page.FromUtf8(file.empty() ? "default" : file);
   if (spelled) SetFlightSkin(session_.Doc, session_.Services, flights, *spelled);
-  SetModify(session_.Doc, session_.Services);
+  SetModify(session_);
 }
 
 void FlightArea::ClickDuplicate() {
@@ -106,7 +106,7 @@ void FlightArea::ClickDuplicate() {
   DuplicateFlight(session_.Doc, session_.Tables, session_.Services,
                   {form.Distance, form.Altitude, form.Speed}, form.ACNumber);
   PlaneChg(true, -1, false);
-  SetModify(session_.Doc, session_.Services);
+  SetModify(session_);
 }
 
 void FlightArea::ClickRemove() {
@@ -118,14 +118,14 @@ void FlightArea::ClickRemove() {
     ShowNoFlights();
   else
     PlaneChg(true, 1, false);
-  SetModify(session_.Doc, session_.Services);
+  SetModify(session_);
 }
 
 void FlightArea::ClickWaypoints() {
   frmWP form(session_, window());
   form.LoadForm();
   ShowDialog(form);
-  SetModify(session_.Doc, session_.Services);
+  SetModify(session_);
 }
 
 void FlightArea::ClickCopy() {

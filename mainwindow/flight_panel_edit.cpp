@@ -3,10 +3,10 @@
 #include "catalogues/weapons.h"
 #include "mainwindow/flight_panel.h"
 #include "mainwindow/logic/flight_rows.h"
-#include "mission/update.h"
 #include "platform/qt_text.h"
 #include "services/numbers.h"
 #include "services/trapped.h"
+#include "session/doors.h"
 
 namespace rws {
 
@@ -36,7 +36,7 @@ bool FlightPanel::eventFilter(QObject* watched, QEvent* event) {
     if (typed.size() == 1 && typed[0] >= u'0' && typed[0] <= u'9')
       LogAndLeave(session_.Services, "txtDStart_KeyUp", [&] {
         udDStart->SetValue(CInt(ToPath(txtDStart->text())));
-        SetModify(session_.Doc, session_.Services);
+        SetModify(session_);
       });
   }
   return QGroupBox::eventFilter(watched, event);
@@ -47,7 +47,7 @@ void FlightPanel::PlanesChosen() {
   ResumeNext([&] {
     if (IsMultiple()) return ApplyFlightPanel();
     CurrentFlight().Planes = std::to_string(CInt(ToPath(cboPlanes->currentText())));
-    SetModify(session_.Doc, session_.Services);
+    SetModify(session_);
     LoadPlanes();
   });
 }
@@ -57,7 +57,7 @@ void FlightPanel::SkillChosen(int row) {
   ResumeNext([&] {
     if (IsMultiple()) return ApplyFlightPanel();
     CurrentFlight().Skill = row == cboSkill->count() - 1 ? "Custom" : std::to_string(row);
-    SetModify(session_.Doc, session_.Services);
+    SetModify(session_);
     LoadPlanes();
   });
 }
@@ -68,7 +68,7 @@ void FlightPanel::WeaponChosen() {
   Flight& flight = CurrentFlight();
   flight.Weapons = GetWeaponName(session_.Tables, session_.Services, flight.Class,
                                  Bytes(cboWeap->currentText()));
-  SetModify(session_.Doc, session_.Services);
+  SetModify(session_);
   ShowCaption();
 }
 
@@ -81,7 +81,7 @@ void FlightPanel::FuelChanged(const QString& text) {
     if (value < udFuel->Minimum()) return txtFuel->setText(QString::number(udFuel->Minimum()));
     if (IsMultiple()) return ApplyFlightPanel();
     CurrentFlight().Fuel = ToPath(text);
-    SetModify(session_.Doc, session_.Services);
+    SetModify(session_);
   });
 }
 
@@ -101,7 +101,7 @@ void FlightPanel::DelayChanged() {
   ResumeNext([&] {
     if (IsMultiple()) return ApplyFlightPanel();
     CurrentFlight().StartTime = ToPath(txtDStart->text());
-    SetModify(session_.Doc, session_.Services);
+    SetModify(session_);
     LoadFlight(session_.Doc.CurFlight);
   });
 }
@@ -110,7 +110,7 @@ void FlightPanel::DelayChanged() {
 void FlightPanel::ParachuteClicked() {
   if (session_.Doc.bLoading) return;
   CurrentFlight().Parachute = chkPara->isChecked() ? "" : "0";
-  SetModify(session_.Doc, session_.Services);
+  SetModify(session_);
 }
 
 bool FlightPanel::MayLeave(GuardedEdit* box, std::string Flight::*field) {
@@ -138,7 +138,7 @@ void FlightPanel::ApplyFlightPanel() {
     // A panel without a loadout takes none away.
     if (same && !weapons.empty()) flight.Weapons = weapons;
   }
-  SetModify(session_.Doc, session_.Services);
+  SetModify(session_);
 }
 
 /** Asks when the player flies in the flight that has the list's focus. On No the flight whose index
@@ -165,7 +165,7 @@ void FlightPanel::AIOnlyReleased() {
     if (!MayClearPlayer(row)) return;
     FlightAt(static_cast<int>(flights_.At(row).Flight)).OnlyAI = chkAI->isChecked() ? "1" : "";
   }
-  SetModify(session_.Doc, session_.Services);
+  SetModify(session_);
   if (!IsMultiple()) LoadPlanes();
 }
 

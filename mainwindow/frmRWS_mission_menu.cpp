@@ -6,6 +6,7 @@
 #include "mainwindow/logic/aircraft_count.h"
 #include "platform/qt_text.h"
 #include "services/trapped.h"
+#include "session/doors.h"
 #include "tools/logic/mission_files.h"
 #include "tools/logic/mission_menu.h"
 
@@ -31,7 +32,7 @@ void frmRWS::ConnectMissionMenu() {
 /** What every entry ends with. Rereading the directory drops the edits in memory. */
 void frmRWS::EndMissionCommand(bool reread) {
   if (reread) Start();
-  if (!session_.Doc.Missions.empty()) SetModify(session_.Doc, session_.Services);
+  if (!session_.Doc.Missions.empty()) SetModify(session_);
 }
 
 void frmRWS::EndFileCommand(FileOutcome outcome) {
@@ -94,7 +95,7 @@ void frmRWS::ClickParkedAircraft() {
   form.ShowDialog = ShowDialog;
   form.LoadForm();
   ShowDialog(form);
-  if (form.Static()) SetModify(session_.Doc, session_.Services);
+  if (form.Static()) SetModify(session_);
 }
 
 }  // namespace rws

@@ -4,7 +4,6 @@
 
 #include "mainwindow/logic/aircraft_count.h"
 #include "mainwindow/logic/stationary.h"
-#include "mission/update.h"
 #include "platform/qt_text.h"
 #include "services/clock.h"
 #include "services/error_log.h"
@@ -12,6 +11,7 @@
 #include "services/paths.h"
 #include "services/text.h"
 #include "services/units.h"
+#include "session/doors.h"
 
 namespace rws {
 
@@ -103,7 +103,7 @@ void MissionPanel::WeatherChosen(int row) {
   if (session_.Doc.bLoading) return;
   ResumeNext([&] {
     Current().CloudType = std::to_string(row);
-    SetModify(session_.Doc, session_.Services);
+    SetModify(session_);
   });
 }
 
@@ -118,7 +118,7 @@ void MissionPanel::CloudsChanged(const QString& text) {
     txtWeather->setToolTip(FromPath(MetersToFeet(ToPath(text))) + tr(" feet"));
     if (session_.Doc.bLoading) return;
     Current().CloudHeight = ToBytes(session_.Services.Page, text);
-    SetModify(session_.Doc, session_.Services);
+    SetModify(session_);
   });
 }
 
@@ -138,7 +138,7 @@ void MissionPanel::TimeChanged() {
     Current().Time = ClockToHours(ClockText());
     // The shadow is the mission as it was shown: another spelling of its time is no edit.
     if (doc.bLoading) At(doc.MissionShadow, doc.CurMission).Time = Current().Time;
-    SetModify(session_.Doc, session_.Services);
+    SetModify(session_);
     if (ReloadFlight) ReloadFlight();
   });
 }
@@ -147,7 +147,7 @@ void MissionPanel::ConstantClicked(CheckBox* box, std::int16_t Mission::*field) 
   if (session_.Doc.bLoading) return;
   LogAndLeave(session_.Services, box == chkST ? "chkST_Click" : "chkWL_Click", [&] {
     Current().*field = box->isChecked() ? 1 : 0;
-    SetModify(session_.Doc, session_.Services);
+    SetModify(session_);
   });
 }
 

@@ -5,11 +5,11 @@
 #include "catalogues/aircraft.h"
 #include "catalogues/squadrons.h"
 #include "mainwindow/plane_panels.h"
-#include "mission/update.h"
 #include "platform/qt_text.h"
 #include "services/numbers.h"
 #include "services/paths.h"
 #include "services/trapped.h"
+#include "session/doors.h"
 #include "session/loading.h"
 
 namespace rws {
@@ -241,21 +241,21 @@ void PlanePanel::StoreChoice(EditDropDown* list, Field field, LabelButton* label
 void PlanePanel::SkinChosen(EditDropDown* list, Field field, LabelButton* label) {
   if (session_.Doc.bLoading) return;
   StoreChoice(list, field, label);
-  SetModify(session_.Doc, session_.Services);
+  SetModify(session_);
   all_.ChkLabels(plane_, true);
 }
 
 void PlanePanel::NoseArtTyped() {
   if (session_.Doc.bLoading) return;
   StoreChoice(cboPNoseArt, &PlaneSlot::NoseArt, lbl4);
-  if (Slot().NoseArt != ShadowSlot().NoseArt) SetModify(session_.Doc, session_.Services);
+  if (Slot().NoseArt != ShadowSlot().NoseArt) SetModify(session_);
   all_.ChkLabels(plane_, true);
 }
 
 void PlanePanel::SkillChosen(int row) {
   if (session_.Doc.bLoading || row < 0) return;
   Slot().Skill = std::to_string(row);
-  if (Slot().Skill != ShadowSlot().Skill) SetModify(session_.Doc, session_.Services);
+  if (Slot().Skill != ShadowSlot().Skill) SetModify(session_);
 }
 
 void PlanePanel::MarkClicked() {
@@ -263,7 +263,7 @@ void PlanePanel::MarkClicked() {
   const bool on = chkMark->isChecked();
   Slot().NumberOn = on ? "" : "0";
   if (plane_ == 0 && all_.CheckMarkingsEntry) all_.CheckMarkingsEntry(on);
-  SetModify(session_.Doc, session_.Services);
+  SetModify(session_);
   all_.ChkLabels(plane_, true);
 }
 
@@ -280,7 +280,7 @@ void PlanePanel::PlayerClicked() {
     mission.PlayerNum.clear();
   }
   if (mission.Player != player || mission.PlayerNum != number) Refill();
-  SetModify(session_.Doc, session_.Services);
+  SetModify(session_);
 }
 
 void PlanePanel::Refill() {

@@ -2,12 +2,12 @@
 #include "catalogues/paint_schemes.h"
 #include "mainwindow/plane_panel.h"
 #include "mainwindow/plane_panels.h"
-#include "mission/update.h"
 #include "platform/qt_text.h"
 #include "services/error_log.h"
 #include "services/paths.h"
 #include "services/pickers.h"
 #include "services/text.h"
+#include "session/doors.h"
 
 namespace rws {
 
@@ -49,7 +49,7 @@ void PlanePanel::ViewOrRemove(const std::string& path, Field field) {
                       Icon::Exclamation, kProgramTitle);
   (Slot().*field).clear();
   Refill();
-  SetModify(session_.Doc, services);
+  SetModify(session_);
 }
 
 void PlanePanel::TellMissing(const char* what, const std::string& file) {

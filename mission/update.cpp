@@ -1,5 +1,8 @@
 #include "mission/update.h"
 
+#include <type_traits>
+
+#include "mission/fields.h"
 #include "mission/mission_file.h"
 #include "services/error_log.h"
 #include "services/numbers.h"
@@ -8,54 +11,53 @@ namespace rws {
 
 namespace {
 
-bool SlotChanged(const PlaneSlot& a, const PlaneSlot& b) {
-  return a.NumberOn != b.NumberOn || a.NoseArt != b.NoseArt || a.Pilot != b.Pilot ||
-         a.Reserved != b.Reserved || a.Skill != b.Skill || a.Skin != b.Skin;
+/** True if the walk over `own` finds an element for which `shadow` has no counterpart. */
+bool HoldsMore(const Mission& own, const Mission& shadow) {
+  if (own.Flights.size() > shadow.Flights.size()) return true;
+  for (std::size_t i = 0; i < own.Flights.size(); ++i)
+    if (own.Flights[i].Waypoints.size() > shadow.Flights[i].Waypoints.size()) return true;
+  return own.BornPlaces.size() > shadow.BornPlaces.size() || own.Lines.size() > shadow.Lines.size();
 }
 
-bool FlightChanged(const Flight& a, const Flight& b) {
-  bool changed = false;
-  for (std::size_t i = 0; i < a.Waypoints.size(); ++i) {
-    const Waypoint& other = At(b.Waypoints, static_cast<std::ptrdiff_t>(i));
-    const Waypoint& own = a.Waypoints[i];
-    changed =
-        changed || own.Alt != other.Alt || own.Marker != other.Marker || own.Speed != other.Speed;
-  }
-  for (std::size_t i = 0; i < a.PlaneSlots.size(); ++i)
-    changed = changed || SlotChanged(a.PlaneSlots[i], b.PlaneSlots[i]);
-  return changed || Val(a.StartTime) != Val(b.StartTime) || a.Fuel != b.Fuel || a.Name != b.Name ||
-         a.Status != b.Status || a.Planes != b.Planes || a.OnlyAI != b.OnlyAI ||
-         a.Parachute != b.Parachute || a.Class != b.Class || a.Skill != b.Skill ||
-         a.Weapons != b.Weapons;
-}
-
-bool LinesChanged(const LineArray& a, const LineArray& b) {
-  if (a.size() == b.size()) return !(a == b);
-  if (a.size() > b.size()) throw SubscriptFault();
-  for (std::size_t i = 0; i < a.size(); ++i)
-    if (a[i] != b[i]) return true;
+bool LinesDiffer(const LineArray& own, const LineArray& shadow) {
+  if (own.size() == shadow.size()) return !(own == shadow);
+  for (std::size_t i = 0; i < own.size(); ++i)
+    if (own[i] != shadow[i]) return true;
   return false;
 }
 
-bool ValuesChanged(const Mission& a, const Mission& b) {
-  return a.Army != b.Army || a.BriefSoundLine != b.BriefSoundLine ||
-         a.CloudHeight != b.CloudHeight || a.CloudType != b.CloudType || a.MapName != b.MapName ||
-         a.FileName != b.FileName || a.DirPath != b.DirPath || a.Player != b.Player ||
-         a.PlayerNum != b.PlayerNum || a.BriefSound != b.BriefSound || a.Time != b.Time ||
-         a.TimeConstant != b.TimeConstant || a.WeaponsConstant != b.WeaponsConstant;
+template <class Record>
+bool RecordsDiffer(const Record& own, const Record& shadow);
+
+/** The elements of `own` against their counterparts, which `HoldsMore` has looked for. */
+template <class Array>
+bool ElementsDiffer(const Array& own, const Array& shadow) {
+  for (std::size_t i = 0; i < own.size(); ++i)
+    if (RecordsDiffer(own[i], shadow[i])) return true;
+  return false;
 }
 
-/** Walks everything, also behind the first difference: a missing counterpart further on decides. */
-bool RecordsDiffer(const Mission& own, const Mission& shadow) {
-  bool changed = false;
-  for (std::size_t i = 0; i < own.Flights.size(); ++i)
-    changed |= FlightChanged(own.Flights[i], At(shadow.Flights, static_cast<std::ptrdiff_t>(i)));
-  for (std::size_t i = 0; i < own.BornPlaces.size(); ++i) {
-    const auto& other = At(shadow.BornPlaces, static_cast<std::ptrdiff_t>(i));
-    changed |= own.BornPlaces[i].Radius != other.Radius || own.BornPlaces[i].Army != other.Army;
+template <class Value>
+bool ValuesDiffer(const Value& own, const Value& shadow, Compared how) {
+  if constexpr (requires { FieldsOf<std::decay_t<decltype(own[0])>>::kTable; }) {
+    return how == Compared::Inside && ElementsDiffer(own, shadow);
+  } else if constexpr (std::is_same_v<Value, std::string>) {
+    if (how == Compared::ByValue) return Val(own) != Val(shadow);
+    return how == Compared::Exactly && own != shadow;
+  } else if constexpr (std::is_same_v<Value, LineArray>) {
+    return how == Compared::Exactly && LinesDiffer(own, shadow);
+  } else {
+    return how == Compared::Exactly && !(own == shadow);
   }
-  changed |= LinesChanged(own.Lines, shadow.Lines);
-  return changed || ValuesChanged(own, shadow);
+}
+
+template <class Record>
+bool RecordsDiffer(const Record& own, const Record& shadow) {
+  bool differ = false;
+  ForEachField<Record>([&](const auto& field) {
+    differ = differ || ValuesDiffer(own.*field.Pointer, shadow.*field.Pointer, field.How);
+  });
+  return differ;
 }
 
 void TellFailure(const Services& services, const char* text) {
@@ -79,25 +81,13 @@ bool UpdateMission(Document& doc, const Services& services, const Preferences& p
 }  // namespace
 
 bool MissionChanged(const Document& doc, std::size_t mission) {
-  bool changed = false;
-  ResumeNext([&] {
-    const Mission& own = At(doc.Missions, static_cast<std::ptrdiff_t>(mission));
-    const Mission& shadow = At(doc.MissionShadow, static_cast<std::ptrdiff_t>(mission));
-    // A removal is told before the walk: the flight that moved up may have more waypoints than the
-    // shadow's flight at its place, which would count as unchanged.
-    changed = own.Flights.size() < shadow.Flights.size() || RecordsDiffer(own, shadow);
-  });
-  return changed;
-}
-
-void SetModify(Document& doc, const Services& services) {
-  LogAndLeave(services, "SetModify", [&] {
-    if (doc.bLoading) return;
-    Mission& mission = At(doc.Missions, doc.CurMission);
-    if (!mission.HasBornPlace && !services.Window.IsUp()) return;
-    mission.Modified = MissionChanged(doc, static_cast<std::size_t>(doc.CurMission));
-    services.Window.LightUpdate(mission.Modified);
-  });
+  if (mission >= doc.Missions.size() || mission >= doc.MissionShadow.size()) return false;
+  const Mission& own = doc.Missions[mission];
+  const Mission& shadow = doc.MissionShadow[mission];
+  // A removal is told before all else: the flight that moved up may have more waypoints than the
+  // shadow's flight at its place, which would count as unchanged.
+  if (own.Flights.size() < shadow.Flights.size()) return true;
+  return !HoldsMore(own, shadow) && RecordsDiffer(own, shadow);
 }
 
 bool UpdateChanges(Document& doc, const Services& services, const Preferences& prefs,

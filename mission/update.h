@@ -16,10 +16,6 @@ namespace rws {
     commands that add one add it to the shadow too. */
 bool MissionChanged(const Document& doc, std::size_t mission);
 
-/** Lights or darkens the Update button for the current mission; every edit ends with it. Does
-   nothing while controls are filled. */
-void SetModify(Document& doc, const Services& services);
-
 /** Writes every modified mission. Each that cannot be written is told to the user, counts as saved
     until its next edit, and the rest is still attempted; only a mission that could not be restored
     either ends the run. True if all were written. */

@@ -1,11 +1,16 @@
 #pragma once
 
+#include <functional>
+#include <vector>
+
 #include "catalogues/catalogues.h"
 #include "mission/document.h"
 #include "services/preferences.h"
 #include "services/services.h"
 
 namespace rws {
+
+struct Change;
 
 /** What is open and all that works on it. `main` owns it and hands it on; a test starts from a new
     one. */
@@ -14,6 +19,11 @@ struct Session {
   Document Doc;
   Preferences Prefs;
   Catalogues Tables;
+
+  /** Are told of every change of a record. */
+  std::vector<std::function<void(const Change&)>> Listeners;
+  /** How many calls of `Show` and of `Edit` are under way. */
+  int Showing = 0, Editing = 0;
 };
 
 }  // namespace rws

@@ -11,6 +11,7 @@
 #include "editors/frmWP.h"
 #include "editors/frmWPEdit.h"
 #include "platform/fetch.h"
+#include "platform/qt_text.h"
 #include "services/forms/frmPrefs.h"
 #include "services/help_file.h"
 #include "tests/mainwindow/window_fixture.h"

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "services/faults.h"
+#include "session/doors.h"
 #include "tests/support/doubles.h"
 #include "tests/support/sandbox.h"
 
@@ -109,7 +110,7 @@ TEST(SetModify, FollowsTheDifference) {
   Mission& mission = ReadLines(world, "[MAIN]|  army 1|[Wing]|[end]");
   const auto expect = [&](const char* what, bool lit) {
     SCOPED_TRACE(what);
-    SetModify(world.Doc, world.Services);
+    SetModify(world);
     EXPECT_EQ(world.Lit, lit);
     EXPECT_EQ(mission.Modified, lit);
   };
