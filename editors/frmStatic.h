@@ -3,10 +3,10 @@
 #include <QDialog>
 #include <QPushButton>
 #include <array>
-#include <functional>
 #include <vector>
 
 #include "controls/elided_frame.h"
+#include "controls/show_dialog.h"
 #include "editors/logic/stationary_aircraft.h"
 #include "editors/static_list.h"
 #include "session/session.h"
@@ -27,7 +27,7 @@ class frmStatic : public QDialog {
   bool Static() const { return static_; }
 
   /** Shows the dialog that changes aircraft until it is closed. */
-  std::function<void(QDialog&)> ShowDialog = [](QDialog& dialog) { dialog.exec(); };
+  rws::ShowDialog ShowDialog = ShowUntilClosed;
 
   StaticList* lstStatic;
   ElidedFrame* fra;
