@@ -10,13 +10,10 @@
 #include "services/help_file.h"
 #include "services/setting_values.h"
 #include "services/system_facts.h"
-#include "services/trapped.h"
 
 namespace rws {
 
 namespace {
-
-constexpr std::size_t kAircraftCount = 4;
 
 const std::array<const SettingValue*, 4> kLabels = {
     &setting::BriefMapLabel, &setting::BriefWeatherLabel, &setting::BriefCloudLabel,
@@ -28,35 +25,30 @@ void WriteFlag(const Services& services, const SettingValue& value, bool flag) {
 
 }  // namespace
 
-frmBrief::frmBrief(Session& session, QWidget* parent) : QDialog(parent), session_(session) {
+frmBrief::frmBrief(Session& session, QWidget* parent)
+    : Dialog(session.Services, "frmBrief", parent), session_(session) {
   Build();
   Connect();
 }
 
 void frmBrief::Connect() {
-  const Services& services = session_.Services;
-  connect(cmd[0], &QPushButton::clicked, this, &QDialog::reject);
-  connect(cmd[1], &QPushButton::clicked, this,
-          Trapped(services, "cmd_Click", [this](bool) { Apply(); }));
-  connect(cmd[2], &QPushButton::clicked, this,
-          Trapped(services, "cmd_Click", [this](bool) { OpenHelp(session_.Services); }));
+  connect(cmd[kCancel], &QPushButton::clicked, this, &QDialog::reject);
+  On(cmd[kApply], &QPushButton::clicked, "cmd_Click", [this] { Apply(); });
+  On(cmd[kHelp], &QPushButton::clicked, "cmd_Click", [this] { OpenHelp(services_); });
   connect(txtBrief, &TextBox::MenuAsked, this,
           [this](const QPoint& place) { mnuMain->popup(place); });
   ConnectMenus();
 }
 
 void frmBrief::ConnectMenus() {
-  const Services& services = session_.Services;
   connect(mnuExit, &QAction::triggered, this, &QDialog::reject);
-  connect(mnuConvert, &QAction::triggered, this,
-          Trapped(services, "mnuConvert_Click", [this](bool on) {
-            UseUS = on;
-            WriteFlag(session_.Services, setting::UseUSMeasurement, on);
-          }));
+  On(mnuConvert, &QAction::triggered, "mnuConvert_Click", [this](bool on) {
+    UseUS = on;
+    WriteFlag(services_, setting::UseUSMeasurement, on);
+  });
   const auto onEach = [&](auto& items, const char* name, void (frmBrief::*handle)(std::size_t)) {
     for (std::size_t i = 0; i < items.size(); ++i)
-      connect(items[i], &QAction::triggered, this,
-              Trapped(services, name, [this, handle, i](bool) { (this->*handle)(i); }));
+      On(items[i], &QAction::triggered, name, [this, handle, i] { (this->*handle)(i); });
   };
   onEach(mnuMod, "mnuMod_Click", &frmBrief::ModifyLabel);
   onEach(mnuInsert, "mnuInsert_Click", &frmBrief::InsertValue);
@@ -65,13 +57,13 @@ void frmBrief::ConnectMenus() {
 
 void frmBrief::LoadForm() {
   CenterForm(*this);
-  LogAndLeave(session_.Services, "Form_Load", [&] { LoadSettings(); });
-  LogAndLeave(session_.Services, "Form_Load", [&] { Read(); });
+  Load(
+      "Form_Load", [&] { LoadSettings(); }, [&] { Read(); });
   txtName->setFocus();
 }
 
 void frmBrief::LoadSettings() {
-  const Settings& settings = session_.Services.Settings;
+  const Settings& settings = services_.Settings;
   UseUS = ReadFlag(settings, setting::UseUSMeasurement);
   for (std::size_t i = 0; i < mnuMod.size(); ++i) {
     labels_[i] = ReadSetting(settings, *kLabels[i]);
@@ -80,14 +72,12 @@ void frmBrief::LoadSettings() {
   mnuConvert->setChecked(UseUS);
   ApplyListColors(*this, session_.Prefs.ForeColor, session_.Prefs.BackColor);
   mnuLabel->setChecked(ReadFlag(settings, setting::LabelInsert));
-  setWindowTitle(QLatin1String(kProgramTitle));
 }
 
 void frmBrief::Read() {
-  const Services& services = session_.Services;
   Briefing briefing;
   const auto read = [&] {
-    auto found = ReadBriefing(services, BriefName);
+    auto found = ReadBriefing(services_, BriefName);
     mayReplace_ = found.has_value();
     if (found) briefing = std::move(*found);
   };
@@ -95,9 +85,9 @@ void frmBrief::Read() {
     readFault_ = caught.Text;
     Tell("The briefing could not be read.\n" + readFault_);
   });
-  txtName->setPlainText(FromBytes(services.Page, briefing.Name));
-  txtShort->setPlainText(FromBytes(services.Page, briefing.Short));
-  txtBrief->setPlainText(FromBytes(services.Page, briefing.Description));
+  txtName->setPlainText(FromBytes(services_.Page, briefing.Name));
+  txtShort->setPlainText(FromBytes(services_.Page, briefing.Short));
+  txtBrief->setPlainText(FromBytes(services_.Page, briefing.Description));
 }
 
 void frmBrief::Apply() {
@@ -105,51 +95,48 @@ void frmBrief::Apply() {
 }
 
 bool frmBrief::Save() {
-  const Services& services = session_.Services;
-  if (!mayReplace_ && services.Files.FileExists(BriefName)) {
+  if (!mayReplace_ && services_.Files.FileExists(BriefName)) {
     Tell("\"" + BriefName + "\" holds a briefing that is not shown here. It is not replaced.\n" +
          readFault_);
     return false;
   }
   // From here on what stands there is this form's own, also after a failure.
   mayReplace_ = true;
-  const auto bytes = [&](const TextBox* box) { return ToBytes(services.Page, box->Text()); };
+  const auto bytes = [&](const TextBox* box) { return ToBytes(services_.Page, box->Text()); };
   return Trap(
       [&] {
-        SaveBriefing(services, BriefName, {bytes(txtName), bytes(txtShort), bytes(txtBrief)});
+        SaveBriefing(services_, BriefName, {bytes(txtName), bytes(txtShort), bytes(txtBrief)});
       },
       [&](const Fault& caught) { Tell("The briefing could not be saved.\n" + caught.Text); });
 }
 
 void frmBrief::InsertValue(std::size_t index) {
-  const Services& services = session_.Services;
   // A menu bar that took the focus has given it back by now.
   auto* box = qobject_cast<TextBox*>(focusWidget());
   if (!box || box == txtName) return;
   if (index == kAircraftCount) {
-    if (AircraftCount) box->Insert(FromBytes(services.Page, AircraftCount()));
+    if (AircraftCount) box->Insert(FromBytes(services_.Page, AircraftCount()));
     return;
   }
   const BriefingValues values{Map, Weather, Clouds, MisTime};
-  QString text = FromBytes(services.Page, BriefingInsert(values, index, UseUS));
+  QString text = FromBytes(services_.Page, BriefingInsert(values, index, UseUS));
   // The default labels end in a blank themselves: two blanks then stand behind the colon.
   if (mnuLabel->isChecked()) text.prepend(FromPath(At(labels_, std::ptrdiff_t(index)) + " "));
   box->Insert(text);
 }
 
 void frmBrief::ModifyLabel(std::size_t index) {
-  const Services& services = session_.Services;
-  const auto answer = services.Ask.InputBox("Enter new label", kProgramTitle, labels_[index]);
+  const auto answer = services_.Ask.InputBox("Enter new label", kProgramTitle, labels_[index]);
   if (!answer || answer->empty()) return;
   // The item keeps its caption until the form is opened again.
-  WriteSetting(services.Settings, *kLabels[index], *answer);
+  WriteSetting(services_.Settings, *kLabels[index], *answer);
 }
 
 void frmBrief::WrapInTag(std::size_t index) {
   static constexpr std::array<const char*, 3> kTags = {"<ARMY NONE>", "<ARMY RED>", "<ARMY BLUE>"};
   QTextCursor cursor = txtBrief->textCursor();
   if (!cursor.hasSelection()) {
-    session_.Services.Ask.MsgBox(
+    services_.Ask.MsgBox(
         "This option requires you to select the text in the mission\n"
         "briefing window so that the will tags will inclose the text.",
         Buttons::Ok, Icon::Information, kProgramTitle);
@@ -168,13 +155,13 @@ void frmBrief::WrapInTag(std::size_t index) {
 }
 
 void frmBrief::Tell(const std::string& text) const {
-  session_.Services.Ask.MsgBox(text, Buttons::Ok, Icon::Critical, kProgramTitle);
+  services_.Ask.MsgBox(text, Buttons::Ok, Icon::Critical, kProgramTitle);
 }
 
 void frmBrief::done(int result) {
-  LogAndLeave(session_.Services, "Form_Unload",
-              [&] { WriteFlag(session_.Services, setting::LabelInsert, mnuLabel->isChecked()); });
-  QDialog::done(result);
+  LogAndLeave(services_, "Form_Unload",
+              [&] { WriteFlag(services_, setting::LabelInsert, mnuLabel->isChecked()); });
+  Dialog::done(result);
 }
 
 }  // namespace rws

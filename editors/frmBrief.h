@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QAction>
-#include <QDialog>
 #include <QGroupBox>
 #include <QMenu>
 #include <QMenuBar>
@@ -10,6 +9,7 @@
 #include <functional>
 #include <string>
 
+#include "controls/dialog.h"
 #include "controls/text_box.h"
 #include "session/session.h"
 
@@ -17,7 +17,7 @@ namespace rws {
 
 /** Edits the briefing of a mission: name, short description and main text. The caller sets the
     fields, loads and shows the form. Texts are in the encoding of mission text. */
-class frmBrief : public QDialog {
+class frmBrief : public Dialog {
   Q_OBJECT
 
  public:
@@ -42,13 +42,16 @@ class frmBrief : public QDialog {
 
   QGroupBox *fraName, *fraShort, *fraBrief;
   TextBox *txtName, *txtShort, *txtBrief;
-  /** Cancel, Apply, Help. */
+  enum Command : std::size_t { kCancel, kApply, kHelp };
   std::array<QPushButton*, 3> cmd;
   /** `mnuMain` is also the menu of `txtBrief`. */
   QMenu *mnuFile, *mnuMain, *mnuModlbl, *mnuCoop;
   QAction *mnuExit, *mnuLabel, *mnuConvert, *mnuSep;
+  /** Of `mnuInsert`; those before the last also of `mnuMod`, which changes their labels. */
+  enum Insert : std::size_t { kMap, kWeather, kCloudHeight, kTime, kAircraftCount };
   std::array<QAction*, 4> mnuMod;
   std::array<QAction*, 5> mnuInsert;
+  enum Tag : std::size_t { kArmyNone, kArmyRed, kArmyBlue };
   std::array<QAction*, 3> mnuTags;
 
  private:

@@ -4,60 +4,55 @@
 #include "controls/list_colors.h"
 #include "platform/form_placement.h"
 #include "platform/qt_text.h"
-#include "services/trapped.h"
 
 namespace rws {
 
-frmChgAC::frmChgAC(Session& session, QWidget* parent) : QDialog(parent), session_(session) {
+frmChgAC::frmChgAC(Session& session, QWidget* parent)
+    : Dialog(session.Services, "frmChgAC", parent), session_(session) {
   Build();
   Connect();
 }
 
 void frmChgAC::Connect() {
-  const Services& services = session_.Services;
-  connect(cmd[0], &QPushButton::clicked, this, [this] { Apply(); });
-  connect(cmd[1], &QPushButton::clicked, this, [this] {
+  connect(cmd[kApply], &QPushButton::clicked, this, [this] { Apply(); });
+  connect(cmd[kCancel], &QPushButton::clicked, this, [this] {
     ACName = "  ";
     unanswered_ = false;
     reject();
   });
-  connect(lstPlanes, &ListBox::clicked, this,
-          Trapped(services, "lstPlanes_Click", [this](const auto&...) { PlaneChosen(); }));
+  On(lstPlanes, &ListBox::clicked, "lstPlanes_Click", [this] { PlaneChosen(); });
   connect(lstPlanes, &ListBox::MouseReleased, this, [this] { Changed = true; });
   // By whatever means the user moves: arrow keys and typed letters count as the mouse does.
-  connect(lstPlanes->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-          Trapped(services, "lstPlanes_Click", [this](const auto&...) {
-            if (filling_) return;
-            Changed = true;
-            PlaneChosen();
-          }));
-  connect(tview->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-          Trapped(services, "tview_NodeClick", [this](const auto&...) {
-            if (!filling_) NodeChosen();
-          }));
+  On(lstPlanes->selectionModel(), &QItemSelectionModel::selectionChanged, "lstPlanes_Click",
+     [this] {
+       if (filling_) return;
+       Changed = true;
+       PlaneChosen();
+     });
+  On(tview->selectionModel(), &QItemSelectionModel::selectionChanged, "tview_NodeClick", [this] {
+    if (!filling_) NodeChosen();
+  });
 }
 
 void frmChgAC::LoadForm() {
-  const Services& services = session_.Services;
   filling_ = unanswered_ = true;
   Changed = false;
-  LogAndLeave(services, "Form_Load", [&] {
-    LoadFormSize(services, *this);
-    LoadFormPos(services, *this);
-  });
-  ApplyListColors(*this, session_.Prefs.ForeColor, session_.Prefs.BackColor);
-  setWindowTitle(QLatin1String(kProgramTitle));
-  LogAndLeave(services, "Form_Load", [&] { FillPlanes(); });
-  LogAndLeave(services, "Form_Load", [&] { FillTree(); });
-  LogAndLeave(services, "Form_Load", [&] {
-    fraPlane->SetCaption(
-        tr("%1 Selected")
-            .arg(FromBytes(services.Page, GetPlaneName(session_.Tables, services, ACName))));
-  });
-  LogAndLeave(services, "Form_Load", [&] {
-    fraSq->SetCaption(
-        FromBytes(services.Page, StartCaption(tree_, session_.Tables, services.Page, Group)));
-  });
+  Load(
+      "Form_Load",
+      [&] {
+        LoadFormSize(services_, *this);
+        LoadFormPos(services_, *this);
+      },
+      [&] { ApplyListColors(*this, session_.Prefs.ForeColor, session_.Prefs.BackColor); },
+      [&] { FillPlanes(); }, [&] { FillTree(); },
+      [&] {
+        const std::string name = GetPlaneName(session_.Tables, services_, ACName);
+        fraPlane->SetCaption(tr("%1 Selected").arg(FromBytes(services_.Page, name)));
+      },
+      [&] {
+        const std::string caption = StartCaption(tree_, session_.Tables, services_.Page, Group);
+        fraSq->SetCaption(FromBytes(services_.Page, caption));
+      });
   lstPlanes->setFocus();
   filling_ = false;
 }
@@ -66,13 +61,13 @@ void frmChgAC::FillPlanes() {
   lstPlanes->SetRows({});
   const AircraftRows rows = MakeAircraftRows(session_.Tables, ACName);
   QStringList texts;
-  for (const auto& text : rows.Texts) texts << FromBytes(session_.Services.Page, text);
+  for (const auto& text : rows.Texts) texts << FromBytes(services_.Page, text);
   lstPlanes->SetRows(texts);
   lstPlanes->SelectRow(static_cast<int>(rows.Selected));
 }
 
 void frmChgAC::FillTree() {
-  const CodePage& page = session_.Services.Page;
+  const CodePage& page = services_.Page;
   const QColor background = FromBgr(session_.Prefs.BackColor);
   nodes_.clear();
   tree_ = MakeGroupTree(session_.Tables, page, ChangeModeOf(Mode), Group);
@@ -106,37 +101,37 @@ NodePlace frmChgAC::Chosen() const {
 std::string frmChgAC::SelectedPlane() const {
   const auto selected = lstPlanes->selectionModel()->selectedIndexes();
   if (selected.isEmpty()) return "";
-  return AircraftOfRow(ToBytes(session_.Services.Page, selected.front().data().toString()));
+  return AircraftOfRow(ToBytes(services_.Page, selected.front().data().toString()));
 }
 
 void frmChgAC::PlaneChosen() {
-  fraPlane->SetCaption(tr("%1 Selected").arg(FromBytes(session_.Services.Page, SelectedPlane())));
+  fraPlane->SetCaption(tr("%1 Selected").arg(FromBytes(services_.Page, SelectedPlane())));
 }
 
 void frmChgAC::NodeChosen() {
-  const CodePage& page = session_.Services.Page;
+  const CodePage& page = services_.Page;
   fraSq->SetCaption(FromBytes(page, NodeCaption(tree_, session_.Tables, page, Chosen())));
 }
 
 void frmChgAC::Apply() {
-  const Services& services = session_.Services;
   unanswered_ = false;
-  LogAndLeave(services, "cmd_Click", [&] { ACName = SelectedPlane(); });
-  LogAndLeave(services, "cmd_Click", [&] {
+  LogAndLeave(services_, "cmd_Click", [&] { ACName = SelectedPlane(); });
+  LogAndLeave(services_, "cmd_Click", [&] {
     if (tree_.Mode == ChangeMode::Flight) Squad = SquadOf(tree_, Chosen());
   });
-  LogAndLeave(services, "cmd_Click",
-              [&] { CodeOut = CodeOutOf(tree_, session_.Tables, services.Page, Chosen(), Group); });
+  LogAndLeave(services_, "cmd_Click", [&] {
+    CodeOut = CodeOutOf(tree_, session_.Tables, services_.Page, Chosen(), Group);
+  });
   accept();
 }
 
 void frmChgAC::done(int result) {
-  LogAndLeave(session_.Services, "Form_Unload", [&] {
+  LogAndLeave(services_, "Form_Unload", [&] {
     if (unanswered_) ACName = "Cancel";
-    SaveFormSize(session_.Services, *this);
-    SaveFormPos(session_.Services, *this);
+    SaveFormSize(services_, *this);
+    SaveFormPos(services_, *this);
   });
-  QDialog::done(result);
+  Dialog::done(result);
 }
 
 }  // namespace rws

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <QDialog>
 #include <QPushButton>
 #include <QStandardItemModel>
 #include <QTreeView>
 #include <array>
 #include <string>
 
+#include "controls/dialog.h"
 #include "controls/elided_frame.h"
 #include "controls/list_box.h"
 #include "editors/logic/change_lists.h"
@@ -17,7 +17,7 @@ namespace rws {
 /** Asks for another aircraft and, for a flight, another squadron; for a parked aircraft another
     country. The caller sets the fields, loads and shows the form and reads the fields. Texts are in
     the encoding of mission text. */
-class frmChgAC : public QDialog {
+class frmChgAC : public Dialog {
   Q_OBJECT
 
  public:
@@ -44,7 +44,7 @@ class frmChgAC : public QDialog {
   ListBox* lstPlanes;
   QTreeView* tview;
   ElidedFrame *fraPlane, *fraSq;
-  /** Apply, Cancel. */
+  enum Command : std::size_t { kApply, kCancel };
   std::array<QPushButton*, 2> cmd;
 
  private:

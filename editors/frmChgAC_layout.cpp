@@ -20,8 +20,7 @@ QFont ColumnFont(const QFont& like) {
 }
 
 ElidedFrame* FrameAround(QWidget* content, const char* name) {
-  auto* frame = new ElidedFrame;
-  frame->setObjectName(QLatin1String(name));
+  auto* frame = Named(new ElidedFrame, name);
   (new QVBoxLayout(frame))->addWidget(content);
   return frame;
 }
@@ -30,24 +29,21 @@ ElidedFrame* FrameAround(QWidget* content, const char* name) {
 
 void frmChgAC::Build() {
   constexpr int kRowLetters = 40, kRows = 22, kTreeLetters = 48, kLeastTreeLetters = 28;
-  setObjectName(QStringLiteral("frmChgAC"));
-  lstPlanes = new ListBox;
+  lstPlanes = Named(new ListBox, "lstPlanes", tr("Aircraft"), tr("Choose the aircraft type"));
   lstPlanes->setFont(ColumnFont(font()));
   lstPlanes->setIndentation(0);
-  Describe(lstPlanes, "lstPlanes", tr("Aircraft"), tr("Choose the aircraft type"));
-  tview = new QTreeView;
+  tview = Named(new QTreeView, "tview", tr("Squadron or country"),
+                tr("Choose the squadron or country"));
   tview->setModel(&nodes_);
   tview->setHeaderHidden(true);
   tview->setUniformRowHeights(true);
   tview->setEditTriggers(QTreeView::NoEditTriggers);
-  Describe(tview, "tview", tr("Squadron or country"), tr("Choose the squadron or country"));
   fraPlane = FrameAround(lstPlanes, "fraPlane");
   fraSq = FrameAround(tview, "fraSq");
-  cmd = {new QPushButton(tr("&Apply")), new QPushButton(tr("&Cancel"))};
-  Describe(cmd[0], "cmd(0)", tr("Apply"), tr("Accept changes and exit"));
-  Describe(cmd[1], "cmd(1)", tr("Cancel"), tr("Disregard changes and exit"));
-  cmd[0]->setDefault(true);
-  cmd[1]->setAutoDefault(false);
+  cmd = {Button("cmd(0)", tr("&Apply"), tr("Accept changes and exit")),
+         Button("cmd(1)", tr("&Cancel"), tr("Disregard changes and exit"))};
+  cmd[kApply]->setDefault(true);
+  cmd[kCancel]->setAutoDefault(false);
 
   const QFontMetrics letters(lstPlanes->font());
   // Beside the letters stand the cell's margins and the bar.
@@ -57,12 +53,9 @@ void frmChgAC::Build() {
   auto* lists = new QHBoxLayout;
   lists->addWidget(fraPlane, 1);
   lists->addWidget(fraSq, 1);
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  for (auto* button : cmd) buttons->addWidget(button);
   auto* whole = new QVBoxLayout(this);
   whole->addLayout(lists, 1);
-  whole->addLayout(buttons);
+  whole->addLayout(ButtonRow({cmd[kApply], cmd[kCancel]}));
   resize(lstPlanes->minimumWidth() + digit * (kTreeLetters + 5), letters.height() * (kRows + 6));
 }
 

@@ -10,27 +10,26 @@
 #include "platform/form_placement.h"
 #include "platform/qt_text.h"
 #include "services/arrays.h"
-#include "services/trapped.h"
 #include "session/loading.h"
 
 namespace rws {
 
-frmDogFight::frmDogFight(Session& session, QWidget* parent) : QDialog(parent), session_(session) {
+frmDogFight::frmDogFight(Session& session, QWidget* parent)
+    : Dialog(session.Services, "frmDogFight", parent), session_(session) {
   Build();
   Connect();
 }
 
 void frmDogFight::Connect() {
-  const Services& services = session_.Services;
   connect(upd, &UpDown::ValueChanged, this, [this](int value) {
     if (session_.Doc.bLoading) return;
     CurBase = value;
     Refresh();
   });
-  connect(cbo, &DropDown::activated, this, Trapped(services, "cbo_Click", [this](int row) {
-            Base().Army = static_cast<std::int16_t>(row);
-            ShowColor(row);
-          }));
+  On(cbo, &DropDown::activated, "cbo_Click", [this](int row) {
+    Base().Army = static_cast<std::int16_t>(row);
+    ShowColor(row);
+  });
   slide->installEventFilter(this);
   for (std::size_t i = 0; i < lstAC.size(); ++i) {
     lstAC[i]->installEventFilter(this);
@@ -39,11 +38,9 @@ void frmDogFight::Connect() {
             [this, i] { cmd1[i]->setEnabled(models_[i].rowCount() > 0); });
     connect(cmd1[i], &QPushButton::clicked, this, [this, i] { Move(i); });
   }
-  connect(cmd2, &QPushButton::clicked, this,
-          Trapped(services, "cmd2_Click", [this](bool) { SetDefault(); }));
-  connect(cmd[0], &QPushButton::clicked, this,
-          Trapped(services, "cmd_Click", [this](bool) { Apply(); }));
-  connect(cmd[1], &QPushButton::clicked, this, [this] {
+  On(cmd2, &QPushButton::clicked, "cmd2_Click", [this] { SetDefault(); });
+  On(cmd[kApply], &QPushButton::clicked, "cmd_Click", [this] { Apply(); });
+  connect(cmd[kCancel], &QPushButton::clicked, this, [this] {
     frmCancel = true;
     reject();
   });
@@ -89,7 +86,7 @@ void frmDogFight::Refresh() {
     cbo->setCurrentIndex(base.Army < cbo->count() ? base.Army : -1);
     ShowColor(base.Army);
     slide->setValue(ShownRadius(base.Radius));
-    lists_ = FillHomeBase(session_.Tables.DogFightAircraft, base, session_.Services.Page);
+    lists_ = FillHomeBase(session_.Tables.DogFightAircraft, base, services_.Page);
     for (std::size_t i = 0; i < lists_.size(); ++i) ShowList(i);
   });
 }
@@ -108,7 +105,7 @@ void frmDogFight::ShowColor(int color) {
 void frmDogFight::ShowList(std::size_t list) {
   QList<QStandardItem*> items;
   for (const auto& item : lists_[list]) {
-    items << new QStandardItem(FromBytes(session_.Services.Page, item.Text));
+    items << new QStandardItem(FromBytes(services_.Page, item.Text));
     items.back()->setData(FromPath(item.Key));
     items.back()->setEditable(false);
   }
@@ -128,7 +125,7 @@ void frmDogFight::FitColumn(const ReportList& list) {
 bool frmDogFight::eventFilter(QObject* watched, QEvent* event) {
   // The mouse alone writes the size; keys only move the slider, on purpose.
   if (watched == slide && event->type() == QEvent::MouseButtonRelease)
-    LogAndLeave(session_.Services, "slide_MouseUp", [&] { TakeRadius(); });
+    LogAndLeave(services_, "slide_MouseUp", [&] { TakeRadius(); });
   for (const auto* list : lstAC)
     if (watched == list && event->type() == QEvent::Resize) FitColumn(*list);
   return false;
@@ -162,7 +159,7 @@ void frmDogFight::Move(std::size_t from) {
 }
 
 void frmDogFight::SetDefault() {
-  const Answer answer = session_.Services.Ask.MsgBox(
+  const Answer answer = services_.Ask.MsgBox(
       "This will set all flyable aircraft to this Home Base.\nAre you sure you want to do this?",
       Buttons::YesNo, Icon::Question, kProgramTitle);
   if (answer != Answer::Yes) return;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QDialog>
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
@@ -9,6 +8,7 @@
 #include <array>
 
 #include "controls/arrow_button.h"
+#include "controls/dialog.h"
 #include "controls/drop_down.h"
 #include "controls/report_list.h"
 #include "controls/up_down.h"
@@ -22,7 +22,7 @@ namespace rws {
     when `frmCancel` is false. The edits are made in the shadow of the mission and stay there; only
     Apply takes them over. Lists and their frames and buttons count 0 for the aircraft available at
     the base and 1 for the reserve. */
-class frmDogFight : public QDialog {
+class frmDogFight : public Dialog {
   Q_OBJECT
 
  public:
@@ -49,7 +49,7 @@ class frmDogFight : public QDialog {
   std::array<ReportList*, 2> lstAC;
   std::array<ArrowButton*, 2> cmd1;
   QPushButton* cmd2;
-  /** Apply, Cancel. */
+  enum Command : std::size_t { kApply, kCancel };
   std::array<QPushButton*, 2> cmd;
 
  protected:
@@ -60,7 +60,6 @@ class frmDogFight : public QDialog {
   void BuildBase();
   void BuildLists();
   QLayout* BuildButtons();
-  void SetTabOrders();
   void Connect();
 
   void FillColors();

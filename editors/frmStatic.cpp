@@ -6,39 +6,33 @@
 #include "editors/frmChgAC.h"
 #include "platform/form_placement.h"
 #include "platform/qt_text.h"
-#include "services/trapped.h"
 #include "session/loading.h"
 
 namespace rws {
 
-frmStatic::frmStatic(Session& session, QWidget* parent) : QDialog(parent), session_(session) {
+frmStatic::frmStatic(Session& session, QWidget* parent)
+    : Dialog(session.Services, "frmStatic", parent), session_(session) {
   Build();
   Connect();
 }
 
 void frmStatic::Connect() {
-  const Services& services = session_.Services;
-  connect(cmd[0], &QPushButton::clicked, this, [this] { reject(); });
-  connect(cmd[1], &QPushButton::clicked, this,
-          Trapped(services, "cmd_Click", [this](bool) { Change(); }));
-  connect(cmd[2], &QPushButton::clicked, this,
-          Trapped(services, "cmd_Click", [this](bool) { Apply(); }));
-  connect(lstStatic, &StaticList::doubleClicked, this,
-          Trapped(services, "lstStatic_DblClick", [this](const auto&) { Change(); }));
-  connect(lstStatic->header(), &QHeaderView::sectionClicked, this,
-          Trapped(services, "lstStatic_ColumnClick", [this](int) { lstStatic->Sort(); }));
-  connect(lstStatic->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-          Trapped(services, "lstStatic_ItemClick", [this](const auto&...) { ShowButtons(); }));
+  connect(cmd[kExit], &QPushButton::clicked, this, &QDialog::reject);
+  On(cmd[kChange], &QPushButton::clicked, "cmd_Click", [this] { Change(); });
+  On(cmd[kApply], &QPushButton::clicked, "cmd_Click", [this] { Apply(); });
+  On(lstStatic, &StaticList::doubleClicked, "lstStatic_DblClick", [this] { Change(); });
+  On(lstStatic->header(), &QHeaderView::sectionClicked, "lstStatic_ColumnClick",
+     [this] { lstStatic->Sort(); });
+  On(lstStatic->selectionModel(), &QItemSelectionModel::selectionChanged, "lstStatic_ItemClick",
+     [this] { ShowButtons(); });
 }
 
 void frmStatic::LoadForm() {
-  const Services& services = session_.Services;
   static_ = false;
   StaticPlanes.clear();
-  setWindowTitle(QLatin1String(kProgramTitle));
   ApplyListColors(*this, session_.Prefs.ForeColor, session_.Prefs.BackColor);
   lstStatic->SetBackground(FromBgr(session_.Prefs.BackColor));
-  LogAndLeave(services, "Form_Load", [&] {
+  Load("Form_Load", [&] {
     const Loading loading(session_.Doc);
     const Mission& mission = At(session_.Doc.Missions, session_.Doc.CurMission);
     const QString caption = tr("Stationary Aircraft for %1").arg(FromPath(mission.BaseName));
@@ -47,19 +41,19 @@ void frmStatic::LoadForm() {
     StaticPlanes = FindStaticPlanes(mission.Lines);
     FillList();
   });
-  cmd[2]->setEnabled(false);
+  cmd[kApply]->setEnabled(false);
   ShowButtons();
   lstStatic->setFocus();
   CenterForm(*this);
 }
 
 void frmStatic::FillList() {
-  lstStatic->SetRows(MakeStaticRows(StaticPlanes, session_.Tables, session_.Services));
+  lstStatic->SetRows(MakeStaticRows(StaticPlanes, session_.Tables, services_));
 }
 
 void frmStatic::ShowButtons() {
   if (session_.Doc.bLoading) return;
-  cmd[1]->setEnabled(lstStatic->selectionModel()->hasSelection());
+  cmd[kChange]->setEnabled(lstStatic->selectionModel()->hasSelection());
 }
 
 void frmStatic::Change() {
@@ -74,7 +68,7 @@ void frmStatic::Change() {
   ShowDialog(form);
   if (!ChangeStaticPlanes(StaticPlanes, chosen, session_.Tables, form.ACName, form.CodeOut)) return;
   FillList();
-  cmd[2]->setEnabled(true);
+  cmd[kApply]->setEnabled(true);
 }
 
 void frmStatic::Apply() {

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QDialog>
 #include <QPushButton>
 #include <array>
 #include <vector>
 
+#include "controls/dialog.h"
 #include "controls/elided_frame.h"
 #include "controls/show_dialog.h"
 #include "editors/logic/stationary_aircraft.h"
@@ -15,7 +15,7 @@ namespace rws {
 
 /** Lists the parked aircraft of the current mission and changes their type and country. Nothing is
     in the mission before Apply; the caller then runs `SetModify` if `Static` tells so. */
-class frmStatic : public QDialog {
+class frmStatic : public Dialog {
   Q_OBJECT
 
  public:
@@ -31,7 +31,7 @@ class frmStatic : public QDialog {
 
   StaticList* lstStatic;
   ElidedFrame* fra;
-  /** Exit, Change, Apply. */
+  enum Command : std::size_t { kExit, kChange, kApply };
   std::array<QPushButton*, 3> cmd;
 
   /** What the list shows; its order is that of the lines. */

@@ -8,7 +8,6 @@
 #include "platform/qt_text.h"
 #include "services/setting_values.h"
 #include "services/text.h"
-#include "services/trapped.h"
 #include "session/loading.h"
 
 namespace rws {
@@ -44,7 +43,8 @@ GridColumn::Input InputOf(std::string_view rule) {
 
 }  // namespace
 
-frmWP::frmWP(Session& session, QWidget* parent) : QDialog(parent), session_(session) {
+frmWP::frmWP(Session& session, QWidget* parent)
+    : Dialog(session.Services, "frmWP", parent), session_(session) {
   Build();
   Connect();
 }
@@ -53,40 +53,32 @@ frmWP::frmWP(Session& session, QWidget* parent) : QDialog(parent), session_(sess
 frmWP::~frmWP() { grd->disconnect(this); }
 
 void frmWP::Connect() {
-  const Services& services = session_.Services;
-  connect(grd, &Grid::CurrentCellChanged, this,
-          Trapped(services, "grd_RowColChange", [this](int, int) { OfferKinds(); }));
+  On(grd, &Grid::CurrentCellChanged, "grd_RowColChange", [this] { OfferKinds(); });
   connect(grd, &Grid::EditBegan, this,
           [this](int row, int column) { CellBefore = grd->Text(row, column); });
   connect(grd, &Grid::EditEnded, this, &frmWP::EndEdit);
-  connect(grd, &Grid::MouseReleased, this,
-          Trapped(services, "grd_MouseUp", [this](Qt::MouseButton button, QPoint position) {
-            MouseStep(button, position);
-          }));
+  On(grd, &Grid::MouseReleased, "grd_MouseUp",
+     [this](Qt::MouseButton button, QPoint position) { MouseStep(button, position); });
   for (std::size_t i = 0; i < mnuPop1.size(); ++i)
-    connect(mnuPop1[i], &QAction::triggered, this,
-            Trapped(services, "mnuPop1_Click", [this, i](bool) { SetKind(i); }));
-  connect(opt[0], &QRadioButton::toggled, this,
-          Trapped(services, "opt_Click", [this](bool) { UnitChosen(); }));
+    On(mnuPop1[i], &QAction::triggered, "mnuPop1_Click", [this, i] { SetKind(i); });
+  On(opt[kMetric], &QRadioButton::toggled, "opt_Click", [this] { UnitChosen(); });
   for (auto* button : cmd) connect(button, &QPushButton::clicked, this, [this] { accept(); });
   connect(mnuMain1, &QAction::triggered, this, [this] { accept(); });
 }
 
 void frmWP::LoadForm() {
-  const Services& services = session_.Services;
-  LogAndLeave(services, "Form_Load", [&] {
+  Load("Form_Load", [&] {
     const Loading loading(session_.Doc);
     ApplyListColors(*this, session_.Prefs.ForeColor, session_.Prefs.BackColor);
-    setWindowTitle(FromPath(kProgramTitle));
-    Metric = ReadFlag(services.Settings, setting::WPMetric);
+    Metric = ReadFlag(services_.Settings, setting::WPMetric);
     WPModified = false;
-    cmd[0]->setEnabled(WPModified);
-    opt[Metric ? 0 : 1]->setChecked(true);
+    cmd[kApply]->setEnabled(WPModified);
+    opt[Metric ? kMetric : kNonMetric]->setChecked(true);
     for (std::size_t i = 0; i < mnuPop1.size(); ++i)
       mnuPop1[i]->setData(FromPath(kWaypointKinds[i].Keyword));
     ShowHeadings();
     QString caption =
-        FromBytes(services.Page, RouteCaption(session_.Doc, session_.Tables, services));
+        FromBytes(services_.Page, RouteCaption(session_.Doc, session_.Tables, services_));
     fra->setAccessibleName(caption);
     fra->setTitle(caption.replace(QLatin1Char('&'), QStringLiteral("&&")));
     LoadTable();
@@ -97,12 +89,11 @@ void frmWP::LoadForm() {
 }
 
 void frmWP::done(int result) {
-  const Services& services = session_.Services;
   grd->FinishEdit();
-  LogAndLeave(services, "Form_Unload", [&] {
-    WriteSetting(services.Settings, setting::WPMetric, Metric ? "True" : "False");
+  LogAndLeave(services_, "Form_Unload", [&] {
+    WriteSetting(services_.Settings, setting::WPMetric, Metric ? "True" : "False");
   });
-  QDialog::done(result);
+  Dialog::done(result);
 }
 
 void frmWP::ShowHeadings() {
@@ -119,14 +110,13 @@ void frmWP::ShowHeadings() {
 void frmWP::LoadTable() {
   ShowHeadings();
   QList<QStringList> rows;
-  for (const auto& row : WaypointRows(session_.Doc, Metric))
-    rows << Texts(session_.Services.Page, row);
+  for (const auto& row : WaypointRows(session_.Doc, Metric)) rows << Texts(services_.Page, row);
   grd->SetRows(rows);
 }
 
 void frmWP::LoadRow(int row) {
   const auto texts = OneWaypointRow(session_.Doc, row, Metric);
-  grd->SetRow(row, Texts(session_.Services.Page, texts));
+  grd->SetRow(row, Texts(services_.Page, texts));
 }
 
 void frmWP::OfferKinds() {
@@ -137,7 +127,7 @@ void frmWP::OfferKinds() {
 void frmWP::SetKind(std::size_t kind) {
   const int row = grd->Row();
   SetWaypoint(session_.Doc, row, kWaypointType,
-              ToBytes(session_.Services.Page, mnuPop1[kind]->data().toString()));
+              ToBytes(services_.Page, mnuPop1[kind]->data().toString()));
   WPModified = WaypointDiffers(session_.Doc, row, kWaypointType);
   // Apply stays as it is, on purpose: a new type alone does not mark the mission.
   LoadRow(row);
@@ -147,7 +137,7 @@ void frmWP::UnitChosen() {
   if (session_.Doc.bLoading) return;
   // What is being typed was meant in the units that are still shown.
   grd->FinishEdit();
-  Metric = opt[0]->isChecked();
+  Metric = opt[kMetric]->isChecked();
   LoadTable();
 }
 
@@ -172,9 +162,9 @@ void frmWP::FlipRadioSilence() {
 }
 
 void frmWP::EndEdit(int row, int column, const QString& text) {
-  LogAndLeave(session_.Services, "grd_AfterEdit", [&] { TakeText(row, column, text); });
+  LogAndLeave(services_, "grd_AfterEdit", [&] { TakeText(row, column, text); });
   // Also after a text that was refused.
-  cmd[0]->setEnabled(true);
+  cmd[kApply]->setEnabled(true);
 }
 
 void frmWP::TakeText(int row, int column, const QString& text) {
@@ -196,7 +186,6 @@ void frmWP::TakeNumber(int row, int column, const std::string& text) {
 }
 
 void frmWP::EditRows(const Grid::Cells& cells) {
-  const Services& services = session_.Services;
   const int column = grd->Col();
   Trap(
       [&] {
@@ -205,18 +194,18 @@ void frmWP::EditRows(const Grid::Cells& cells) {
         SetWaypoints(session_.Doc, cells.FirstRow, cells.LastRow, column, value, grd->Row(),
                      [this](bool differs) {
                        WPModified = differs;
-                       if (WPModified) cmd[0]->setEnabled(true);
+                       if (WPModified) cmd[kApply]->setEnabled(true);
                      });
       },
       [&](const Fault& caught) {
-        services.Ask.MsgBox(caught.Text, Buttons::Ok, Icon::Critical, kProgramTitle);
+        services_.Ask.MsgBox(caught.Text, Buttons::Ok, Icon::Critical, kProgramTitle);
       });
   LoadTable();
 }
 
 /** What all selected rows are to get; "" for nothing. */
 std::string frmWP::AskValue(int column) {
-  const Prompts& ask = session_.Services.Ask;
+  const Prompts& ask = services_.Ask;
   if (column == kWaypointRadio) {
     const Answer answer =
         ask.MsgBox("Radio Silence?", Buttons::YesNoCancel, Icon::Question, kProgramTitle);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QAction>
-#include <QDialog>
 #include <QGroupBox>
 #include <QMenu>
 #include <QMenuBar>
@@ -9,6 +8,7 @@
 #include <QRadioButton>
 #include <array>
 
+#include "controls/dialog.h"
 #include "controls/grid.h"
 #include "session/session.h"
 
@@ -17,7 +17,7 @@ namespace rws {
 /** The waypoint editor: the route of the current flight in a grid, in which altitude, speed, type
     and radio silence are changed. Each change is in the record at once; closing the form, by
     whichever way, keeps it. The caller then runs `SetModify`. */
-class frmWP : public QDialog {
+class frmWP : public Dialog {
   Q_OBJECT
 
  public:
@@ -30,11 +30,14 @@ class frmWP : public QDialog {
   void done(int result) override;
 
   QGroupBox *Frame1, *fra;
+  enum Units : std::size_t { kMetric, kNonMetric };
   std::array<QRadioButton*, 2> opt;
   Grid* grd;
+  enum Command : std::size_t { kApply, kExit };
   std::array<QPushButton*, 2> cmd;
   QMenu *mnuMain, *mnuPop;
   QAction* mnuMain1;
+  /** In the order of `kWaypointKinds`. */
   std::array<QAction*, 4> mnuPop1;
 
   /** Meters and kilometers; else feet and miles. */
@@ -49,7 +52,6 @@ class frmWP : public QDialog {
   QMenuBar* BuildMenus();
   QGroupBox* BuildUnits();
   QLayout* BuildButtons();
-  void NameControls();
   void Connect();
 
   void LoadTable();

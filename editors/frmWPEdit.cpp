@@ -7,14 +7,11 @@
 #include "platform/qt_text.h"
 #include "services/numbers.h"
 #include "services/text.h"
-#include "services/trapped.h"
 #include "services/units.h"
 
 namespace rws {
 
 namespace {
-
-constexpr std::size_t kHeight = 0, kDistance = 1, kSpeed = 2, kNumber = 3;
 
 /** True for what a number begins with: "-50" must pass through "-". */
 bool IsUnfinished(const std::string& text) {
@@ -24,31 +21,29 @@ bool IsUnfinished(const std::string& text) {
 
 }  // namespace
 
-frmWPEdit::frmWPEdit(Session& session, QWidget* parent) : QDialog(parent), session_(session) {
+frmWPEdit::frmWPEdit(Session& session, QWidget* parent)
+    : Dialog(session.Services, "frmWPEdit", parent), session_(session) {
   Build();
   Connect();
 }
 
 void frmWPEdit::Connect() {
-  const Services& services = session_.Services;
   for (std::size_t i = 0; i < txtInput.size(); ++i) {
-    connect(txtInput[i], &QLineEdit::textChanged, this,
-            Trapped(services, "txtInput_Change", [this, i](const auto&...) { TextChanged(i); }));
-    connect(txtInput[i], &QLineEdit::editingFinished, this,
-            Trapped(services, "txtInput_LostFocus", [this, i] { TextLeft(i); }));
+    On(txtInput[i], &QLineEdit::textChanged, "txtInput_Change", [this, i] { TextChanged(i); });
+    On(txtInput[i], &QLineEdit::editingFinished, "txtInput_LostFocus", [this, i] { TextLeft(i); });
   }
-  connect(cmd[0], &QPushButton::clicked, this, [this] {
+  connect(cmd[kCancel], &QPushButton::clicked, this, [this] {
     frmCancel = true;
     reject();
   });
-  connect(cmd[1], &QPushButton::clicked, this, [this] {
+  connect(cmd[kApply], &QPushButton::clicked, this, [this] {
     frmCancel = false;
     accept();
   });
 }
 
 void frmWPEdit::LoadForm() {
-  LogAndLeave(session_.Services, "Form_Load", [&] {
+  Load("Form_Load", [&] {
     ApplyListColors(*this, session_.Prefs.ForeColor, session_.Prefs.BackColor);
     Altitude = CInt(double(udWP[kHeight]->Value()));
     Distance = CInt(double(udWP[kDistance]->Value()));
@@ -56,7 +51,7 @@ void frmWPEdit::LoadForm() {
     ACNumber = CInt(double(udWP[kNumber]->Value()));
     for (std::size_t i = 0; i < txtInput.size(); ++i)
       txtInput[i]->setText(QString::number(udWP[i]->Value()));
-    QString aircraft = FromBytes(session_.Services.Page, AirCraftType);
+    QString aircraft = FromBytes(services_.Page, AirCraftType);
     aircraft.replace(QLatin1Char('&'), QLatin1String("&&"));
     fra1->setTitle(fra1->title() + QLatin1String(" - ") + aircraft);
     for (const auto i : {kSpeed, kDistance, kHeight}) ShowToolTip(i);
@@ -68,19 +63,14 @@ void frmWPEdit::LoadForm() {
   txtInput[kNumber]->selectAll();
 }
 
-bool frmWPEdit::event(QEvent* event) {
-  if (event->type() == QEvent::WindowActivate) setWindowTitle(QLatin1String(kProgramTitle));
-  return QDialog::event(event);
-}
-
 void frmWPEdit::keyPressEvent(QKeyEvent* event) {
   // Closing alone would count as applied, which nobody expects of this key.
-  if (event->matches(QKeySequence::Cancel)) return cmd[0]->click();
-  QDialog::keyPressEvent(event);
+  if (event->matches(QKeySequence::Cancel)) return cmd[kCancel]->click();
+  Dialog::keyPressEvent(event);
 }
 
 void frmWPEdit::TextChanged(std::size_t index) {
-  const std::string text = ToBytes(session_.Services.Page, txtInput[index]->text());
+  const std::string text = ToBytes(services_.Page, txtInput[index]->text());
   if (!IsNumeric(text)) {
     // The beginning of a number may stand while the user is in the box; it is not stored.
     if (!IsUnfinished(text)) Restore(index);
@@ -90,9 +80,8 @@ void frmWPEdit::TextChanged(std::size_t index) {
     Restore(index);
     const std::array<const char*, 4> names = {"The height", "The distance", "The speed",
                                               "The number of flights"};
-    session_.Services.Ask.MsgBox(
-        std::string(names[index]) + " must be a number from -32768 to 32767.", Buttons::Ok,
-        Icon::Exclamation, kProgramTitle);
+    services_.Ask.MsgBox(std::string(names[index]) + " must be a number from -32768 to 32767.",
+                         Buttons::Ok, Icon::Exclamation, kProgramTitle);
     return;
   }
   ShowToolTip(index);
@@ -100,7 +89,7 @@ void frmWPEdit::TextChanged(std::size_t index) {
 }
 
 void frmWPEdit::TextLeft(std::size_t index) {
-  if (!IsNumeric(ToBytes(session_.Services.Page, txtInput[index]->text()))) Restore(index);
+  if (!IsNumeric(ToBytes(services_.Page, txtInput[index]->text()))) Restore(index);
 }
 
 void frmWPEdit::Restore(std::size_t index) {
@@ -117,7 +106,7 @@ bool frmWPEdit::Store(std::size_t index, const std::string& text) {
 
 void frmWPEdit::ShowToolTip(std::size_t index) {
   if (index == kNumber) return;
-  const std::string text = ToBytes(session_.Services.Page, txtInput[index]->text());
+  const std::string text = ToBytes(services_.Page, txtInput[index]->text());
   // Both conversions go the other way than the tool tip says. That is kept: users know the numbers.
   txtInput[index]->setToolTip(
       FromPath(index == kSpeed ? MilesToKm(text) + " Mph" : FeetToMeters(text) + " feet"));

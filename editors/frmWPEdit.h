@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QDialog>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -10,6 +9,7 @@
 #include <map>
 #include <string>
 
+#include "controls/dialog.h"
 #include "controls/up_down.h"
 #include "session/session.h"
 
@@ -17,7 +17,7 @@ namespace rws {
 
 /** Asks how a flight is to be duplicated: how many copies, and by how much the waypoints of each
     are shifted. The caller sets `AirCraftType`, loads and shows the form and reads the numbers. */
-class frmWPEdit : public QDialog {
+class frmWPEdit : public Dialog {
   Q_OBJECT
 
  public:
@@ -38,16 +38,15 @@ class frmWPEdit : public QDialog {
 
   QGroupBox *fra1, *Fra3, *fra2;
   std::map<int, QLabel*> lbl;
-  /** Height, distance, landing speed, number of copies. */
+  enum Input : std::size_t { kHeight, kDistance, kSpeed, kNumber };
   std::array<QLineEdit*, 4> txtInput;
   std::array<UpDown*, 4> udWP;
   /** The last accepted texts. */
   std::array<QString, 4> Tag;
-  /** Cancel, Apply. */
+  enum Command : std::size_t { kCancel, kApply };
   std::array<QPushButton*, 2> cmd;
 
  protected:
-  bool event(QEvent* event) override;
   /** Escape presses Cancel. */
   void keyPressEvent(QKeyEvent* event) override;
 

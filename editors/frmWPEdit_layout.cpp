@@ -8,10 +8,9 @@ namespace rws {
 void frmWPEdit::Build() {
   constexpr int kFarthest = 100, kFastest = 25, kMostCopies = 25;
   constexpr int kStep = 10, kSpeedStep = 5, kStart = 10;
-  setObjectName(QStringLiteral("frmWPEdit"));
-  fra1 = new QGroupBox(tr("Duplicate Flight"));
-  Fra3 = new QGroupBox(tr("Flight Waypoint Offsets"));
-  fra2 = new QGroupBox(tr("Landing Waypoint"));
+  fra1 = Named(new QGroupBox(tr("Duplicate Flight")), "fra1");
+  Fra3 = Named(new QGroupBox(tr("Flight Waypoint Offsets")), "Fra3");
+  fra2 = Named(new QGroupBox(tr("Landing Waypoint")), "fra2");
   lbl = {{0, new QLabel(tr("&Distance:"))}, {1, new QLabel(tr("[M]"))},
          {2, new QLabel(tr("&Speed:"))},    {3, new QLabel(tr("&Number of duplicate flights:"))},
          {8, new QLabel(tr("&Height:"))},   {11, new QLabel(tr("[M]"))},
@@ -21,13 +20,14 @@ void frmWPEdit::Build() {
           new UpDown(-kFarthest, kFarthest, kStep, kStart),
           new UpDown(-kFastest, kFastest, kSpeedStep, kStart), new UpDown(0, kMostCopies, 1, 1)};
   for (std::size_t i = 0; i < txtInput.size(); ++i) udWP[i]->SetBuddy(txtInput[i]);
-  lbl[8]->setBuddy(txtInput[0]);
-  lbl[0]->setBuddy(txtInput[1]);
-  lbl[2]->setBuddy(txtInput[2]);
-  lbl[3]->setBuddy(txtInput[3]);
-  cmd = {new QPushButton(tr("&Cancel")), new QPushButton(tr("&Apply"))};
-  cmd[0]->setAutoDefault(false);
-  cmd[1]->setDefault(true);
+  lbl[8]->setBuddy(txtInput[kHeight]);
+  lbl[0]->setBuddy(txtInput[kDistance]);
+  lbl[2]->setBuddy(txtInput[kSpeed]);
+  lbl[3]->setBuddy(txtInput[kNumber]);
+  cmd = {Button("cmd(0)", tr("&Cancel"), tr("Disregard changes and exit")),
+         Button("cmd(1)", tr("&Apply"), tr("Accept changes and exit"))};
+  cmd[kCancel]->setAutoDefault(false);
+  cmd[kApply]->setDefault(true);
   PlaceControls();
   NameControls();
 }
@@ -53,46 +53,37 @@ void frmWPEdit::PlaceControls() {
     if (units >= 0) grid->addWidget(lbl[units], row, 2);
   };
   constexpr int kNoUnit = -1;
-  addRow(fra1, 3, 3, kNoUnit);
-  addRow(Fra3, 8, 0, 11);
-  addRow(Fra3, 0, 1, 1);
-  addRow(fra2, 2, 2, 12);
+  addRow(fra1, 3, kNumber, kNoUnit);
+  addRow(Fra3, 8, kHeight, 11);
+  addRow(Fra3, 0, kDistance, 1);
+  addRow(fra2, 2, kSpeed, 12);
 
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  buttons->addWidget(cmd[1]);
-  buttons->addWidget(cmd[0]);
   auto* whole = new QVBoxLayout(this);
   for (auto* frame : {fra1, Fra3, fra2}) whole->addWidget(frame);
   whole->addStretch();
-  whole->addLayout(buttons);
+  whole->addLayout(ButtonRow({cmd[kApply], cmd[kCancel]}));
 }
 
 void frmWPEdit::NameControls() {
-  fra1->setObjectName(QStringLiteral("fra1"));
-  Fra3->setObjectName(QStringLiteral("Fra3"));
-  fra2->setObjectName(QStringLiteral("fra2"));
   for (const auto& [index, label] : lbl) label->setObjectName(QStringLiteral("lbl(%1)").arg(index));
-  Describe(txtInput[0], "txtInput(0)", tr("Height, metres"), {});
-  Describe(txtInput[1], "txtInput(1)", tr("Distance, metres"), {});
-  Describe(txtInput[2], "txtInput(2)", tr("Landing speed, kilometres per hour"),
-           tr("Current flight's altitude for this waypoint"));
-  Describe(txtInput[3], "txtInput(3)", tr("Number of duplicate flights"),
-           tr("The number of flights to be created "));
-  Describe(udWP[0], "udWP(0)", tr("Height"), tr("Set group's altitude increment"));
-  Describe(udWP[1], "udWP(1)", tr("Distance"), tr("Set group's distance increment"));
-  Describe(udWP[2], "udWP(2)", tr("Landing speed"), tr("Set group's speed increment for landing"));
-  Describe(udWP[3], "udWP(3)", tr("Number of duplicate flights"),
-           tr("Set the number of duplicate flights"));
+  Named(txtInput[kHeight], "txtInput(0)", tr("Height, metres"));
+  Named(txtInput[kDistance], "txtInput(1)", tr("Distance, metres"));
+  Named(txtInput[kSpeed], "txtInput(2)", tr("Landing speed, kilometres per hour"),
+        tr("Current flight's altitude for this waypoint"));
+  Named(txtInput[kNumber], "txtInput(3)", tr("Number of duplicate flights"),
+        tr("The number of flights to be created "));
+  Named(udWP[kHeight], "udWP(0)", tr("Height"), tr("Set group's altitude increment"));
+  Named(udWP[kDistance], "udWP(1)", tr("Distance"), tr("Set group's distance increment"));
+  Named(udWP[kSpeed], "udWP(2)", tr("Landing speed"),
+        tr("Set group's speed increment for landing"));
+  Named(udWP[kNumber], "udWP(3)", tr("Number of duplicate flights"),
+        tr("Set the number of duplicate flights"));
   for (auto* arrows : udWP) {
     arrows->Up->setAccessibleName(tr("%1: more").arg(arrows->accessibleName()));
     arrows->Down->setAccessibleName(tr("%1: less").arg(arrows->accessibleName()));
   }
-  Describe(cmd[0], "cmd(0)", tr("Cancel"), tr("Disregard changes and exit"));
-  Describe(cmd[1], "cmd(1)", tr("Apply"), tr("Accept changes and exit"));
-  const std::array<QWidget*, 6> order = {txtInput[3], txtInput[0], txtInput[1],
-                                         txtInput[2], cmd[1],      cmd[0]};
-  for (std::size_t i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
+  TabOrder({txtInput[kNumber], txtInput[kHeight], txtInput[kDistance], txtInput[kSpeed],
+            cmd[kApply], cmd[kCancel]});
 }
 
 }  // namespace rws

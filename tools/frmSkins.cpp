@@ -11,55 +11,48 @@
 #include "services/paths.h"
 #include "services/pickers.h"
 #include "services/setting_values.h"
-#include "services/trapped.h"
 #include "tools/logic/skin_images.h"
 
 namespace rws {
 
 namespace {
 
-enum Button : std::size_t { kLink, kLocate, kExit, kClear, kUpdate, kHelp };
-
 /** The only row of an aircraft without schemes. */
 constexpr const char* kNone = "None";
 
 }  // namespace
 
-frmSkins::frmSkins(Session& session, QWidget* parent) : QDialog(parent), session_(session) {
+frmSkins::frmSkins(Session& session, QWidget* parent)
+    : Dialog(session.Services, "frmSkins", parent), session_(session) {
   Build();
   Connect();
 }
 
 void frmSkins::Connect() {
-  const Services& services = session_.Services;
   // Choosing the row that is shown counts as well: it brings the linked image back.
-  connect(cboPlanes, &QComboBox::activated, this,
-          Trapped(services, "cboPlanes_Click", [this](int) { PlaneChosen(); }));
-  connect(cboSkins, &QComboBox::activated, this,
-          Trapped(services, "cboSkins_Click", [this](int) { ShowScheme(); }));
+  On(cboPlanes, &QComboBox::activated, "cboPlanes_Click", [this] { PlaneChosen(); });
+  On(cboSkins, &QComboBox::activated, "cboSkins_Click", [this] { ShowScheme(); });
   for (std::size_t i = 0; i < cmd.size(); ++i)
-    connect(cmd[i], &QPushButton::clicked, this,
-            Trapped(services, "cmd_Click", [this, i](bool) { Press(i); }));
+    On(cmd[i], &QPushButton::clicked, "cmd_Click", [this, i] { Press(i); });
 }
 
 void frmSkins::LoadForm() {
-  const Services& services = session_.Services;
-  setWindowTitle(QLatin1String(kProgramTitle));
-  LogAndLeave(services, "Form_Load", [&] { LoadFormPos(services, *this); });
-  ApplyListColors(*this, session_.Prefs.ForeColor, session_.Prefs.BackColor);
-  LogAndLeave(services, "Form_Load", [&] { FillPlanes(); });
+  Load(
+      "Form_Load", [&] { LoadFormPos(services_, *this); },
+      [&] { ApplyListColors(*this, session_.Prefs.ForeColor, session_.Prefs.BackColor); },
+      [&] { FillPlanes(); });
   cboPlanes->setFocus();
 }
 
 void frmSkins::done(int result) {
-  LogAndLeave(session_.Services, "Form_Unload", [&] { SaveFormPos(session_.Services, *this); });
-  QDialog::done(result);
+  LogAndLeave(services_, "Form_Unload", [&] { SaveFormPos(services_, *this); });
+  Dialog::done(result);
 }
 
 void frmSkins::FillPlanes() {
   const auto& planes = session_.Tables.Aircraft;
   QStringList names;
-  for (const auto& plane : planes) names << FromBytes(session_.Services.Page, plane.Name);
+  for (const auto& plane : planes) names << FromBytes(services_.Page, plane.Name);
   cboPlanes->Fill(names);
   const auto row = std::find_if(planes.begin(), planes.end(),
                                 [this](const Aircraft& plane) { return plane.Class == Plane; });
@@ -70,7 +63,7 @@ void frmSkins::FillPlanes() {
 
 void frmSkins::PlaneChosen() {
   imgSkin->Clear();
-  LogAndLeave(session_.Services, "LoadPlaneSkinList", [&] { LoadPlaneSkinList(); });
+  LogAndLeave(services_, "LoadPlaneSkinList", [&] { LoadPlaneSkinList(); });
 }
 
 void frmSkins::LoadPlaneSkinList() {
@@ -102,7 +95,7 @@ std::string frmSkins::Target() const {
 }
 
 void frmSkins::ShowScheme() {
-  const FileSystem& files = session_.Services.Files;
+  const FileSystem& files = services_.Files;
   const std::string skin = BuildPath(schemes_.Folder, Scheme() + ".bmp");
   // Without a bitmap of its own the one on show stays, on purpose.
   if (!schemes_.Folder.empty() && files.FileExists(skin)) ShowPicture(*imgSkin, skin);
@@ -112,16 +105,14 @@ void frmSkins::ShowScheme() {
 }
 
 void frmSkins::ShowPicture(PictureBox& box, const std::string& path) {
-  const Services& services = session_.Services;
   box.Clear();
-  NoticeAndLeave(services, [&] { box.Show(ReadPicture(services.Files, path), path); });
+  NoticeAndLeave(services_, [&] { box.Show(ReadPicture(services_.Files, path), path); });
 }
 
 void frmSkins::RefreshPanels() {
-  const Services& services = session_.Services;
   const std::string scheme = Scheme(), file = NotesFile();
   const bool picture = !imgPic->IsEmpty() && !scheme.empty() && !file.empty();
-  const bool linkable = picture && !services.Files.FileExists(Target());
+  const bool linkable = picture && !services_.Files.FileExists(Target());
   lbl[0]->setEnabled(linkable);
   cmd[kLink]->setEnabled(linkable);
   fraClear->setEnabled(picture);
@@ -135,20 +126,19 @@ std::string frmSkins::NotesFile() const {
   const int plane = cboPlanes->currentIndex();
   const std::string& images = session_.Doc.ImagesPath;
   if (plane < 0 || images.empty()) return "";
-  return SideFile(session_.Services, images, At(session_.Tables.Aircraft, plane).Name);
+  return SideFile(services_, images, At(session_.Tables.Aircraft, plane).Name);
 }
 
 void frmSkins::ShowNotes(const std::string& scheme, const std::string& file) {
-  const Services& services = session_.Services;
   SkinSection = scheme;
   SkinIniFile = file;
   SkinNotes notes;
   // Notes that could not be read must not be written over.
   fraInfo->setEnabled(
-      NoticeAndLeave(services, [&] { notes = ReadSkinNotes(services, file, scheme); }));
+      NoticeAndLeave(services_, [&] { notes = ReadSkinNotes(services_, file, scheme); }));
   for (std::size_t i = 0; i < txt.size(); ++i) {
     // What is typed and not stored yet outlives the other buttons.
-    if (txt[i]->text() == shown_[i]) ShowNote(i, FromBytes(services.Page, notes[i]));
+    if (txt[i]->text() == shown_[i]) ShowNote(i, FromBytes(services_.Page, notes[i]));
   }
 }
 
@@ -160,9 +150,8 @@ void frmSkins::ShowNote(std::size_t box, const QString& text) {
 
 void frmSkins::Press(std::size_t button) {
   if (button == kExit) return reject();
-  const Services& services = session_.Services;
-  NoticeAndLeave(services, [&] { Act(button); });
-  NoticeAndLeave(services, [&] { RefreshPanels(); });
+  NoticeAndLeave(services_, [&] { Act(button); });
+  NoticeAndLeave(services_, [&] { RefreshPanels(); });
 }
 
 void frmSkins::Act(std::size_t button) {
@@ -176,35 +165,33 @@ void frmSkins::Act(std::size_t button) {
     case kUpdate:
       return Update();
     default:
-      return OpenHelp(session_.Services);
+      return OpenHelp(services_);
   }
 }
 
 void frmSkins::Locate() {
-  const std::string path = GetFile(session_.Services, "Locate aircarft image", "Image jpg|*.jpg",
-                                   &setting::LastImagePath);
+  const std::string path =
+      GetFile(services_, "Locate aircarft image", "Image jpg|*.jpg", &setting::LastImagePath);
   imgPic->Clear();
   if (!path.empty()) ShowPicture(*imgPic, path);
 }
 
 void frmSkins::Link() {
-  LinkImage(session_.Services, imgPic->Path(), Target());
+  LinkImage(services_, imgPic->Path(), Target());
   // From here on the image on show is the linked one, which Clear takes away.
   imgPic->SetPath(Target());
 }
 
 void frmSkins::Clear() {
   // A picture that was only located is the user's own: its file is left alone.
-  if (session_.Services.Files.IsSameFile(imgPic->Path(), Target()))
-    ClearLink(session_.Services, Target());
+  if (services_.Files.IsSameFile(imgPic->Path(), Target())) ClearLink(services_, Target());
   imgPic->Clear();
 }
 
 void frmSkins::Update() {
-  const Services& services = session_.Services;
   SkinNotes notes;
-  for (std::size_t i = 0; i < txt.size(); ++i) notes[i] = ToBytes(services.Page, txt[i]->text());
-  SaveSkinNotes(services, SkinIniFile, SkinSection, notes);
+  for (std::size_t i = 0; i < txt.size(); ++i) notes[i] = ToBytes(services_.Page, txt[i]->text());
+  SaveSkinNotes(services_, SkinIniFile, SkinSection, notes);
   for (std::size_t i = 0; i < txt.size(); ++i) shown_[i] = txt[i]->text();
 }
 

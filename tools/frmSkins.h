@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QDialog>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -9,6 +8,7 @@
 #include <array>
 #include <string>
 
+#include "controls/dialog.h"
 #include "controls/drop_down.h"
 #include "controls/picture_box.h"
 #include "session/session.h"
@@ -19,7 +19,7 @@ namespace rws {
 /** Browses the paint schemes of the game, links an image to a scheme and keeps notes on it. Changes
     no mission. The caller sets the aircraft, loads and shows the form. A button that fails tells it
     in the status bar. */
-class frmSkins : public QDialog {
+class frmSkins : public Dialog {
   Q_OBJECT
 
  public:
@@ -42,9 +42,9 @@ class frmSkins : public QDialog {
   PictureBox *imgSkin, *imgPic;
   /** The label of the Link button; other labels have no index. */
   std::array<QLabel*, 1> lbl;
-  /** Skinner, country, comments. */
+  enum Note : std::size_t { kSkinner, kCountry, kComments };
   std::array<QLineEdit*, 3> txt;
-  /** Link, Locate, Exit, Clear, Update, Help. */
+  enum Command : std::size_t { kLink, kLocate, kExit, kClear, kUpdate, kHelp };
   std::array<QPushButton*, 6> cmd;
 
  private:
@@ -52,9 +52,9 @@ class frmSkins : public QDialog {
   void BuildSkins();
   void BuildImages();
   void BuildInfo();
-  void AddNote(QGridLayout& rows, std::size_t index, const QString& caption, const QString& name,
+  void BuildButtons();
+  void AddNote(QGridLayout& rows, Note note, const QString& caption, const QString& name,
                const QString& toolTip);
-  QPushButton* AddButton(std::size_t index, const QString& caption, const QString& toolTip);
   void PlaceControls();
   void Connect();
 

@@ -25,21 +25,16 @@ class NoteValidator : public PageValidator {
 };
 
 QGroupBox* Frame(const QString& caption, const char* name) {
-  auto* frame = new QGroupBox(caption);
-  frame->setObjectName(QLatin1String(name));
-  return frame;
+  return Named(new QGroupBox(caption), name);
 }
 
 QLabel* Label(const QString& caption, const char* name = "lbl") {
-  auto* label = new QLabel(caption);
-  label->setObjectName(QLatin1String(name));
-  return label;
+  return Named(new QLabel(caption), name);
 }
 
 DropDown* List(const char* name, const QString& accessibleName, const QString& toolTip) {
   constexpr int kLetters = 24;
-  auto* list = new DropDown;
-  Describe(list, name, accessibleName, toolTip);
+  auto* list = Named(new DropDown, name, accessibleName, toolTip);
   // Names may be of any length and there may be thousands: the form is not made for the longest.
   list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   list->setMinimumContentsLength(kLetters);
@@ -48,8 +43,7 @@ DropDown* List(const char* name, const QString& accessibleName, const QString& t
 
 PictureBox* Picture(const char* name, const QString& text) {
   constexpr int kLines = 18;
-  auto* picture = new PictureBox;
-  Describe(picture, name, text, text);
+  auto* picture = Named(new PictureBox, name, text, text);
   const int side = picture->fontMetrics().height() * kLines;
   picture->setMinimumSize(side, side);
   return picture;
@@ -58,20 +52,22 @@ PictureBox* Picture(const char* name, const QString& text) {
 }  // namespace
 
 void frmSkins::Build() {
-  setObjectName(QStringLiteral("frmSkins"));
+  BuildButtons();
   BuildSkins();
   BuildImages();
   BuildInfo();
   PlaceControls();
 }
 
-QPushButton* frmSkins::AddButton(std::size_t index, const QString& caption,
-                                 const QString& toolTip) {
-  auto* button = new QPushButton(caption);
-  const QByteArray name = QStringLiteral("cmd(%1)").arg(index).toLatin1();
-  Describe(button, name.constData(), caption, toolTip);
-  button->setAutoDefault(false);
-  return cmd[index] = button;
+void frmSkins::BuildButtons() {
+  cmd = {Button("cmd(0)", tr("Link"), tr("Click here to link the image to the skin ")),
+         Button("cmd(1)", tr("Locate"), tr("Locate an image to link to the skin")),
+         Button("cmd(2)", tr("Exit"), tr("Exit the skin manager")),
+         Button("cmd(3)", tr("Clear"), tr("Click here to clear the link ")),
+         Button("cmd(4)", tr("Update"), tr("Click here to save the information")),
+         // The words of another, on purpose.
+         Button("cmd(5)", tr("Help"), tr("Exit the skin manager"))};
+  for (auto* button : cmd) button->setAutoDefault(false);
 }
 
 void frmSkins::BuildSkins() {
@@ -96,66 +92,59 @@ void frmSkins::BuildImages() {
   lbl = {Label(tr("Link this images to the skin"), "lbl(0)")};
   auto* options = new QGridLayout(fraImgOpt);
   options->addWidget(Label(tr("Locate aircraft image")), 0, 0);
-  options->addWidget(AddButton(1, tr("Locate"), tr("Locate an image to link to the skin")), 0, 1);
+  options->addWidget(cmd[kLocate], 0, 1);
   options->addWidget(lbl[0], 1, 0);
-  options->addWidget(AddButton(0, tr("Link"), tr("Click here to link the image to the skin ")), 1,
-                     1);
+  options->addWidget(cmd[kLink], 1, 1);
   options->setColumnStretch(0, 1);
   fraClear = Frame(tr("Clear Link"), "fraClear");
   auto* clear = new QHBoxLayout(fraClear);
   clear->addWidget(Label(tr("Clear the link")), 1);
-  clear->addWidget(AddButton(3, tr("Clear"), tr("Click here to clear the link ")));
+  clear->addWidget(cmd[kClear]);
   auto* rows = new QVBoxLayout(fraImage);
   rows->addWidget(imgPic, 1);
   rows->addWidget(fraImgOpt);
   rows->addWidget(fraClear);
 }
 
-void frmSkins::AddNote(QGridLayout& rows, std::size_t index, const QString& caption,
-                       const QString& name, const QString& toolTip) {
-  auto* box = new QLineEdit;
-  const QByteArray objectName = QStringLiteral("txt(%1)").arg(index).toLatin1();
-  Describe(box, objectName.constData(), name, toolTip);
+void frmSkins::AddNote(QGridLayout& rows, Note note, const QString& caption, const QString& name,
+                       const QString& toolTip) {
+  auto* box = Named(new QLineEdit, "txt", name, toolTip);
   box->setMaxLength(static_cast<int>(kLongestNote));
-  box->setValidator(new NoteValidator(session_.Services.Page, box));
+  box->setValidator(new NoteValidator(services_.Page, box));
   connect(box, &QLineEdit::inputRejected, box, [box] {
     QToolTip::showText(
         box->mapToGlobal(box->rect().bottomLeft()),
         tr("A note has at most %1 characters, all of them of the code page.").arg(kLongestNote),
         box);
   });
-  const int row = static_cast<int>(index);
+  const int row = static_cast<int>(note);
   rows.addWidget(Label(caption), row, 0);
   rows.addWidget(box, row, 1);
-  txt[index] = box;
+  txt[note] = box;
 }
 
 void frmSkins::BuildInfo() {
   fraInfo = Frame(tr("Skin Information"), "fraInfo");
   auto* rows = new QGridLayout(fraInfo);
-  AddNote(*rows, 0, tr("Skinner:"), tr("Skinner"), tr("Enter the skinners name"));
-  AddNote(*rows, 1, tr("Country:"), tr("Country"), tr("Enter the country of the markings"));
-  AddNote(*rows, 2, tr("Comments:"), tr("Comments"), tr("Enter any other comments about the skin"));
-  rows->addWidget(AddButton(4, tr("Update"), tr("Click here to save the information")), 2, 2);
+  AddNote(*rows, kSkinner, tr("Skinner:"), tr("Skinner"), tr("Enter the skinners name"));
+  AddNote(*rows, kCountry, tr("Country:"), tr("Country"), tr("Enter the country of the markings"));
+  AddNote(*rows, kComments, tr("Comments:"), tr("Comments"),
+          tr("Enter any other comments about the skin"));
+  NameEach(txt, "txt");
+  rows->addWidget(cmd[kUpdate], 2, 2);
   rows->setColumnStretch(1, 1);
 }
 
 void frmSkins::PlaceControls() {
-  auto* buttons = new QHBoxLayout;
-  // The words of its neighbour, on purpose.
-  buttons->addWidget(AddButton(5, tr("Help"), tr("Exit the skin manager")));
-  buttons->addStretch();
-  buttons->addWidget(AddButton(2, tr("Exit"), tr("Exit the skin manager")));
   auto* pictures = new QHBoxLayout;
   pictures->addWidget(fraSkins, 1);
   pictures->addWidget(fraImage, 1);
   auto* whole = new QVBoxLayout(this);
   whole->addLayout(pictures, 1);
   whole->addWidget(fraInfo);
-  whole->addLayout(buttons);
-  const std::array<QWidget*, 11> order = {cboPlanes, cboSkins, cmd[1], cmd[0], cmd[3], txt[0],
-                                          txt[1],    txt[2],   cmd[4], cmd[5], cmd[2]};
-  for (std::size_t i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
+  whole->addLayout(ButtonRow({cmd[kExit]}, {cmd[kHelp]}));
+  TabOrder({cboPlanes, cboSkins, cmd[kLocate], cmd[kLink], cmd[kClear], txt[kSkinner],
+            txt[kCountry], txt[kComments], cmd[kUpdate], cmd[kHelp], cmd[kExit]});
   // A place is only good for the size that the form will have.
   adjustSize();
 }

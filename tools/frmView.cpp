@@ -2,10 +2,10 @@
 
 #include <QMouseEvent>
 
+#include "controls/layouts.h"
 #include "platform/form_placement.h"
 #include "platform/images.h"
 #include "platform/qt_text.h"
-#include "services/error_log.h"
 #include "services/paths.h"
 
 namespace rws {
@@ -18,9 +18,7 @@ constexpr QSize kFirstSize(640, 640);
 }  // namespace
 
 frmView::frmView(const Services& services, QWidget* parent)
-    : QDialog(parent), img(new QLabel(this)), services_(services) {
-  setObjectName(QStringLiteral("frmView"));
-  img->setObjectName(QStringLiteral("img"));
+    : Dialog(services, "frmView", parent), img(Named(new QLabel(this), "img")) {
   img->setScaledContents(true);
   setWindowFlag(Qt::WindowMaximizeButtonHint);
   resize(kFirstSize);
@@ -39,11 +37,11 @@ void frmView::done(int result) {
     SaveFormSize(services_, *this);
     SaveFormPos(services_, *this);
   });
-  QDialog::done(result);
+  Dialog::done(result);
 }
 
 void frmView::showEvent(QShowEvent* event) {
-  QDialog::showEvent(event);
+  Dialog::showEvent(event);
   SizeToForm();
 }
 

@@ -1,15 +1,14 @@
 #pragma once
 
-#include <QDialog>
 #include <QLabel>
 #include <string>
 
-#include "services/services.h"
+#include "controls/dialog.h"
 
 namespace rws {
 
 /** A window that shows one picture, stretched over all of it. The caller gives file and caption. */
-class frmView : public QDialog {
+class frmView : public Dialog {
   Q_OBJECT
 
  public:
@@ -35,8 +34,6 @@ class frmView : public QDialog {
 
  private:
   void SizeToForm();
-
-  const Services& services_;
 };
 
 /** Shows a picture file in a window of its own and returns when that is closed. A file that cannot

@@ -1,18 +1,18 @@
 #pragma once
 
-#include <QDialog>
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
 #include <array>
 
+#include "controls/dialog.h"
 #include "session/session.h"
 
 namespace rws {
 
 /** Sets out whether a mission suits the game installed. Prepared for that: nothing works the report
     out or opens the form yet. */
-class frmCam : public QDialog {
+class frmCam : public Dialog {
   Q_OBJECT
 
  public:

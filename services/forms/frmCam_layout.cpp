@@ -20,11 +20,12 @@ QLabel* Picture(const QWidget& form, QStyle::StandardPixmap icon) {
 }  // namespace
 
 void frmCam::Build() {
-  setObjectName(QStringLiteral("frmCam"));
   setWindowTitle(tr("Mission Compatibility"));
-  fra1 = new QGroupBox(tr("Mission Compatibility"));
-  fra = new QGroupBox(tr("IL2 series installed"));
-  for (auto* text : {&lblSq, &lblAC, &lblMap}) *text = new QLabel(tr("Label1"));
+  fra1 = Named(new QGroupBox(tr("Mission Compatibility")), "fra1");
+  fra = Named(new QGroupBox(tr("IL2 series installed")), "fra");
+  lblSq = Named(new QLabel(tr("Label1")), "lblSq", tr("Squadrons"));
+  lblAC = Named(new QLabel(tr("Label1")), "lblAC", tr("Aircraft"));
+  lblMap = Named(new QLabel(tr("Label1")), "lblMap", tr("Map"));
   lbl = {new QLabel(tr("RWS Version Override")), new QLabel(tr("FB + AEP + PF")),
          new QLabel(tr("Pacific Fighters")),
          new QLabel(tr("Forgotton Battles + Ace Expansion Pack")),
@@ -32,7 +33,7 @@ void frmCam::Build() {
   for (auto& picture : imgWarn) picture = Picture(*this, QStyle::SP_MessageBoxWarning);
   // Whether a game is installed is known to nobody yet.
   for (auto& picture : imgVer) picture = Picture(*this, QStyle::SP_MessageBoxQuestion);
-  cmd = new QPushButton(tr("Exit"));
+  cmd = Button("cmd", tr("Exit"));
   PlaceControls();
   NameControls();
 }
@@ -50,33 +51,22 @@ void frmCam::PlaceControls() {
   for (std::size_t i = 0; i < texts.size(); ++i) addRow(report, imgWarn[i], texts[i]);
   auto* legend = new QGridLayout(fra);
   for (std::size_t i = 0; i < lbl.size(); ++i) addRow(legend, imgVer[i], lbl[i]);
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  buttons->addWidget(cmd);
   auto* whole = new QVBoxLayout(this);
   whole->addWidget(fra1);
   whole->addWidget(fra);
   whole->addStretch();
-  whole->addLayout(buttons);
+  whole->addLayout(ButtonRow({cmd}));
   fra1->setMinimumWidth(fontMetrics().averageCharWidth() * kLetters);
 }
 
 void frmCam::NameControls() {
-  fra1->setObjectName(QStringLiteral("fra1"));
-  fra->setObjectName(QStringLiteral("fra"));
-  Describe(lblSq, "lblSq", tr("Squadrons"), {});
-  Describe(lblAC, "lblAC", tr("Aircraft"), {});
-  Describe(lblMap, "lblMap", tr("Map"), {});
-  for (std::size_t i = 0; i < imgWarn.size(); ++i) {
-    imgWarn[i]->setObjectName(QStringLiteral("imgWarn(%1)").arg(i));
-    imgWarn[i]->setAccessibleName(tr("Warning"));
-    imgWarn[i]->setToolTip(tr("Click here to see warning message"));
+  for (auto* picture : imgWarn) {
+    picture->setAccessibleName(tr("Warning"));
+    picture->setToolTip(tr("Click here to see warning message"));
   }
-  for (std::size_t i = 0; i < lbl.size(); ++i) {
-    lbl[i]->setObjectName(QStringLiteral("lbl(%1)").arg(i));
-    imgVer[i]->setObjectName(QStringLiteral("imgVer(%1)").arg(i));
-  }
-  Describe(cmd, "cmd", tr("Exit"), {});
+  NameEach(imgWarn, "imgWarn");
+  NameEach(imgVer, "imgVer");
+  NameEach(lbl, "lbl");
 }
 
 }  // namespace rws

@@ -7,7 +7,6 @@
 #include "services/paths.h"
 #include "services/pickers.h"
 #include "services/setting_values.h"
-#include "services/trapped.h"
 
 namespace rws {
 
@@ -27,36 +26,33 @@ bool IsDrive(const std::string& path) {
 
 }  // namespace
 
-frmPrefs::frmPrefs(Session& session, QWidget* parent) : QDialog(parent), session_(session) {
+frmPrefs::frmPrefs(Session& session, QWidget* parent)
+    : Dialog(session.Services, "frmPrefs", parent), session_(session) {
   Build();
   Connect();
 }
 
 void frmPrefs::Connect() {
-  const Services& services = session_.Services;
-  const auto modified = Trapped(services, "frmPrefs.ChkModify", [this](bool) { ChkModify(); });
-  for (auto* option : optSave) connect(option, &QRadioButton::toggled, this, modified);
+  const auto modified = [this] { ChkModify(); };
+  for (auto* option : optSave) On(option, &QRadioButton::toggled, "frmPrefs.ChkModify", modified);
   for (auto* box : {chkBackup, chkWA, chkLock, chkSnd})
-    connect(box, &QCheckBox::toggled, this, modified);
-  connect(cmd[0], &QPushButton::clicked, this,
-          Trapped(services, "frmPrefs.cmd_Click", [this](bool) { ClickApply(); }));
-  connect(cmd[1], &QPushButton::clicked, this, &QDialog::reject);
-  connect(cmdChg, &QPushButton::clicked, this,
-          Trapped(services, "frmPrefs.cmdChg_Click", [this](bool) { ClickChange(); }));
-  for (std::size_t i = 0; i < cmdColor.size(); ++i)
-    connect(cmdColor[i], &QPushButton::clicked, this,
-            Trapped(services, "frmPrefs.cmdColor_Click", [this, i](bool) { ClickColor(i); }));
+    On(box, &QCheckBox::toggled, "frmPrefs.ChkModify", modified);
+  On(cmd[kApply], &QPushButton::clicked, "frmPrefs.cmd_Click", [this] { ClickApply(); });
+  connect(cmd[kExit], &QPushButton::clicked, this, &QDialog::reject);
+  On(cmdChg, &QPushButton::clicked, "frmPrefs.cmdChg_Click", [this] { ClickChange(); });
+  for (const auto which : {kText, kBackground})
+    On(cmdColor[which], &QPushButton::clicked, "frmPrefs.cmdColor_Click",
+       [this, which] { ClickColor(which); });
 }
 
 void frmPrefs::LoadForm() {
-  const Services& services = session_.Services;
   bLoading = true;
   Applied = GameChanged = false;
-  LogAndLeave(services, "frmPrefs.Form_Activate", [&] { LoadFormPos(services, *this); });
-  LogAndLeave(services, "frmPrefs.Form_Activate", [&] { ShowFields(); });
+  Load(
+      "frmPrefs.Form_Activate", [&] { LoadFormPos(services_, *this); }, [&] { ShowFields(); });
   stPath_->setText(FromPath(GamePath));
   stPath_->setToolTip(FromPath(GamePath));
-  cmd[0]->setEnabled(false);
+  cmd[kApply]->setEnabled(false);
   bLoading = false;
 }
 
@@ -97,10 +93,9 @@ int frmPrefs::SaveRow() const {
 /** Against what is stored, read as the program reads it: a value that was never stored counts as
     its default. */
 bool frmPrefs::Differs() const {
-  const Services& services = session_.Services;
-  const Settings& settings = services.Settings;
+  const Settings& settings = services_.Settings;
   return SaveRow() != ReadNumber(settings, setting::SaveWarn, kSaveAsk, kSaveNever) ||
-         chkWA->isChecked() != IsAssociated(services) ||
+         chkWA->isChecked() != IsAssociated(services_) ||
          chkBackup->isChecked() != ReadFlag(settings, setting::Backup) ||
          chkLock->isChecked() != ReadFlag(settings, setting::LockWT) ||
          chkSnd->isChecked() != ReadFlag(settings, setting::SndPlayer) ||
@@ -110,7 +105,7 @@ bool frmPrefs::Differs() const {
 
 void frmPrefs::ChkModify() {
   if (bLoading) return;
-  cmd[0]->setEnabled(Differs());
+  cmd[kApply]->setEnabled(Differs());
 }
 
 void frmPrefs::ClickApply() {
@@ -128,44 +123,41 @@ void frmPrefs::ClickApply() {
 
 void frmPrefs::ClickChange() {
   constexpr int kPasses = 21;
-  const Services& services = session_.Services;
   const std::string before = path_;
-  std::string answer = GetFolder(services, "Please select where IL2 is installed", false, before);
+  std::string answer = GetFolder(services_, "Please select where IL2 is installed", false, before);
   bool accepted = false;
   // Every pass looks at the same answer: the user is asked once, on purpose.
   for (int pass = 0; pass < kPasses && !answer.empty(); ++pass) {
-    if (services.Files.FolderExists(BuildPath(answer, kSkinFolder)))
+    if (services_.Files.FolderExists(BuildPath(answer, kSkinFolder)))
       accepted = true;
     else
       session_.Doc.GamePath = GetParentFolderName(answer);
     if (IsDrive(answer)) {
-      services.Ask.MsgBox("The game path is incorrect, please try again.", Buttons::Ok,
-                          Icon::Information, kProgramTitle);
+      services_.Ask.MsgBox("The game path is incorrect, please try again.", Buttons::Ok,
+                           Icon::Information, kProgramTitle);
       answer.clear();
     }
   }
   if (!accepted) {
     // A cancelled question ends here too, and closes the form; it stays so.
-    LogError(services, BuildPath(answer, kSkinFolder), "Does not exist! RWS will not run!");
+    LogError(services_, BuildPath(answer, kSkinFolder), "Does not exist! RWS will not run!");
     return reject();
   }
   GameChanged = !answer.empty();
   ShowPath(GameChanged ? answer : before);
-  LogAndLeave(services, "frmPrefs.ChkModify", [&] { ChkModify(); });
+  LogAndLeave(services_, "frmPrefs.ChkModify", [&] { ChkModify(); });
 }
 
-void frmPrefs::ClickColor(std::size_t index) {
-  const Services& services = session_.Services;
-  std::int32_t& color = index == 0 ? foreColor_ : backColor_;
-  LogAndLeave(services, "frmPrefs.cmdColor_Click", [&] { color = GetColor(services, color); });
+void frmPrefs::ClickColor(Color which) {
+  std::int32_t& color = which == kText ? foreColor_ : backColor_;
+  LogAndLeave(services_, "frmPrefs.cmdColor_Click", [&] { color = GetColor(services_, color); });
   ShowColors();
-  LogAndLeave(services, "frmPrefs.ChkModify", [&] { ChkModify(); });
+  LogAndLeave(services_, "frmPrefs.ChkModify", [&] { ChkModify(); });
 }
 
 void frmPrefs::done(int result) {
-  LogAndLeave(session_.Services, "frmPrefs.Form_Unload",
-              [&] { SaveFormPos(session_.Services, *this); });
-  QDialog::done(result);
+  LogAndLeave(services_, "frmPrefs.Form_Unload", [&] { SaveFormPos(services_, *this); });
+  Dialog::done(result);
 }
 
 }  // namespace rws

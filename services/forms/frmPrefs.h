@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QCheckBox>
-#include <QDialog>
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
@@ -11,6 +10,7 @@
 #include <cstdint>
 #include <string>
 
+#include "controls/dialog.h"
 #include "controls/elided_label.h"
 #include "session/session.h"
 
@@ -18,7 +18,7 @@ namespace rws {
 
 /** The preferences. The caller sets the fields, loads and shows the form; when it closed with
     `Applied` the fields hold what the user wants. It stores nothing itself. */
-class frmPrefs : public QDialog {
+class frmPrefs : public Dialog {
   Q_OBJECT
 
  public:
@@ -44,13 +44,13 @@ class frmPrefs : public QDialog {
   QGroupBox *fra, *fra1, *fra2, *fra3;
   std::array<QRadioButton*, 3> optSave;
   QCheckBox *chkBackup, *chkWA, *chkLock, *chkSnd;
-  /** Text colour, background colour. */
+  enum Color : std::size_t { kText, kBackground };
   std::array<QPushButton*, 2> cmdColor;
   /** Samples of both colours together. */
   std::array<QLabel*, 2> lblColor;
   ElidedLabel* lblPath;
   QPushButton* cmdChg;
-  /** Apply, Exit. */
+  enum Command : std::size_t { kApply, kExit };
   std::array<QPushButton*, 2> cmd;
   QStatusBar* stBar;
 
@@ -69,7 +69,7 @@ class frmPrefs : public QDialog {
   bool Differs() const;
   void ClickApply();
   void ClickChange();
-  void ClickColor(std::size_t index);
+  void ClickColor(Color which);
 
   Session& session_;
   bool bLoading = false;

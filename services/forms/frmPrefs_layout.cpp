@@ -3,31 +3,36 @@
 #include <QVBoxLayout>
 
 #include "controls/layouts.h"
-#include "platform/qt_text.h"
 #include "services/forms/frmPrefs.h"
 
 namespace rws {
 
 void frmPrefs::Build() {
-  setObjectName(QStringLiteral("frmPrefs"));
-  setWindowTitle(FromPath(kProgramTitle));
-  fra = new QGroupBox(tr("Unsaved Changes"));
-  fra1 = new QGroupBox(tr("Options"));
-  fra2 = new QGroupBox(tr("List Colors"));
-  fra3 = new QGroupBox(tr("Game Path"));
+  fra = Named(new QGroupBox(tr("Unsaved Changes")), "fra");
+  fra1 = Named(new QGroupBox(tr("Options")), "fra1");
+  fra2 = Named(new QGroupBox(tr("List Colors")), "fra2");
+  fra3 = Named(new QGroupBox(tr("Game Path")), "fra3");
   optSave = {new QRadioButton(tr("Prompt to save before exiting mission")),
              new QRadioButton(tr("Do not prompt and auto save before exiting mission")),
              new QRadioButton(tr("Do not prompt and do not save before exiting mission"))};
-  chkBackup = new QCheckBox(tr("Create Backups"));
-  chkWA = new QCheckBox(tr("Associate RWS to mission files"));
-  chkLock = new QCheckBox(tr("Lock Weapons && Time controls"));
-  chkSnd = new QCheckBox(tr("Use Windows default media player to play sound"));
-  cmdColor = {new QPushButton(tr("&Text...")), new QPushButton(tr("&Background..."))};
+  const auto box = [](const char* name, const QString& caption) {
+    return Named(new QCheckBox(caption), name, Spoken(caption));
+  };
+  chkBackup = box("chkBackup", tr("Create Backups"));
+  chkWA = box("chkWA", tr("Associate RWS to mission files"));
+  chkLock = box("chkLock", tr("Lock Weapons && Time controls"));
+  chkSnd = box("chkSnd", tr("Use Windows default media player to play sound"));
+  cmdColor = {
+      Named(new QPushButton(tr("&Text...")), "cmdColor(0)", tr("Text color"), tr("Set text color")),
+      Named(new QPushButton(tr("&Background...")), "cmdColor(1)", tr("Background color"),
+            tr("Set background color"))};
   lblColor = {new QLabel(tr("1JG51 Bf-109")), new QLabel(tr("4GvIAP La-5"))};
-  lblPath = new ElidedLabel;
-  cmdChg = new QPushButton(tr("&Change..."));
-  cmd = {new QPushButton(tr("&Apply")), new QPushButton(tr("&Exit"))};
-  stBar = new QStatusBar;
+  lblPath = Named(new ElidedLabel, "lblPath", tr("Game path"));
+  cmdChg = Named(new QPushButton(tr("&Change...")), "cmdChg", tr("Change the game path"),
+                 tr("Browse to the installed game path"));
+  cmd = {Button("cmd(0)", tr("&Apply"), tr("Apply the changes and exit")),
+         Button("cmd(1)", tr("&Exit"), tr("Disregard changes and exit"))};
+  stBar = Named(new QStatusBar, "stBar");
   stPath_ = new ElidedLabel;
   PlaceControls();
   NameControls();
@@ -55,9 +60,6 @@ void frmPrefs::PlaceControls() {
   lblPath->setIndent(0);
   path->addWidget(lblPath, 1);
   path->addWidget(cmdChg);
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  for (auto* button : cmd) buttons->addWidget(button);
   stPath_->setIndent(letter);
   stBar->setSizeGripEnabled(false);
   stBar->addWidget(stPath_, 1);
@@ -67,38 +69,21 @@ void frmPrefs::PlaceControls() {
   inner->setContentsMargins(margin, margin, margin, 0);
   for (auto* frame : {fra, fra1, fra2, fra3}) inner->addWidget(frame);
   inner->addStretch();
-  inner->addLayout(buttons);
+  inner->addLayout(ButtonRow({cmd[kApply], cmd[kExit]}));
   auto* whole = new QVBoxLayout(this);
   whole->setContentsMargins(0, 0, 0, 0);
   whole->addLayout(inner);
   whole->addWidget(stBar);
-  cmd[0]->setDefault(true);
-  for (auto* button : {cmd[1], cmdChg, cmdColor[0], cmdColor[1]}) button->setAutoDefault(false);
+  cmd[kApply]->setDefault(true);
+  for (auto* button : {cmd[kExit], cmdChg, cmdColor[kText], cmdColor[kBackground]})
+    button->setAutoDefault(false);
 }
 
 void frmPrefs::NameControls() {
-  const std::pair<QGroupBox*, const char*> frames[] = {
-      {fra, "fra"}, {fra1, "fra1"}, {fra2, "fra2"}, {fra3, "fra3"}};
-  for (const auto& [frame, name] : frames) frame->setObjectName(QLatin1String(name));
-  for (std::size_t i = 0; i < optSave.size(); ++i) {
-    optSave[i]->setObjectName(QStringLiteral("optSave(%1)").arg(i));
-    optSave[i]->setAccessibleName(optSave[i]->text());
-  }
-  const std::pair<QCheckBox*, const char*> boxes[] = {
-      {chkBackup, "chkBackup"}, {chkWA, "chkWA"}, {chkLock, "chkLock"}, {chkSnd, "chkSnd"}};
-  for (const auto& [box, name] : boxes)
-    Describe(box, name, box->text().replace(QStringLiteral("&&"), QStringLiteral("&")), {});
-  for (std::size_t i = 0; i < lblColor.size(); ++i) {
-    lblColor[i]->setObjectName(QStringLiteral("lblColor(%1)").arg(i));
-    lblColor[i]->setAccessibleName(tr("Sample of the list colors"));
-  }
-  Describe(cmdColor[0], "cmdColor(0)", tr("Text color"), tr("Set text color"));
-  Describe(cmdColor[1], "cmdColor(1)", tr("Background color"), tr("Set background color"));
-  Describe(lblPath, "lblPath", tr("Game path"), {});
-  Describe(cmdChg, "cmdChg", tr("Change the game path"), tr("Browse to the installed game path"));
-  Describe(cmd[0], "cmd(0)", tr("Apply"), tr("Apply the changes and exit"));
-  Describe(cmd[1], "cmd(1)", tr("Exit"), tr("Disregard changes and exit"));
-  stBar->setObjectName(QStringLiteral("stBar"));
+  for (auto* option : optSave) option->setAccessibleName(option->text());
+  for (auto* sample : lblColor) sample->setAccessibleName(tr("Sample of the list colors"));
+  NameEach(optSave, "optSave");
+  NameEach(lblColor, "lblColor");
   stPath_->setAccessibleName(tr("Current game path"));
 }
 
