@@ -94,14 +94,7 @@ class GridEditor : public QStyledItemDelegate {
     box->setAlignment(column.Align);
     box->setAccessibleName(column.Heading.trimmed());
     // A hint for keyboards on the screen; what is no number is for the form to refuse.
-    if (column.Rule == GridColumn::Input::Numeric)
-      box->setInputMethodHints(Qt::ImhFormattedNumbersOnly);
-    if (column.Rule == GridColumn::Input::Uppercase)
-      connect(box, &QLineEdit::textEdited, box, [box](const QString& text) {
-        const int cursor = box->cursorPosition();
-        box->setText(text.toUpper());
-        box->setCursorPosition(cursor);
-      });
+    box->setInputMethodHints(Qt::ImhFormattedNumbersOnly);
     box_ = box;
     Q_EMIT grid_->EditBegan(index.row() + 1, index.column() + 1);
     return box;

@@ -10,10 +10,9 @@ class GridCells;
 class GridEditor;
 
 struct GridColumn {
-  enum class Input { Any, Numeric, Uppercase };
   QString Heading;  // its blanks are part of the column's width
   Qt::Alignment Align = Qt::AlignLeft;
-  Input Rule = Input::Any;
+  /** Numbers can be typed into it. */
   bool Editable = false;
   bool operator==(const GridColumn&) const = default;
 };

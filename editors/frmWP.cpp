@@ -7,7 +7,6 @@
 #include "platform/form_placement.h"
 #include "platform/qt_text.h"
 #include "services/setting_values.h"
-#include "services/text.h"
 #include "session/loading.h"
 
 namespace rws {
@@ -16,29 +15,11 @@ namespace {
 
 const QString kYes = QStringLiteral("Yes"), kNo = QStringLiteral("No");
 
-Qt::Alignment ToQt(ColumnHeading::Side side) {
-  switch (side) {
-    case ColumnHeading::Side::Centre:
-      return Qt::AlignHCenter;
-    case ColumnHeading::Side::Right:
-      return Qt::AlignRight;
-    case ColumnHeading::Side::Left:
-      break;
-  }
-  return Qt::AlignLeft;
-}
-
 QStringList Texts(const CodePage& page, const WaypointRow& row) {
   QStringList texts;
   texts.reserve(kWaypointColumns);
   for (const auto& text : row) texts << FromBytes(page, text);
   return texts;
-}
-
-GridColumn::Input InputOf(std::string_view rule) {
-  if (Trim(rule) == "Numeric Only") return GridColumn::Input::Numeric;
-  if (Trim(rule) == "Uppercase") return GridColumn::Input::Uppercase;
-  return GridColumn::Input::Any;
 }
 
 }  // namespace
@@ -97,13 +78,10 @@ void frmWP::done(int result) {
 }
 
 void frmWP::ShowHeadings() {
-  const auto rules = SplitAt(kWaypointInputRules, '|');
   QList<GridColumn> columns;
-  for (const auto& heading : ParseHeadings(WaypointHeadings(Metric))) {
-    const auto i = static_cast<std::size_t>(columns.size());
-    columns << GridColumn{FromPath(heading.Text), ToQt(heading.Align), InputOf(rules[i]),
-                          IsTypedColumn(static_cast<int>(i) + 1)};
-  }
+  for (const auto& look : kWaypointLooks)
+    columns << GridColumn{FromPath(Metric ? look.Metric : look.NonMetric),
+                          look.ToTheRight ? Qt::AlignRight : Qt::AlignHCenter, look.Typed};
   grd->SetColumns(columns);
 }
 

@@ -69,25 +69,6 @@ std::array<bool, kWaypointKinds.size()> OfferedKinds(int row, int rowCount) {
   return {row == 1 && !isLast, true, true, isLast};
 }
 
-std::string_view WaypointHeadings(bool metric) {
-  return metric ? "^  Waypoint     |^      Type      |>   Alt [meters] |>  Speed [km/h]  |>    "
-                  "Dist. [km]  |> Minutes   |>  Radio Silence   "
-                : "^  Waypoint     |^      Type      |>     Alt   [feet] |>  Speed [mph]   |>    "
-                  "Dist. [miles] |> Minutes  |>  Radio Silence  ";
-}
-
-std::vector<ColumnHeading> ParseHeadings(std::string_view format) {
-  std::vector<ColumnHeading> headings;
-  for (auto part : SplitAt(format, '|')) {
-    auto side = ColumnHeading::Side::Left;
-    if (part.starts_with('^')) side = ColumnHeading::Side::Centre;
-    if (part.starts_with('>')) side = ColumnHeading::Side::Right;
-    if (side != ColumnHeading::Side::Left) part.remove_prefix(1);
-    headings.push_back({std::string(part), side});
-  }
-  return headings;
-}
-
 std::vector<WaypointRow> WaypointRows(const Document& doc, bool metric) {
   const auto& waypoints = FlightOf(doc.Missions, doc).Waypoints;
   std::vector<WaypointRow> rows;

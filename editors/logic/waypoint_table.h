@@ -28,9 +28,26 @@ enum WaypointColumn {
 };
 inline constexpr int kWaypointColumns = 7;
 
-/** True for the two columns that are typed into: altitude and speed. */
+struct WaypointColumnLook {
+  /** What stands above it, with all its blanks, which make it as wide as it is. */
+  std::string_view Metric, NonMetric;
+  bool ToTheRight = true;  // else centred
+  /** Numbers are typed into it. */
+  bool Typed = false;
+};
+inline constexpr std::array<WaypointColumnLook, kWaypointColumns> kWaypointLooks{
+    {{"  Waypoint     ", "  Waypoint     ", false},
+     {"      Type      ", "      Type      ", false},
+     {"   Alt [meters] ", "     Alt   [feet] ", true, true},
+     {"  Speed [km/h]  ", "  Speed [mph]   ", true, true},
+     {"    Dist. [km]  ", "    Dist. [miles] "},
+     {" Minutes   ", " Minutes  "},
+     {"  Radio Silence   ", "  Radio Silence  "}}};
+
+/** True for the columns that are typed into: altitude and speed. */
 constexpr bool IsTypedColumn(int column) {
-  return column == kWaypointAlt || column == kWaypointSpeed;
+  return column > 0 && column <= kWaypointColumns &&
+         kWaypointLooks[static_cast<std::size_t>(column - 1)].Typed;
 }
 
 /** A kind of waypoint that the user can choose. */
@@ -44,19 +61,6 @@ inline constexpr std::array<WaypointKind, 4> kWaypointKinds{{{"Take Off", "TAKEO
 
 /** Which of these kinds a row offers. A route of one waypoint offers to land, not to take off. */
 std::array<bool, kWaypointKinds.size()> OfferedKinds(int row, int rowCount);
-
-/** Headings of the columns, divided by bars; "^" centres a column, ">" aligns it to the right. */
-std::string_view WaypointHeadings(bool metric);
-/** What may be typed into each column, divided by bars. */
-inline constexpr std::string_view kWaypointInputRules =
-    "Numeric Only|Uppercase|Numeric Only|Numeric Only|Numeric Only|Numeric Only|Uppercase ";
-
-struct ColumnHeading {
-  enum class Side { Left, Centre, Right };
-  std::string Text;  // with all its blanks
-  Side Align = Side::Left;
-};
-std::vector<ColumnHeading> ParseHeadings(std::string_view format);
 
 using WaypointRow = std::array<std::string, kWaypointColumns>;
 /** One row per waypoint. Metric shows meters and kilometers, otherwise feet and miles. The minutes

@@ -122,21 +122,16 @@ void frmPrefs::ClickApply() {
 }
 
 void frmPrefs::ClickChange() {
-  constexpr int kPasses = 21;
   const std::string before = path_;
   std::string answer = GetFolder(services_, "Please select where IL2 is installed", false, before);
-  bool accepted = false;
-  // Every pass looks at the same answer: the user is asked once, on purpose.
-  for (int pass = 0; pass < kPasses && !answer.empty(); ++pass) {
-    if (services_.Files.FolderExists(BuildPath(answer, kSkinFolder)))
-      accepted = true;
-    else
-      session_.Doc.GamePath = GetParentFolderName(answer);
-    if (IsDrive(answer)) {
-      services_.Ask.MsgBox("The game path is incorrect, please try again.", Buttons::Ok,
-                           Icon::Information, kProgramTitle);
-      answer.clear();
-    }
+  const bool accepted =
+      !answer.empty() && services_.Files.FolderExists(BuildPath(answer, kSkinFolder));
+  // On purpose, though the form closes: it lasts until the path is read again.
+  if (!answer.empty() && !accepted) session_.Doc.GamePath = GetParentFolderName(answer);
+  if (IsDrive(answer)) {
+    services_.Ask.MsgBox("The game path is incorrect, please try again.", Buttons::Ok,
+                         Icon::Information, kProgramTitle);
+    answer.clear();
   }
   if (!accepted) {
     // A cancelled question ends here too, and closes the form; it stays so.

@@ -65,6 +65,12 @@ class WaypointForm : public ::testing::Test {
     QApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   }
+  std::string Heading(int column, int role = Qt::DisplayRole) {
+    return Form->grd->model()
+        ->headerData(column - 1, Qt::Horizontal, role)
+        .toString()
+        .toStdString();
+  }
   std::string Shown(int row, int column) { return Form->grd->Text(row, column).toStdString(); }
   bool Applies() { return Form->cmd[0]->isEnabled(); }
 
@@ -79,6 +85,9 @@ TEST_F(WaypointForm, TakesWhatIsTypedIntoACell) {
   Open();
   EXPECT_EQ(Form->fra->title(), QStringLiteral("IL_2 - 1 GvIAP"));
   EXPECT_FALSE(Applies());
+  EXPECT_EQ(Heading(3), "   Alt [meters] ") << "the blanks make the column's width";
+  EXPECT_EQ(Heading(2, Qt::TextAlignmentRole), std::to_string(Qt::AlignCenter));
+  EXPECT_EQ(Heading(7, Qt::TextAlignmentRole), std::to_string(Qt::AlignRight | Qt::AlignVCenter));
   Type(2, 3, "1500.5");
   EXPECT_EQ(Point(2).Alt, "1500.5");
   EXPECT_TRUE(Applies() && Form->WPModified);
@@ -97,6 +106,7 @@ TEST_F(WaypointForm, TakesWhatIsTypedIntoACell) {
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   EXPECT_EQ(Point(4).Speed, "500");
   EXPECT_EQ(Shown(4, 4), "311");
+  EXPECT_EQ(Heading(3), "     Alt   [feet] ");
   Form->cmd[0]->setEnabled(false);
   Type(1, 4, nullptr);
   EXPECT_EQ(Point(1).Speed, "250") << "left as it was, nothing is rounded";

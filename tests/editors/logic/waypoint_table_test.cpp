@@ -75,13 +75,7 @@ TEST(WaypointTable, TakesTypedTextBack) {
   }
 }
 
-TEST(WaypointTable, HasItsHeadingsAndOffers) {
-  const auto metric = ParseHeadings(WaypointHeadings(true));
-  ASSERT_EQ(metric.size(), 7u);
-  EXPECT_EQ(metric[1].Text, "      Type      ");
-  EXPECT_EQ(metric[1].Align, ColumnHeading::Side::Centre);
-  EXPECT_EQ(metric[6].Align, ColumnHeading::Side::Right);
-  EXPECT_EQ(ParseHeadings(WaypointHeadings(false))[2].Text, "     Alt   [feet] ");
+TEST(WaypointTable, OffersTheKindsThatFitTheRow) {
   using Offer = std::array<bool, 4>;
   EXPECT_EQ(OfferedKinds(1, 3), (Offer{true, true, true, false}));
   EXPECT_EQ(OfferedKinds(2, 3), (Offer{false, true, true, false}));
