@@ -10,9 +10,21 @@
 #include "platform/form_placement.h"
 #include "platform/qt_text.h"
 #include "services/arrays.h"
+#include "session/doors.h"
 #include "session/loading.h"
 
 namespace rws {
+
+namespace {
+
+// Made in the shadow, they differ from nothing; who opened the form compares after Apply.
+constexpr EditKind kColor{"cbo_Click", "Home base colour", Lighting::None};
+constexpr EditKind kSize{"slide_MouseUp", "Home base size", Lighting::None};
+constexpr EditKind kMovedAircraft{nullptr, "Aircraft of a home base", Lighting::None};
+constexpr EditKind kDefaultAircraft{"cmd2_Click", "Aircraft of a home base", Lighting::None};
+constexpr EditKind kHomeBases{"cmd_Click", "Home bases", Lighting::None};
+
+}  // namespace
 
 frmDogFight::frmDogFight(Session& session, QWidget* parent)
     : Dialog(session.Services, "frmDogFight", parent), session_(session) {
@@ -26,9 +38,11 @@ void frmDogFight::Connect() {
     CurBase = value;
     Refresh();
   });
-  On(cbo, &DropDown::activated, "cbo_Click", [this](int row) {
-    Base().Army = static_cast<std::int16_t>(row);
-    ShowColor(row);
+  connect(cbo, &DropDown::activated, this, [this](int row) {
+    Edit(session_, kColor, [&] {
+      Base().Army = static_cast<std::int16_t>(row);
+      ShowColor(row);
+    });
   });
   slide->installEventFilter(this);
   for (std::size_t i = 0; i < lstAC.size(); ++i) {
@@ -39,7 +53,7 @@ void frmDogFight::Connect() {
     connect(cmd1[i], &QPushButton::clicked, this, [this, i] { Move(i); });
   }
   On(cmd2, &QPushButton::clicked, "cmd2_Click", [this] { SetDefault(); });
-  On(cmd[kApply], &QPushButton::clicked, "cmd_Click", [this] { Apply(); });
+  connect(cmd[kApply], &QPushButton::clicked, this, [this] { Apply(); });
   connect(cmd[kCancel], &QPushButton::clicked, this, [this] {
     frmCancel = true;
     reject();
@@ -132,16 +146,16 @@ bool frmDogFight::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void frmDogFight::TakeRadius() {
-  BornPlace& base = Base();
   // A click that moves nothing must not cut a size that the slider cannot show.
-  if (slide->value() != ShownRadius(base.Radius)) base.Radius = slide->value();
+  if (slide->value() == ShownRadius(Base().Radius)) return;
+  Edit(session_, kSize, [&] { Base().Radius = slide->value(); });
 }
 
 void frmDogFight::Move(std::size_t from) {
   std::array<int, 2> scrolled;
   for (std::size_t i = 0; i < 2; ++i) scrolled[i] = lstAC[i]->verticalScrollBar()->value();
   const auto rows = lstAC[from]->SelectedRows();
-  ResumeNext([&] {
+  Edit(session_, kMovedAircraft, [&] {
     BornPlace& base = Base();
     auto& table = session_.Tables.DogFightAircraft;
     std::vector<std::string_view> names;
@@ -163,13 +177,18 @@ void frmDogFight::SetDefault() {
       "This will set all flyable aircraft to this Home Base.\nAre you sure you want to do this?",
       Buttons::YesNo, Icon::Question, kProgramTitle);
   if (answer != Answer::Yes) return;
-  Base().Planes.clear();
-  Refresh();
+  Edit(session_, kDefaultAircraft, [&] {
+    Base().Planes.clear();
+    Refresh();
+  });
 }
 
 void frmDogFight::Apply() {
-  auto bases = At(session_.Doc.MissionShadow, Idx).BornPlaces;
-  At(session_.Doc.Missions, Idx).BornPlaces = std::move(bases);
+  const bool done = Edit(session_, kHomeBases, [&] {
+    auto bases = At(session_.Doc.MissionShadow, Idx).BornPlaces;
+    At(session_.Doc.Missions, Idx).BornPlaces = std::move(bases);
+  });
+  if (!done) return;
   frmCancel = false;
   accept();
 }

@@ -6,9 +6,16 @@
 #include "editors/frmChgAC.h"
 #include "platform/form_placement.h"
 #include "platform/qt_text.h"
+#include "session/doors.h"
 #include "session/loading.h"
 
 namespace rws {
+
+namespace {
+
+constexpr EditKind kParkedAircraft{"cmd_Click", "Parked aircraft", Lighting::None};
+
+}  // namespace
 
 frmStatic::frmStatic(Session& session, QWidget* parent)
     : Dialog(session.Services, "frmStatic", parent), session_(session) {
@@ -19,7 +26,7 @@ frmStatic::frmStatic(Session& session, QWidget* parent)
 void frmStatic::Connect() {
   connect(cmd[kExit], &QPushButton::clicked, this, &QDialog::reject);
   On(cmd[kChange], &QPushButton::clicked, "cmd_Click", [this] { Change(); });
-  On(cmd[kApply], &QPushButton::clicked, "cmd_Click", [this] { Apply(); });
+  connect(cmd[kApply], &QPushButton::clicked, this, [this] { Apply(); });
   On(lstStatic, &StaticList::doubleClicked, "lstStatic_DblClick", [this] { Change(); });
   On(lstStatic->header(), &QHeaderView::sectionClicked, "lstStatic_ColumnClick",
      [this] { lstStatic->Sort(); });
@@ -72,10 +79,12 @@ void frmStatic::Change() {
 }
 
 void frmStatic::Apply() {
-  Mission& mission = At(session_.Doc.Missions, session_.Doc.CurMission);
-  static_ = ApplyStaticPlanes(StaticPlanes, mission.Lines);
-  // Only now: a fault on the way leaves the form open with what was chosen.
-  accept();
+  const bool done = Edit(session_, kParkedAircraft, [&] {
+    Mission& mission = At(session_.Doc.Missions, session_.Doc.CurMission);
+    static_ = ApplyStaticPlanes(StaticPlanes, mission.Lines);
+  });
+  // Else the form stays open with what was chosen.
+  if (done) accept();
 }
 
 }  // namespace rws

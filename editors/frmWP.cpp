@@ -7,6 +7,7 @@
 #include "platform/form_placement.h"
 #include "platform/qt_text.h"
 #include "services/setting_values.h"
+#include "session/doors.h"
 #include "session/loading.h"
 
 namespace rws {
@@ -14,6 +15,17 @@ namespace rws {
 namespace {
 
 const QString kYes = QStringLiteral("Yes"), kNo = QStringLiteral("No");
+
+// Who opened the form compares when it has closed.
+constexpr EditKind kTypeChosen{"mnuPop1_Click", "Waypoint type", Lighting::None};
+
+/** A change of altitude, speed or radio silence; those of several rows fail without a line. */
+EditKind KindOf(int column, const char* handler) {
+  const char* what = column == kWaypointAlt     ? "Altitude"
+                     : column == kWaypointSpeed ? "Speed"
+                                                : "Radio silence";
+  return {handler, what, Lighting::None};
+}
 
 QStringList Texts(const CodePage& page, const WaypointRow& row) {
   QStringList texts;
@@ -41,7 +53,7 @@ void frmWP::Connect() {
   On(grd, &Grid::MouseReleased, "grd_MouseUp",
      [this](Qt::MouseButton button, QPoint position) { MouseStep(button, position); });
   for (std::size_t i = 0; i < mnuPop1.size(); ++i)
-    On(mnuPop1[i], &QAction::triggered, "mnuPop1_Click", [this, i] { SetKind(i); });
+    connect(mnuPop1[i], &QAction::triggered, this, [this, i] { SetKind(i); });
   On(opt[kMetric], &QRadioButton::toggled, "opt_Click", [this] { UnitChosen(); });
   for (auto* button : cmd) connect(button, &QPushButton::clicked, this, [this] { accept(); });
   connect(mnuMain1, &QAction::triggered, this, [this] { accept(); });
@@ -103,12 +115,14 @@ void frmWP::OfferKinds() {
 }
 
 void frmWP::SetKind(std::size_t kind) {
-  const int row = grd->Row();
-  SetWaypoint(session_.Doc, row, kWaypointType,
-              ToBytes(services_.Page, mnuPop1[kind]->data().toString()));
-  WPModified = WaypointDiffers(session_.Doc, row, kWaypointType);
-  // Apply stays as it is, on purpose: a new type alone does not mark the mission.
-  LoadRow(row);
+  Edit(session_, kTypeChosen, [&] {
+    const int row = grd->Row();
+    SetWaypoint(session_.Doc, row, kWaypointType,
+                ToBytes(services_.Page, mnuPop1[kind]->data().toString()));
+    WPModified = WaypointDiffers(session_.Doc, row, kWaypointType);
+    // Apply stays as it is, on purpose: a new type alone does not mark the mission.
+    LoadRow(row);
+  });
 }
 
 void frmWP::UnitChosen() {
@@ -150,34 +164,39 @@ void frmWP::TakeText(int row, int column, const QString& text) {
   const std::string typed = ToPath(text);
   if (TypedValue(typed, column, Metric)) return TakeNumber(row, column, typed);
   if (column != kWaypointRadio) return grd->SetText(row, column, CellBefore);
-  SetWaypoint(session_.Doc, row, column, MarkerOf(text == kYes));
-  WPModified = WaypointDiffers(session_.Doc, row, column);
+  Edit(session_, KindOf(column, "grd_AfterEdit"), [&] {
+    SetWaypoint(session_.Doc, row, column, MarkerOf(text == kYes));
+    WPModified = WaypointDiffers(session_.Doc, row, column);
+  });
 }
 
 void frmWP::TakeNumber(int row, int column, const std::string& text) {
   if (row == 0 || !IsTypedColumn(column)) return;
   // A look into a cell must not change what feet and miles round: 250 km/h would become 249.
   if (!Metric && text == ToPath(CellBefore)) return;
-  SetWaypoint(session_.Doc, row, column, *TypedValue(text, column, Metric));
-  LoadRow(row);
-  WPModified = WaypointDiffers(session_.Doc, row, column);
+  Edit(session_, KindOf(column, "grd_AfterEdit"), [&] {
+    SetWaypoint(session_.Doc, row, column, *TypedValue(text, column, Metric));
+    LoadRow(row);
+    WPModified = WaypointDiffers(session_.Doc, row, column);
+  });
 }
 
 void frmWP::EditRows(const Grid::Cells& cells) {
   const int column = grd->Col();
-  Trap(
-      [&] {
-        const std::string value = AskValue(column);
-        if (value.empty()) return;
-        SetWaypoints(session_.Doc, cells.FirstRow, cells.LastRow, column, value, grd->Row(),
-                     [this](bool differs) {
-                       WPModified = differs;
-                       if (WPModified) cmd[kApply]->setEnabled(true);
-                     });
-      },
-      [&](const Fault& caught) {
-        services_.Ask.MsgBox(caught.Text, Buttons::Ok, Icon::Critical, kProgramTitle);
-      });
+  const auto told = [&](const Fault& caught) {
+    services_.Ask.MsgBox(caught.Text, Buttons::Ok, Icon::Critical, kProgramTitle);
+  };
+  const auto write = [&](const std::string& value) {
+    SetWaypoints(session_.Doc, cells.FirstRow, cells.LastRow, column, value, grd->Row(),
+                 [this](bool differs) {
+                   WPModified = differs;
+                   if (WPModified) cmd[kApply]->setEnabled(true);
+                 });
+  };
+  std::string value;
+  Trap([&] { value = AskValue(column); }, told);
+  if (!value.empty())
+    Edit(session_, KindOf(column, nullptr), [&] { Trap([&] { write(value); }, told); });
   LoadTable();
 }
 
