@@ -5,39 +5,25 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
-#include <QTest>
-#include <memory>
 
 #include "services/faults.h"
-#include "tests/support/doubles.h"
-#include "tests/support/sandbox.h"
+#include "tests/support/form_test.h"
 
 namespace rws::test {
 namespace {
 
-struct BriefForm : testing::Test {
-  BriefForm() { Box.MakeFolder("program"); }
-
+struct BriefForm : FormTest<frmBrief> {
   frmBrief& Open() {
-    Form = std::make_unique<frmBrief>(Context, nullptr);
-    Form->BriefName = Box.Path("m.properties");
-    Form->Map = "Map\xA0X";
-    Form->Clouds = "1000.0";
-    Form->MisTime = "7:30";
-    Form->AircraftCount = [] { return "one\r\ntwo"; };
-    Form->LoadForm();
-    Form->show();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(Form.get()));
-    return *Form;
+    return FormTest::Open([this](frmBrief& form) {
+      form.BriefName = Box.Path("m.properties");
+      form.Map = "Map\xA0X";
+      form.Clouds = "1000.0";
+      form.MisTime = "7:30";
+      form.AircraftCount = [] { return "one\r\ntwo"; };
+    });
   }
   std::string File() const { return Box.Read("m.properties"); }
   static std::string Text(const TextBox* box) { return box->Text().toStdString(); }
-
-  Sandbox Box;
-  World W{Box.Path("program")};
-  Catalogues& Tables = W.Tables;
-  Session& Context = W;
-  std::unique_ptr<frmBrief> Form;
 };
 
 TEST_F(BriefForm, KeepsEveryByte) {
@@ -49,7 +35,7 @@ TEST_F(BriefForm, KeepsEveryByte) {
   form.txtBrief->selectAll();
   form.txtBrief->cut();
   form.txtBrief->paste();
-  form.cmd[1]->click();
+  form.cmd[frmBrief::kApply]->click();
   EXPECT_EQ(File(),
             "Name " + all + "\r\nShort " + all + "\\n\r\nDescription " + all + "\\n\\n\r\n");
 }
@@ -66,18 +52,18 @@ TEST_F(BriefForm, TypesAndLeaves) {
     QApplication::clipboard()->setText(pasted);
     form.txtShort->paste();
   }
-  Box.Write("program/RWS.HLP.html", "help");
-  form.cmd[2]->click();
-  EXPECT_EQ(Joined(W.ShellCalls), "open " + Box.Path("program/RWS.HLP.html"));
+  Box.Write("RWS.HLP.html", "help");
+  form.cmd[frmBrief::kHelp]->click();
+  EXPECT_EQ(Joined(W.ShellCalls), "open " + Box.Path("RWS.HLP.html"));
   EXPECT_TRUE(form.isVisible());
-  form.cmd[1]->click();
+  form.cmd[frmBrief::kApply]->click();
   const std::string written =
       "Name A\r\nShort \\n\x80"
       "d\\ne\\n\r\nDescription \\n\r\n";
   EXPECT_EQ(File(), written);
   for (const bool byButton : {false, true}) {
     Open().txtName->setPlainText(QStringLiteral("other"));
-    byButton ? Form->cmd[0]->click() : Form->mnuExit->trigger();
+    byButton ? Form->cmd[frmBrief::kCancel]->click() : Form->mnuExit->trigger();
     EXPECT_FALSE(Form->isVisible());
     EXPECT_EQ(File(), written);
   }
@@ -85,17 +71,17 @@ TEST_F(BriefForm, TypesAndLeaves) {
 
 TEST_F(BriefForm, InsertsAtTheActiveControl) {
   frmBrief& form = Open();
-  form.mnuInsert[0]->trigger();
+  form.mnuInsert[frmBrief::kMap]->trigger();
   EXPECT_EQ(Text(form.txtName), "");
   form.txtShort->setFocus();
-  form.mnuInsert[2]->trigger();
+  form.mnuInsert[frmBrief::kCloudHeight]->trigger();
   form.mnuConvert->trigger();
-  form.mnuInsert[2]->trigger();
+  form.mnuInsert[frmBrief::kCloudHeight]->trigger();
   EXPECT_EQ(Text(form.txtShort), "1000.0 meters3281 feet");
   form.txtBrief->setFocus();
   form.mnuLabel->trigger();
-  form.mnuInsert[0]->trigger();
-  form.mnuInsert[3]->trigger();
+  form.mnuInsert[frmBrief::kMap]->trigger();
+  form.mnuInsert[frmBrief::kTime]->trigger();
   EXPECT_EQ(Text(form.txtBrief), "Mission Map:  Map\u00A0XMission Time:  07:30");
   form.txtBrief->undo();
   EXPECT_EQ(Text(form.txtBrief), "Mission Map:  Map\u00A0X") << "the last insert alone";
@@ -120,13 +106,13 @@ TEST_F(BriefForm, LabelsTagsAndPopup) {
   };
   for (auto* item : form.mnuMod) item->trigger();
   W.Script.Expect("in the mission\nbriefing window so that the will tags will inclose the text.");
-  form.mnuTags[1]->trigger();
+  form.mnuTags[frmBrief::kArmyRed]->trigger();
   form.txtBrief->setPlainText(QStringLiteral("one\ntwo\u00A0"));
   form.txtBrief->selectAll();
-  form.mnuTags[1]->trigger();
+  form.mnuTags[frmBrief::kArmyRed]->trigger();
   EXPECT_EQ(Text(form.txtBrief), "<ARMY RED>one\r\ntwo\u00A0</ARMY>");
 
-  EXPECT_EQ(Open().mnuMod[0]->text().toStdString(), "R && D:");
+  EXPECT_EQ(Open().mnuMod[frmBrief::kMap]->text().toStdString(), "R && D:");
   QTest::mouseClick(Form->txtBrief->viewport(), Qt::RightButton);
   EXPECT_TRUE(Form->mnuMain->isVisible());
   Form->mnuMain->close();
@@ -143,7 +129,7 @@ TEST_F(BriefForm, FailuresLoseNoText) {
   };
   const auto applyFails = [&](const std::string& message) {
     W.Script.Expect(message);
-    Form->cmd[1]->click();
+    Form->cmd[frmBrief::kApply]->click();
     EXPECT_TRUE(Form->isVisible());
     EXPECT_EQ(File(), "Name old");
   };
@@ -157,7 +143,7 @@ TEST_F(BriefForm, FailuresLoseNoText) {
   failing = "write";
   applyFails("Cannot write" + reason);
   failing.clear();
-  Form->cmd[1]->click();
+  Form->cmd[frmBrief::kApply]->click();
   EXPECT_FALSE(Form->isVisible());
   EXPECT_EQ(File(), "Name new\r\nShort \\n\r\nDescription \\n\r\n");
 }

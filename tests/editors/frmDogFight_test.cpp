@@ -2,33 +2,24 @@
 
 #include <gtest/gtest.h>
 
-#include <QTest>
-#include <memory>
-
-#include "tests/support/doubles.h"
+#include "tests/support/form_test.h"
 
 namespace rws::test {
 namespace {
 
 /** The real form over two bases: the default aircraft, then one with a list of its own whose colour
     and size the controls do not have. */
-struct HomeBaseForm : testing::Test {
+struct HomeBaseForm : FormTest<frmDogFight> {
   HomeBaseForm() {
     Tables.DogFightAircraft = {{"Bf 109", "Bf-109", "R", false},
                                {"B-17", "B-17D", "R", true},
                                {"P-51", "P-51D", "R", false}};
-    World_.Doc.Missions.resize(1);
-    World_.Doc.Missions[0].BornPlaces = {{1, 3000, {}, 0, 0}, {40, 10000, {"P-51D", "UFO"}, 0, 0}};
-    World_.Doc.MissionShadow = World_.Doc.Missions;
+    W.Doc.Missions.resize(1);
+    W.Doc.Missions[0].BornPlaces = {{1, 3000, {}, 0, 0}, {40, 10000, {"P-51D", "UFO"}, 0, 0}};
+    W.Doc.MissionShadow = W.Doc.Missions;
   }
-  void Open() {
-    Form = std::make_unique<frmDogFight>(World_, nullptr);
-    Form->LoadForm();
-    Form->show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(Form.get()));
-  }
-  BornPlace& Shadow(std::size_t base) { return World_.Doc.MissionShadow[0].BornPlaces[base]; }
-  BornPlace& Own(std::size_t base) { return World_.Doc.Missions[0].BornPlaces[base]; }
+  BornPlace& Shadow(std::size_t base) { return W.Doc.MissionShadow[0].BornPlaces[base]; }
+  BornPlace& Own(std::size_t base) { return W.Doc.Missions[0].BornPlaces[base]; }
   std::string Shown(std::size_t list) {
     std::vector<std::string> texts;
     const auto* model = Form->lstAC[list]->model();
@@ -42,10 +33,6 @@ struct HomeBaseForm : testing::Test {
                       view->visualRect(view->model()->index(row, 0)).center());
   }
   QColor Swatch() { return Form->lblColor->palette().color(Form->lblColor->backgroundRole()); }
-
-  World World_;
-  Catalogues& Tables = World_.Tables;
-  std::unique_ptr<frmDogFight> Form;
 };
 
 TEST_F(HomeBaseForm, ShowsEachBaseAndKeepsWhatItCannotShow) {
@@ -62,7 +49,8 @@ TEST_F(HomeBaseForm, ShowsEachBaseAndKeepsWhatItCannotShow) {
   EXPECT_EQ(Shown(kAvailable) + "/" + Shown(kReserve), "P-51|/Bf 109|B-17");
   QTest::mouseClick(Form->slide, Qt::RightButton);
   QTest::mouseClick(Form->upd->Up, Qt::LeftButton);
-  QTest::mouseClick(Form->cmd[0], Qt::LeftButton);
+  QTest::mouseClick(Form->cmd[frmDogFight::kApply], Qt::LeftButton);
+  EXPECT_EQ(TakeEdits(), "Home bases");
   EXPECT_EQ(Own(1).Army, 40);
   EXPECT_EQ(Own(1).Radius, 10000);
   EXPECT_EQ(Joined(Own(1).Planes), "P-51D|UFO");
@@ -80,6 +68,7 @@ TEST_F(HomeBaseForm, TakesColorAndTheSizeOfTheMouseAlone) {
   QTest::mouseClick(Form->slide, Qt::LeftButton, {}, {2, 5});
   EXPECT_LT(Form->slide->value(), 9950);
   EXPECT_EQ(Shadow(0).Radius, Form->slide->value());
+  EXPECT_EQ(TakeEdits(), "Home base colour|Home base size");
 
   QTest::keyClick(Form.get(), Qt::Key_Escape);
   EXPECT_TRUE(Form->frmCancel);
@@ -106,24 +95,27 @@ TEST_F(HomeBaseForm, MovesTheAircraftSelectedByMouseOrKeys) {
   QTest::mouseClick(Form->cmd1[kAvailable], Qt::LeftButton);
   EXPECT_TRUE(Shadow(0).Planes.empty());
   EXPECT_EQ(Shown(kAvailable), "Bf 109|P-51") << "nothing left means the default";
+  const std::string kind = "Aircraft of a home base";
+  EXPECT_EQ(TakeEdits(), Joined({kind, kind, kind}));
 
   QTest::keyClick(Form->upd->Up, Qt::Key_Up);
-  World_.Script.Expect("Are you sure you want to do this?", Answer::No);
+  W.Script.Expect("Are you sure you want to do this?", Answer::No);
   QTest::mouseClick(Form->cmd2, Qt::LeftButton);
-  EXPECT_EQ(Joined(Shadow(1).Planes), "P-51D|UFO");
-  World_.Script.Expect("This will set all flyable aircraft to this Home Base.", Answer::Yes);
+  EXPECT_EQ(Joined(Shadow(1).Planes) + TakeEdits(), "P-51D|UFO");
+  W.Script.Expect("This will set all flyable aircraft to this Home Base.", Answer::Yes);
   QTest::mouseClick(Form->cmd2, Qt::LeftButton);
   EXPECT_TRUE(Shadow(1).Planes.empty());
+  EXPECT_EQ(TakeEdits(), kind);
   EXPECT_EQ(Shown(kAvailable), "Bf 109|P-51");
 }
 
 TEST_F(HomeBaseForm, StaysEmptyWithoutABase) {
-  World_.Doc.MissionShadow[0].BornPlaces.clear();
+  W.Doc.MissionShadow[0].BornPlaces.clear();
   Open();
   EXPECT_EQ(Shown(kAvailable) + Shown(kReserve), "");
   QTest::mouseClick(Form->slide, Qt::LeftButton);
   QTest::keyClick(Form->cbo, Qt::Key_Down);
-  EXPECT_EQ(World_.Log.size(), 2u) << "told in the log, and the form is still there";
+  EXPECT_EQ(W.Log.size(), 2u) << "told in the log, and the form is still there";
 }
 
 }  // namespace

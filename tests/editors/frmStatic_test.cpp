@@ -3,17 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <QHeaderView>
-#include <QTest>
-#include <memory>
 
 #include "editors/frmChgAC.h"
 #include "mission/update.h"
-#include "tests/support/doubles.h"
+#include "tests/support/form_test.h"
 
 namespace rws::test {
 namespace {
 
-struct StaticForm : testing::Test {
+struct StaticForm : FormTest<frmStatic> {
   StaticForm() {
     Tables.Aircraft = {{"Red", "I-16", "I_16", "", "", {}, true, false},
                        {"Blue", "Bf 109", "BF_109", "", "", {}, false, false}};
@@ -26,17 +24,15 @@ struct StaticForm : testing::Test {
   void Open(const std::string& lines) {
     ReadLines(W, lines).BaseName = "Dawn & dusk";
     W.Doc.MissionShadow = W.Doc.Missions;
-    Form = std::make_unique<frmStatic>(Context, nullptr);
-    Form->LoadForm();
-    Form->ShowDialog = [this](QDialog& dialog) {
-      auto& change = dynamic_cast<frmChgAC&>(dialog);
-      change.show();
-      Asked.push_back(change.ACName + " " + change.Group);
-      Choose(change);
-      EXPECT_FALSE(change.isVisible());
-    };
-    Form->show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(Form.get()));
+    FormTest::Open([this](frmStatic& form) {
+      form.ShowDialog = [this](QDialog& dialog) {
+        auto& change = dynamic_cast<frmChgAC&>(dialog);
+        change.show();
+        Asked.push_back(change.ACName + " " + change.Group);
+        Choose(change);
+        EXPECT_FALSE(change.isVisible());
+      };
+    });
   }
   /** The rows in list order: aircraft, flyable and country; selected ones in brackets. */
   std::string Rows() const {
@@ -58,12 +54,8 @@ struct StaticForm : testing::Test {
                       {header->sectionViewportPosition(column) + 8, header->height() / 2});
   }
 
-  World W;
-  Catalogues& Tables = W.Tables;
-  Session& Context = W;
   std::function<void(frmChgAC&)> Choose;
   std::vector<std::string> Asked;
-  std::unique_ptr<frmStatic> Form;
 };
 
 const std::string kLines =
@@ -74,7 +66,7 @@ TEST_F(StaticForm, ChangesTheSelectedRowsAndAppliesThem) {
   Open(kLines);
   EXPECT_EQ(Form->fra->Caption().toStdString(), "Stationary Aircraft for Dawn & dusk");
   EXPECT_EQ(Rows(), "[I-16,F,USSR]|Bf 109, ,Germany|HE_999, ,Germany");
-  EXPECT_FALSE(Form->cmd[2]->isEnabled());
+  EXPECT_FALSE(Form->cmd[frmStatic::kApply]->isEnabled());
   EXPECT_EQ(Data(2, 1, Qt::ToolTipRole).toString().toStdString(),
             "Installed game does not support this aircraft you need to change it.");
   EXPECT_EQ(Data(2, 0, Qt::AccessibleTextRole).toString().toStdString(),
@@ -90,14 +82,16 @@ TEST_F(StaticForm, ChangesTheSelectedRowsAndAppliesThem) {
   Choose = [](frmChgAC& change) {
     QTest::keyClicks(change.lstPlanes, QStringLiteral("i"));
     change.tview->setCurrentIndex(change.tview->model()->index(2, 0));
-    change.cmd[0]->click();
+    change.cmd[frmChgAC::kApply]->click();
   };
   QTest::keyClick(Form->lstStatic, Qt::Key_Return);
   EXPECT_EQ(Rows(), "I-16,F,USSR|[I-16,F,Default]|[I-16,F,Default]");
   EXPECT_FALSE(MissionChanged(W.Doc, 0)) << "nothing before Apply";
-  Form->cmd[2]->click();
+  EXPECT_EQ(TakeEdits(), "");
+  Form->cmd[frmStatic::kApply]->click();
   EXPECT_FALSE(Form->isVisible());
   EXPECT_TRUE(Form->Static());
+  EXPECT_EQ(TakeEdits(), "Parked aircraft");
   EXPECT_EQ(W.Doc.Missions[0].Lines[1], W.Doc.MissionShadow[0].Lines[1]);
   EXPECT_EQ(W.Doc.Missions[0].Lines[3], "  2 p.planes.Plane$I_16 1 1 2 3 0 null 2 1.0");
   EXPECT_EQ(Joined(Asked), "HE_999 de");
@@ -108,26 +102,28 @@ TEST_F(StaticForm, LeavesTheMissionAlone) {
   Open(kLines);
   QTest::keyClick(Form->lstStatic, Qt::Key_Down);
   for (const bool escape : {true, false}) {
-    Choose = [&](frmChgAC& change) { escape ? change.close() : (change.cmd[1]->click(), true); };
+    Choose = [&](frmChgAC& change) {
+      escape ? change.close() : (change.cmd[frmChgAC::kCancel]->click(), true);
+    };
     const QPoint place = Form->lstStatic->visualRect(Form->lstStatic->currentIndex()).center();
     QTest::mouseClick(Form->lstStatic->viewport(), Qt::LeftButton, {}, place);
     QTest::mouseDClick(Form->lstStatic->viewport(), Qt::LeftButton, {}, place);
-    EXPECT_FALSE(Form->cmd[2]->isEnabled());
+    EXPECT_FALSE(Form->cmd[frmStatic::kApply]->isEnabled());
   }
-  Choose = [](frmChgAC& change) { change.cmd[0]->click(); };
-  Form->cmd[1]->click();
+  Choose = [](frmChgAC& change) { change.cmd[frmChgAC::kApply]->click(); };
+  Form->cmd[frmStatic::kChange]->click();
   EXPECT_EQ(Rows(), "I-16,F,USSR|[Bf 109, ,Germany]|HE_999, ,Germany");
-  Form->cmd[2]->click();
+  Form->cmd[frmStatic::kApply]->click();
   EXPECT_TRUE(Form->Static());
   EXPECT_FALSE(MissionChanged(W.Doc, 0)) << "the same aircraft and country";
 
   Open("[NStationary]|  1 p.ships.Ship$I_16 1 1 2 3 0");
   EXPECT_EQ(Rows(), "");
-  EXPECT_FALSE(Form->cmd[1]->isEnabled());
+  EXPECT_FALSE(Form->cmd[frmStatic::kChange]->isEnabled());
   ClickHeader(0);
   QTest::keyClick(Form->lstStatic, Qt::Key_Return);
   EXPECT_TRUE(Form->isVisible());
-  Form->cmd[0]->click();
+  Form->cmd[frmStatic::kExit]->click();
   EXPECT_FALSE(Form->Static());
   EXPECT_EQ(Joined(Asked), "BF_109 de|BF_109 de|BF_109 de");
 }

@@ -5,42 +5,32 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QScrollBar>
-#include <QTest>
-#include <memory>
 
-#include "tests/support/doubles.h"
+#include "tests/support/form_test.h"
 
 namespace rws::test {
 namespace {
 
 /** The real form over a route of five waypoints, ten kilometers and 250 km/h each. */
-class WaypointForm : public ::testing::Test {
- protected:
+struct WaypointForm : FormTest<frmWP> {
   WaypointForm() {
     Flight flight;
     flight.Class = "IL_2";
     flight.Name = "1_GvIAP01";
     flight.Waypoints.assign(5, {"1000", "250", "NORMFLY", "&0", 0, 0, 1000, ""});
-    World_.Doc.Missions.resize(1);
-    World_.Doc.Missions[0].Flights = {flight};
-    World_.Doc.MissionShadow = World_.Doc.Missions;
-    World_.Services.Ask.InputBox = [this](const std::string& prompt, const std::string& title,
-                                          const std::string&) {
+    W.Doc.Missions.resize(1);
+    W.Doc.Missions[0].Flights = {flight};
+    W.Doc.MissionShadow = W.Doc.Missions;
+    W.Services.Ask.InputBox = [this](const std::string& prompt, const std::string& title,
+                                     const std::string&) {
       EXPECT_EQ(title, kProgramTitle);
       Prompts_.push_back(prompt);
       return Typed;
     };
   }
 
-  void Open() {
-    Form = std::make_unique<frmWP>(World_, nullptr);
-    Form->LoadForm();
-    Form->show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(Form.get()));
-  }
-
   Waypoint& Point(int row) {
-    return World_.Doc.Missions[0].Flights[0].Waypoints[static_cast<std::size_t>(row - 1)];
+    return W.Doc.Missions[0].Flights[0].Waypoints[static_cast<std::size_t>(row - 1)];
   }
   QPoint Place(int row, int column) {
     return Form->grd->visualRect(Form->grd->model()->index(row - 1, column - 1)).center();
@@ -72,13 +62,10 @@ class WaypointForm : public ::testing::Test {
         .toStdString();
   }
   std::string Shown(int row, int column) { return Form->grd->Text(row, column).toStdString(); }
-  bool Applies() { return Form->cmd[0]->isEnabled(); }
+  bool Applies() { return Form->cmd[frmWP::kApply]->isEnabled(); }
 
-  World World_;
-  Catalogues& Tables = World_.Tables;
   std::optional<std::string> Typed;
   std::vector<std::string> Prompts_;
-  std::unique_ptr<frmWP> Form;
 };
 
 TEST_F(WaypointForm, TakesWhatIsTypedIntoACell) {
@@ -92,7 +79,7 @@ TEST_F(WaypointForm, TakesWhatIsTypedIntoACell) {
   EXPECT_EQ(Point(2).Alt, "1500.5");
   EXPECT_TRUE(Applies() && Form->WPModified);
 
-  Form->cmd[0]->setEnabled(false);
+  Form->cmd[frmWP::kApply]->setEnabled(false);
   Type(3, 3, "high");
   EXPECT_EQ(Point(3).Alt, "1000");
   EXPECT_EQ(Shown(3, 3), "1000");
@@ -102,12 +89,12 @@ TEST_F(WaypointForm, TakesWhatIsTypedIntoACell) {
   Click(4, 4);
   QTest::keyClick(Form->grd, '5');
   QTest::keyClicks(QApplication::focusWidget(), "00");
-  Form->opt[1]->toggle();
+  Form->opt[frmWP::kNonMetric]->toggle();
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   EXPECT_EQ(Point(4).Speed, "500");
   EXPECT_EQ(Shown(4, 4), "311");
   EXPECT_EQ(Heading(3), "     Alt   [feet] ");
-  Form->cmd[0]->setEnabled(false);
+  Form->cmd[frmWP::kApply]->setEnabled(false);
   Type(1, 4, nullptr);
   EXPECT_EQ(Point(1).Speed, "250") << "left as it was, nothing is rounded";
   EXPECT_TRUE(Applies());
@@ -118,7 +105,8 @@ TEST_F(WaypointForm, TakesWhatIsTypedIntoACell) {
   Form->grd->findChild<QLineEdit*>()->setText(QStringLiteral("2000"));
   Form->close();
   EXPECT_EQ(Point(1).Alt, "610");
-  EXPECT_EQ(World_.SettingTexts["software\\hollowbyte\\rws edit\\wpmetric"], "False");
+  EXPECT_EQ(TakeEdits(), "Altitude|Speed|Altitude|Altitude") << "no refused or untouched text";
+  EXPECT_EQ(W.SettingTexts["software\\hollowbyte\\rws edit\\wpmetric"], "False");
 }
 
 TEST_F(WaypointForm, FlipsRadioSilenceAndChoosesTypes) {
@@ -129,13 +117,14 @@ TEST_F(WaypointForm, FlipsRadioSilenceAndChoosesTypes) {
   EXPECT_EQ(Point(2).Marker, "&0");
   EXPECT_TRUE(Applies() && !Form->WPModified);
 
-  Form->cmd[0]->setEnabled(false);
+  Form->cmd[frmWP::kApply]->setEnabled(false);
   Click(1, 2, Qt::RightButton);
   ASSERT_TRUE(Form->mnuPop->isVisible());
   Form->mnuPop->close();
   EXPECT_FALSE(Form->mnuPop1[3]->isEnabled());
   Form->mnuPop1[2]->trigger();
   EXPECT_EQ(Point(1).Type, "GATTACK");
+  EXPECT_EQ(TakeEdits(), "Radio silence|Radio silence|Waypoint type");
   EXPECT_FALSE(Applies());
   for (const int column : {1, 3, 4, 5, 6, 7}) Click(3, column, Qt::RightButton);
   RightClickRows(2, 4, 5);
@@ -158,7 +147,7 @@ TEST_F(WaypointForm, EditsSeveralRowsAtOnce) {
   for (const int row : {2, 3, 4}) EXPECT_EQ(Shown(row, 4), "300");
   EXPECT_EQ(Point(5).Speed, "250");
   EXPECT_TRUE(Applies());
-  Form->opt[1]->click();
+  Form->opt[frmWP::kNonMetric]->click();
   Typed = "1000";
   RightClickRows(1, 2, 3);
   EXPECT_EQ(Point(1).Alt, "305");
@@ -166,7 +155,7 @@ TEST_F(WaypointForm, EditsSeveralRowsAtOnce) {
             "Enter a new numeric value in Kph|Enter a new numeric value in Kph|"
             "Enter a new numeric value in feet");
   for (const auto& [answer, marker] : {std::pair{Answer::Yes, "&1"}, {Answer::Cancel, "&1"}}) {
-    World_.Script.Expect("Radio Silence?", answer);
+    W.Script.Expect("Radio Silence?", answer);
     // A click on the first row alone would flip it.
     Click(1, 6);
     QTest::keyClick(Form->grd, Qt::Key_Right);
@@ -176,32 +165,33 @@ TEST_F(WaypointForm, EditsSeveralRowsAtOnce) {
     EXPECT_EQ(Point(2).Marker, marker);
   }
 
-  World_.Doc.MissionShadow.clear();
-  World_.Script.Expect("Subscript out of range");
+  EXPECT_EQ(TakeEdits(), "Speed|Altitude|Radio silence") << "several rows are one edit";
+  W.Doc.MissionShadow.clear();
+  W.Script.Expect("Subscript out of range");
   RightClickRows(3, 4, 3);
-  EXPECT_EQ(World_.Script.Boxes.back().Icon, Icon::Critical);
+  EXPECT_EQ(W.Script.Boxes.back().Icon, Icon::Critical);
   EXPECT_EQ(Point(3).Alt, "305") << "what was written stays";
   EXPECT_EQ(Point(4).Alt, "1000");
 }
 
 TEST_F(WaypointForm, StandsOddRoutes) {
-  World_.Doc.CurFlight = 7;
+  W.Doc.CurFlight = 7;
   Open();
   EXPECT_EQ(Form->grd->RowCount(), 0);
   EXPECT_EQ(Form->grd->model()->columnCount(), 7);
   QTest::keyClick(Form->grd, Qt::Key_Space);
   QTest::mouseClick(Form->grd->viewport(), Qt::RightButton);
-  Form->opt[1]->click();
-  Form->cmd[1]->click();
+  Form->opt[frmWP::kNonMetric]->click();
+  Form->cmd[frmWP::kExit]->click();
   EXPECT_FALSE(Form->isVisible());
 
-  World_.Doc.CurFlight = 0;
-  World_.SettingTexts.clear();
-  auto& route = World_.Doc.Missions[0].Flights[0].Waypoints;
+  W.Doc.CurFlight = 0;
+  W.SettingTexts.clear();
+  auto& route = W.Doc.Missions[0].Flights[0].Waypoints;
   route.assign(2000, route[0]);
-  World_.Doc.MissionShadow = World_.Doc.Missions;
+  W.Doc.MissionShadow = W.Doc.Missions;
   Open();
-  EXPECT_TRUE(Form->opt[0]->isChecked());
+  EXPECT_TRUE(Form->opt[frmWP::kMetric]->isChecked());
   auto* bar = Form->grd->verticalScrollBar();
   bar->setValue(bar->maximum());
   const int place = bar->value();

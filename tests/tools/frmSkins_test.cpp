@@ -3,11 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <QBuffer>
-#include <memory>
 
 #include "services/faults.h"
-#include "tests/support/doubles.h"
-#include "tests/support/sandbox.h"
+#include "tests/support/form_test.h"
 
 namespace rws::test {
 namespace {
@@ -21,7 +19,7 @@ std::string Picture(const char* format, QColor color) {
   return buffer.data().toStdString();
 }
 
-struct SkinsForm : testing::Test {
+struct SkinsForm : FormTest<frmSkins> {
   SkinsForm() {
     Tables.Aircraft = {{"Red", "U-2", "U_2", "U2", "", {}, false, false},
                        {"Red", "P-39\xC4", "P_39", "P39", "", {}, true, false}};
@@ -33,23 +31,19 @@ struct SkinsForm : testing::Test {
     Box.Write("images/A.jpg", Picture("JPG", Qt::blue));
     Box.Write("own/B.jpg", Picture("JPG", Qt::green));
     Box.Write("RWS.HLP.html", "help");
-    W.Services.AppPath = Box.Path();
   }
 
   void Open(const char* plane) {
-    Form = std::make_unique<frmSkins>(W, nullptr);
-    Form->Plane = plane;
-    Form->LoadForm();
-    Form->show();
+    FormTest::Open([&](frmSkins& form) { form.Plane = plane; });
   }
   void Choose(DropDown* list, int row) {
     list->setCurrentIndex(row);
     Q_EMIT list->activated(row);
   }
-  void Press(int button) { Form->cmd[std::size_t(button)]->click(); }
+  void Press(frmSkins::Command button) { Form->cmd[button]->click(); }
   void Locate(const std::string& path) {
     W.Script.ExpectPath("Locate aircarft image", path);
-    Press(1);
+    Press(frmSkins::kLocate);
   }
   /** Pictures on show, then what is available, a letter each. */
   std::string State() const {
@@ -57,16 +51,11 @@ struct SkinsForm : testing::Test {
     const auto add = [&](bool on, char letter) { state += on ? letter : '-'; };
     add(!Form->imgSkin->IsEmpty(), 'S');
     add(!Form->imgPic->IsEmpty(), 'P');
-    add(Form->cmd[0]->isEnabled() && Form->lbl[0]->isEnabled(), 'L');
+    add(Form->cmd[frmSkins::kLink]->isEnabled() && Form->lbl[0]->isEnabled(), 'L');
     add(Form->fraClear->isEnabled(), 'C');
     add(Form->fraInfo->isEnabled(), 'I');
     return state;
   }
-
-  const Sandbox Box;
-  World W;
-  Catalogues& Tables = W.Tables;
-  std::unique_ptr<frmSkins> Form;
 };
 
 TEST_F(SkinsForm, ShowsTheSchemesOfTheAircraft) {
@@ -102,16 +91,17 @@ TEST_F(SkinsForm, LinksAndClearsAnImage) {
   Choose(Form->cboSkins, 1);
   Locate(Box.Path("own/B.jpg"));
   EXPECT_EQ(State(), "SPLCI");
-  Press(3);
+  Press(frmSkins::kClear);
   EXPECT_EQ(State(), "S----");
   EXPECT_TRUE(Box.Exists("own/B.jpg")) << "not linked: the user's own file stays";
   Locate(Box.Path("own/B.jpg"));
-  Form->txt[0]->insert(QStringLiteral("Ivan"));
-  Press(0);
+  Form->txt[frmSkins::kSkinner]->insert(QStringLiteral("Ivan"));
+  Press(frmSkins::kLink);
   EXPECT_EQ(State(), "SP-CI");
   EXPECT_EQ(Box.Read("images/B.jpg"), Box.Read("own/B.jpg"));
-  EXPECT_EQ(Form->txt[0]->text(), QStringLiteral("Ivan")) << "typed and not stored yet";
-  Press(3);
+  EXPECT_EQ(Form->txt[frmSkins::kSkinner]->text(), QStringLiteral("Ivan"))
+      << "typed and not stored yet";
+  Press(frmSkins::kClear);
   EXPECT_EQ(Box.Names("images"), "A.jpg,B-bak.jpg");
   EXPECT_EQ(State(), "S----");
 
@@ -124,7 +114,7 @@ TEST_F(SkinsForm, LinksAndClearsAnImage) {
   W.Services.Files.BeforeStep = [](const FileStep& now) {
     if (now.Action == "move") throw FileFault(fault::FileIo, now.Action, now.Path, "locked");
   };
-  Press(3);
+  Press(frmSkins::kClear);
   EXPECT_EQ(State(), "SP-CI");
   EXPECT_NE(W.Script.Notices.back().find("locked"), std::string::npos);
   EXPECT_TRUE(W.Log.empty());
@@ -132,29 +122,31 @@ TEST_F(SkinsForm, LinksAndClearsAnImage) {
 
 TEST_F(SkinsForm, KeepsNotesInTheSideFile) {
   Open("P_39");
-  Press(4);
+  Press(frmSkins::kUpdate);
   EXPECT_EQ(Box.Read("images/P-39Ä.ini"),
             Crlf({"[A]", "Skinner=Empty", "Country=Empty", "Comments=Empty"}));
-  for (const char* part : {"J", "Ж", "ürgen"}) Form->txt[0]->insert(QString::fromUtf8(part));
-  EXPECT_EQ(Form->txt[0]->text(), QStringLiteral("Jürgen")) << "the code page lacks one letter";
-  Form->txt[2]->insert(QStringLiteral("one\ntwo"));
-  Press(4);
+  for (const char* part : {"J", "Ж", "ürgen"})
+    Form->txt[frmSkins::kSkinner]->insert(QString::fromUtf8(part));
+  EXPECT_EQ(Form->txt[frmSkins::kSkinner]->text(), QStringLiteral("Jürgen"))
+      << "the code page lacks one letter";
+  Form->txt[frmSkins::kComments]->insert(QStringLiteral("one\ntwo"));
+  Press(frmSkins::kUpdate);
   EXPECT_EQ(Box.Read("images/P-39Ä.ini"),
             Crlf({"[A]", "Skinner=J\xFCrgen", "Country=Empty", "Comments=one two"}));
   Choose(Form->cboSkins, 1);
-  EXPECT_EQ(Form->txt[0]->text(), QString());
+  EXPECT_EQ(Form->txt[frmSkins::kSkinner]->text(), QString());
   Choose(Form->cboSkins, 0);
-  EXPECT_EQ(Form->txt[0]->text(), QStringLiteral("Jürgen"));
-  EXPECT_EQ(Form->txt[1]->text(), QString());
+  EXPECT_EQ(Form->txt[frmSkins::kSkinner]->text(), QStringLiteral("Jürgen"));
+  EXPECT_EQ(Form->txt[frmSkins::kCountry]->text(), QString());
 
   W.Services.Files.BeforeStep = [](const FileStep& now) {
     if (now.Path.ends_with(".ini")) throw FileFault(fault::FileIo, now.Action, now.Path, "locked");
   };
   Choose(Form->cboSkins, 0);
   EXPECT_EQ(State(), "SP-C-") << "notes that cannot be read cannot be written over";
-  Press(5);
+  Press(frmSkins::kHelp);
   EXPECT_EQ(W.ShellCalls.back(), "open " + Box.Path("RWS.HLP.html"));
-  Press(2);
+  Press(frmSkins::kExit);
   EXPECT_FALSE(Form->isVisible());
   EXPECT_TRUE(W.SettingTexts.count("software\\hollowbyte\\rws edit\\frmskinsleft"));
 }

@@ -2,85 +2,81 @@
 
 #include <gtest/gtest.h>
 
-#include <QTest>
-
 #include "platform/qt_text.h"
 #include "services/forms/frmCam.h"
-#include "tests/support/doubles.h"
-#include "tests/support/sandbox.h"
+#include "tests/support/form_test.h"
 
 namespace rws::test {
 namespace {
 
 constexpr char kPick[] = "Please select where IL2 is installed";
 
-class PrefsTest : public ::testing::Test {
- protected:
-  PrefsTest() : World_(Box.Path()), Form(World_, nullptr) {
+struct PrefsTest : FormTest<frmPrefs> {
+  PrefsTest() {
     Box.MakeFolder("old/PaintSchemes/Skins");
     Box.MakeFolder("new/paintschemes/skins");
     Box.MakeFolder("wrong/place");
-    World_.Doc.GamePath = Form.GamePath = Box.Path("old");
-    Form.Backup = true;
-    Form.ForeColor = World_.Prefs.ForeColor;
-    Form.BackColor = World_.Prefs.BackColor;
-    Form.LoadForm();
-    Form.show();
+    W.Doc.GamePath = Box.Path("old");
+    Open([this](frmPrefs& form) {
+      form.GamePath = W.Doc.GamePath;
+      form.Backup = true;
+      form.ForeColor = W.Prefs.ForeColor;
+      form.BackColor = W.Prefs.BackColor;
+    });
   }
-
-  Sandbox Box;
-  World World_;
-  Catalogues& Tables = World_.Tables;
-  frmPrefs Form;
 };
 
+using CompatibilityForm = FormTest<frmCam>;
+
 TEST_F(PrefsTest, ApplyIsLitWhileSomethingDiffers) {
-  EXPECT_FALSE(Form.cmd[0]->isEnabled());
-  World_.Services.Ask.Color = [](std::int32_t before) { return before ^ 1; };
-  const std::array<QAbstractButton*, 6> twice{Form.chkBackup, Form.chkWA,       Form.chkLock,
-                                              Form.chkSnd,    Form.cmdColor[0], Form.cmdColor[1]};
+  EXPECT_FALSE(Form->cmd[frmPrefs::kApply]->isEnabled());
+  W.Services.Ask.Color = [](std::int32_t before) { return before ^ 1; };
+  const std::array<QAbstractButton*, 6> twice{Form->chkBackup,
+                                              Form->chkWA,
+                                              Form->chkLock,
+                                              Form->chkSnd,
+                                              Form->cmdColor[frmPrefs::kText],
+                                              Form->cmdColor[frmPrefs::kBackground]};
   for (auto* control : twice) {
     SCOPED_TRACE(ToPath(control->objectName()));
     control->click();
-    EXPECT_TRUE(Form.cmd[0]->isEnabled());
-    if (control == Form.cmdColor[0]) {
-      EXPECT_EQ(Form.lblColor[1]->palette().color(QPalette::WindowText), QColor(1, 0, 128));
+    EXPECT_TRUE(Form->cmd[frmPrefs::kApply]->isEnabled());
+    if (control == Form->cmdColor[frmPrefs::kText]) {
+      EXPECT_EQ(Form->lblColor[frmPrefs::kBackground]->palette().color(QPalette::WindowText),
+                QColor(1, 0, 128));
     }
     control->click();
-    EXPECT_FALSE(Form.cmd[0]->isEnabled());
+    EXPECT_FALSE(Form->cmd[frmPrefs::kApply]->isEnabled());
   }
 }
 
 TEST_F(PrefsTest, APathWithoutSkinsClosesTheForm) {
-  World_.Script.ExpectPath(kPick, Box.Path("wrong/place"));
-  Form.cmdChg->click();
-  EXPECT_TRUE(Form.isHidden() && !Form.Applied);
-  EXPECT_EQ(World_.Doc.GamePath, Box.Path("wrong")) << "the parent, until it is read again";
-  const std::string log = Joined(World_.Log);
+  W.Script.ExpectPath(kPick, Box.Path("wrong/place"));
+  Form->cmdChg->click();
+  EXPECT_TRUE(Form->isHidden() && !Form->Applied);
+  EXPECT_EQ(W.Doc.GamePath, Box.Path("wrong")) << "the parent, until it is read again";
+  const std::string log = Joined(W.Log);
   EXPECT_NE(log.find("SkinsDoes not exist! RWS will not run!"), std::string::npos) << log;
-  Form.show();
-  World_.Script.ExpectPath(kPick, "");
-  Form.cmdChg->click();
-  EXPECT_TRUE(Form.isHidden() && !Form.Applied) << "a cancelled question closes it too";
-  Form.show();
+  Form->show();
+  W.Script.ExpectPath(kPick, "");
+  Form->cmdChg->click();
+  EXPECT_TRUE(Form->isHidden() && !Form->Applied) << "a cancelled question closes it too";
+  Form->show();
 #ifndef _WIN32
-  World_.Script.ExpectPath(kPick, "/");
-  World_.Script.Expect("The game path is incorrect, please try again.");
-  Form.cmdChg->click();
-  EXPECT_TRUE(Form.isHidden());
+  W.Script.ExpectPath(kPick, "/");
+  W.Script.Expect("The game path is incorrect, please try again.");
+  Form->cmdChg->click();
+  EXPECT_TRUE(Form->isHidden());
 #endif
 }
 
-TEST_F(PrefsTest, TheCompatibilityFormOpensAndKeepsItsPlace) {
-  frmCam form(World_, nullptr);
-  form.LoadForm();
-  form.show();
+TEST_F(CompatibilityForm, OpensAndKeepsItsPlace) {
+  frmCam& form = Open();
   EXPECT_EQ(ToPath(form.windowTitle()), kProgramTitle);
   form.cmd->click();
   EXPECT_TRUE(form.isHidden());
-  EXPECT_NE(
-      GetRegValue(World_.Services.Settings, SettingsRoot::CurrentUser, kSetPath, "frmCamTop", ""),
-      "");
+  EXPECT_NE(GetRegValue(W.Services.Settings, SettingsRoot::CurrentUser, kSetPath, "frmCamTop", ""),
+            "");
 }
 
 }  // namespace
