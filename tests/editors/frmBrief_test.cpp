@@ -95,6 +95,10 @@ TEST_F(BriefForm, InsertsAtTheActiveControl) {
   ASSERT_TRUE(form.mnuMain->isVisible());
   QTest::keyClick(form.mnuMain, Qt::Key_A);
   EXPECT_EQ(Text(form.txtBrief), "one\r\ntwo");
+  form.AircraftCount = []() -> std::string { throw SubscriptFault(); };
+  form.txtBrief->setFocus();
+  form.mnuInsert[frmBrief::kAircraftCount]->trigger();
+  EXPECT_NE(Joined(W.Log).find("mnuInsert_Click"), std::string::npos) << "and goes no further";
   form.close();
   EXPECT_TRUE(Open().mnuLabel->isChecked() && Form->mnuConvert->isChecked());
 }

@@ -75,6 +75,8 @@ TEST_F(HomeBaseForm, TakesColorAndTheSizeOfTheMouseAlone) {
   EXPECT_EQ(Own(0).Army, 1);
   Open();
   EXPECT_EQ(Form->cbo->currentText(), "Blue") << "kept for the next time";
+  QTest::mouseClick(Form->cmd[frmDogFight::kCancel], Qt::LeftButton);
+  EXPECT_TRUE(Form->frmCancel && !Form->isVisible());
 }
 
 TEST_F(HomeBaseForm, MovesTheAircraftSelectedByMouseOrKeys) {

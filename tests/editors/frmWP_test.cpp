@@ -135,6 +135,8 @@ TEST_F(WaypointForm, FlipsRadioSilenceAndChoosesTypes) {
   EXPECT_FALSE(Form->mnuPop->isVisible());
   EXPECT_EQ(Point(3).Marker, "&0");
   EXPECT_FALSE(Applies());
+  Form->mnuMain1->trigger();
+  EXPECT_FALSE(Form->isVisible());
 }
 
 TEST_F(WaypointForm, EditsSeveralRowsAtOnce) {
