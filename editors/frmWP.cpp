@@ -183,20 +183,18 @@ void frmWP::TakeNumber(int row, int column, const std::string& text) {
 
 void frmWP::EditRows(const Grid::Cells& cells) {
   const int column = grd->Col();
-  const auto told = [&](const Fault& caught) {
-    services_.Ask.MsgBox(caught.Text, Buttons::Ok, Icon::Critical, kProgramTitle);
-  };
-  const auto write = [&](const std::string& value) {
+  std::string value, failure;
+  const auto keep = [&](const Fault& caught) { failure = caught.Text; };
+  const auto write = [&] {
     SetWaypoints(session_.Doc, cells.FirstRow, cells.LastRow, column, value, grd->Row(),
                  [this](bool differs) {
                    WPModified = differs;
                    if (WPModified) cmd[kApply]->setEnabled(true);
                  });
   };
-  std::string value;
-  Trap([&] { value = AskValue(column); }, told);
-  if (!value.empty())
-    Edit(session_, KindOf(column, nullptr), [&] { Trap([&] { write(value); }, told); });
+  Trap([&] { value = AskValue(column); }, keep);
+  if (!value.empty()) Edit(session_, KindOf(column, nullptr), [&] { Trap(write, keep); });
+  if (!failure.empty()) services_.Ask.MsgBox(failure, Buttons::Ok, Icon::Critical, kProgramTitle);
   LoadTable();
 }
 

@@ -53,7 +53,6 @@ class frmWPEdit : public Dialog {
  private:
   void Build();
   void PlaceControls();
-  void NameControls();
   void Connect();
   void TextChanged(std::size_t index);
   void TextLeft(std::size_t index);

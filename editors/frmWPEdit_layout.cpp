@@ -15,11 +15,29 @@ void frmWPEdit::Build() {
          {2, new QLabel(tr("&Speed:"))},    {3, new QLabel(tr("&Number of duplicate flights:"))},
          {8, new QLabel(tr("&Height:"))},   {11, new QLabel(tr("[M]"))},
          {12, new QLabel(tr("[Km/h]"))}};
-  for (auto& box : txtInput) box = new QLineEdit;
-  udWP = {new UpDown(-kFarthest, kFarthest, kStep, kStart),
-          new UpDown(-kFarthest, kFarthest, kStep, kStart),
-          new UpDown(-kFastest, kFastest, kSpeedStep, kStart), new UpDown(0, kMostCopies, 1, 1)};
-  for (std::size_t i = 0; i < txtInput.size(); ++i) udWP[i]->SetBuddy(txtInput[i]);
+  const auto box = [](const char* name, const QString& accessibleName, const QString& toolTip) {
+    return Named(new QLineEdit, name, accessibleName, toolTip);
+  };
+  txtInput = {box("txtInput(0)", tr("Height, metres"), {}),
+              box("txtInput(1)", tr("Distance, metres"), {}),
+              box("txtInput(2)", tr("Landing speed, kilometres per hour"),
+                  tr("Current flight's altitude for this waypoint")),
+              box("txtInput(3)", tr("Number of duplicate flights"),
+                  tr("The number of flights to be created "))};
+  udWP = {Named(new UpDown(-kFarthest, kFarthest, kStep, kStart), "udWP(0)", tr("Height"),
+                tr("Set group's altitude increment")),
+          Named(new UpDown(-kFarthest, kFarthest, kStep, kStart), "udWP(1)", tr("Distance"),
+                tr("Set group's distance increment")),
+          Named(new UpDown(-kFastest, kFastest, kSpeedStep, kStart), "udWP(2)", tr("Landing speed"),
+                tr("Set group's speed increment for landing")),
+          Named(new UpDown(0, kMostCopies, 1, 1), "udWP(3)", tr("Number of duplicate flights"),
+                tr("Set the number of duplicate flights"))};
+  for (std::size_t i = 0; i < txtInput.size(); ++i) {
+    udWP[i]->SetBuddy(txtInput[i]);
+    udWP[i]->Up->setAccessibleName(tr("%1: more").arg(udWP[i]->accessibleName()));
+    udWP[i]->Down->setAccessibleName(tr("%1: less").arg(udWP[i]->accessibleName()));
+  }
+  for (const auto& [index, label] : lbl) label->setObjectName(QStringLiteral("lbl(%1)").arg(index));
   lbl[8]->setBuddy(txtInput[kHeight]);
   lbl[0]->setBuddy(txtInput[kDistance]);
   lbl[2]->setBuddy(txtInput[kSpeed]);
@@ -29,7 +47,8 @@ void frmWPEdit::Build() {
   cmd[kCancel]->setAutoDefault(false);
   cmd[kApply]->setDefault(true);
   PlaceControls();
-  NameControls();
+  TabOrder({txtInput[kNumber], txtInput[kHeight], txtInput[kDistance], txtInput[kSpeed],
+            cmd[kApply], cmd[kCancel]});
 }
 
 void frmWPEdit::PlaceControls() {
@@ -62,28 +81,6 @@ void frmWPEdit::PlaceControls() {
   for (auto* frame : {fra1, Fra3, fra2}) whole->addWidget(frame);
   whole->addStretch();
   whole->addLayout(ButtonRow({cmd[kApply], cmd[kCancel]}));
-}
-
-void frmWPEdit::NameControls() {
-  for (const auto& [index, label] : lbl) label->setObjectName(QStringLiteral("lbl(%1)").arg(index));
-  Named(txtInput[kHeight], "txtInput(0)", tr("Height, metres"));
-  Named(txtInput[kDistance], "txtInput(1)", tr("Distance, metres"));
-  Named(txtInput[kSpeed], "txtInput(2)", tr("Landing speed, kilometres per hour"),
-        tr("Current flight's altitude for this waypoint"));
-  Named(txtInput[kNumber], "txtInput(3)", tr("Number of duplicate flights"),
-        tr("The number of flights to be created "));
-  Named(udWP[kHeight], "udWP(0)", tr("Height"), tr("Set group's altitude increment"));
-  Named(udWP[kDistance], "udWP(1)", tr("Distance"), tr("Set group's distance increment"));
-  Named(udWP[kSpeed], "udWP(2)", tr("Landing speed"),
-        tr("Set group's speed increment for landing"));
-  Named(udWP[kNumber], "udWP(3)", tr("Number of duplicate flights"),
-        tr("Set the number of duplicate flights"));
-  for (auto* arrows : udWP) {
-    arrows->Up->setAccessibleName(tr("%1: more").arg(arrows->accessibleName()));
-    arrows->Down->setAccessibleName(tr("%1: less").arg(arrows->accessibleName()));
-  }
-  TabOrder({txtInput[kNumber], txtInput[kHeight], txtInput[kDistance], txtInput[kSpeed],
-            cmd[kApply], cmd[kCancel]});
 }
 
 }  // namespace rws
