@@ -2,6 +2,7 @@
 #include <string>
 #include <vector>
 
+#include "mission/route_line.h"
 #include "mission/writer.h"
 #include "services/arrays.h"
 #include "services/error_log.h"
@@ -48,32 +49,27 @@ std::ptrdiff_t LastWaypointOf(const Flight& flight) {
   return flight.LastWaypoint.empty() ? bound : CLng(flight.LastWaypoint);
 }
 
-void RewriteWords(std::string& text, const Waypoint& waypoint, std::string_view line) {
-  std::size_t index = 0;
-  for (std::size_t start = 0; start <= line.size(); ++index) {
-    const std::size_t end = std::min(line.find(' ', start), line.size());
-    std::string word(line.substr(start, end - start));
-    if (index == 0) word = waypoint.Type;
-    if (index == 3) word = FormatNumber(waypoint.Alt, "##0.0");
-    if (index == 4) word = FormatNumber(waypoint.Speed, "##0.0");
-    // The sixth word is a marker or the name of a target. Those behind it are not spared, so a
-    // marker "&0" at the eighth place becomes "0" here.
-    if (index != 0 && index != 5 && CountsAsZero(word)) word = "0";
-    text.append(word).append(" ");
-    start = end + 1;
-  }
+std::string WordText(const Waypoint& waypoint, const RouteLine& words, std::size_t place) {
+  if (place == RouteLine::kType) return waypoint.Type;
+  std::string word(words.Word(place));
+  if (place == RouteLine::kAlt) word = FormatNumber(waypoint.Alt, "##0.0");
+  if (place == RouteLine::kSpeed) word = FormatNumber(waypoint.Speed, "##0.0");
+  // A target's name, or a marker in its place, is spared. What stands behind it is not, so a marker
+  // "&0" at the eighth place becomes "0" here.
+  if (place != RouteLine::kTarget && CountsAsZero(word)) word = "0";
+  return word;
 }
 
-std::string WaypointText(const Waypoint& waypoint) {
-  const auto line = Trim(waypoint.Line);
-  const auto oldMarker = line.substr(line.size() - std::min<std::size_t>(2, line.size()));
+std::string WaypointText(const Waypoint& waypoint, RouteLine& words) {
+  words.Read(waypoint.Line);
   std::string text;
-  text.reserve(line.size() + 16);
-  RewriteWords(text, waypoint, line);
-  if (!Contains(oldMarker, "&"))
+  text.reserve(waypoint.Line.size() + 16);
+  for (std::size_t place = 0; place < words.size(); ++place)
+    text.append(WordText(waypoint, words, place)).append(" ");
+  if (words.Marker().empty())
     text.append(waypoint.Marker);
-  else if (oldMarker != waypoint.Marker)
-    text = Replace(text, oldMarker, waypoint.Marker);
+  else if (words.Marker() != waypoint.Marker)
+    text = Replace(text, words.Marker(), waypoint.Marker);
   std::replace(text.begin(), text.end(), ',', '.');
   return text;
 }
@@ -105,9 +101,10 @@ void WaypointArray(const Services& services, LineArray& output, const Flight& fl
   LogAndLeave(services, "WaypointArray", [&] {
     output.Add("[" + flight.Name + "_Way]");
     const std::ptrdiff_t last = LastWaypointOf(flight);
+    RouteLine words;
     for (std::ptrdiff_t i = 0; i <= last; ++i) {
       const Waypoint& waypoint = At(flight.Waypoints, i);
-      if (!waypoint.Line.empty()) output.Add(kIndent, Trim(WaypointText(waypoint)));
+      if (!waypoint.Line.empty()) output.Add(kIndent, Trim(WaypointText(waypoint, words)));
     }
   });
 }
