@@ -11,6 +11,7 @@ namespace rws {
 
 void RouteLine::Read(std::string_view line) {
   line = Trim(line);
+  words_.reserve(8);
   SplitInto(words_, line, ' ');
   marker_ = line.substr(line.size() - std::min<std::size_t>(2, line.size()));
   if (!Contains(marker_, "&")) marker_ = {};

@@ -49,23 +49,25 @@ std::ptrdiff_t LastWaypointOf(const Flight& flight) {
   return flight.LastWaypoint.empty() ? bound : CLng(flight.LastWaypoint);
 }
 
-std::string WordText(const Waypoint& waypoint, const RouteLine& words, std::size_t place) {
-  if (place == RouteLine::kType) return waypoint.Type;
-  std::string word(words.Word(place));
-  if (place == RouteLine::kAlt) word = FormatNumber(waypoint.Alt, "##0.0");
-  if (place == RouteLine::kSpeed) word = FormatNumber(waypoint.Speed, "##0.0");
-  // A target's name, or a marker in its place, is spared. What stands behind it is not, so a marker
-  // "&0" at the eighth place becomes "0" here.
-  if (place != RouteLine::kTarget && CountsAsZero(word)) word = "0";
-  return word;
+void AddWords(std::string& text, const Waypoint& waypoint, const RouteLine& words) {
+  std::string number;
+  for (std::size_t place = 0; place < words.size(); ++place) {
+    std::string_view word = words.Word(place);
+    if (place == RouteLine::kType) word = waypoint.Type;
+    if (place == RouteLine::kAlt) word = number = FormatNumber(waypoint.Alt, "##0.0");
+    if (place == RouteLine::kSpeed) word = number = FormatNumber(waypoint.Speed, "##0.0");
+    // A target's name, or a marker in its place, is spared. What stands behind it is not, so a
+    // marker "&0" at the eighth place becomes "0" here.
+    const bool spared = place == RouteLine::kType || place == RouteLine::kTarget;
+    text.append(!spared && CountsAsZero(word) ? "0" : word).append(" ");
+  }
 }
 
 std::string WaypointText(const Waypoint& waypoint, RouteLine& words) {
   words.Read(waypoint.Line);
   std::string text;
   text.reserve(waypoint.Line.size() + 16);
-  for (std::size_t place = 0; place < words.size(); ++place)
-    text.append(WordText(waypoint, words, place)).append(" ");
+  AddWords(text, waypoint, words);
   if (words.Marker().empty())
     text.append(waypoint.Marker);
   else if (words.Marker() != waypoint.Marker)
