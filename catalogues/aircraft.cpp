@@ -85,6 +85,10 @@ std::string GetIntPlaneName(const Catalogues& catalogues, std::string_view name)
   return std::string(name);
 }
 
+std::string_view NameInRow(std::string_view rowText) {
+  return rowText.substr(0, rowText.find("     "));
+}
+
 std::string GetPlaneFolder(const Catalogues& catalogues, std::string_view nameOrClass) {
   const Aircraft* aircraft = Find(catalogues, nameOrClass);
   return aircraft ? aircraft->Folder : "";

@@ -2,6 +2,7 @@
 #include <string>
 #include <vector>
 
+#include "mission/flight_values.h"
 #include "mission/route_line.h"
 #include "mission/writer.h"
 #include "services/arrays.h"
@@ -27,16 +28,9 @@ bool CountsAsZero(std::string_view word) {
   return !beginsAboveZero && Val(word) == 0;
 }
 
-/** Number of plane slots that a flight writes; a count above four stops at the last slot. */
-std::size_t SlotCount(const Flight& flight) {
-  const double planes = Val(flight.Planes);
-  return static_cast<std::size_t>(
-      std::clamp(planes, 0.0, static_cast<double>(flight.PlaneSlots.size())));
-}
-
 void AddSlotLines(LineArray& output, const Flight& flight, std::string_view key,
                   std::string PlaneSlot::*field) {
-  for (std::size_t slot = 0; slot < SlotCount(flight); ++slot) {
+  for (std::size_t slot = 0; slot < PlaneCount(flight); ++slot) {
     const std::string& value = flight.PlaneSlots[slot].*field;
     if (value.empty()) continue;
     AddKey(output, std::string(key).append(std::to_string(slot)), value);
