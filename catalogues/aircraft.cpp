@@ -18,7 +18,7 @@ std::string FolderOfClass(const std::string& aircraftClass) {
   return folder;
 }
 
-Aircraft MakeAircraft(std::string_view line, const std::string& side, const WeaponsFile& weapons) {
+Aircraft MakeAircraft(std::string_view line, const std::string& side, const LineArray& weapons) {
   const auto columns = SplitAt(line, ',');
   Aircraft aircraft;
   aircraft.Side = side;
@@ -33,7 +33,7 @@ Aircraft MakeAircraft(std::string_view line, const std::string& side, const Weap
   return aircraft;
 }
 
-void ReadAircraft(Catalogues& catalogues, const Services& services, const WeaponsFile& weapons) {
+void ReadAircraft(Catalogues& catalogues, const Services& services, const LineArray& weapons) {
   const auto lines = ReadTable(services, kTable);
   if (!lines) {
     services.Ask.MsgBox(
@@ -61,7 +61,7 @@ const Aircraft* Find(const Catalogues& catalogues, std::string_view nameOrClass)
 
 void LoadAircraftArray(Document& doc, Catalogues& catalogues, const Services& services) {
   catalogues.Aircraft.clear();
-  WeaponsFile weapons;
+  LineArray weapons;
   LoadWeaponsFile(doc, services, weapons);
   if (doc.Closing) return;
   LogAndLeave(services, "LoadAircraftArray", [&] { ReadAircraft(catalogues, services, weapons); });
@@ -83,6 +83,10 @@ std::string GetIntPlaneName(const Catalogues& catalogues, std::string_view name)
   for (const auto& aircraft : catalogues.Aircraft)
     if (aircraft.Name == name) return aircraft.Class;
   return std::string(name);
+}
+
+std::string_view NameInRow(std::string_view rowText) {
+  return rowText.substr(0, rowText.find("     "));
 }
 
 std::string GetPlaneFolder(const Catalogues& catalogues, std::string_view nameOrClass) {

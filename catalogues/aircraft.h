@@ -24,6 +24,9 @@ std::string GetPlaneName(const Catalogues& catalogues, const Services& services,
 /** Class of an exact display name; an unknown one comes back as it is. */
 std::string GetIntPlaneName(const Catalogues& catalogues, std::string_view name);
 
+/** The name in a row of the aircraft list, which fills up with blanks towards its second part. */
+std::string_view NameInRow(std::string_view rowText);
+
 /** Skin folder of an exact name or class, in the form of `SkinFolder::Folder`, or "". */
 std::string GetPlaneFolder(const Catalogues& catalogues, std::string_view nameOrClass);
 

@@ -3,17 +3,13 @@
 #include <algorithm>
 
 #include "catalogues/table.h"
+#include "mission/flight_values.h"
 #include "services/error_log.h"
 #include "services/text.h"
 
 namespace rws {
 
 namespace {
-
-std::string_view CodeOf(std::string_view group) {
-  if (group.size() < 2) throw InvalidCallFault();
-  return group.substr(0, group.size() - 2);
-}
 
 /** The first row with a regiment of this code, blanks around that dropped. */
 const Squadron* FindRow(const Catalogues& catalogues, std::string_view code) {
@@ -40,7 +36,7 @@ std::string TextByGroup(const Catalogues& catalogues, const Services& services,
                         std::string_view procedure, std::string_view group,
                         std::string Squadron::*field, std::string noMatch) {
   LogAndLeave(services, procedure, [&] {
-    if (const Squadron* row = FindRow(catalogues, CodeOf(group))) noMatch = row->*field;
+    if (const Squadron* row = FindRow(catalogues, GroupOf(group))) noMatch = row->*field;
   });
   return noMatch;
 }
@@ -85,7 +81,7 @@ std::string GetUserDatabyGroup(const Catalogues& catalogues, const Services& ser
                                std::string_view group) {
   std::string text;
   LogAndLeave(services, "GetUserDatabyGroup", [&] {
-    const auto code = CodeOf(group);
+    const auto code = GroupOf(group);
     for (const auto& row : catalogues.Squadrons)
       for (const auto& regiment : row.Regiments)
         if (regiment.Code == code) {
@@ -101,7 +97,7 @@ std::string GetColorByGroup(const Catalogues& catalogues, const Services& servic
   std::string color;
   LogAndLeave(services, "GetColorByGroup", [&] {
     const std::string whole = services.Page.LCase(group);
-    const std::string_view code = CodeOf(whole);
+    const std::string_view code = GroupOf(whole);
     for (const auto& row : catalogues.Squadrons) {
       // A second chance that the other lookups lack, on purpose: a group that begins a country.
       const auto country = Trim(std::string_view(row.Country).substr(0, whole.size()));

@@ -1,7 +1,6 @@
 #include "catalogues/weapons.h"
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
 #include "catalogues/aircraft.h"
@@ -14,29 +13,11 @@ namespace rws {
 namespace {
 
 constexpr const char kTable[] = "RWS_Weapons.txt";
-constexpr std::size_t kGram = 4;
-constexpr std::uint32_t kNowhere = std::numeric_limits<std::uint32_t>::max();
-
-std::size_t GramHash(std::string_view text, std::size_t position) {
-  std::uint32_t gram = 0;
-  for (std::size_t i = 0; i < kGram; ++i)
-    gram = gram << 8 | static_cast<unsigned char>(text[position + i]);
-  return gram * 2654435761u >> 16;
-}
 
 /** Index of the first line that holds `part`; the number of lines when none does. */
-std::size_t FirstLineWith(const WeaponsFile& file, std::string_view part) {
-  const std::string_view text = file.Lines.FileText();
-  if (part.empty()) return file.Lines.size();
-  std::size_t found = text.npos;
-  if (part.size() < kGram) {
-    found = text.find(part);
-  } else if (!file.Heads.empty()) {
-    std::uint32_t place = file.Heads[GramHash(part, 0)];
-    while (place != kNowhere && text.substr(place, part.size()) != part) place = file.Next[place];
-    if (place != kNowhere) found = place;
-  }
-  return found == text.npos ? file.Lines.size() : file.Lines.LineAt(found);
+std::size_t FirstLineWith(const LineArray& lines, std::string_view part) {
+  const std::size_t found = part.empty() ? part.npos : lines.FileText().find(part);
+  return found == part.npos ? lines.size() : lines.LineAt(found);
 }
 
 std::string_view TextOf(std::string_view entry) { return entry.substr(0, entry.find(',')); }
@@ -49,20 +30,7 @@ std::string_view KeyOf(std::string_view entry) {
 
 }  // namespace
 
-WeaponsFile MakeWeaponsFile(LineArray lines) {
-  WeaponsFile file{std::move(lines), {}, {}};
-  const std::string_view text = file.Lines.FileText();
-  if (text.size() < kGram) return file;
-  file.Heads.assign(std::size_t{1} << 16, kNowhere);
-  file.Next.resize(text.size() - kGram + 1);
-  for (std::size_t place = file.Next.size(); place-- > 0;) {
-    std::uint32_t& head = file.Heads[GramHash(text, place)];
-    file.Next[place] = std::exchange(head, static_cast<std::uint32_t>(place));
-  }
-  return file;
-}
-
-bool LoadWeaponsFile(Document& doc, const Services& services, WeaponsFile& file) {
+bool LoadWeaponsFile(Document& doc, const Services& services, LineArray& file) {
   bool read = false;
   LogAndLeave(services, "LoadWeaponsFile", [&] {
     auto lines = ReadTable(services, kTable);
@@ -74,19 +42,19 @@ bool LoadWeaponsFile(Document& doc, const Services& services, WeaponsFile& file)
       services.Window.Close();
       return;
     }
-    file = MakeWeaponsFile(std::move(*lines));
+    file = std::move(*lines);
     read = true;
   });
   return read;
 }
 
-void GetWeapons(const WeaponsFile& file, std::string_view aircraftClass,
+void GetWeapons(const LineArray& file, std::string_view aircraftClass,
                 std::vector<std::string>& weapons) {
   weapons = {"Default,default"};
   std::size_t line = FirstLineWith(file, aircraftClass);
-  if (line + 1 < file.Lines.size())
-    for (; line < file.Lines.size() && !Contains(file.Lines[line], "none"); ++line)
-      weapons.emplace_back(file.Lines[line]);
+  if (line + 1 < file.size())
+    for (; line < file.size() && !Contains(file[line], "none"); ++line)
+      weapons.emplace_back(file[line]);
   weapons.emplace_back("Empty (No Ammo),none");
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,25 +12,15 @@
 /** The loadouts of each aircraft: the user sees a display text, a mission stores a key. */
 namespace rws {
 
-/** The loadout table, and where in its text each four bytes occur: a list of positions, lowest
-    first, that starts in `Heads` and goes on in `Next`. Hundreds of classes are sought in it. */
-struct WeaponsFile {
-  LineArray Lines;
-  std::vector<std::uint32_t> Heads, Next;
-};
-
 /** Reads the loadout table. Without it the program cannot run: a missing one is told and ends the
     program. False if it was not read, logged if it could not be. */
-bool LoadWeaponsFile(Document& doc, const Services& services, WeaponsFile& file);
+bool LoadWeaponsFile(Document& doc, const Services& services, LineArray& file);
 
-/** Prepares the lines of a loadout table for `GetWeapons`. */
-WeaponsFile MakeWeaponsFile(LineArray lines);
-
-/** Builds the entries of one aircraft, "display text,key": the default, its block of the table, the
-    empty loadout. A block begins at the first line that holds the class anywhere, so that longer
-   class names must stand first, and ends before a line that holds "none". The last line begins no
-    block. */
-void GetWeapons(const WeaponsFile& file, std::string_view aircraftClass,
+/** Builds the entries of one aircraft, "display text,key": the default, its block of the lines of
+    the loadout table, the empty loadout. A block begins at the first line that holds the class
+   anywhere, so that longer class names must stand first, and ends before a line that holds "none".
+   The last line begins no block. */
+void GetWeapons(const LineArray& file, std::string_view aircraftClass,
                 std::vector<std::string>& weapons);
 
 /** What the loadout list shows. `Tag` tells for which aircraft. */

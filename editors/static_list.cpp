@@ -46,7 +46,7 @@ QVariant StaticListModel::data(const QModelIndex& index, int role) const {
       if (IsSupported(row) || index.column() > 1) return FromPath(ArmyText(row.ColorWord));
       return tr("Installed game does not support this aircraft you need to change it.");
     case Qt::ForegroundRole: {
-      const auto color = StaticRowColor(row.ColorWord);
+      const auto color = ArmyColor(row.ColorWord);
       return color ? QVariant(Readable(FromBgr(*color), background_)) : QVariant();
     }
     case Qt::FontRole: {

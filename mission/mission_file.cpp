@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "mission/flight_values.h"
 #include "mission/line_values.h"
 #include "services/error_log.h"
 #include "services/paths.h"
@@ -14,15 +15,6 @@ namespace rws {
 namespace {
 
 std::string Stamp(const Services& services) { return StampText(services.System.Now()); }
-
-/** The first backup of a mission keeps its plain name for good; later ones carry their time. */
-std::string BackupPath(const Services& services, const std::string& fileName) {
-  const std::string folder = BuildPath(services.AppPath, "RWS Backup");
-  if (!services.Files.FolderExists(folder)) services.Files.CreateFolder(folder);
-  const std::string plain = BuildPath(folder, fileName + ".bak");
-  if (!services.Files.FileExists(plain)) return plain;
-  return BuildPath(folder, fileName + "." + Stamp(services) + ".bak");
-}
 
 /** A copy that an earlier failure left may be the only one of its mission: it steps aside. */
 void KeepEarlierCopy(const Services& services, const std::string& temporary) {
@@ -53,6 +45,14 @@ void Restore(const Services& services, const std::string& temporary, const std::
 }
 
 }  // namespace
+
+std::string BackupPath(const Services& services, const std::string& fileName) {
+  const std::string folder = BuildPath(services.AppPath, "RWS Backup");
+  if (!services.Files.FolderExists(folder)) services.Files.CreateFolder(folder);
+  const std::string plain = BuildPath(folder, fileName + ".bak");
+  if (!services.Files.FileExists(plain)) return plain;
+  return BuildPath(folder, fileName + "." + Stamp(services) + ".bak");
+}
 
 bool WriteMissionFile(const Services& services, const Mission& mission, const LineArray& lines,
                       bool backup) {
@@ -90,7 +90,7 @@ void GetSqFile(Document& doc, const Services& services) {
       if (IsSectionHeader(line)) {
         inWing = EqualNoCase(line, "[Wing]");
       } else if (inWing && line.size() > 2) {
-        stems.Add(line.substr(0, line.size() - 2));
+        stems.Add(GroupOf(line));
       }
     }
     services.Files.ReplaceFile(BuildPath(services.AppPath, "sq.txt"), stems.FileText());

@@ -1,11 +1,15 @@
 #pragma once
 
-#include <cstddef>
+#include <string>
 
 #include "mission/document.h"
 #include "services/services.h"
 
 namespace rws {
+
+/** Path of a file's next backup in "RWS Backup", which is made when it is not there. The first one
+    keeps the plain name for good; later ones carry their time. */
+std::string BackupPath(const Services& services, const std::string& fileName);
 
 /** Puts a mission's new lines on disk. In this order: a copy in "$$$TEMP"; with backups on, the old
     file moved to "RWS Backup"; the new file written beside and given the mission's name; the copy

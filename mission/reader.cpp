@@ -5,6 +5,7 @@
 #include "mission/line_ends.h"
 #include "mission/line_values.h"
 #include "services/error_log.h"
+#include "services/faults.h"
 #include "services/list_files.h"
 #include "services/numbers.h"
 #include "services/paths.h"
@@ -24,27 +25,55 @@ void CloseOverMissingFile(Document& doc, const Services& services, const std::st
   services.Window.Close();
 }
 
-/** Tests a line of the head against every header value; a later line overwrites an earlier one. The
-    patterns are loose on purpose: "*time*" takes a "timeConstant" line as well. */
-void ReadHeaderLine(Document& doc, const Services& services, Mission& mission,
-                    std::string_view line, const std::string& lower) {
-  const auto log = [&](auto&& body) { LogAndLeave(services, "LoadMission", body); };
-  const auto whole = [&] { return CInt(Val(GetValue(line))); };
-  if (Like(lower, "*map*")) {
-    mission.MapPath = GetValue(line);
-    mission.MapName = GetMapName(doc, services, mission.MapPath);
-  }
-  if (Like(lower, "*time*")) mission.Time = GetValue(line);
-  if (Like(lower, "*cloudtype*")) mission.CloudType = GetValue(line);
-  if (Like(lower, "*cloudheight*")) mission.CloudHeight = IntegerPart(GetValue(line));
-  if (Like(lower, "*army*")) mission.Army = GetValue(line);
-  if (Like(lower, "*playernum*")) mission.PlayerNum = GetValue(line);
-  if (Like(lower, "*player *")) mission.Player = GetValue(line);
-  if (Like(lower, "*timeconstant *")) log([&] { mission.TimeConstant = whole(); });
-  if (Like(lower, "*weaponsconstant *")) log([&] { mission.WeaponsConstant = whole(); });
-  if (Like(lower, "*briefsound *")) {
-    mission.BriefSoundLine = line;
-    log([&] { mission.BriefSound = GetBriefSoundPath(doc, services, line); });
+struct HeaderLine {
+  Document& Doc;
+  const Services& With;
+  Mission& Into;
+  std::string_view Text;
+};
+
+struct HeaderKey {
+  std::string_view Pattern;
+  /** Takes the line's value as it is. */
+  std::string Mission::*Field;
+  /** Stores what is not taken as it is. */
+  void (*Store)(const HeaderLine& line) = nullptr;
+};
+
+std::int16_t WholeValue(const HeaderLine& line) { return CInt(Val(GetValue(line.Text))); }
+
+/** Every line of the head is tested against all of them; a later line overwrites an earlier one.
+    The patterns are loose on purpose: "*time*" takes a "timeConstant" line as well. */
+constexpr HeaderKey kHeaderKeys[] = {
+    {"*map*", &Mission::MapPath,
+     [](const HeaderLine& line) {
+       line.Into.MapName = GetMapName(line.Doc, line.With, line.Into.MapPath);
+     }},
+    {"*time*", &Mission::Time},
+    {"*cloudtype*", &Mission::CloudType},
+    {"*cloudheight*", nullptr,
+     [](const HeaderLine& line) { line.Into.CloudHeight = IntegerPart(GetValue(line.Text)); }},
+    {"*army*", &Mission::Army},
+    {"*playernum*", &Mission::PlayerNum},
+    {"*player *", &Mission::Player},
+    {"*timeconstant *", nullptr,
+     [](const HeaderLine& line) { line.Into.TimeConstant = WholeValue(line); }},
+    {"*weaponsconstant *", nullptr,
+     [](const HeaderLine& line) { line.Into.WeaponsConstant = WholeValue(line); }},
+    {"*briefsound *", nullptr,
+     [](const HeaderLine& line) {
+       line.Into.BriefSoundLine = line.Text;
+       line.Into.BriefSound = GetBriefSoundPath(line.Doc, line.With, line.Text);
+     }},
+};
+
+void ReadHeaderLine(const HeaderLine& line, const std::string& lower) {
+  for (const auto& key : kHeaderKeys) {
+    if (!Like(lower, key.Pattern)) continue;
+    LogAndLeave(line.With, "LoadMission", [&] {
+      if (key.Field) line.Into.*key.Field = GetValue(line.Text);
+      if (key.Store) key.Store(line);
+    });
   }
 }
 
@@ -53,9 +82,16 @@ using KeyStarts = std::array<std::array<char, 2>, 256>;
 
 constexpr KeyStarts MakeKeyStarts() {
   KeyStarts starts{};
-  for (const char* key : {"map", "tim", "clo", "arm", "pla", "wea", "bri"})
-    for (const int letter : {int{key[0]}, key[0] - 32})
-      starts[static_cast<unsigned char>(letter)] = {key[1], key[2]};
+  for (const auto& key : kHeaderKeys) {
+    const std::array<char, 2> behind{key.Pattern[2], key.Pattern[3]};
+    for (const int letter : {int{key.Pattern[1]}, key.Pattern[1] - 32}) {
+      auto& known = starts[static_cast<unsigned char>(letter)];
+      // A letter has room for one start: a key that does not fit is no constant and stops the
+      // build.
+      if (known[0] != 0 && known != behind) throw OverflowFault();
+      known = behind;
+    }
+  }
   return starts;
 }
 
@@ -80,7 +116,7 @@ void ReadHeader(Document& doc, const Services& services, Mission& mission) {
     mission.HasBornPlace = false;
     if (!MayHoldHeaderKey(line)) continue;
     services.Page.LCaseInto(lower, line);
-    ReadHeaderLine(doc, services, mission, line, lower);
+    ReadHeaderLine({doc, services, mission, line}, lower);
   }
 }
 

@@ -1,9 +1,9 @@
-#include <algorithm>
 #include <cmath>
 #include <utility>
 
 #include "mission/line_values.h"
 #include "mission/reader.h"
+#include "mission/route_line.h"
 #include "services/arrays.h"
 #include "services/error_log.h"
 #include "services/numbers.h"
@@ -89,18 +89,16 @@ std::string WholeNumberWord(std::string_view word) {
   return FormatNumber(IntegerPart(word), "####0");
 }
 
-void ReadWaypointLine(Waypoint& waypoint, std::string_view line,
-                      std::vector<std::string_view>& words) {
-  const auto trimmed = Trim(line);
-  SplitInto(words, trimmed, ' ');
-  const auto ending = trimmed.substr(trimmed.size() - std::min<std::size_t>(2, trimmed.size()));
-  waypoint.Marker = Contains(ending, "&") ? ending : "&0";
-  const auto speed = At(words, 4);
-  waypoint.Alt = WholeNumberWord(words[3]);
+void ReadWaypointLine(Waypoint& waypoint, std::string_view line, RouteLine& words) {
+  words.Read(line);
+  waypoint.Marker = words.Marker().empty() ? "&0" : words.Marker();
+  // The last word that is needed comes first: a shorter line fills nothing but the marker.
+  const auto speed = words.Word(RouteLine::kSpeed);
+  waypoint.Alt = WholeNumberWord(words.Word(RouteLine::kAlt));
   waypoint.Speed = WholeNumberWord(speed);
-  waypoint.X = CDbl(IntegerPart(words[1]));
-  waypoint.Y = CDbl(IntegerPart(words[2]));
-  waypoint.Type = words[0];
+  waypoint.X = words.X();
+  waypoint.Y = words.Y();
+  waypoint.Type = words.Word(RouteLine::kType);
   waypoint.Line = line;
   waypoint.Dist = 0;
 }
@@ -165,7 +163,7 @@ void LoadWayPoint(Document& doc, const Services& services, std::size_t mission, 
   ReadSection(services, "LoadWayPoint", budget, [&] {
     const LineArray& lines = doc.Missions[mission].Lines;
     Flight& record = At(doc.Missions[mission].Flights, static_cast<std::ptrdiff_t>(flight));
-    std::vector<std::string_view> words;
+    RouteLine words;
     std::size_t count = 0;
     // A route that breaks off is written as far as it was read, not up to the end of one before it.
     record.LastWaypoint.clear();

@@ -2,6 +2,8 @@
 #include <string>
 #include <vector>
 
+#include "mission/flight_values.h"
+#include "mission/route_line.h"
 #include "mission/writer.h"
 #include "services/arrays.h"
 #include "services/error_log.h"
@@ -26,16 +28,9 @@ bool CountsAsZero(std::string_view word) {
   return !beginsAboveZero && Val(word) == 0;
 }
 
-/** Number of plane slots that a flight writes; a count above four stops at the last slot. */
-std::size_t SlotCount(const Flight& flight) {
-  const double planes = Val(flight.Planes);
-  return static_cast<std::size_t>(
-      std::clamp(planes, 0.0, static_cast<double>(flight.PlaneSlots.size())));
-}
-
 void AddSlotLines(LineArray& output, const Flight& flight, std::string_view key,
                   std::string PlaneSlot::*field) {
-  for (std::size_t slot = 0; slot < SlotCount(flight); ++slot) {
+  for (std::size_t slot = 0; slot < PlaneCount(flight); ++slot) {
     const std::string& value = flight.PlaneSlots[slot].*field;
     if (value.empty()) continue;
     AddKey(output, std::string(key).append(std::to_string(slot)), value);
@@ -48,32 +43,29 @@ std::ptrdiff_t LastWaypointOf(const Flight& flight) {
   return flight.LastWaypoint.empty() ? bound : CLng(flight.LastWaypoint);
 }
 
-void RewriteWords(std::string& text, const Waypoint& waypoint, std::string_view line) {
-  std::size_t index = 0;
-  for (std::size_t start = 0; start <= line.size(); ++index) {
-    const std::size_t end = std::min(line.find(' ', start), line.size());
-    std::string word(line.substr(start, end - start));
-    if (index == 0) word = waypoint.Type;
-    if (index == 3) word = FormatNumber(waypoint.Alt, "##0.0");
-    if (index == 4) word = FormatNumber(waypoint.Speed, "##0.0");
-    // The sixth word is a marker or the name of a target. Those behind it are not spared, so a
+void AddWords(std::string& text, const Waypoint& waypoint, const RouteLine& words) {
+  std::string number;
+  for (std::size_t place = 0; place < words.size(); ++place) {
+    std::string_view word = words.Word(place);
+    if (place == RouteLine::kType) word = waypoint.Type;
+    if (place == RouteLine::kAlt) word = number = FormatNumber(waypoint.Alt, "##0.0");
+    if (place == RouteLine::kSpeed) word = number = FormatNumber(waypoint.Speed, "##0.0");
+    // A target's name, or a marker in its place, is spared. What stands behind it is not, so a
     // marker "&0" at the eighth place becomes "0" here.
-    if (index != 0 && index != 5 && CountsAsZero(word)) word = "0";
-    text.append(word).append(" ");
-    start = end + 1;
+    const bool spared = place == RouteLine::kType || place == RouteLine::kTarget;
+    text.append(!spared && CountsAsZero(word) ? "0" : word).append(" ");
   }
 }
 
-std::string WaypointText(const Waypoint& waypoint) {
-  const auto line = Trim(waypoint.Line);
-  const auto oldMarker = line.substr(line.size() - std::min<std::size_t>(2, line.size()));
+std::string WaypointText(const Waypoint& waypoint, RouteLine& words) {
+  words.Read(waypoint.Line);
   std::string text;
-  text.reserve(line.size() + 16);
-  RewriteWords(text, waypoint, line);
-  if (!Contains(oldMarker, "&"))
+  text.reserve(waypoint.Line.size() + 16);
+  AddWords(text, waypoint, words);
+  if (words.Marker().empty())
     text.append(waypoint.Marker);
-  else if (oldMarker != waypoint.Marker)
-    text = Replace(text, oldMarker, waypoint.Marker);
+  else if (words.Marker() != waypoint.Marker)
+    text = Replace(text, words.Marker(), waypoint.Marker);
   std::replace(text.begin(), text.end(), ',', '.');
   return text;
 }
@@ -105,9 +97,10 @@ void WaypointArray(const Services& services, LineArray& output, const Flight& fl
   LogAndLeave(services, "WaypointArray", [&] {
     output.Add("[" + flight.Name + "_Way]");
     const std::ptrdiff_t last = LastWaypointOf(flight);
+    RouteLine words;
     for (std::ptrdiff_t i = 0; i <= last; ++i) {
       const Waypoint& waypoint = At(flight.Waypoints, i);
-      if (!waypoint.Line.empty()) output.Add(kIndent, Trim(WaypointText(waypoint)));
+      if (!waypoint.Line.empty()) output.Add(kIndent, Trim(WaypointText(waypoint, words)));
     }
   });
 }

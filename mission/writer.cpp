@@ -21,54 +21,9 @@ constexpr std::string_view kIndent = "  ";
 
 std::string_view IndentOf(std::string_view line) { return IsSectionHeader(line) ? "" : kIndent; }
 
-std::ptrdiff_t Signed(std::size_t index) { return static_cast<std::ptrdiff_t>(index); }
-
 bool EndsHead(std::string_view line, const std::string& lower) {
   return Like(lower, "*?wing?*") || Contains(line, "Chiefs") || Contains(line, "NStationary");
 }
-
-/** One run of `BuildMissionFile`. */
-class Builder {
- public:
-  Builder(const Services& services, LineArray& output, Mission& mission, const ShownValues& shown)
-      : services_(services), output_(output), mission_(mission), shown_(shown) {}
-
-  bool Build() {
-    const auto& text = mission_.Lines.FileText();
-    output_.Reserve(text.size() + text.size() / 8, mission_.Lines.size() + 64);
-    WalkHead();
-    if (!FindTail()) return false;
-    if (regenerate_) Regenerate();
-    WalkTail();
-    return true;
-  }
-
- private:
-  void WalkHead();
-  void HeadLine(std::string line, const std::string& lower);
-  void ReplaceValues(std::string& line, const std::string& lower);
-  void ReplaceOrComplete(std::string& line, const std::string& value, std::string& field,
-                         const std::string& shown);
-  void AddConstants();
-  void DropOrKeepConstants(std::string& line, const std::string& lower);
-  void ReplacePlayer(std::string& line, const std::string& lower);
-  void PlaceBriefSound();
-  void AddMissingPlayer();
-  bool FindTail();
-  void Regenerate();
-  void WalkTail();
-  std::size_t SkipOldBornPlaces(std::size_t line) const;
-
-  const Services& services_;
-  LineArray& output_;
-  Mission& mission_;
-  const ShownValues& shown_;
-
-  std::size_t lineIndex_ = 0, tailStart_ = 0;
-  bool headEnded_ = false, lineHandled_ = false, regenerate_ = true;
-  bool timeConstantDone_ = false, weaponsConstantDone_ = false;
-  bool playerDone_ = false, playerNumDone_ = false;
-};
 
 /** The second word of a line; nothing when it has but one. */
 std::optional<std::string> SecondWord(std::string_view line) {
@@ -77,96 +32,128 @@ std::optional<std::string> SecondWord(std::string_view line) {
   return std::string(words[1]);
 }
 
-void CompleteLine(std::string& line, const std::string& value) {
-  line = std::string(Trim(line)) + " " + value;
-}
-
-void Builder::WalkHead() {
-  std::string lower;
-  while (lineIndex_ + 1 < mission_.Lines.size() && !headEnded_) {
-    const std::string line(mission_.Lines[lineIndex_]);
-    services_.Page.LCaseInto(lower, line);
-    lineHandled_ = false;
-    headEnded_ = EndsHead(line, lower);
-    HeadLine(line, lower);
-    ++lineIndex_;
-  }
-}
-
-void Builder::HeadLine(std::string line, const std::string& lower) {
-  ReplaceValues(line, lower);
-  DropOrKeepConstants(line, lower);
-  ReplacePlayer(line, lower);
-  if (headEnded_) return AddMissingPlayer();
-  if (line.empty()) return;
-  output_.Add(IndentOf(line), Trim(line));
-  if (IsSectionHeader(line) && EqualNoCase(Trim(line), "[MAIN]")) PlaceBriefSound();
-}
-
 /** Replaces the second word of a cloud or time line wherever it stands in the line. A line without
     one is completed with what the window shows, and the mission takes that value. */
-void Builder::ReplaceOrComplete(std::string& line, const std::string& value, std::string& field,
-                                const std::string& shown) {
-  lineHandled_ = true;
+void ReplaceOrComplete(std::string& line, const std::string& value, std::string& field,
+                       const std::string& shown) {
   if (const auto old = SecondWord(line)) {
     line = Replace(line, *old, value);
   } else {
     field = shown;
-    CompleteLine(line, field);
+    line = std::string(Trim(line)) + " " + shown;
   }
 }
 
-void Builder::ReplaceValues(std::string& line, const std::string& lower) {
-  if (Like(lower, "*cloudt*"))
+/** A key that is written while its field is 1. */
+struct ConstantKey {
+  const char *Pattern, *Text;
+  const std::int16_t& Field;
+  bool Done = false;
+
+  void Add(LineArray& output) {
+    if (Done || Field != 1) return;
+    output.Add(kIndent, Text);
+    Done = true;
+  }
+
+  void DropOrKeep(std::string& line, const std::string& lower) {
+    if (!Like(lower, Pattern)) return;
+    if (Field == 1)
+      Done = true;
+    else
+      line.clear();
+  }
+};
+
+/** A key that is written while its field has a value. */
+struct PlayerKey {
+  const char *Pattern, *Text;
+  const std::string& Field;
+  bool Done = false;
+
+  void Rewrite(std::string& line, const std::string& lower) {
+    if (!Like(lower, Pattern)) return;
+    line = Field.empty() ? "" : std::string(kIndent).append(Text).append(Field);
+    Done = Done || !Field.empty();
+  }
+
+  void AddMissing(LineArray& output) const {
+    if (!Field.empty() && !Done) output.Add(kIndent, Text + Field);
+  }
+};
+
+/** Writes what stands ahead of the flights, line by line. */
+class Head {
+ public:
+  Head(const Services& services, LineArray& output, Mission& mission, const ShownValues& shown)
+      : services_(services), output_(output), mission_(mission), shown_(shown) {}
+
+  /** Gives the index of the line behind the one that ended the head. */
+  std::size_t Write();
+
+ private:
+  bool ReplaceClouds(std::string& line, const std::string& lower);
+  void ReplaceTime(std::string& line, const std::string& lower);
+  void Edit(std::string& line, const std::string& lower);
+  void PlaceBriefSound(std::size_t next);
+
+  const Services& services_;
+  LineArray& output_;
+  Mission& mission_;
+  const ShownValues& shown_;
+  ConstantKey constants_[2] = {
+      {"*timeconstant *", "TIMECONSTANT 1", mission_.TimeConstant},
+      {"*weaponsconstant *", "WEAPONSCONSTANT 1", mission_.WeaponsConstant}};
+  PlayerKey player_[2] = {{"*player *", "player ", mission_.Player},
+                          {"*playernu*", "playerNum ", mission_.PlayerNum}};
+};
+
+std::size_t Head::Write() {
+  std::string line, lower;
+  std::size_t i = 0;
+  for (bool ended = false; i + 1 < mission_.Lines.size() && !ended; ++i) {
+    line = mission_.Lines[i];
+    services_.Page.LCaseInto(lower, line);
+    ended = EndsHead(line, lower);
+    // The line that ends the head may bring in a constant, but is not written.
+    Edit(line, lower);
+    if (ended)
+      for (const auto& key : player_) key.AddMissing(output_);
+    if (ended || line.empty()) continue;
+    output_.Add(IndentOf(line), Trim(line));
+    if (IsSectionHeader(line) && EqualNoCase(Trim(line), "[MAIN]")) PlaceBriefSound(i + 1);
+  }
+  return i;
+}
+
+void Head::Edit(std::string& line, const std::string& lower) {
+  // Only a cloud line brings the constants in, ahead of itself.
+  if (ReplaceClouds(line, lower))
+    for (auto& key : constants_) key.Add(output_);
+  ReplaceTime(line, lower);
+  for (auto& key : constants_) key.DropOrKeep(line, lower);
+  for (auto& key : player_) key.Rewrite(line, lower);
+}
+
+bool Head::ReplaceClouds(std::string& line, const std::string& lower) {
+  const bool type = Like(lower, "*cloudt*"), height = Like(lower, "*cloudh*");
+  if (type)
     ReplaceOrComplete(line, mission_.CloudType, mission_.CloudType,
                       std::to_string(shown_.WeatherRow));
-  if (Like(lower, "*cloudh*")) {
+  if (height) {
     ReplaceOrComplete(line, FormatNumber(mission_.CloudHeight, "###.0"), mission_.CloudHeight,
                       shown_.CloudHeight);
     std::replace(line.begin(), line.end(), ',', '.');
   }
-  // Ahead of the time line's test on purpose: only a cloud line brings the constants in.
-  if (lineHandled_) AddConstants();
+  return type || height;
+}
+
+void Head::ReplaceTime(std::string& line, const std::string& lower) {
   if (Like(lower, "*time #*") || Trim(lower) == "time")
     ReplaceOrComplete(line, mission_.Time, mission_.Time, ClockToHours(shown_.Clock));
 }
 
-void Builder::AddConstants() {
-  if (!timeConstantDone_ && mission_.TimeConstant == 1) {
-    output_.Add(kIndent, "TIMECONSTANT 1");
-    timeConstantDone_ = true;
-  }
-  if (!weaponsConstantDone_ && mission_.WeaponsConstant == 1) {
-    output_.Add(kIndent, "WEAPONSCONSTANT 1");
-    weaponsConstantDone_ = true;
-  }
-}
-
-void Builder::DropOrKeepConstants(std::string& line, const std::string& lower) {
-  const auto decide = [&](const char* pattern, std::int16_t constant, bool& done) {
-    if (!Like(lower, pattern)) return;
-    if (constant == 1)
-      done = true;
-    else
-      line.clear();
-  };
-  decide("*timeconstant *", mission_.TimeConstant, timeConstantDone_);
-  decide("*weaponsconstant *", mission_.WeaponsConstant, weaponsConstantDone_);
-}
-
-void Builder::ReplacePlayer(std::string& line, const std::string& lower) {
-  const auto rewrite = [&](const char* pattern, std::string_view key, const std::string& value,
-                           bool& done) {
-    if (!Like(lower, pattern)) return;
-    line = value.empty() ? "" : std::string(kIndent).append(key).append(value);
-    done = done || !value.empty();
-  };
-  rewrite("*player *", "player ", mission_.Player, playerDone_);
-  rewrite("*playernu*", "playerNum ", mission_.PlayerNum, playerNumDone_);
-}
-
-void Builder::PlaceBriefSound() {
-  const std::size_t next = lineIndex_ + 1;
+void Head::PlaceBriefSound(std::size_t next) {
   if (mission_.BriefSoundLine.empty()) return;
   if (ContainsNoCase(mission_.Lines[next], "briefsound"))
     mission_.Lines.Set(next, mission_.BriefSoundLine);
@@ -174,36 +161,32 @@ void Builder::PlaceBriefSound() {
     output_.Add(mission_.BriefSoundLine);
 }
 
-void Builder::AddMissingPlayer() {
-  if (!mission_.Player.empty() && !playerDone_) output_.Add(kIndent, "player " + mission_.Player);
-  if (!mission_.PlayerNum.empty() && !playerNumDone_)
-    output_.Add(kIndent, "playerNum " + mission_.PlayerNum);
-}
+struct Tail {
+  std::size_t Start = 0;
+  bool HasFlights = true;
+};
 
-/** Finds the line behind the last route header. Without one the tail begins at the first line, and
-   a mission with neither routes nor home bases gets its head twice; both are as required. */
-bool Builder::FindTail() {
-  const LineArray& lines = mission_.Lines;
+/** Finds the line behind the last route header, looking from line `from` on. Without one the tail
+    begins at the first line, and a mission with neither routes nor home bases gets its head twice;
+    one with home bases has no flights and needs [Chiefs] or [NStationary]. All as required. */
+std::optional<Tail> FindTail(const Mission& mission, std::size_t from) {
+  const LineArray& lines = mission.Lines;
   const std::string& text = lines.FileText();
-  std::size_t hit = lineIndex_ < lines.size() ? lines.Start(lineIndex_) : text.size();
-  for (; (hit = text.find("_Way", hit)) != text.npos; ++hit) tailStart_ = lines.LineAt(hit) + 1;
-  if (tailStart_ != 0 || !mission_.HasBornPlace) return true;
-  for (std::size_t i = 0; i < lines.size(); ++i) {
-    if (!Contains(lines[i], "Chiefs") && !Contains(lines[i], "NStationary")) continue;
-    tailStart_ = i;
-    regenerate_ = false;
-    return true;
-  }
-  return false;
+  Tail tail;
+  std::size_t hit = from < lines.size() ? lines.Start(from) : text.size();
+  for (; (hit = text.find("_Way", hit)) != text.npos; ++hit) tail.Start = lines.LineAt(hit) + 1;
+  if (tail.Start != 0 || !mission.HasBornPlace) return tail;
+  for (std::size_t i = 0; i < lines.size(); ++i)
+    if (Contains(lines[i], "Chiefs") || Contains(lines[i], "NStationary")) return Tail{i, false};
+  return {};
 }
 
-void Builder::Regenerate() {
-  const auto& flights = mission_.Flights;
+void WriteFlights(const Services& services, LineArray& output, const std::vector<Flight>& flights) {
   std::unordered_map<std::string_view, std::vector<std::size_t>> byName;
-  output_.Add("[Wing]");
+  output.Add("[Wing]");
   for (std::size_t i = 0; i < flights.size(); ++i) {
     byName[flights[i].Name].push_back(i);
-    output_.Add(kIndent, Trim(flights[i].Name));
+    output.Add(kIndent, Trim(flights[i].Name));
   }
   for (const auto& flight : flights) {
     if (flight.Status == "*") continue;
@@ -212,14 +195,15 @@ void Builder::Regenerate() {
     if (same == byName.end()) continue;
     for (const std::size_t i : same->second) {
       // Thousands of flights of one name would be millions of sections.
-      if (output_.FileText().size() > LineArray::kLargest / 2) throw OverflowFault();
-      FlightArray(services_, output_, flights[i]);
-      WaypointArray(services_, output_, flights[i]);
+      if (output.FileText().size() > LineArray::kLargest / 2) throw OverflowFault();
+      FlightArray(services, output, flights[i]);
+      WaypointArray(services, output, flights[i]);
     }
   }
 }
 
-std::size_t Builder::SkipOldBornPlaces(std::size_t line) const {
+/** The line behind the home bases whose header is line `line`. */
+std::size_t SkipOldBornPlaces(const LineArray& lines, std::size_t line) {
   const auto isOld = [&](std::string_view text) {
     return text.starts_with("  ") || text.starts_with("[Born");
   };
@@ -227,7 +211,7 @@ std::size_t Builder::SkipOldBornPlaces(std::size_t line) const {
   // then not written.
   do {
     ++line;
-  } while (isOld(At(mission_.Lines, Signed(line))));
+  } while (isOld(At(lines, static_cast<std::ptrdiff_t>(line))));
   return line;
 }
 
@@ -237,26 +221,27 @@ bool IsInWrittenForm(std::string_view line) {
   return line[0] == '[' || (line.size() > 2 && line.starts_with(kIndent) && line[2] != ' ');
 }
 
-void Builder::WalkTail() {
-  const LineArray& lines = mission_.Lines;
-  std::size_t i = tailStart_;
+void WriteTail(const Services& services, LineArray& output, const Mission& mission,
+               std::size_t start) {
+  const LineArray& lines = mission.Lines;
+  std::size_t i = start;
   while (i < lines.size() && !IsSectionHeader(lines[i])) ++i;
   // Nearly every line comes back as it was; runs of them are copied in one go.
   std::size_t kept = i;
   for (; i < lines.size(); ++i) {
     const bool isBornPlace = IsSectionHeader(lines[i]) && EqualNoCase(lines[i], "[bornplace]");
     if (!isBornPlace && IsInWrittenForm(lines[i])) continue;
-    output_.AddRange(lines, kept, i);
+    output.AddRange(lines, kept, i);
     const std::string_view indent = IndentOf(lines[i]);
     if (isBornPlace) {
-      NewBornPlace(services_, output_, mission_);
+      NewBornPlace(services, output, mission);
       // The line that ends the old text keeps the indent of the header before it: none.
-      i = SkipOldBornPlaces(i);
+      i = SkipOldBornPlaces(lines, i);
     }
-    output_.Add(indent, Trim(lines[i]));
+    output.Add(indent, Trim(lines[i]));
     kept = i + 1;
   }
-  output_.AddRange(lines, kept, i);
+  output.AddRange(lines, kept, i);
 }
 
 }  // namespace
@@ -264,12 +249,19 @@ void Builder::WalkTail() {
 bool BuildMissionFile(Document& doc, const Services& services, LineArray& output,
                       std::size_t mission, const ShownValues& shown) {
   bool complete = false;
-  const bool built = LogAndLeave(services, "BuildMissionFile", [&] {
-    Mission& record = At(doc.Missions, Signed(mission));
+  LogAndLeave(services, "BuildMissionFile", [&] {
+    Mission& record = At(doc.Missions, static_cast<std::ptrdiff_t>(mission));
     if (!record.Loaded) return;
-    complete = Builder(services, output, record, shown).Build();
+    const std::size_t size = record.Lines.FileText().size();
+    output.Reserve(size + size / 8, record.Lines.size() + 64);
+    const std::size_t behindHead = Head(services, output, record, shown).Write();
+    const auto tail = FindTail(record, behindHead);
+    if (!tail) return;
+    if (tail->HasFlights) WriteFlights(services, output, record.Flights);
+    WriteTail(services, output, record, tail->Start);
+    complete = true;
   });
-  return built && complete;
+  return complete;
 }
 
 }  // namespace rws

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "services/arrays.h"
 #include "services/code_page.h"
 #include "services/faults.h"
 #include "services/os_files.h"
@@ -33,17 +34,8 @@ std::optional<std::string> FindEntry(const std::string& folder, std::string_view
 /** Sorts names without regard to case, ties by bytes; the folded forms are made once. */
 template <class Item, class NameOf>
 void SortByName(std::vector<Item>& items, NameOf nameOf) {
-  std::vector<std::pair<std::string, Item>> keyed;
-  keyed.reserve(items.size());
-  for (auto& item : items) {
-    std::string folded = FoldName(nameOf(item));
-    keyed.emplace_back(std::move(folded), std::move(item));
-  }
-  std::sort(keyed.begin(), keyed.end(), [&](const auto& a, const auto& b) {
-    const int order = a.first.compare(b.first);
-    return order != 0 ? order < 0 : nameOf(a.second) < nameOf(b.second);
-  });
-  for (std::size_t i = 0; i < items.size(); ++i) items[i] = std::move(keyed[i].second);
+  SortByKey(
+      items, [&](const Item& item) { return FoldName(nameOf(item)); }, nameOf);
 }
 
 /** Removes a half-written file when its writer fails. */

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "services/clock.h"
+#include "mission/mission_file.h"
 #include "services/code_page.h"
 #include "services/faults.h"
 #include "services/paths.h"
@@ -24,14 +24,6 @@ std::string_view TakeLine(std::string_view& rest) {
   const auto ends = rest.substr(end);
   rest.remove_prefix(end + std::min<std::size_t>(ends.size(), ends.starts_with(kBreak) ? 2 : 1));
   return line;
-}
-
-std::string BackupPath(const Services& services, const std::string& fileName) {
-  const std::string folder = BuildPath(services.AppPath, "RWS Backup");
-  if (!services.Files.FolderExists(folder)) services.Files.CreateFolder(folder);
-  const std::string plain = BuildPath(folder, fileName + ".bak");
-  if (!services.Files.FileExists(plain)) return plain;
-  return BuildPath(folder, fileName + "." + StampText(services.System.Now()) + ".bak");
 }
 
 }  // namespace

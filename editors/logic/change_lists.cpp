@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "catalogues/aircraft.h"
+#include "catalogues/army_text.h"
+#include "mission/flight_values.h"
 #include "services/faults.h"
 #include "services/text.h"
 
@@ -51,16 +53,10 @@ const Country* CountryOf(const Catalogues& catalogues, const CodePage& page,
   return row ? row : CountryByName(catalogues, page, node.Country);
 }
 
-std::optional<std::int32_t> ColorOf(std::string_view word) {
-  if (word == "red") return 0x0000FF;
-  if (word == "blue") return 0xFF0000;
-  return {};
-}
-
 NodePlace FindRegiment(const GroupTree& tree, std::string_view flightName) {
   flightName = Trim(flightName);
   if (flightName.size() < 2) return {};
-  const auto code = flightName.substr(0, flightName.size() - 2);
+  const auto code = GroupOf(flightName);
   for (std::size_t g = 0; g < tree.Groups.size(); ++g) {
     const auto& regiments = tree.Groups[g].Regiments;
     const auto found = std::find_if(regiments.begin(), regiments.end(), [&](const auto& regiment) {
@@ -137,7 +133,7 @@ GroupTree MakeGroupTree(const Catalogues& catalogues, const CodePage& page, Chan
     auto& node = tree.Groups.emplace_back();
     node.Text = squadron.Name;
     node.Country = squadron.Country;
-    node.Color = ColorOf(squadron.Color);
+    if (squadron.Color == "red" || squadron.Color == "blue") node.Color = ArmyColor(squadron.Color);
     if (mode == ChangeMode::Static) continue;
     node.Regiments.reserve(squadron.Regiments.size());
     for (const auto& regiment : squadron.Regiments)

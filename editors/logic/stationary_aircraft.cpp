@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "catalogues/aircraft.h"
+#include "services/arrays.h"
 #include "services/faults.h"
 #include "services/text.h"
 
@@ -126,34 +127,17 @@ std::vector<StaticRow> MakeStaticRows(const std::vector<StaticPlane>& planes,
   return rows;
 }
 
-std::optional<std::int32_t> StaticRowColor(std::string_view colorWord) {
-  if (colorWord == "red") return 0x0000FF;
-  if (colorWord == "blue") return 0xFF0000;
-  if (colorWord == "white") return 0x000000;
-  if (colorWord == kUnsupported) return 0x808080;
-  return {};
-}
-
 void SortStaticRows(std::vector<StaticRow>& rows, const CodePage& page, bool descending) {
-  std::vector<std::pair<std::string, StaticRow>> keyed;
-  keyed.reserve(rows.size());
-  for (auto& row : rows) {
-    std::string key = page.LCase(row.SortKey);
-    keyed.emplace_back(std::move(key), std::move(row));
-  }
-  std::sort(keyed.begin(), keyed.end(), [&](const auto& a, const auto& b) {
-    const int order = a.first.compare(b.first);
-    if (order == 0) return a.second.Plane < b.second.Plane;
-    return descending ? order > 0 : order < 0;
-  });
-  for (std::size_t i = 0; i < rows.size(); ++i) rows[i] = std::move(keyed[i].second);
+  SortByKey(
+      rows, [&](const StaticRow& row) { return page.LCase(row.SortKey); }, &StaticRow::Plane,
+      descending);
 }
 
 bool ChangeStaticPlanes(std::vector<StaticPlane>& planes, const std::vector<std::size_t>& chosen,
                         const Catalogues& catalogues, std::string_view name,
                         std::string_view code) {
   if (Trim(name).empty() || name == "Cancel") return false;
-  const std::string planeClass = GetIntPlaneName(catalogues, name.substr(0, name.find("     ")));
+  const std::string planeClass = GetIntPlaneName(catalogues, NameInRow(name));
   for (const std::size_t index : chosen) {
     StaticPlane& plane = At(planes, static_cast<std::ptrdiff_t>(index));
     // Its line has no place for a class.

@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,9 +39,6 @@ struct StaticRow {
 /** The rows in the order of the aircraft. */
 std::vector<StaticRow> MakeStaticRows(const std::vector<StaticPlane>& planes,
                                       const Catalogues& catalogues, const Services& services);
-
-/** Text colour of a row, blue-green-red; nothing for a word that is no army. */
-std::optional<std::int32_t> StaticRowColor(std::string_view colorWord);
 
 /** Sorts by the hidden key without regard to letter case; equal rows stay in the order of the
     aircraft in both directions. */

@@ -1,9 +1,9 @@
 #include "editors/logic/waypoint_table.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "catalogues/aircraft.h"
+#include "mission/flight_values.h"
 #include "services/faults.h"
 #include "services/numbers.h"
 #include "services/text.h"
@@ -86,9 +86,8 @@ WaypointRow OneWaypointRow(const Document& doc, int row, bool metric) {
 std::string RouteCaption(const Document& doc, const Catalogues& catalogues,
                          const Services& services) {
   const Flight& flight = FlightOf(doc.Missions, doc);
-  std::string name = Replace(flight.Name, "_", " ");
-  name.resize(name.size() - std::min<std::size_t>(2, name.size()));
-  return GetPlaneName(catalogues, services, flight.Class) + " - " + name;
+  const auto group = flight.Name.size() < 2 ? "" : GroupOf(flight.Name);
+  return GetPlaneName(catalogues, services, flight.Class) + " - " + Replace(group, "_", " ");
 }
 
 std::optional<std::string> TypedValue(std::string_view text, int column, bool metric) {

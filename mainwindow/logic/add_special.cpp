@@ -4,6 +4,7 @@
 
 #include "mainwindow/logic/flight_names.h"
 #include "mission/line_values.h"
+#include "mission/route_line.h"
 #include "services/error_log.h"
 #include "services/text.h"
 
@@ -15,13 +16,14 @@ namespace {
     would stand; the marker is kept apart, since behind it the writer would make the name a "0". */
 Waypoint AttachedTo(const Flight& carrier) {
   const Waypoint& first = At(carrier.Waypoints, 0);
-  const auto words = SplitAt(Trim(first.Line), ' ');
+  const RouteLine words(first.Line);
   Waypoint attached = first;
-  attached.Speed = IntegerPart(At(words, 4));
-  attached.Alt = IntegerPart(words[3]);
-  attached.Type = words[0];
+  attached.Speed = IntegerPart(words.Word(RouteLine::kSpeed));
+  attached.Alt = IntegerPart(words.Word(RouteLine::kAlt));
+  attached.Type = words.Word(RouteLine::kType);
   attached.Line.clear();
-  for (std::size_t i = 0; i < 5; ++i) attached.Line.append(words[i]).append(" ");
+  for (std::size_t place = 0; place < RouteLine::kTarget; ++place)
+    attached.Line.append(words.Word(place)).append(" ");
   attached.Line += carrier.Name + " 0";
   if (attached.Marker.empty()) attached.Marker = "&0";
   return attached;

@@ -1,5 +1,6 @@
 #include "mainwindow/logic/change_aircraft.h"
 
+#include "catalogues/aircraft.h"
 #include "catalogues/squadrons.h"
 #include "catalogues/weapons.h"
 #include "mainwindow/logic/add_special.h"
@@ -11,12 +12,6 @@
 namespace rws {
 
 namespace {
-
-/** The aircraft of a row's text, which fills up with blanks towards its second part. */
-std::string_view NameOf(std::string_view rowText) {
-  rowText = Trim(rowText);
-  return Trim(rowText.substr(0, rowText.find("     ")));
-}
 
 void DropPlayer(Mission& mission) {
   mission.Player.clear();
@@ -46,7 +41,7 @@ AircraftChange ChangeAirCraft(Document& doc, const Catalogues& tables, const Ser
                               std::string_view weaponText) {
   AircraftChange change;
   LogAndLeave(services, "ChangeAirCraft", [&] {
-    const auto chosen = NameOf(choice.AircraftText);
+    const auto chosen = Trim(NameInRow(Trim(choice.AircraftText)));
     if (chosen.empty() || chosen == "Cancel") return;
     Mission& mission = At(doc.Missions, doc.CurMission);
     CheckFlights(mission, flights);

@@ -7,6 +7,7 @@
 
 #include "mainwindow/logic/add_special.h"
 #include "mainwindow/logic/flight_names.h"
+#include "mission/route_line.h"
 #include "services/error_log.h"
 #include "services/numbers.h"
 #include "services/text.h"
@@ -31,22 +32,21 @@ void AddTo(std::string& text, std::int16_t offset) {
 
 void MoveWaypoint(Waypoint& waypoint, const WaypointOffsets& offsets) {
   const std::string line = waypoint.Line;
-  const auto words = SplitAt(Trim(line), ' ');
-  if (words.size() < 3) return;
-  const auto x = Plus(words[1], offsets.Distance), y = Plus(words[2], offsets.Distance);
+  const RouteLine words(line);
+  if (words.size() <= RouteLine::kY) return;
+  const auto oldX = words.Word(RouteLine::kX), oldY = words.Word(RouteLine::kY);
+  const auto x = Plus(oldX, offsets.Distance), y = Plus(oldY, offsets.Distance);
   if (!x || !y) return;
   // Every occurrence, also within other words: the writer takes altitude and speed from the record.
-  waypoint.Line = Replace(Replace(line, words[1], *x), words[2], *y);
+  waypoint.Line = Replace(Replace(line, oldX, *x), oldY, *y);
   AddTo(waypoint.Alt, offsets.Alt);
 }
 
-/** Unlinks a ground attack from its target, the sixth of exactly six words. */
+/** Unlinks a ground attack from its target, when that is the last word. */
 void DropTarget(std::string& line) {
-  const auto trimmed = Trim(line);
-  if (std::count(trimmed.begin(), trimmed.end(), ' ') != 5) return;
-  const auto end = static_cast<std::size_t>(trimmed.data() - line.data()) + trimmed.size();
-  line.resize(end);
-  line.resize(line.rfind(' ') + 1);
+  const RouteLine words(line);
+  if (words.size() != RouteLine::kTarget + 1) return;
+  line.resize(static_cast<std::size_t>(words.Word(RouteLine::kTarget).data() - line.data()));
 }
 
 void AddCopies(Document& doc, const Catalogues& tables, const Services& services, Flight& copy,

@@ -1,24 +1,14 @@
 #include "mainwindow/logic/flight_commands.h"
 
-#include <algorithm>
-
+#include "mission/flight_values.h"
 #include "mission/writer.h"
 #include "services/error_log.h"
-#include "services/numbers.h"
 
 namespace rws {
 
 namespace {
 
 constexpr const char kMarked[] = "delete";
-
-/** Runs `edit` for each plane that a flight has, by number; slots above are not touched. */
-template <class Edit>
-void ForPlanes(const Flight& flight, Edit edit) {
-  const double slots = static_cast<double>(flight.PlaneSlots.size());
-  const auto planes = static_cast<std::size_t>(std::clamp(Val(flight.Planes), 0.0, slots));
-  for (std::size_t plane = 0; plane < planes; ++plane) edit(plane);
-}
 
 }  // namespace
 
@@ -52,10 +42,10 @@ bool SetMarkings(Document& doc, const Services& services, const std::vector<std:
     CheckFlights(mission, flights);
     const std::string value = on ? "" : "0";
     for (const std::size_t flight : flights)
-      ForPlanes(mission.Flights[flight], [&](std::size_t plane) {
+      for (std::size_t plane = 0; plane < PlaneCount(mission.Flights[flight]); ++plane) {
         mission.Flights[flight].PlaneSlots[plane].NumberOn = value;
         if (flight < shadow.size()) shadow[flight].PlaneSlots[plane].NumberOn = value;
-      });
+      }
   });
 }
 
@@ -65,11 +55,11 @@ bool SetFlightSkin(Document& doc, const Services& services, const std::vector<st
     Mission& mission = At(doc.Missions, doc.CurMission);
     CheckFlights(mission, flights);
     for (const std::size_t flight : flights)
-      ForPlanes(mission.Flights[flight], [&](std::size_t plane) {
+      for (std::size_t plane = 0; plane < PlaneCount(mission.Flights[flight]); ++plane) {
         PlaneSlot& slot = mission.Flights[flight].PlaneSlots[plane];
         slot.NumberOn = "0";
         slot.Skin = fileName == "default" ? "" : fileName;
-      });
+      }
   });
 }
 

@@ -4,7 +4,10 @@
 #include <utility>
 
 #include "catalogues/aircraft.h"
+#include "catalogues/army_text.h"
 #include "catalogues/squadrons.h"
+#include "mission/flight_values.h"
+#include "services/arrays.h"
 #include "services/error_log.h"
 #include "services/numbers.h"
 #include "services/text.h"
@@ -17,24 +20,10 @@ constexpr const char kMenuHint[] = "Right click for menu options";
 constexpr const char kUnsupportedHint[] =
     "Installed game does not support this aircraft right click to change it.";
 
-std::string GroupTextOf(std::string_view flightName) {
-  if (flightName.size() < 2) throw InvalidCallFault();
-  return Replace(flightName.substr(0, flightName.size() - 2), "_", " ");
-}
-
-/** Text colour of a row; a word that is no army keeps the colour of the row before, on purpose. */
-std::int32_t ColorOf(std::string_view word, std::int32_t before) {
-  if (word == "red") return 0x0000FF;
-  if (word == "blue") return 0xFF0000;
-  if (word == "white") return 0;
-  if (word == "not") return 0x808080;
-  return before;
-}
-
 FlightRow MakeRow(const Flight& flight, std::int32_t colorBefore, const Catalogues& catalogues,
                   const Services& services) {
   FlightRow row;
-  row.GroupText = GroupTextOf(flight.Name);
+  row.GroupText = Replace(GroupOf(flight.Name), "_", " ");
   row.SquadText = Replace(SquadFlightText(flight.Name), " ", " / ");
   row.Supported = IsKnownPlane(catalogues, flight.Class);
   const std::string word =
@@ -46,7 +35,8 @@ FlightRow MakeRow(const Flight& flight, std::int32_t colorBefore, const Catalogu
   if (row.GroupToolTip.empty()) row.GroupToolTip = row.GroupText;
   row.ToolTip = kMenuHint;
   if (!row.Supported) row.ToolTip = row.GroupToolTip = row.SquadToolTip = kUnsupportedHint;
-  row.Color = ColorOf(word, colorBefore);
+  // A word that is no army keeps the colour of the row before, on purpose.
+  row.Color = ArmyColor(word).value_or(colorBefore);
   row.Icon = GetCntyNameByGroup(catalogues, services, flight.Name);
   return row;
 }
@@ -80,18 +70,10 @@ bool MakeFlightRows(const Mission& mission, const Catalogues& catalogues, const 
 
 void SortFlightRows(std::vector<FlightRow>& rows, const CodePage& page, FlightSort by,
                     bool descending) {
-  std::vector<std::pair<std::string, FlightRow>> keyed;
-  keyed.reserve(rows.size());
-  for (auto& row : rows) {
-    std::string key = page.LCase(by == FlightSort::ByPlane ? row.SortKey : row.SquadSortKey);
-    keyed.emplace_back(std::move(key), std::move(row));
-  }
-  std::sort(keyed.begin(), keyed.end(), [&](const auto& a, const auto& b) {
-    const int order = a.first.compare(b.first);
-    if (order == 0) return a.second.Flight < b.second.Flight;
-    return descending ? order > 0 : order < 0;
-  });
-  for (std::size_t i = 0; i < rows.size(); ++i) rows[i] = std::move(keyed[i].second);
+  const auto key = by == FlightSort::ByPlane ? &FlightRow::SortKey : &FlightRow::SquadSortKey;
+  SortByKey(
+      rows, [&](const FlightRow& row) { return page.LCase(row.*key); }, &FlightRow::Flight,
+      descending);
 }
 
 bool SelectedSameAircraft(const std::vector<std::string>& planeNames) {

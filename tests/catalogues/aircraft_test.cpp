@@ -94,7 +94,7 @@ TEST(GetWeapons, TakesTheBlockOfTheFirstLineWithTheClass) {
     Rows expected = block, weapons{"old"};
     expected.insert(expected.begin(), "Default,default");
     expected.push_back("Empty (No Ammo),none");
-    GetWeapons(MakeWeaponsFile(LineArray::FromFile(Crlf(lines))), name, weapons);
+    GetWeapons(LineArray::FromFile(Crlf(lines)), name, weapons);
     EXPECT_EQ(weapons, expected) << name << " in " << Crlf(lines);
   }
 }

@@ -35,11 +35,8 @@ struct ShippedTables : testing::Test {
 
 TEST_F(ShippedTables, AreComplete) {
   EXPECT_TRUE(W.Log.empty());
-  EXPECT_EQ(Tables.Aircraft.size(), 365u);
-  EXPECT_EQ(Tables.DogFightAircraft.size(), 365u);
-  EXPECT_EQ(Tables.Countries.size(), 21u);
-  EXPECT_EQ(W.Doc.Maps.size(), 238u);
-  EXPECT_EQ(Tables.Squadrons.size(), 20u);
+  EXPECT_FALSE(Tables.Countries.empty() || W.Doc.Maps.empty() || Tables.Squadrons.empty());
+  EXPECT_EQ(Tables.DogFightAircraft.size(), Tables.Aircraft.size());
   std::set<std::string> codes, groups;
   for (const auto& squadron : Tables.Squadrons) {
     EXPECT_TRUE(groups.insert(squadron.Name).second) << squadron.Name;
@@ -49,7 +46,6 @@ TEST_F(ShippedTables, AreComplete) {
         squadron.Name == "USAAF" || squadron.Name == "USMC" || squadron.Name == "US Navy";
     EXPECT_EQ(squadron.Country == "usa", american) << squadron.Name;
   }
-  EXPECT_EQ(codes.size(), 4238u);
 }
 
 TEST_F(ShippedTables, EveryAircraftFindsItsOwnLoadoutsAndOnlyThose) {
@@ -68,15 +64,14 @@ TEST_F(ShippedTables, EveryAircraftFindsItsOwnLoadoutsAndOnlyThose) {
       blocks[current].emplace_back(file[i]);
     }
   }
-  std::size_t loadouts = 0;
   for (const auto& aircraft : Tables.Aircraft) {
     auto expected = blocks[aircraft.Class];
+    blocks.erase(aircraft.Class);
     expected.insert(expected.begin(), "Default,default");
-    loadouts += expected.size();
     expected.push_back("Empty (No Ammo),none");
     EXPECT_EQ(aircraft.Weapons, expected) << aircraft.Class;
   }
-  EXPECT_EQ(loadouts, 365u + 1824u);
+  EXPECT_TRUE(blocks.empty()) << "loadouts of no aircraft: " << blocks.begin()->first;
 }
 
 TEST_F(ShippedTables, SidesAndNamesAreRight) {

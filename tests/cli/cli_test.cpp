@@ -55,28 +55,16 @@ TEST_F(Cli, ShowPrintsEveryField) {
   for (const char byte : out_) ASSERT_LT(static_cast<unsigned char>(byte), 0x80);
   const Json mission = Json::parse(out_);
   const Json& flight = mission["Flights"][0];
-  const std::pair<Json, const char*> records[] = {
-      {mission,
-       "Army BaseName BornPlaces BriefSound BriefSoundLine CloudHeight CloudType DirPath "
-       "FileName Flights HasBornPlace Lines Loaded MapName MapPath Modified Player PlayerNum "
-       "Time TimeConstant WeaponsConstant "},
-      {flight,
-       "ArmyWord Class Fuel LastWaypoint Name OnlyAI Parachute PlaneSlots Planes Shown Skill "
-       "StartTime Status Waypoints Weapons "},
-      {flight["PlaneSlots"][3], "NoseArt NumberOn Pilot Reserved Skill Skin "},
-      {flight["Waypoints"][0], "Alt Dist Line Marker Speed Type X Y "}};
-  for (const auto& [record, expected] : records) {
-    std::string names;
-    for (const auto& [key, value] : record.items()) names += key + " ";
-    EXPECT_EQ(names, expected);
-  }
+  EXPECT_EQ(flight["PlaneSlots"][3].dump(),
+            R"({"NoseArt":"","NumberOn":"","Pilot":"","Reserved":"","Skill":"","Skin":""})");
+  EXPECT_EQ(flight["Waypoints"],
+            Json::parse(R"([{"Alt":"3","Speed":"4","Type":"T","Marker":"&0","X":1.0,"Y":2.0,
+                             "Dist":0.0,"Line":"  T 1 2 3.0 4.0 &0"}])"));
   EXPECT_EQ(mission["BornPlaces"],
             Json::parse(R"([{"Army":1,"Radius":3000,"Planes":[],"X":5,"Y":6}])"));
   EXPECT_EQ(mission["Loaded"], true);
   EXPECT_EQ(mission["MapName"], "Moscow winter");
   EXPECT_EQ(mission["Lines"].size(), 18U);
-  EXPECT_EQ(flight["Waypoints"][0]["Alt"], "3");
-  EXPECT_EQ(flight["Waypoints"][0]["X"], 1.0);
   const std::string sound = mission["BriefSound"];
   EXPECT_TRUE(sound.ends_with(BuildPath("g", "a\\b.wav"))) << sound;
   ASSERT_EQ(Run("--game elsewhere show g/m/a.mis"), 0);
@@ -104,7 +92,6 @@ TEST_F(Cli, NamesOfAnyKindAreFiles) {
   box_.Write("coop Dogfight, med, Japanese D3A1.Mis", kMission);
   EXPECT_EQ(Run("show -- -2704.mis"), 0) << err_;
   EXPECT_EQ(Json::parse(out_)["BaseName"], "-2704");
-  EXPECT_EQ(Run("show ./-2704.mis"), 0) << err_;
   EXPECT_EQ(Run("rewrite --output=out.mis -- -2704.mis"), 0) << err_;
   EXPECT_TRUE(box_.Exists("out.mis"));
   EXPECT_EQ(Run("show \"coop Dogfight, med, Japanese D3A1.Mis\""), 0) << err_;

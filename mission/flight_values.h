@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+#include "mission/records.h"
+
+/** Single values of a flight. */
+namespace rws {
+
+/** Number of plane slots that a flight uses; a count above four stops at the last slot. */
+std::size_t PlaneCount(const Flight& flight);
+
+/** A flight's name without its last two digits: the code of its regiment. A name of fewer than two
+    characters is an invalid call. */
+std::string_view GroupOf(std::string_view flightName);
+
+}  // namespace rws
