@@ -12,6 +12,7 @@
 #include "platform/settings_store.h"
 #include "services/setting_values.h"
 #include "services/text.h"
+#include "services/update_check.h"
 
 namespace rws {
 
@@ -49,6 +50,12 @@ void UseVariable(SettingsBackend& backend, const char* variable, const SettingVa
   };
 }
 
+/** That of the build; a host in the environment, without encryption, takes its place. */
+std::string UpdateSite() {
+  const std::string host = ToPath(qEnvironmentVariable("RWS_UPDATE_HOST"));
+  return host.empty() ? BuiltInUpdateSite() : "http://" + host;
+}
+
 }  // namespace
 
 Services MakeDesktopServices() {
@@ -56,14 +63,16 @@ Services MakeDesktopServices() {
   services.Settings.BaseKey = kSettingsBaseKey;
   services.Settings.Backend = MakeSettingsStore(qEnvironmentVariable("RWS_SETTINGS_FILE"));
   UseVariable(services.Settings.Backend, "RWS_GAME_PATH", setting::GamePath);
-  UseVariable(services.Settings.Backend, "RWS_UPDATE_HOST", setting::UpdateHost);
   services.Ask = MakeQtPrompts();
   services.System = MakeQtShell();
   services.ProgramPath = ToPath(QDir::toNativeSeparators(QCoreApplication::applicationDirPath()));
   services.ProgramName = ToPath(QFileInfo(QCoreApplication::applicationFilePath()).fileName());
-  services.AppPath =
-      services.Files.CanWriteInto(services.ProgramPath) ? services.ProgramPath : UserFolder();
+  // Installed, it writes nothing beside itself, not even for a user who could.
+  const bool isInstalled = services.Files.FolderExists(SharedFolder(services.ProgramPath));
+  const bool writesHere = !isInstalled && services.Files.CanWriteInto(services.ProgramPath);
+  services.AppPath = writesHere ? services.ProgramPath : UserFolder();
   services.Page = ChosenCodePage(services.Settings);
+  services.UpdateSite = UpdateSite();
   return services;
 }
 

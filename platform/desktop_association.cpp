@@ -3,7 +3,10 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <algorithm>
+#include <vector>
 
+#include "platform/desktop_defaults.h"
+#include "platform/packaged_files.h"
 #include "platform/qt_text.h"
 #include "services/faults.h"
 #include "services/paths.h"
@@ -15,51 +18,18 @@ namespace {
 
 constexpr char kEntryName[] = "rws-edit.desktop", kPackageName[] = "rws-edit.xml";
 constexpr char kMissionType[] = "application/x-rws-edit-mission";
-/** A line in each file that this code writes; one without it belongs to the user or to a package.
- */
+constexpr char kBriefingType[] = "application/x-rws-edit-briefing";
+constexpr char kDefaults[] = "Default Applications", kRemoved[] = "Removed Associations";
+/** In each file that this code writes; one without it belongs to the user or to a package. */
 constexpr char kOurs[] = "Written by RWS Edit when file association was switched on.";
-
-constexpr char kPackage[] = R"(<?xml version="1.0" encoding="UTF-8"?>
-<!-- %1 -->
-<mime-info xmlns="http://www.freedesktop.org/standards/shared-mime-info">
-  <mime-type type="application/x-rws-edit-mission">
-    <comment>IL-2 mission</comment>
-    <sub-class-of type="text/plain"/>
-    <icon name="rws-edit"/>
-    <glob pattern="*.mis"/>
-  </mime-type>
-  <mime-type type="application/x-rws-edit-briefing">
-    <comment>IL-2 mission briefing</comment>
-    <sub-class-of type="text/plain"/>
-    <icon name="rws-edit"/>
-    <glob pattern="*.properties" weight="10"/>
-  </mime-type>
-</mime-info>
-)";
-
-constexpr char kEntry[] = R"([Desktop Entry]
-# %1
-Type=Application
-Name=RWS Edit
-Comment=Tune missions of IL-2 Sturmovik: 1946
-Exec=%2 %f
-Icon=rws-edit
-Terminal=false
-Categories=Game;Simulation;
-MimeType=application/x-rws-edit-mission;application/x-rws-edit-briefing;
-)";
 
 /** Where the files of one user lie. */
 struct UserPlaces {
   std::string Applications, Mime, Entry, Package;
 };
 
-std::string Location(QStandardPaths::StandardLocation location) {
-  return ToPath(QStandardPaths::writableLocation(location));
-}
-
-UserPlaces MakePlaces() {
-  const std::string data = Location(QStandardPaths::GenericDataLocation);
+UserPlaces MakePlaces(const DesktopFolders& folders) {
+  const std::string& data = folders.Data.front();
   UserPlaces places;
   places.Applications = BuildPath(data, "applications");
   places.Mime = BuildPath(data, "mime");
@@ -127,92 +97,141 @@ std::string RunTool(const char* name, const QStringList& arguments) {
 }
 
 /** Lets the desktop read its folders again; throws at the first tool that fails. */
-void TellDesktop(const UserPlaces& places, bool on) {
-  const auto run = [](const char* name, const QStringList& arguments) {
-    const std::string reason = RunTool(name, arguments);
+void TellDesktop(const UserPlaces& places) {
+  const auto run = [](const char* name, const std::string& folder) {
+    const std::string reason = RunTool(name, {FromPath(folder)});
     if (!reason.empty()) throw FileFault(fault::FileIo, "run", name, reason);
   };
-  run("update-mime-database", {FromPath(places.Mime)});
-  run("update-desktop-database", {FromPath(places.Applications)});
-  if (on)
-    run("xdg-mime",
-        {QStringLiteral("default"), QLatin1String(kEntryName), QLatin1String(kMissionType)});
+  run("update-mime-database", places.Mime);
+  run("update-desktop-database", places.Applications);
 }
 
-/** The programs of a default's line but for this one; "" when none is left. */
-std::string WithoutProgram(std::string_view line) {
-  const std::string start = std::string(kMissionType) + "=";
-  std::string rest;
-  for (const auto name : SplitAt(line.substr(start.size()), ';'))
-    if (!Trim(name).empty() && Trim(name) != kEntryName) rest.append(name).append(";");
-  return rest.empty() ? "" : start + rest;
+/** The packaged files as this user's own. */
+std::string OwnTypes() {
+  return Replace(kPackagedTypes, "<mime-info ", "<!-- " + std::string(kOurs) + " -->\n<mime-info ");
 }
 
-std::string_view WithoutLineEnd(std::string_view line) {
-  while (line.ends_with('\n') || line.ends_with('\r')) line.remove_suffix(1);
-  return line;
+std::string OwnEntry(const std::string& program) {
+  const std::string entry =
+      Replace(kPackagedEntry, "Exec=rws-edit ", "Exec=" + ExecWord(program) + " ");
+  return Replace(entry, "[Desktop Entry]\n", "[Desktop Entry]\n# " + std::string(kOurs) + "\n");
 }
 
-/** Takes the program out of the defaults for missions; all other bytes of the list stay. */
-void ForgetDefault(const FileSystem& files, const std::string& list) {
+/** True if a package brought the files and they start this very program. */
+bool IsPackaged(const FileSystem& files, const DesktopFolders& folders,
+                const std::string& program) {
+  const QString called = QStandardPaths::findExecutable(QStringLiteral("rws-edit"));
+  if (called.isEmpty() || !files.IsSameFile(ToPath(called), program)) return false;
+  return std::any_of(folders.Data.begin() + 1, folders.Data.end(), [&](const auto& data) {
+    return files.FileExists(BuildPath(BuildPath(data, "applications"), kEntryName)) &&
+           files.FileExists(
+               BuildPath(BuildPath(BuildPath(data, "mime"), "packages"), kPackageName));
+  });
+}
+
+bool IsDefault(const FileSystem& files, const DesktopFolders& folders) {
+  return TypeOfGlob(files, folders, "*.mis") == kMissionType &&
+         DefaultProgram(files, folders, kMissionType) == kEntryName;
+}
+
+std::vector<std::string> Without(std::vector<std::string> programs) {
+  std::erase(programs, kEntryName);
+  return programs;
+}
+
+std::vector<std::string> WithFirst(std::vector<std::string> programs) {
+  programs = Without(std::move(programs));
+  programs.insert(programs.begin(), kEntryName);
+  return programs;
+}
+
+/** Changes the programs of both types in one group of a user's list. */
+void ChangeList(const FileSystem& files, const std::string& list, const char* group,
+                std::vector<std::string> (*change)(std::vector<std::string>)) {
   constexpr std::uint64_t kMost = 16 << 20;
-  if (!files.FileExists(list)) return;
-  const std::string before = files.ReadFile(list, kMost);
-  std::string after;
-  bool inDefaults = false;
-  for (std::size_t from = 0; from < before.size();) {
-    const std::size_t end = std::min(before.find('\n', from), before.size() - 1) + 1;
-    const std::string_view whole = std::string_view(before).substr(from, end - from);
-    const std::string_view line = WithoutLineEnd(whole);
-    from = end;
-    if (line.starts_with('[')) inDefaults = line == "[Default Applications]";
-    const bool ours = inDefaults && line.starts_with(std::string(kMissionType) + "=") &&
-                      Contains(line, kEntryName);
-    if (!ours) {
-      after += whole;
-      continue;
-    }
-    const std::string rest = WithoutProgram(line);
-    if (!rest.empty()) after += rest + "\n";
+  const std::string before = files.FileExists(list) ? files.ReadFile(list, kMost) : "";
+  std::string after = before;
+  for (const char* type : {kMissionType, kBriefingType})
+    after = WithPrograms(after, group, type, change(ProgramsOf(after, group, type)));
+  if (after != before) Write(files, files.FollowLinks(list), after);
+}
+
+std::string UserList(const DesktopFolders& folders) {
+  return BuildPath(folders.Config.front(), "mimeapps.list");
+}
+
+/** Takes this program out of one group of both lists of a user; the second is an old place. */
+void Forget(const FileSystem& files, const DesktopFolders& folders, const char* group) {
+  ChangeList(files, UserList(folders), group, Without);
+  ChangeList(files, BuildPath(MakePlaces(folders).Applications, "mimeapps.list"), group, Without);
+}
+
+bool DeleteOwnFiles(const FileSystem& files, const UserPlaces& places) {
+  bool any = false;
+  for (const auto& path : {places.Entry, places.Package}) {
+    if (!IsOurs(files, path)) continue;
+    files.DeleteFile(path);
+    any = true;
   }
-  if (after != before) files.ReplaceFile(list, after);
+  return any;
 }
 
-void SwitchOn(const FileSystem& files, const UserPlaces& places, const std::string& program) {
-  Write(files, places.Package, Replace(kPackage, "%1", kOurs));
-  Write(files, places.Entry, Replace(Replace(kEntry, "%1", kOurs), "%2", ExecWord(program)));
-  TellDesktop(places, true);
-}
-
-void SwitchOff(const FileSystem& files, const UserPlaces& places) {
-  const std::string lists[] = {
-      BuildPath(Location(QStandardPaths::GenericConfigLocation), "mimeapps.list"),
-      BuildPath(places.Applications, "mimeapps.list")};
-  for (const auto& list : lists) ForgetDefault(files, list);
-  for (const auto& path : {places.Entry, places.Package})
-    if (IsOurs(files, path)) files.DeleteFile(path);
+void SwitchOff(const FileSystem& files, const DesktopFolders& folders) {
+  const UserPlaces places = MakePlaces(folders);
+  Forget(files, folders, kDefaults);
   // The files are gone; a tool that fails now only makes the desktop notice later.
-  ResumeNext([&] { TellDesktop(places, false); });
+  if (DeleteOwnFiles(files, places)) ResumeNext([&] { TellDesktop(places); });
+  if (!IsDefault(files, folders)) return;
+  // By the package, for all users: this one declines.
+  ChangeList(files, UserList(folders), kRemoved, WithFirst);
+  if (IsDefault(files, folders))
+    throw Fault(fault::FileIo, "The desktop's settings for all users name RWS Edit for missions.");
+}
+
+void SwitchOn(const FileSystem& files, const DesktopFolders& folders, const std::string& program) {
+  const UserPlaces places = MakePlaces(folders);
+  if (IsPackaged(files, folders, program)) {
+    if (DeleteOwnFiles(files, places)) TellDesktop(places);
+  } else {
+    RefuseForeign(files, places.Entry);
+    RefuseForeign(files, places.Package);
+    Write(files, places.Package, OwnTypes());
+    Write(files, places.Entry, OwnEntry(program));
+    TellDesktop(places);
+  }
+  Forget(files, folders, kRemoved);
+  ChangeList(files, UserList(folders), kDefaults, WithFirst);
+  const std::string type = TypeOfGlob(files, folders, "*.mis");
+  if (type.empty())
+    throw Fault(
+        fault::FileIo,
+        "The desktop did not take the file types over. Is \"update-mime-database\" installed?");
+  if (!IsDefault(files, folders))
+    throw Fault(fault::FileIo, "The desktop's own settings come first: a mission is \"" + type +
+                                   "\" there, opened with \"" +
+                                   DefaultProgram(files, folders, type) + "\".");
 }
 
 }  // namespace
 
+bool IsDesktopAssociated(const FileSystem& files) {
+  bool is = false;
+  ResumeNext([&] { is = IsDefault(files, FindDesktopFolders()); });
+  return is;
+}
+
 std::string AssociateDesktop(const FileSystem& files, const std::string& program, bool on) {
   std::string reason;
   const auto keepReason = [&](const Fault& caught) { reason = caught.Text; };
-  const UserPlaces places = MakePlaces();
+  const DesktopFolders folders = FindDesktopFolders();
   if (!on) {
-    Trap([&] { SwitchOff(files, places); }, keepReason);
-    return reason;
+    Trap([&] { SwitchOff(files, folders); }, keepReason);
+  } else if (!Trap([&] { SwitchOn(files, folders, program); }, keepReason)) {
+    ResumeNext([&] {
+      Forget(files, folders, kDefaults);
+      if (DeleteOwnFiles(files, MakePlaces(folders))) TellDesktop(MakePlaces(folders));
+    });
   }
-  const bool free = Trap(
-      [&] {
-        RefuseForeign(files, places.Entry);
-        RefuseForeign(files, places.Package);
-      },
-      keepReason);
-  if (free && !Trap([&] { SwitchOn(files, places, program); }, keepReason))
-    ResumeNext([&] { SwitchOff(files, places); });
   return reason;
 }
 

@@ -6,11 +6,15 @@
 
 namespace rws {
 
-/** Writes the desktop entry and the file types of the program into the user's own data directory,
-    tells the desktop and makes the program the default for missions; or takes all of that back. It
-    touches no file that is not its own. `program` is the full path of the executable. Gives the
-    reason, with the file that it is about, when it failed; nothing is left half switched on. Tools
-    of the desktop that are not installed are done without. */
+/** True if the desktop opens mission files with this program's desktop entry. */
+bool IsDesktopAssociated(const FileSystem& files);
+
+/** Makes the program the user's default for missions and briefings, or takes that back. On: where
+   no package has done it, the desktop entry and the file types go into the user's own data
+   directory. Off: what this made goes, the defaults from before return, and where a package still
+   offers the program the user's list declines it. No file of others is touched. `program` is the
+   full path of the executable. Gives the reason when it failed; nothing is left half switched on.
+ */
 std::string AssociateDesktop(const FileSystem& files, const std::string& program, bool on);
 
 }  // namespace rws

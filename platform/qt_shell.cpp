@@ -108,6 +108,7 @@ Shell MakeQtShell() {
   shell.Associate = [](bool on) {
     return AssociateDesktop(FileSystem(), ToPath(QCoreApplication::applicationFilePath()), on);
   };
+  shell.IsAssociated = [] { return IsDesktopAssociated(FileSystem()); };
 #endif
   shell.PumpEvents = [pump] { pump->Pump(); };
   shell.Now = LocalNow;

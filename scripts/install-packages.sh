@@ -25,7 +25,7 @@ for group in "$@"; do
     picture) packages+=(xvfb xauth) ;;
     package)
       packages+=(
-        dpkg-dev file gzip desktop-file-utils appstream shared-mime-info man-db
+        dpkg-dev file gzip lintian desktop-file-utils appstream shared-mime-info man-db
         libglib2.0-bin xvfb xauth x11-utils
       )
       ;;

@@ -24,8 +24,10 @@ fail() {
 }
 
 scripts/install-packages.sh package
-cmake --preset release
-cmake --build --preset release
+# A tree of its own: run.sh and the tests build without the guards of a package.
+cmake --preset release -B build/package-tree -DRWS_HARDEN=ON -DCMAKE_POSITION_INDEPENDENT_CODE=ON \
+  -DCMAKE_INSTALL_PREFIX=/usr
+cmake --build build/package-tree
 
 desktop-file-validate packaging/rws-edit.desktop
 appstreamcli validate --no-net --strict packaging/com.hollowbyte.rws_edit.metainfo.xml
@@ -34,15 +36,17 @@ for page in packaging/*.1; do
   if [ -n "$problems" ]; then fail "$page: $problems"; fi
 done
 version=$(sed -n 's/^project(rws-edit VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
+grep -q "^rws-edit ($version) " packaging/changelog || fail "version $version is not in the changelog"
 grep -q "<release version=\"$version\"" packaging/*.metainfo.xml ||
   fail "version $version is no release of the AppStream metadata"
 
 rm -rf build/package
-cpack --config build/release/CPackConfig.cmake -G DEB -B "$PWD/build/package"
+cpack --config build/package-tree/CPackConfig.cmake -G DEB -B "$PWD/build/package"
 rm -rf build/package/_CPack_Packages
 package=$(echo "$PWD"/build/package/rws-edit_"$version"_*.deb)
 dpkg-deb --info "$package" control
 dpkg-deb --contents "$package"
+lintian --allow-root --fail-on error,warning "$package"
 if [ "$attempt" = no ]; then exit 0; fi
 
 if [ "$(id -u)" -ne 0 ]; then fail "--try needs root"; fi
@@ -69,12 +73,12 @@ cp scripts/try-installed.sh "$work/try.sh"
 chmod 755 "$work"
 chmod 700 "$work/run"
 chown -R nobody: "$work"
-find /usr/lib/rws-edit -printf '%p %s %T@\n' | sort >"$work/before"
+find /usr/bin/rws-* /usr/share/rws-edit -printf '%p %s %T@\n' | sort >"$work/before"
 setpriv --reuid=nobody --regid="$(id -g nobody)" --clear-groups \
   env -i PATH=/usr/local/bin:/usr/bin:/bin LC_ALL=C.UTF-8 HOME="$work/home" \
   XDG_RUNTIME_DIR="$work/run" TMPDIR="$work/run" \
   timeout 120 xvfb-run -a bash "$work/try.sh" "$work/samples" "$version" 9>&-
-find /usr/lib/rws-edit -printf '%p %s %T@\n' | sort >"$work/after"
+find /usr/bin/rws-* /usr/share/rws-edit -printf '%p %s %T@\n' | sort >"$work/after"
 diff "$work/before" "$work/after" || fail "running the program changed its folder"
 
 dpkg --purge rws-edit 9>&-

@@ -24,9 +24,13 @@ man -w rws-edit rws-cli >/dev/null 2>&1 || echo "Manuals are not installed on th
 
 type_of() { gio info -a standard::content-type "$1" | sed -n 's/.*content-type: //p'; }
 same "$(type_of "$samples/no_flights.mis")" application/x-rws-edit-mission "the type of a mission"
-same "$(type_of "$samples/single_bridge_patrol.properties")" text/plain "the type of a briefing"
-gio mime application/x-rws-edit-mission | grep rws-edit.desktop >/dev/null ||
-  fail "no program is offered for missions"
+briefing=application/x-rws-edit-briefing
+same "$(type_of "$samples/single_bridge_patrol.properties")" "$briefing" "the type of a briefing"
+printf 'Name=value\nDescription=none\n' >"$HOME/other.properties"
+same "$(type_of "$HOME/other.properties")" text/plain "the type of other .properties files"
+for type in application/x-rws-edit-mission "$briefing"; do
+  gio mime "$type" | grep rws-edit.desktop >/dev/null || fail "no program is offered for $type"
+done
 
 export RWS_GAME_PATH=$samples/game
 rws-edit "$samples" &

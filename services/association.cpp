@@ -42,7 +42,10 @@ bool AskDesktop(const Services& services, bool on) {
 
 }  // namespace
 
-bool IsAssociated(const Services& services) { return !DataOf(services, ClassOf(kMission)).empty(); }
+bool IsAssociated(const Services& services) {
+  if (services.System.IsAssociated) return services.System.IsAssociated();
+  return !DataOf(services, ClassOf(kMission)).empty();
+}
 
 void AssociateOn(const Services& services) {
   if (!AskDesktop(services, true)) return;

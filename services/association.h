@@ -5,7 +5,7 @@
 /** Opening mission and briefing files with this program from the desktop. */
 namespace rws {
 
-/** True if the user has associated mission files with the program. */
+/** True if the desktop opens mission files with the program, whoever made it so. */
 bool IsAssociated(const Services& services);
 
 /** Makes the program the one for mission and briefing files. When the desktop refuses, the user is

@@ -22,15 +22,25 @@ struct Services {
   CodePage Page;
   /** Where log, backups and temporary copies are written. */
   std::string AppPath;
-  /** The executable's own folder; tables that are not in `AppPath` are sought here. */
+  /** The executable's own folder. */
   std::string ProgramPath;
   /** The executable's file name. */
   std::string ProgramName;
+  /** The maker's web site as scheme and host, "https://host", that tells the latest version; ""
+      when this build knows none. */
+  std::string UpdateSite;
   /** Takes the place of the log file when set. */
   std::function<void(const std::string& line)> LogSink;
 };
 
-/** Path of a data table: in `AppPath` when it is there, else beside the program. */
+/** Path of a data table, or of the help: the user's own in `AppPath` when it is there, else the one
+    that came with the program. */
 std::string DataFile(const Services& services, const std::string& name);
+
+/** Path of the one that came with the program: beside it, else in its shared folder. */
+std::string ShippedFile(const Services& services, const std::string& name);
+
+/** Where an installed program has its tables, seen from the executable's folder. */
+std::string SharedFolder(const std::string& programPath);
 
 }  // namespace rws

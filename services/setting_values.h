@@ -48,8 +48,6 @@ inline constexpr SettingValue LabelInsert{"LabelInsert", "False"};
 inline constexpr SettingValue WPMetric{"WPMetric", "True"};
 /** Number of the single-byte encoding of mission text; "" follows the system. */
 inline constexpr SettingValue CodePage{"CodePage", ""};
-/** Host, or host:port, that publishes the latest version. */
-inline constexpr SettingValue UpdateHost{"UpdateHost", "www.rws-edit.invalid"};
 }  // namespace setting
 
 /** One of the program's values, or its default. */

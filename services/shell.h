@@ -36,6 +36,8 @@ struct Shell {
   /** Makes the program the desktop's one for mission files, or takes that back; gives the reason
       when it failed. Empty where the class keys of the settings are all that it takes. */
   std::function<std::string(bool on)> Associate;
+  /** True if the desktop opens mission files with the program; empty as above. */
+  std::function<bool()> IsAssociated;
   /** Takes the place of the one running instance for the life of the program; false when another
       holds it. A run that crashed does not. */
   std::function<bool()> TakeInstance;

@@ -1,7 +1,6 @@
 #include "services/update_check.h"
 
 #include "services/faults.h"
-#include "services/setting_values.h"
 #include "services/system_facts.h"
 #include "services/version.h"
 
@@ -10,6 +9,7 @@ namespace rws {
 namespace {
 
 constexpr char kNoConnection[] = "Unable to make connection.";
+constexpr char kNoSite[] = "\n\nThis build knows no place to ask for updates.";
 
 std::string WithoutEnd(const std::string& text) {
   return text.substr(0, text.find_last_not_of(" \r\n") + 1);
@@ -19,19 +19,17 @@ void Inform(const Services& services, const std::string& text) {
   services.Ask.MsgBox(text, Buttons::Ok, Icon::Information, kProgramTitle);
 }
 
+/** Address of the page that a newer version is offered at. */
+std::string PageAddress(const Services& services) { return services.UpdateSite + "/rws/"; }
+
 }  // namespace
 
-std::string SiteAddress(const Services& services) {
-  return "http://" + ReadSetting(services.Settings, setting::UpdateHost) + "/rws/";
-}
-
-std::string VersionAddress(const Services& services) {
-  return SiteAddress(services) + "version.txt";
-}
+std::string BuiltInUpdateSite() { return RWS_UPDATE_SITE; }
 
 std::string GetVersionText(const Services& services) {
+  if (services.UpdateSite.empty()) return std::string(kNoConnection) + kNoSite;
   std::optional<std::string> body;
-  ResumeNext([&] { body = services.System.Fetch(VersionAddress(services)); });
+  ResumeNext([&] { body = services.System.Fetch(PageAddress(services) + "version.txt"); });
   return body ? services.Page.ToUtf8(WithoutEnd(*body)) : kNoConnection;
 }
 
@@ -42,7 +40,7 @@ void TellVersion(const Services& services, const std::string& fetched) {
   if (fetched < own) return;
   if (fetched == own)
     return Inform(services, "Your version: " + own + "\n\nCurrent version: " + fetched);
-  const std::string site = SiteAddress(services);
+  const std::string site = PageAddress(services);
   const Answer answer = services.Ask.MsgBox(
       "Version " + fetched + " is available at " + site + ".\nWould you like to go there now?",
       Buttons::YesNo, Icon::Question, kProgramTitle);

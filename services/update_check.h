@@ -6,13 +6,11 @@
 
 namespace rws {
 
-/** Address of the text file that holds the latest published version. */
-std::string VersionAddress(const Services& services);
-/** Address of the page that a newer version is offered at. */
-std::string SiteAddress(const Services& services);
+/** The web site that this build was made to ask, as scheme and host; "" when it was given none. */
+std::string BuiltInUpdateSite();
 
-/** The latest published version, or "Unable to make connection." Waits for the answer while user
-    interface events run. */
+/** The latest published version, or "Unable to make connection." with what is known of the cause
+    below it. Waits for the answer while user interface events run. */
 std::string GetVersionText(const Services& services);
 
 /** Tells what came of the check: offers the site for a version that sorts after this one, says

@@ -99,6 +99,7 @@ TEST_F(HelpTest, ACheckLeavesCommandsFreeAndClosingCancelsIt) {
   QTcpServer silent;
   ASSERT_TRUE(silent.listen(QHostAddress::LocalHost));
   Fetcher fetcher;
+  World_.Services.UpdateSite = "http://127.0.0.1";
   auto& shell = World_.Services.System;
   shell.Fetch = [&](const std::string&) {
     return fetcher.Fetch("http://127.0.0.1:" + std::to_string(silent.serverPort()) + "/");

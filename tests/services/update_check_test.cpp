@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "services/faults.h"
-#include "services/setting_values.h"
 #include "services/version.h"
 #include "tests/support/doubles.h"
 
@@ -20,14 +19,13 @@ TEST(UpdateCheck, ComparesAsTextAndTellsWhatItFound) {
     Answer Chosen;
     std::string Opened;
   };
-  const std::string offer =
-      " is available at http://host:8080/rws/.\nWould you like to go there now?";
+  const std::string offer = " is available at https://host/rws/.\nWould you like to go there now?";
   const Row rows[] = {
       {"none", {}, "Unable to make connection.", Icon::Information, Answer::Ok, ""},
       {"equal", "2.0.0 \r\n \n", "Your version: 2.0.0\n\nCurrent version: 2.0.0", Icon::Information,
        Answer::Ok, ""},
       {"newer", "2.0.1\n", "Version 2.0.1" + offer, Icon::Question, Answer::Yes,
-       "open http://host:8080/rws/"},
+       "open https://host/rws/"},
       {"newer, not now", "2.0.0.1", "Version 2.0.0.1" + offer, Icon::Question, Answer::No, ""},
       {"older", "1.9.9", "", Icon::None, Answer::Ok, ""},
       {"sorts before", "10.0.0", "", Icon::None, Answer::Ok, ""},
@@ -37,9 +35,9 @@ TEST(UpdateCheck, ComparesAsTextAndTellsWhatItFound) {
   for (const Row& row : rows) {
     SCOPED_TRACE(row.What);
     World world;
-    WriteSetting(world.Services.Settings, setting::UpdateHost, "host:8080");
+    world.Services.UpdateSite = "https://host";
     world.Services.System.Fetch = [&](const std::string& url) {
-      EXPECT_EQ(url, "http://host:8080/rws/version.txt");
+      EXPECT_EQ(url, "https://host/rws/version.txt");
       return row.Body;
     };
     if (!row.Box.empty()) world.Script.Expect(row.Box, row.Chosen);
@@ -51,6 +49,20 @@ TEST(UpdateCheck, ComparesAsTextAndTellsWhatItFound) {
     EXPECT_EQ(world.Script.Boxes[0].Icon, row.Icon);
     EXPECT_EQ(world.Script.Boxes[0].Title, "RWS Edit");
   }
+}
+
+TEST(UpdateCheck, ABuildWithoutASiteAsksNobody) {
+  World world;
+  world.Services.System.Fetch = [](const std::string& url) {
+    ADD_FAILURE() << url;
+    return std::nullopt;
+  };
+  const std::string told =
+      "Unable to make connection.\n\nThis build knows no place to ask for updates.";
+  world.Script.Expect(told);
+  TellVersion(world.Services, GetVersionText(world.Services));
+  ASSERT_EQ(world.Script.Boxes.size(), 1u);
+  EXPECT_EQ(world.Script.Boxes[0].Text, told);
 }
 
 }  // namespace
