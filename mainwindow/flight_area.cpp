@@ -6,12 +6,14 @@
 #include "services/error_log.h"
 #include "services/numbers.h"
 #include "services/trapped.h"
+#include "session/current.h"
 #include "session/loading.h"
 #include "tools/frmView.h"
 
 namespace rws {
 
-FlightArea::FlightArea(Session& session, QWidget* parent) : QWidget(parent), session_(session) {
+FlightArea::FlightArea(Session& session, Popups& popups, QWidget* parent)
+    : QWidget(parent), session_(session), popups_(popups) {
   Build();
   BuildMenu();
   Connect();
@@ -19,13 +21,14 @@ FlightArea::FlightArea(Session& session, QWidget* parent) : QWidget(parent), ses
 
 void FlightArea::Connect() {
   const Services& services = session_.Services;
-  fraFlight->LoadPlanes = [this] { LoadPlanes(); };
-  fraFlight->CheckMarkingsEntry = [this](bool on) { mnuAC[2]->setChecked(on); };
-  planes->LoadPlanes = fraFlight->LoadPlanes;
-  planes->CheckMarkingsEntry = fraFlight->CheckMarkingsEntry;
-  planes->ViewImage = [this](const std::string& path, const QString& caption) {
-    ViewImage(session_.Services, window(), path, caption);
-  };
+  connect(fraFlight, &FlightPanel::PlanesChanged, this, &FlightArea::LoadPlanes);
+  connect(fraFlight, &FlightPanel::MarkingsShown, mnuAC[kMarkings], &QAction::setChecked);
+  connect(planes, &PlanePanels::PlanesChanged, this, &FlightArea::LoadPlanes);
+  connect(planes, &PlanePanels::MarkingsShown, mnuAC[kMarkings], &QAction::setChecked);
+  connect(planes, &PlanePanels::ImageWanted, this,
+          [this](const std::string& path, const QString& caption) {
+            ViewImage(session_.Services, window(), path, caption);
+          });
   connect(
       lstPlanes, &ReportList::MouseReleased, this,
       Trapped(services, "lstPlanes_MouseUp", [this](Qt::MouseButton button, int, QPoint position) {
@@ -35,14 +38,8 @@ void FlightArea::Connect() {
           Trapped(services, "lstPlanes_KeyUp", [this] { ListKeyReleased(); }));
   connect(lstPlanes, &ReportList::MenuKeyPressed, this,
           Trapped(services, "lstPlanes_MouseUp", [this](QPoint position) { OpenMenu(position); }));
-  PopUpAircraftMenu = [this](QPoint position) { mnuAircraft->exec(position); };
-  ShowDialog = [](QDialog& dialog) { dialog.exec(); };
   ConnectMenu();
 }
-
-Mission& FlightArea::Current() { return At(session_.Doc.Missions, session_.Doc.CurMission); }
-
-Flight& FlightArea::FlightAt(int index) { return At(Current().Flights, index); }
 
 QString FlightArea::Decoded(const std::string& bytes) const {
   return FromBytes(session_.Services.Page, bytes);
@@ -59,7 +56,7 @@ void FlightArea::ShowNoFlights() {
   ClearFrames(true);
   ResetCaptions();
   fraFlight->ShowNoFlight();
-  ShowPlayer(QString());
+  Q_EMIT PlayerShown(QString());
 }
 
 void FlightArea::ClearFlightList() { lstPlanes->SetRows({}); }
@@ -68,7 +65,8 @@ void FlightArea::LoadPlaneList(int index) {
   LogAndLeave(session_.Services, "LoadPlaneList", [&] {
     lstPlanes->Tag.clear();
     std::vector<FlightRow> rows;
-    const bool whole = MakeFlightRows(Current(), session_.Tables, session_.Services, rows);
+    const bool whole =
+        MakeFlightRows(CurrentMission(session_), session_.Tables, session_.Services, rows);
     lstPlanes->SetRows(std::move(rows));
     if (!whole) {
       // No row is selected, and the panel still shows another mission's flight.
@@ -79,8 +77,8 @@ void FlightArea::LoadPlaneList(int index) {
     const int row = index == -1 ? 0 : lstPlanes->RowOf(index);
     const int flight = index == -1 || row < 0 ? 0 : index;
     lstPlanes->SelectOnly(row < 0 ? lstPlanes->RowOf(0) : row);
-    FlightAt(flight).Shown = true;
-    fraFlight->WeaponTag = FlightAt(flight).Class;
+    FlightAt(session_, flight).Shown = true;
+    fraFlight->WeaponTag = FlightAt(session_, flight).Class;
     if (row < 0) throw SubscriptFault();
   });
 }
@@ -107,24 +105,25 @@ void FlightArea::PlaneChg(bool reload, int index, bool playerCleared) {
 }
 
 void FlightArea::SetWaypointMenuCaption() {
-  const Mission& mission = Current();
+  const Mission& mission = CurrentMission(session_);
   if (SafeUBound(mission.Flights) < 0) return;
   // The upper bound: one less than the number of waypoints, as designed.
-  const auto bound = SafeUBound(FlightAt(session_.Doc.CurFlight).Waypoints);
-  mnuAC[6]->setText(tr("&Edit Waypoints (%1)").arg(bound));
+  const auto bound = SafeUBound(CurrentFlight(session_).Waypoints);
+  mnuAC[kWaypoints]->setText(tr("&Edit Waypoints (%1)").arg(bound));
 }
 
 void FlightArea::LoadPlanes() {
   LogAndLeave(session_.Services, "LoadPlanes", [&] {
-    const Mission& mission = Current();
-    const Flight& flight = FlightAt(session_.Doc.CurFlight);
+    const Mission& mission = CurrentMission(session_);
+    const Flight& flight = CurrentFlight(session_);
     const std::string plane = GetPlaneName(session_.Tables, session_.Services, flight.Class);
     fraGroup->setTitle(Decoded(plane).replace(u'&', QStringLiteral("&&")));
     fraFlight->ShowCaption();
     ClearFrames(false);
     const auto number = NumberText(Val(mission.PlayerNum) + 1);
-    ShowPlayer(mission.Player.empty() ? QString()
-                                      : Decoded("Group " + mission.Player + " Plane " + number));
+    Q_EMIT PlayerShown(mission.Player.empty()
+                           ? QString()
+                           : Decoded("Group " + mission.Player + " Plane " + number));
     const int count = fraFlight->cboPlanes->currentText().toInt();
     for (int i = 0; i < count; ++i) planes->FillPanel(i);
   });
@@ -134,7 +133,7 @@ void FlightArea::OpenMenu(QPoint globalPosition) {
   if (lstPlanes->RowCount() == 0) return;
   // Of the flight that is shown by now, not of the one that was left.
   if (lstPlanes->SelectedRows().size() == 1) SetSingleMode();
-  PopUpAircraftMenu(globalPosition);
+  popups_.OpenMenu(*mnuAircraft, globalPosition);
 }
 
 void FlightArea::ListMouseReleased(Qt::MouseButton button, QPoint globalPosition) {
@@ -151,7 +150,7 @@ void FlightArea::ListMouseReleased(Qt::MouseButton button, QPoint globalPosition
   multi ? SetMultipleMode() : SetSingleMode();
   const auto show = [&] {
     TakeSelectedFlight();
-    fraFlight->WeaponTag = FlightAt(doc.CurFlight).Class;
+    fraFlight->WeaponTag = CurrentFlight(session_).Class;
     PlaneChg(false, -1, false);
   };
   if (button == Qt::RightButton) {
@@ -168,7 +167,7 @@ void FlightArea::ListKeyReleased() {
   if (flight < 0 || flight == session_.Doc.CurFlight) return;
   // Neither the tag nor the modes: the keyboard never enters or leaves a selection of several.
   session_.Doc.CurFlight = flight;
-  fraFlight->WeaponTag = FlightAt(flight).Class;
+  fraFlight->WeaponTag = FlightAt(session_, flight).Class;
   PlaneChg(false, -1, false);
 }
 
@@ -178,20 +177,21 @@ void FlightArea::SetMultipleMode() {
     const bool same = SelectedSameAircraft(selected);
     fraGroup->setTitle(tr("Multiple Select"));
     fraFlight->setTitle(tr("Multiple Select"));
-    mnuAC[1]->setEnabled(same);
-    mnuAC[4]->setEnabled(false);
-    mnuAC[6]->setEnabled(false);
+    mnuAC[kFlightSkin]->setEnabled(same);
+    mnuAC[kDuplicate]->setEnabled(false);
+    mnuAC[kWaypoints]->setEnabled(false);
     planes->DisableAll();
     fraFlight->EnableForGroup(same, SelectedAllFlyable(session_.Tables, selected));
-    const std::string& shown = FlightAt(session_.Doc.CurFlight).Class;
+    const std::string& shown = CurrentFlight(session_).Class;
     planes->LoadSkinList(GetPlaneFolder(session_.Tables, shown), -1);
   });
 }
 
 void FlightArea::SetSingleMode() {
-  for (const std::size_t i : {1, 2, 4, 6}) mnuAC[i]->setEnabled(fraFlight->CurAircraftOK);
+  for (const Entry i : {kFlightSkin, kMarkings, kDuplicate, kWaypoints})
+    mnuAC[i]->setEnabled(fraFlight->CurAircraftOK);
   // Also for an aircraft that the game lacks; the others then stay disabled.
-  mnuAC[1]->setEnabled(true);
+  mnuAC[kFlightSkin]->setEnabled(true);
 }
 
 void FlightArea::FillFixedLists() {

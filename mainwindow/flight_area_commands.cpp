@@ -7,25 +7,25 @@
 #include "mainwindow/logic/duplicate_flight.h"
 #include "mainwindow/logic/flight_commands.h"
 #include "platform/qt_text.h"
-#include "services/numbers.h"
 #include "services/paths.h"
 #include "services/trapped.h"
+#include "session/current.h"
 #include "session/doors.h"
 #include "session/loading.h"
 
 namespace rws {
 
 void FlightArea::ConnectMenu() {
-  const auto command = [this](std::size_t entry, const char* name, void (FlightArea::*run)()) {
+  const auto command = [this](Entry entry, const char* name, void (FlightArea::*run)()) {
     connect(mnuAC[entry], &QAction::triggered, this,
             Trapped(session_.Services, name, [this, run](bool) { (this->*run)(); }));
   };
-  command(0, "ChangeAirCraft", &FlightArea::ClickChangeAircraft);
-  command(2, "mnuAC_Click", &FlightArea::ClickMarkings);
-  command(4, "DuplicateFlight", &FlightArea::ClickDuplicate);
-  command(5, "mnuAC_Click", &FlightArea::ClickRemove);
-  command(6, "mnuAC_Click", &FlightArea::ClickWaypoints);
-  command(8, "mnuAC_Click", &FlightArea::ClickCopy);
+  command(kChangeAircraft, "ChangeAirCraft", &FlightArea::ClickChangeAircraft);
+  command(kMarkings, "mnuAC_Click", &FlightArea::ClickMarkings);
+  command(kDuplicate, "DuplicateFlight", &FlightArea::ClickDuplicate);
+  command(kRemove, "mnuAC_Click", &FlightArea::ClickRemove);
+  command(kWaypoints, "mnuAC_Click", &FlightArea::ClickWaypoints);
+  command(kCopy, "mnuAC_Click", &FlightArea::ClickCopy);
   connect(
       mnuSkin, &QMenu::triggered, this,
       Trapped(session_.Services, "mnuSkin_Click", [this](QAction* entry) { ClickSkin(entry); }));
@@ -38,22 +38,22 @@ std::vector<std::size_t> FlightArea::SelectedFlights() const {
 }
 
 /** Highest number of planes of the selected flights. */
-int FlightArea::MostPlanes(const std::vector<std::size_t>& flights) {
-  int most = 0;
+std::size_t FlightArea::MostPlanes(const std::vector<std::size_t>& flights) {
+  std::size_t most = 0;
   for (const std::size_t flight : flights)
-    most = std::max(most, static_cast<int>(Val(FlightAt(static_cast<int>(flight)).Planes)));
-  return std::min(most, static_cast<int>(planes->fraPlane.size()));
+    most = std::max(most, PlaneCount(FlightAt(session_, static_cast<std::ptrdiff_t>(flight))));
+  return most;
 }
 
 void FlightArea::ClickChangeAircraft() {
   TakeSelectedFlight();
   const int index = session_.Doc.CurFlight;
   frmChgAC form(session_, window());
-  form.ACName = FlightAt(index).Class;
-  form.Mode = FlightAt(index).ArmyWord;
-  form.Group = FlightAt(index).Name;
+  form.ACName = FlightAt(session_, index).Class;
+  form.Mode = FlightAt(session_, index).ArmyWord;
+  form.Group = FlightAt(session_, index).Name;
   form.LoadForm();
-  ShowDialog(form);
+  popups_.ShowDialog(form);
   const std::string loadout = ToBytes(session_.Services.Page, fraFlight->cboWeap->currentText());
   const AircraftChange change = ChangeAirCraft(
       session_.Doc, session_.Tables, session_.Services,
@@ -65,23 +65,23 @@ void FlightArea::ClickChangeAircraft() {
 
 void FlightArea::ClickMarkings() {
   // The menu has turned the mark round already.
-  const bool on = mnuAC[2]->isChecked();
+  const bool on = mnuAC[kMarkings]->isChecked();
   const auto flights = SelectedFlights();
   if (!rws::SetMarkings(session_.Doc, session_.Services, flights, on)) {
-    mnuAC[2]->setChecked(!on);
+    mnuAC[kMarkings]->setChecked(!on);
     return;
   }
   const Loading loading(session_.Doc);
-  for (int i = 0; i < MostPlanes(flights); ++i)
-    planes->fraPlane[static_cast<std::size_t>(i)]->chkMark->setChecked(on);
+  for (std::size_t i = 0; i < MostPlanes(flights); ++i)
+    planes->fraPlane[i]->chkMark->setChecked(on);
 }
 
 void FlightArea::ClickSkin(QAction* entry) {
   const int row = static_cast<int>(mnuSkin->actions().indexOf(entry));
   const auto flights = SelectedFlights();
-  const int count = MostPlanes(flights);
-  for (int i = 0; i < count; ++i) {
-    PlanePanel& panel = *planes->fraPlane[static_cast<std::size_t>(i)];
+  const std::size_t count = MostPlanes(flights);
+  for (std::size_t i = 0; i < count; ++i) {
+    PlanePanel& panel = *planes->fraPlane[i];
     {
       const Loading loading(session_.Doc);
       panel.chkMark->setChecked(false);
@@ -96,11 +96,11 @@ void FlightArea::ClickSkin(QAction* entry) {
 }
 
 void FlightArea::ClickDuplicate() {
-  const Flight& flight = FlightAt(session_.Doc.CurFlight);
+  const Flight& flight = CurrentFlight(session_);
   frmWPEdit form(session_, window());
   form.AirCraftType = GetPlaneName(session_.Tables, session_.Services, flight.Class);
   form.LoadForm();
-  ShowDialog(form);
+  popups_.ShowDialog(form);
   if (form.frmCancel) return;
   // What was added before a failure stays, and is shown.
   DuplicateFlight(session_.Doc, session_.Tables, session_.Services,
@@ -114,7 +114,7 @@ void FlightArea::ClickRemove() {
       session_.Services.Ask.MsgBox("Are you sure?", Buttons::YesNo, Icon::Question, kProgramTitle);
   if (answer != Answer::Yes) return;
   if (!RemoveFlights(session_.Doc, session_.Services, SelectedFlights())) return;
-  if (Current().Flights.empty())
+  if (CurrentMission(session_).Flights.empty())
     ShowNoFlights();
   else
     PlaneChg(true, 1, false);
@@ -124,7 +124,7 @@ void FlightArea::ClickRemove() {
 void FlightArea::ClickWaypoints() {
   frmWP form(session_, window());
   form.LoadForm();
-  ShowDialog(form);
+  popups_.ShowDialog(form);
   SetModify(session_);
 }
 

@@ -57,13 +57,15 @@ class FlightPanel : public QGroupBox {
   /** The installed game has the current flight's aircraft. */
   bool CurAircraftOK = false;
 
-  /** Refills all that shows the planes of the current flight. */
-  std::function<void()> LoadPlanes;
   /** The mission's time of day as the window shows it. */
   std::function<QTime()> MissionTime;
-  std::function<void(bool enabled)> EnableMissionTime;
-  /** The menu entry "Markings On" follows the first plane. */
-  std::function<void(bool on)> CheckMarkingsEntry;
+
+ Q_SIGNALS:
+  /** All that shows the planes of the current flight is to be filled again. */
+  void PlanesChanged();
+  void MissionTimeLocked(bool locked);
+  /** Markings of the first plane. */
+  void MarkingsShown(bool on);
 
  private:
   void Build();
@@ -73,9 +75,6 @@ class FlightPanel : public QGroupBox {
   void Connect();
   bool eventFilter(QObject* watched, QEvent* event) override;
 
-  Mission& Current();
-  Flight& FlightAt(int index);
-  Flight& CurrentFlight();
   bool IsMultiple() const { return flights_.Tag == "multiple"; }
   std::string Bytes(const QString& text) const;
   std::vector<int> SelectedFlights() const;

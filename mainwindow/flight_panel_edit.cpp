@@ -6,6 +6,7 @@
 #include "platform/qt_text.h"
 #include "services/numbers.h"
 #include "services/trapped.h"
+#include "session/current.h"
 #include "session/doors.h"
 
 namespace rws {
@@ -46,9 +47,9 @@ void FlightPanel::PlanesChosen() {
   if (session_.Doc.bLoading) return;
   ResumeNext([&] {
     if (IsMultiple()) return ApplyFlightPanel();
-    CurrentFlight().Planes = std::to_string(CInt(ToPath(cboPlanes->currentText())));
+    CurrentFlight(session_).Planes = std::to_string(CInt(ToPath(cboPlanes->currentText())));
     SetModify(session_);
-    LoadPlanes();
+    Q_EMIT PlanesChanged();
   });
 }
 
@@ -56,16 +57,16 @@ void FlightPanel::SkillChosen(int row) {
   if (session_.Doc.bLoading) return;
   ResumeNext([&] {
     if (IsMultiple()) return ApplyFlightPanel();
-    CurrentFlight().Skill = row == cboSkill->count() - 1 ? "Custom" : std::to_string(row);
+    CurrentFlight(session_).Skill = row == cboSkill->count() - 1 ? "Custom" : std::to_string(row);
     SetModify(session_);
-    LoadPlanes();
+    Q_EMIT PlanesChanged();
   });
 }
 
 void FlightPanel::WeaponChosen() {
   if (session_.Doc.bLoading) return;
   if (IsMultiple()) return ApplyFlightPanel();
-  Flight& flight = CurrentFlight();
+  Flight& flight = CurrentFlight(session_);
   flight.Weapons = GetWeaponName(session_.Tables, session_.Services, flight.Class,
                                  Bytes(cboWeap->currentText()));
   SetModify(session_);
@@ -80,7 +81,7 @@ void FlightPanel::FuelChanged(const QString& text) {
     if (value > udFuel->Maximum()) return txtFuel->setText(QString::number(udFuel->Maximum()));
     if (value < udFuel->Minimum()) return txtFuel->setText(QString::number(udFuel->Minimum()));
     if (IsMultiple()) return ApplyFlightPanel();
-    CurrentFlight().Fuel = ToPath(text);
+    CurrentFlight(session_).Fuel = ToPath(text);
     SetModify(session_);
   });
 }
@@ -100,7 +101,7 @@ void FlightPanel::DelayTextChanged(const QString& text) {
 void FlightPanel::DelayChanged() {
   ResumeNext([&] {
     if (IsMultiple()) return ApplyFlightPanel();
-    CurrentFlight().StartTime = ToPath(txtDStart->text());
+    CurrentFlight(session_).StartTime = ToPath(txtDStart->text());
     SetModify(session_);
     LoadFlight(session_.Doc.CurFlight);
   });
@@ -109,14 +110,14 @@ void FlightPanel::DelayChanged() {
 /** Of several selected flights only the current one: the tool tip promises more. */
 void FlightPanel::ParachuteClicked() {
   if (session_.Doc.bLoading) return;
-  CurrentFlight().Parachute = chkPara->isChecked() ? "" : "0";
+  CurrentFlight(session_).Parachute = chkPara->isChecked() ? "" : "0";
   SetModify(session_);
 }
 
 bool FlightPanel::MayLeave(GuardedEdit* box, std::string Flight::*field) {
   if (IsNumeric(ToPath(box->text()))) return true;
   ResumeNext([&] {
-    const double value = Val(CurrentFlight().*field);
+    const double value = Val(CurrentFlight(session_).*field);
     box->setText(FromPath(NumberText(box == txtFuel ? RoundHalfEven(value, 0) : value)));
   });
   return false;
@@ -126,10 +127,11 @@ void FlightPanel::ApplyFlightPanel() {
   // While a flight is shown the panel holds the values of two flights.
   if (loads_ > 0) return;
   const bool same = SelectedSameAircraft(flights_.SelectedPlanes());
-  const std::string weapons = GetWeaponName(session_.Tables, session_.Services,
-                                            CurrentFlight().Class, Bytes(cboWeap->currentText()));
+  const std::string weapons =
+      GetWeaponName(session_.Tables, session_.Services, CurrentFlight(session_).Class,
+                    Bytes(cboWeap->currentText()));
   for (const int row : flights_.SelectedRows()) {
-    Flight& flight = FlightAt(static_cast<int>(flights_.At(row).Flight));
+    Flight& flight = FlightAt(session_, static_cast<int>(flights_.At(row).Flight));
     flight.StartTime = ToPath(txtDStart->text());
     flight.Fuel = ToPath(txtFuel->text());
     flight.Planes = std::to_string(CInt(ToPath(cboPlanes->currentText())));
@@ -144,9 +146,10 @@ void FlightPanel::ApplyFlightPanel() {
 /** Asks when the player flies in the flight that has the list's focus. On No the flight whose index
     is the row's place counted from 1 loses its flag: it need not be the one asked about. */
 bool FlightPanel::MayClearPlayer(int row) {
-  Mission& mission = Current();
+  Mission& mission = CurrentMission(session_);
   const int focused = flights_.SelectedFlight();
-  if (!chkAI->isChecked() || focused < 0 || mission.Player != FlightAt(focused).Name) return true;
+  if (!chkAI->isChecked() || focused < 0 || mission.Player != FlightAt(session_, focused).Name)
+    return true;
   const Answer answer = session_.Services.Ask.MsgBox(
       "This will clear the player selected plane.\nIs this what you want to do?", Buttons::YesNo,
       Icon::Question, kProgramTitle);
@@ -155,7 +158,7 @@ bool FlightPanel::MayClearPlayer(int row) {
     mission.PlayerNum.clear();
     return true;
   }
-  ResumeNext([&] { FlightAt(row + 1).OnlyAI.clear(); });
+  ResumeNext([&] { FlightAt(session_, row + 1).OnlyAI.clear(); });
   chkAI->setChecked(false);
   return false;
 }
@@ -163,10 +166,11 @@ bool FlightPanel::MayClearPlayer(int row) {
 void FlightPanel::AIOnlyReleased() {
   for (const int row : flights_.SelectedRows()) {
     if (!MayClearPlayer(row)) return;
-    FlightAt(static_cast<int>(flights_.At(row).Flight)).OnlyAI = chkAI->isChecked() ? "1" : "";
+    FlightAt(session_, static_cast<int>(flights_.At(row).Flight)).OnlyAI =
+        chkAI->isChecked() ? "1" : "";
   }
   SetModify(session_);
-  if (!IsMultiple()) LoadPlanes();
+  if (!IsMultiple()) Q_EMIT PlanesChanged();
 }
 
 }  // namespace rws

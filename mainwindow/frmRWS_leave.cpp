@@ -9,42 +9,11 @@
 #include "services/paths.h"
 #include "services/pickers.h"
 #include "services/setting_values.h"
-#include "services/trapped.h"
 
 namespace rws {
 
-void frmRWS::Connect() {
-  const Services& services = session_.Services;
-  connect(lstMission, &ListBox::KeyReleased, this,
-          Trapped(services, "lstMission_KeyUp", [this] { FollowList(LeaveBy::Key); }));
-  connect(lstMission, &ListBox::MouseReleased, this,
-          Trapped(services, "lstMission_MouseUp",
-                  [this](Qt::MouseButton button, int row, QPoint position) {
-                    ListMouseReleased(button, row, position);
-                  }));
-  connect(lstMission, &ListBox::MenuKeyPressed, this,
-          Trapped(services, "lstMission_MouseUp",
-                  [this](QPoint position) { OpenMissionMenu(position); }));
-  connect(cmd[0], &QPushButton::clicked, this,
-          Trapped(services, "cmd_Click", [this](bool) { ClickDirectory(); }));
-  connect(cmd[1], &QPushButton::clicked, this,
-          Trapped(services, "cmd_Click", [this](bool) { ClickExit(); }));
-  connect(cmd[2], &QPushButton::clicked, this, [this] { showMinimized(); });
-  connect(cmd[3], &QPushButton::clicked, this,
-          Trapped(services, "cmd_Click", [this](bool) { ClickUpdate(); }));
-  // Unlike the Exit button this entry does not ask about unsaved changes; the difference stays.
-  connect(mnuExit, &QAction::triggered, this, [this] { Unload(); });
-  PopUpMissionMenu = [this](QPoint position) { mnuMisPop->exec(position); };
-  ShowDialog = [](QDialog& dialog) { dialog.exec(); };
-  flightArea->ShowDialog = [this](QDialog& dialog) { ShowDialog(dialog); };
-  ConnectMissionMenu();
-  ConnectTools();
-  ConnectPrefs();
-  ConnectHelp();
-}
-
 void frmRWS::OpenMissionMenu(QPoint globalPosition) {
-  if (!session_.Doc.Missions.empty()) PopUpMissionMenu(globalPosition);
+  if (!session_.Doc.Missions.empty()) Popups.OpenMenu(*mnuMisPop, globalPosition);
 }
 
 /** Settles the changes of the mission being left. An Update rereads the directory, so the row that
@@ -105,7 +74,7 @@ bool frmRWS::ClickUpdate() {
 }
 
 bool frmRWS::MayExit() {
-  if (!cmd[3]->isEnabled()) return true;
+  if (!cmd[kUpdate]->isEnabled()) return true;
   const Answer answer =
       session_.Services.Ask.MsgBox("Would you like to save your updates before exiting?",
                                    Buttons::YesNoCancel, Icon::Question, kProgramTitle);
@@ -145,15 +114,6 @@ void frmRWS::closeEvent(QCloseEvent* event) {
   if (!mayClose) return event->ignore();
   Finish();
   event->accept();
-}
-
-void frmRWS::LightUpdate(bool lit) {
-  cmd[3]->setEnabled(lit);
-  // Pale green; black text goes with it, also where the desktop is dark.
-  const QString style =
-      lit ? QStringLiteral("background-color: #C0FFC0; color: black;") : QString();
-  // Every edit comes by here, and a style that is set again is worked out again.
-  if (cmd[3]->styleSheet() != style) cmd[3]->setStyleSheet(style);
 }
 
 }  // namespace rws

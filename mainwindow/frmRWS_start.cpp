@@ -39,7 +39,7 @@ void frmRWS::PrepareControls() {
   flightArea->fraFlight->chkPara->setChecked(false);
   missionPanel->chkWL->setChecked(false);
   missionPanel->chkST->setChecked(false);
-  mnuMissionPop[3]->setChecked(false);
+  mnuMissionPop[kAddSound]->setChecked(false);
   missionPanel->imgSnd->setVisible(true);
 }
 
@@ -53,7 +53,7 @@ void frmRWS::LoadTables() {
   if (doc.Closing) return;
   LoadRegiments(tables, services);
   InitForm();
-  flightArea->mnuAC[0]->setEnabled(LoadAC(tables, services));
+  flightArea->mnuAC[FlightArea::kChangeAircraft]->setEnabled(LoadAC(tables, services));
   LoadMaps(doc, services);
   LoadAircraftArray(doc, tables, services);
 }

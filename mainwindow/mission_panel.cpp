@@ -11,6 +11,7 @@
 #include "services/paths.h"
 #include "services/text.h"
 #include "services/units.h"
+#include "session/current.h"
 #include "session/doors.h"
 
 namespace rws {
@@ -30,8 +31,9 @@ void MissionPanel::Connect() {
   connect(chkWL, &QCheckBox::clicked, this,
           [this] { ConstantClicked(chkWL, &Mission::WeaponsConstant); });
   connect(cmdCount, &QToolButton::clicked, this, &MissionPanel::ShowAircraftCount);
-  connect(imgSnd, &QToolButton::clicked, this,
-          [this] { ResumeNext([&] { PlaySoundFile(Current().BriefSound, false); }); });
+  connect(imgSnd, &QToolButton::clicked, this, [this] {
+    ResumeNext([&] { PlaySoundFile(CurrentMission(session_).BriefSound, false); });
+  });
   imgSnd->installEventFilter(this);
 }
 
@@ -41,8 +43,6 @@ bool MissionPanel::eventFilter(QObject* watched, QEvent* event) {
     PlaySoundFile("", true);
   return QWidget::eventFilter(watched, event);
 }
-
-Mission& MissionPanel::Current() { return At(session_.Doc.Missions, session_.Doc.CurMission); }
 
 std::string MissionPanel::ClockText() const {
   return ToPath(dtMission->time().toString(QStringLiteral("HH.mm")));
@@ -57,19 +57,21 @@ void MissionPanel::EnableControls(bool enabled) { setEnabled(enabled); }
 
 void MissionPanel::ShowMission() {
   ResumeNext([&] {
-    fraMission->setTitle(
-        tr("Mission Map: ") +
-        FromBytes(session_.Services.Page, Current().MapName).replace(u'&', QStringLiteral("&&")));
+    fraMission->setTitle(tr("Mission Map: ") +
+                         FromBytes(session_.Services.Page, CurrentMission(session_).MapName)
+                             .replace(u'&', QStringLiteral("&&")));
   });
-  ResumeNext([&] { cboWeather->SelectRow(CInt(Val(Current().CloudType))); });
-  ResumeNext([&] { txtWeather->setText(FromPath(NumberText(Val(Current().CloudHeight)))); });
+  ResumeNext([&] { cboWeather->SelectRow(CInt(Val(CurrentMission(session_).CloudType))); });
   ResumeNext([&] {
-    const auto time =
-        QTime::fromString(FromPath(HoursToClock(Current().Time)), QStringLiteral("H:mm"));
+    txtWeather->setText(FromPath(NumberText(Val(CurrentMission(session_).CloudHeight))));
+  });
+  ResumeNext([&] {
+    const auto time = QTime::fromString(FromPath(HoursToClock(CurrentMission(session_).Time)),
+                                        QStringLiteral("H:mm"));
     if (time.isValid()) dtMission->setTime(time);
   });
-  ResumeNext([&] { ShowConstant(chkWL, Current().WeaponsConstant); });
-  ResumeNext([&] { ShowConstant(chkST, Current().TimeConstant); });
+  ResumeNext([&] { ShowConstant(chkWL, CurrentMission(session_).WeaponsConstant); });
+  ResumeNext([&] { ShowConstant(chkST, CurrentMission(session_).TimeConstant); });
   ResumeNext([&] { ShowSound(); });
   ResumeNext([&] { ShowStationary(); });
 }
@@ -83,11 +85,11 @@ void MissionPanel::ShowConstant(CheckBox* box, int value) {
 }
 
 void MissionPanel::ShowSound() {
-  const bool hasSound = !Trim(Current().BriefSoundLine).empty();
+  const bool hasSound = !Trim(CurrentMission(session_).BriefSoundLine).empty();
   imgSnd->setVisible(hasSound);
   if (hasSound)
     imgSnd->setToolTip(tr("Click here to hear the sound file \"%1\" attached to this mission.")
-                           .arg(FromPath(GetFileName(Current().BriefSound))));
+                           .arg(FromPath(GetFileName(CurrentMission(session_).BriefSound))));
 }
 
 void MissionPanel::ShowStationary() {
@@ -102,7 +104,7 @@ void MissionPanel::ShowStationary() {
 void MissionPanel::WeatherChosen(int row) {
   if (session_.Doc.bLoading) return;
   ResumeNext([&] {
-    Current().CloudType = std::to_string(row);
+    CurrentMission(session_).CloudType = std::to_string(row);
     SetModify(session_);
   });
 }
@@ -117,7 +119,7 @@ void MissionPanel::CloudsChanged(const QString& text) {
       return txtWeather->setText(QString::number(udClouds->Minimum()));
     txtWeather->setToolTip(FromPath(MetersToFeet(ToPath(text))) + tr(" feet"));
     if (session_.Doc.bLoading) return;
-    Current().CloudHeight = ToBytes(session_.Services.Page, text);
+    CurrentMission(session_).CloudHeight = ToBytes(session_.Services.Page, text);
     SetModify(session_);
   });
 }
@@ -125,7 +127,8 @@ void MissionPanel::CloudsChanged(const QString& text) {
 bool MissionPanel::MayLeaveClouds() {
   if (IsNumeric(ToPath(txtWeather->text()))) return true;
   ResumeNext([&] {
-    txtWeather->setText(FromPath(NumberText(RoundHalfEven(Val(Current().CloudHeight), 0))));
+    txtWeather->setText(
+        FromPath(NumberText(RoundHalfEven(Val(CurrentMission(session_).CloudHeight), 0))));
   });
   return false;
 }
@@ -135,18 +138,18 @@ void MissionPanel::TimeChanged() {
   // of the conversion.
   LogAndLeave(session_.Services, "dtMission_Change", [&] {
     Document& doc = session_.Doc;
-    Current().Time = ClockToHours(ClockText());
+    CurrentMission(session_).Time = ClockToHours(ClockText());
     // The shadow is the mission as it was shown: another spelling of its time is no edit.
-    if (doc.bLoading) At(doc.MissionShadow, doc.CurMission).Time = Current().Time;
+    if (doc.bLoading) At(doc.MissionShadow, doc.CurMission).Time = CurrentMission(session_).Time;
     SetModify(session_);
-    if (ReloadFlight) ReloadFlight();
+    Q_EMIT TimeSet();
   });
 }
 
 void MissionPanel::ConstantClicked(CheckBox* box, std::int16_t Mission::*field) {
   if (session_.Doc.bLoading) return;
   LogAndLeave(session_.Services, box == chkST ? "chkST_Click" : "chkWL_Click", [&] {
-    Current().*field = box->isChecked() ? 1 : 0;
+    CurrentMission(session_).*field = box->isChecked() ? 1 : 0;
     SetModify(session_);
   });
 }
@@ -154,9 +157,9 @@ void MissionPanel::ConstantClicked(CheckBox* box, std::int16_t Mission::*field) 
 void MissionPanel::ShowAircraftCount() {
   LogAndLeave(session_.Services, "cmdCount_Click", [&] {
     const Services& services = session_.Services;
-    const std::string text = AircraftCountText(Current(), session_.Tables, services);
+    const std::string text = AircraftCountText(CurrentMission(session_), session_.Tables, services);
     services.Ask.MsgBox(services.Page.ToUtf8(text), Buttons::Ok, Icon::Information,
-                        Current().BaseName);
+                        CurrentMission(session_).BaseName);
   });
 }
 

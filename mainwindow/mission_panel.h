@@ -5,7 +5,6 @@
 #include <QTimeEdit>
 #include <QToolButton>
 #include <QWidget>
-#include <functional>
 #include <map>
 
 #include "controls/check_box.h"
@@ -44,8 +43,9 @@ class MissionPanel : public QWidget {
   CheckBox *chkST, *chkWL;
   QToolButton *cmdCount, *cmdModSA, *imgSnd;
 
-  /** Fills what depends on the time of the current flight again. */
-  std::function<void()> ReloadFlight;
+ Q_SIGNALS:
+  /** The mission's time was changed, by the user or by showing it. */
+  void TimeSet();
 
  private:
   void Build();
@@ -55,7 +55,6 @@ class MissionPanel : public QWidget {
   void Connect();
   bool eventFilter(QObject* watched, QEvent* event) override;
 
-  Mission& Current();
   std::string ClockText() const;
   void ShowConstant(CheckBox* box, int value);
   void ShowStationary();

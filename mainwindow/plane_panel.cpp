@@ -9,6 +9,7 @@
 #include "services/numbers.h"
 #include "services/paths.h"
 #include "services/trapped.h"
+#include "session/current.h"
 #include "session/doors.h"
 #include "session/loading.h"
 
@@ -78,11 +79,7 @@ void PlanePanel::ConnectLabels() {
           }));
 }
 
-Mission& PlanePanel::CurrentMission() { return At(session_.Doc.Missions, session_.Doc.CurMission); }
-
-Flight& PlanePanel::CurrentFlight() { return At(CurrentMission().Flights, session_.Doc.CurFlight); }
-
-PlaneSlot& PlanePanel::Slot() { return At(CurrentFlight().PlaneSlots, plane_); }
+PlaneSlot& PlanePanel::Slot() { return At(CurrentFlight(session_).PlaneSlots, plane_); }
 
 PlaneSlot& PlanePanel::ShadowSlot() {
   const Document& doc = session_.Doc;
@@ -91,7 +88,8 @@ PlaneSlot& PlanePanel::ShadowSlot() {
 }
 
 bool PlanePanel::CountryIsUsa() {
-  return GetCountryByGroup(session_.Tables, session_.Services, CurrentFlight().Name) == "usa";
+  return GetCountryByGroup(session_.Tables, session_.Services, CurrentFlight(session_).Name) ==
+         "usa";
 }
 
 EditDropDown* PlanePanel::ListOf(const LabelButton* label) const {
@@ -101,8 +99,9 @@ EditDropDown* PlanePanel::ListOf(const LabelButton* label) const {
 void PlanePanel::SetFrame(bool enabled, bool noHighlight) {
   Highlight(false);
   bool noseArt = false;
-  ResumeNext(
-      [&] { noseArt = CountryIsUsa() && IsNoseart(session_.Tables, CurrentFlight().Class); });
+  ResumeNext([&] {
+    noseArt = CountryIsUsa() && IsNoseart(session_.Tables, CurrentFlight(session_).Class);
+  });
   const Loading loading(session_.Doc);
   chkPlayer->setChecked(false);
   for (QWidget* control : std::initializer_list<QWidget*>{this, chkPlayer, cboAPSkin, cboPSkin,
@@ -111,10 +110,10 @@ void PlanePanel::SetFrame(bool enabled, bool noHighlight) {
   cboPNoseArt->setEnabled(enabled && noseArt);
   lbl4->setEnabled(enabled && noseArt);
   ResumeNext([&] {
-    const Flight& flight = CurrentFlight();
+    const Flight& flight = CurrentFlight(session_);
     if (enabled)
       chkPlayer->setEnabled(IsFlyable(session_.Tables, flight.Class) && flight.OnlyAI != "1");
-    const Mission& mission = CurrentMission();
+    const Mission& mission = CurrentMission(session_);
     if (noHighlight || mission.Player != flight.Name || Val(mission.PlayerNum) != plane_) return;
     Highlight(true);
     chkPlayer->setChecked(true);
@@ -160,7 +159,7 @@ void PlanePanel::Fill() {
   const Loading loading(session_.Doc);
   chkMark->setChecked(Slot().NumberOn.empty());
   ShowSkill();
-  all_.LoadSkinList(GetPlaneFolder(session_.Tables, CurrentFlight().Class), plane_);
+  all_.LoadSkinList(GetPlaneFolder(session_.Tables, CurrentFlight(session_).Class), plane_);
   if (!SelectFile(cboAPSkin, Slot().Skin)) TurnRed(lbl2, cboAPSkin);
   const bool pilotFound = SelectFile(cboPSkin, Slot().Pilot);
   if (!pilotFound) TurnRed(lbl3, cboPSkin);
@@ -170,8 +169,8 @@ void PlanePanel::Fill() {
 }
 
 void PlanePanel::ShowSkill() {
-  const bool custom = CurrentFlight().Skill == "Custom";
-  const std::string skill = custom ? Slot().Skill : CurrentFlight().Skill;
+  const bool custom = CurrentFlight(session_).Skill == "Custom";
+  const std::string skill = custom ? Slot().Skill : CurrentFlight(session_).Skill;
   if (custom) cboSL->setEnabled(true);
   if (skill.empty()) return cboSL->setCurrentIndex(-1);
   ResumeNext([&] { cboSL->SelectRow(CInt(Val(skill))); });
@@ -262,18 +261,18 @@ void PlanePanel::MarkClicked() {
   if (session_.Doc.bLoading) return;
   const bool on = chkMark->isChecked();
   Slot().NumberOn = on ? "" : "0";
-  if (plane_ == 0 && all_.CheckMarkingsEntry) all_.CheckMarkingsEntry(on);
+  if (plane_ == 0) Q_EMIT all_.MarkingsShown(on);
   SetModify(session_);
   all_.ChkLabels(plane_, true);
 }
 
 void PlanePanel::PlayerClicked() {
   if (session_.Doc.bLoading) return;
-  Mission& mission = CurrentMission();
+  Mission& mission = CurrentMission(session_);
   const std::string player = mission.Player, number = mission.PlayerNum;
   if (chkPlayer->isChecked()) {
     mission.PlayerNum = std::to_string(plane_);
-    mission.Player = CurrentFlight().Name;
+    mission.Player = CurrentFlight(session_).Name;
   }
   if (!all_.IsAnyPlayerChecked()) {
     mission.Player.clear();
@@ -285,7 +284,7 @@ void PlanePanel::PlayerClicked() {
 
 void PlanePanel::Refill() {
   QPointer<QWidget> focus = window()->focusWidget();
-  if (all_.LoadPlanes) all_.LoadPlanes();
+  Q_EMIT all_.PlanesChanged();
   // Disabled and enabled again, a control has lost the focus; a label may have no more to do.
   if (auto* label = qobject_cast<LabelButton*>(focus); label && label->focusPolicy() == Qt::NoFocus)
     focus = label->buddy();

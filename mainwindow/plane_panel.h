@@ -66,8 +66,6 @@ class PlanePanel : public QGroupBox {
   void ConnectLists();
   void ConnectLabels();
 
-  Mission& CurrentMission();
-  Flight& CurrentFlight();
   PlaneSlot& Slot();
   PlaneSlot& ShadowSlot();
   bool CountryIsUsa();

@@ -7,6 +7,7 @@
 #include "services/paths.h"
 #include "services/pickers.h"
 #include "services/text.h"
+#include "session/current.h"
 #include "session/doors.h"
 
 namespace rws {
@@ -42,7 +43,7 @@ void PlanePanel::ViewOrRemove(const std::string& path, Field field) {
   if (!path.empty() && services.Files.FileExists(path)) {
     const std::string file = services.Files.Resolve(path);
     const std::string caption = kProgramTitle + std::string(" - ") + GetBaseName(file);
-    if (all_.ViewImage) all_.ViewImage(file, FromPath(caption));
+    Q_EMIT all_.ImageWanted(file, FromPath(caption));
     return;
   }
   services.Ask.MsgBox("The file is not valid and it's reference will be removed.", Buttons::Ok,
@@ -91,7 +92,7 @@ bool PlanePanel::CopySkin(const std::string& path) {
                         services.Ask.MsgBox(fault.Text, Buttons::Ok, Icon::Critical, kProgramTitle);
                       });
   if (!copied) return false;
-  const std::string folder = GetPlaneFolder(session_.Tables, CurrentFlight().Class);
+  const std::string folder = GetPlaneFolder(session_.Tables, CurrentFlight(session_).Class);
   ReLoadSinglePlaneSkin(session_.Tables, services, all_.SkinRow(folder));
   all_.LoadSkinList(folder, plane_);
   return true;

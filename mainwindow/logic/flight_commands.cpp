@@ -15,12 +15,15 @@ constexpr const char kMarked[] = "delete";
 /** Runs `edit` for each plane that a flight has, by number; slots above are not touched. */
 template <class Edit>
 void ForPlanes(const Flight& flight, Edit edit) {
-  const double slots = static_cast<double>(flight.PlaneSlots.size());
-  const auto planes = static_cast<std::size_t>(std::clamp(Val(flight.Planes), 0.0, slots));
-  for (std::size_t plane = 0; plane < planes; ++plane) edit(plane);
+  for (std::size_t plane = 0; plane < PlaneCount(flight); ++plane) edit(plane);
 }
 
 }  // namespace
+
+std::size_t PlaneCount(const Flight& flight) {
+  const double slots = static_cast<double>(flight.PlaneSlots.size());
+  return static_cast<std::size_t>(std::clamp(Val(flight.Planes), 0.0, slots));
+}
 
 void CheckFlights(const Mission& mission, const std::vector<std::size_t>& flights) {
   for (const std::size_t flight : flights)

@@ -13,6 +13,9 @@
     logged and nothing is changed. */
 namespace rws {
 
+/** How many planes a flight has, as far as there are slots for them. */
+std::size_t PlaneCount(const Flight& flight);
+
 /** A fault when one of these flights does not exist. */
 void CheckFlights(const Mission& mission, const std::vector<std::size_t>& flights);
 

@@ -54,7 +54,7 @@ TEST_F(WindowTest, EveryControlOfFlightAndPlaneReachesTheFile) {
   Click(panel[1]->chkPlayer);
   EXPECT_TRUE(panel[1]->IsHighlighted());
   EXPECT_FALSE(panel[2]->isEnabled());
-  Click(Window->cmd[3]);
+  Click(Window->cmd[frmRWS::kUpdate]);
   const std::vector<std::string> written = {
       "  Planes 2",      "  Parachute 0",        "  Skill0 3",       "  Skill1 2",
       "  skin0 old.bmp", "  skin1 Red Nose.bmp", "  pilot1 Cap.bmp", "  noseart0 Star.bmp",
@@ -65,7 +65,7 @@ TEST_F(WindowTest, EveryControlOfFlightAndPlaneReachesTheFile) {
 
   World_.Script.Expect("This will clear the player selected plane.", Answer::Yes);
   Click(flight.chkAI);
-  Click(Window->cmd[3]);
+  Click(Window->cmd[frmRWS::kUpdate]);
   EXPECT_NE(FileText("a").find("  Planes 2\r\n  OnlyAI 1\r\n"), std::string::npos);
 }
 

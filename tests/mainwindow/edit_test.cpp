@@ -12,7 +12,7 @@ TEST_F(WindowTest, EveryValueReachesTheFileThroughUpdate) {
   Click(Panel().chkST);
   Click(Panel().chkWL);
   EXPECT_TRUE(Lit());
-  Click(Window->cmd[3]);
+  Click(Window->cmd[frmRWS::kUpdate]);
   EXPECT_FALSE(Lit());
   EXPECT_EQ(FileText("a"), Crlf({"[MAIN]",
                                  "  MAP Smolensk/sload.ini",
@@ -122,7 +122,7 @@ TEST_F(WindowTest, AFailedUpdateKeepsTheEdits) {
       throw FileFault(fault::FileIo, "write", step.Path, "disk full");
   };
   World_.Script.Expect("Update fail. Reason unknown. Mission file restored.");
-  Click(Window->cmd[3]);
+  Click(Window->cmd[frmRWS::kUpdate]);
   const auto& box = World_.Script.Boxes.back();
   EXPECT_EQ(box.Icon, Icon::Critical);
   EXPECT_EQ(box.Title, "RWS Edit");
@@ -133,7 +133,7 @@ TEST_F(WindowTest, AFailedUpdateKeepsTheEdits) {
   World_.Services.Files.BeforeStep = {};
   Panel().txtWeather->setText("1300");
   EXPECT_TRUE(Lit());
-  Click(Window->cmd[3]);
+  Click(Window->cmd[frmRWS::kUpdate]);
   EXPECT_NE(FileText("a").find("CloudType 5"), std::string::npos);
 }
 
@@ -145,7 +145,7 @@ TEST_F(WindowTest, AMissionThatCannotBeBuiltIsNotTouched) {
   Open();
   Edit();
   World_.Script.Expect("Update Failed. Reason unknown. Update aborted.");
-  Click(Window->cmd[3]);
+  Click(Window->cmd[frmRWS::kUpdate]);
   EXPECT_EQ(FileText("a"), bad);
   EXPECT_EQ(Box.Names("program"), "");
 }

@@ -10,7 +10,7 @@ class FlightMenuTest : public FlightsTest {
  protected:
   FlightMenuTest() {
     Open();
-    Area().ShowDialog = [this](QDialog& dialog) {
+    Window->Popups.ShowDialog = [this](QDialog& dialog) {
       dialog.show();
       if (Work) Work(dialog);
       dialog.close();
@@ -36,7 +36,7 @@ TEST_F(FlightMenuTest, DuplicatesChangesRemovesAndEditsARouteThroughToTheFile) {
     form.txtInput[3]->setText("2");
     Click(form.cmd[1]);
   };
-  Choose(4);
+  Choose(FlightArea::kDuplicate);
   EXPECT_EQ(Names(), "r0100|g0110|x0100|r0101|r0102|r0103");
   EXPECT_TRUE(Lit());
 
@@ -49,13 +49,13 @@ TEST_F(FlightMenuTest, DuplicatesChangesRemovesAndEditsARouteThroughToTheFile) {
     QTest::keyClick(form.lstPlanes, Qt::Key_Up);
     Click(form.cmd[0]);
   };
-  Choose(0);
+  Choose(FlightArea::kChangeAircraft);
   EXPECT_EQ(Record(kBomberFlight).Class, "I_16");
   EXPECT_EQ(Record(kBomberFlight).Name, "g0100");
 
   ClickFlight(List().RowOf(kMysteryFlight));
   World_.Script.Expect("Are you sure?", Answer::Yes);
-  Choose(5);
+  Choose(FlightArea::kRemove);
   EXPECT_EQ(Names(), "r0100|g0100|r0101|r0102|r0103");
 
   ClickFlight(List().RowOf(0));
@@ -67,8 +67,8 @@ TEST_F(FlightMenuTest, DuplicatesChangesRemovesAndEditsARouteThroughToTheFile) {
     QTest::keyClicks(form.grd->focusWidget(), "750");
     QTest::keyClick(form.grd->focusWidget(), Qt::Key_Return);
   };
-  Choose(6);
-  Click(Window->cmd[3]);
+  Choose(FlightArea::kWaypoints);
+  Click(Window->cmd[frmRWS::kUpdate]);
 
   const auto flight = [](const std::string& name, const std::string& aircraft,
                          const std::string& skill, const std::string& first,
@@ -94,25 +94,25 @@ TEST_F(FlightMenuTest, DuplicatesChangesRemovesAndEditsARouteThroughToTheFile) {
 TEST_F(FlightMenuTest, ACancelledDialogChangesNothing) {
   ClickFlight(kFighter);
   Work = [](QDialog& dialog) { dynamic_cast<frmChgAC&>(dialog).cmd[1]->click(); };
-  Choose(0);
+  Choose(FlightArea::kChangeAircraft);
   Work = [](QDialog& dialog) { dynamic_cast<frmWPEdit&>(dialog).cmd[0]->click(); };
-  Choose(4);
+  Choose(FlightArea::kDuplicate);
   World_.Script.Expect("Are you sure?", Answer::No);
-  Choose(5);
+  Choose(FlightArea::kRemove);
   Work = {};
-  Choose(6);
+  Choose(FlightArea::kWaypoints);
   EXPECT_EQ(Names(), "r0100|g0110|x0100|r0101");
   EXPECT_FALSE(Lit());
 }
 
 TEST_F(FlightMenuTest, MarkingsReachTheFileOnlyWithAnotherEdit) {
   SelectFighters();
-  Choose(2);
+  Choose(FlightArea::kMarkings);
   EXPECT_EQ(Record(kFighterFlight).PlaneSlots[1].NumberOn, "0");
   EXPECT_EQ(Record(kLateFighterFlight).PlaneSlots[1].NumberOn, "0");
   EXPECT_EQ(Record(kFighterFlight).PlaneSlots[2].NumberOn, "") << "a flight of two";
   EXPECT_FALSE(Lit());
-  Choose(2);
+  Choose(FlightArea::kMarkings);
   EXPECT_EQ(Record(kFighterFlight).PlaneSlots[1].NumberOn, "");
 }
 
@@ -134,7 +134,7 @@ TEST_F(FlightMenuTest, ASkinGoesToAllPlanesSelected) {
 
 TEST_F(FlightMenuTest, CopiesTheSectionsOfTheSelection) {
   SelectFighters();
-  Choose(8);
+  Choose(FlightArea::kCopy);
   const std::string& text = World_.Clipboard;
   EXPECT_EQ(text.find("[r0100]\r\n  Planes 2\r\n"), 0U);
   EXPECT_NE(text.find("[r0100_Way]\r\n  NORMFLY 1.00 2.00 500.0 300.0 &0\r\n"), std::string::npos);
@@ -146,7 +146,7 @@ TEST_F(FlightMenuTest, TheLastFlightsCanBeRemoved) {
   for (int row = 1; row <= kLateFighter; ++row)
     ClickFlight(row, Qt::LeftButton, Qt::ControlModifier);
   World_.Script.Expect("Are you sure?", Answer::Yes);
-  Choose(5);
+  Choose(FlightArea::kRemove);
   EXPECT_EQ(List().RowCount(), 0);
   EXPECT_EQ(Panel_().title(), "None");
   EXPECT_FALSE(Panel_().txtFuel->isEnabled());

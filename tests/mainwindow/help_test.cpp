@@ -84,15 +84,15 @@ TEST_F(HelpTest, StandsAloneAndItsLinksLead) {
 
 TEST_F(HelpTest, OpensFromTheMenuOrSaysWhyNot) {
   World_.Script.Expect(Box.Path("program/RWS.HLP.html") + "\" cannot be shown: the file does not");
-  Window->mnuH[0]->trigger();
+  Window->mnuH[frmRWS::kContents]->trigger();
   Box.Write("program/RWS.HLP.html", "help");
-  Window->mnuH[0]->trigger();
+  Window->mnuH[frmRWS::kContents]->trigger();
   EXPECT_EQ(Joined(World_.ShellCalls), "open " + Box.Path("program/RWS.HLP.html"));
   World_.Services.System.Execute = [](auto&, auto&) { return 31; };
   World_.Script.Expect("no program could be started");
-  Window->mnuH[0]->trigger();
+  Window->mnuH[frmRWS::kContents]->trigger();
   World_.Script.Expect(" Version 2.0.0\n - ");
-  Window->mnuH[1]->trigger();
+  Window->mnuH[frmRWS::kAbout]->trigger();
 }
 
 TEST_F(HelpTest, ACheckLeavesCommandsFreeAndClosingCancelsIt) {
@@ -108,14 +108,15 @@ TEST_F(HelpTest, ACheckLeavesCommandsFreeAndClosingCancelsIt) {
   Window->show();
   Window->Start();
   QObject::connect(&silent, &QTcpServer::newConnection, [&] {
-    EXPECT_FALSE(Window->mnuH[2]->isEnabled());
+    EXPECT_FALSE(Window->mnuH[frmRWS::kCheckForUpdates]->isEnabled());
     EXPECT_EQ(fetcher.Fetch("http://127.0.0.1/"), std::nullopt) << "a second one does not start";
     Edit();
     EXPECT_TRUE(Lit());
     Window->Unload();
   });
   // In the program's own event loop, which has to end as well.
-  QMetaObject::invokeMethod(Window->mnuH[2], &QAction::trigger, Qt::QueuedConnection);
+  QMetaObject::invokeMethod(Window->mnuH[frmRWS::kCheckForUpdates], &QAction::trigger,
+                            Qt::QueuedConnection);
   EXPECT_EQ(QApplication::exec(), 0);
   EXPECT_TRUE(Doc().Closing);
   EXPECT_TRUE(World_.Script.Boxes.empty());

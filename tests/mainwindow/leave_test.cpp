@@ -70,7 +70,7 @@ TEST_F(WindowTest, LeavingByYesStaysWhenTheUpdateFails) {
 TEST_F(WindowTest, ARightClickOpensTheMenuOnTheMissionThatWasCurrent) {
   OpenThree();
   int opened = 0, currentThen = -1, litThen = -1;
-  Window->PopUpMissionMenu = [&](QPoint) {
+  Window->Popups.OpenMenu = [&](QMenu&, QPoint) {
     ++opened;
     currentThen = Doc().CurMission;
     litThen = Row();
@@ -85,7 +85,7 @@ TEST_F(WindowTest, ARightClickOpensTheMenuOnTheMissionThatWasCurrent) {
 
 TEST_F(WindowTest, ARightClickWhoseMenuRereadsTheDirectoryMovesToNoStrangeRow) {
   OpenThree();
-  Window->PopUpMissionMenu = [&](QPoint) {
+  Window->Popups.OpenMenu = [&](QMenu&, QPoint) {
     World_.Services.Files.DeleteFile(Box.Path("missions/a.mis"));
     Doc().Missions.clear();
     Window->Start();
@@ -131,7 +131,7 @@ class ExitTest : public WindowTest, public ::testing::WithParamInterface<ExitRow
 };
 
 TEST_P(ExitTest, ByButton) {
-  Run([this] { Click(Window->cmd[1]); });
+  Run([this] { Click(Window->cmd[frmRWS::kExit]); });
 }
 TEST_P(ExitTest, ByTitleBar) {
   Run([this] { Window->close(); });
@@ -152,7 +152,7 @@ TEST_F(WindowTest, ExitStaysOpenWhenTheUpdateFails) {
   };
   World_.Script.Expect(kExitQuestion, Answer::Yes);
   World_.Script.Expect("Update fail. Reason unknown. Mission file restored.");
-  Click(Window->cmd[1]);
+  Click(Window->cmd[frmRWS::kExit]);
   EXPECT_TRUE(Window->isVisible());
 }
 

@@ -46,14 +46,12 @@ class PlanePanelsTest : public ::testing::Test {
     Panels.mnuSkin = &Menu;
     Menu.addAction(QStringLiteral("None"));
     Panels.FillFixedLists();
-    Panels.LoadPlanes = [this] {
-      Panels.ClearFrames(false);
-      for (int i = 0; i < std::stoi(Flight_().Planes); ++i) Panels.FillPanel(i);
-    };
-    Panels.ViewImage = [this](const std::string& path, const QString& caption) {
-      Viewed.push_back(GetFileName(path) + " as " + caption.toStdString());
-    };
-    Panels.CheckMarkingsEntry = [this](bool checked) { MenuChecked = checked; };
+    QObject::connect(&Panels, &PlanePanels::PlanesChanged, [this] { LoadPlanes(); });
+    QObject::connect(&Panels, &PlanePanels::ImageWanted,
+                     [this](const std::string& path, const QString& caption) {
+                       Viewed.push_back(GetFileName(path) + " as " + caption.toStdString());
+                     });
+    QObject::connect(&Panels, &PlanePanels::MarkingsShown, [this](bool on) { MenuChecked = on; });
     Panels.show();
   }
 
@@ -66,11 +64,15 @@ class PlanePanelsTest : public ::testing::Test {
     Slot(i).Pilot = pilot;
     Slot(i).NoseArt = noseArt;
   }
+  void LoadPlanes() {
+    Panels.ClearFrames(false);
+    for (int i = 0; i < std::stoi(Flight_().Planes); ++i) Panels.FillPanel(i);
+  }
   /** Shows the flight as it is in the record, without an edit. */
   void Show(int flight = 0) {
     Doc().CurFlight = flight;
     Doc().MissionShadow = Doc().Missions;
-    Panels.LoadPlanes();
+    LoadPlanes();
     World_.Lit = false;
   }
   void Click(QWidget* control, Qt::MouseButton button = Qt::LeftButton) {

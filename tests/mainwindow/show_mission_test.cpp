@@ -27,7 +27,7 @@ TEST_F(WindowTest, ShowsTheValuesOfTheFirstMission) {
   EXPECT_EQ(Panel().lbl[9]->text(), "1 stationary aircraft in this mission");
   EXPECT_EQ(Panel().cmdModSA->toolTip(), "1 stationary aircraft in this mission");
   EXPECT_FALSE(Panel().cmdCount->isEnabled());
-  EXPECT_FALSE(Window->mnuMissionPop[2]->isVisible());
+  EXPECT_FALSE(Window->mnuMissionPop[frmRWS::kSpawnPoints]->isVisible());
   EXPECT_EQ(Window->staPanels[0]->text().toStdString(), Doc().MissionDir);
   EXPECT_FALSE(Lit());
   EXPECT_FALSE(Doc().bLoading);
@@ -45,7 +45,7 @@ TEST_F(WindowTest, KeepsWhatACurrentValueCannotReplace) {
   EXPECT_EQ(Doc().Missions[1].CloudHeight, "9000") << "showing a height must not change it";
   EXPECT_EQ(Panel().chkWL->checkState(), Qt::PartiallyChecked);
   EXPECT_FALSE(Panel().cmdCount->isEnabled());
-  EXPECT_TRUE(Window->mnuMissionPop[2]->isVisible());
+  EXPECT_TRUE(Window->mnuMissionPop[frmRWS::kSpawnPoints]->isVisible());
   EXPECT_EQ(Panel().lbl[9]->text(), "No stationary aircraft for this mission");
   EXPECT_EQ(Window->flightArea->fraFlight->title(), "None");
   Click(Panel().chkWL);
@@ -56,7 +56,7 @@ TEST_F(WindowTest, AnEmptyDirectoryDisablesWhatWorksOnAMission) {
   OpenThree();
   Edit();
   World_.Script.ExpectPath("Select a mission directory", Box.Path("program"));
-  Click(Window->cmd[0]);
+  Click(Window->cmd[frmRWS::kDirectory]);
   EXPECT_EQ(Window->lstMission->RowCount(), 0);
   EXPECT_TRUE(Doc().Missions.empty());
   EXPECT_FALSE(Lit());
@@ -65,7 +65,7 @@ TEST_F(WindowTest, AnEmptyDirectoryDisablesWhatWorksOnAMission) {
   EXPECT_EQ(Panel().fraMission->title(), "Mission Map:");
   EXPECT_EQ(Window->staPanels[0]->text().toStdString(), Box.Path("program"));
   EXPECT_EQ(ReadSetting(World_.Services.Settings, setting::LastDirPath), Box.Path("program"));
-  Window->PopUpMissionMenu = [](QPoint) { FAIL() << "a menu over no mission"; };
+  Window->Popups.OpenMenu = [](QMenu&, QPoint) { FAIL() << "a menu over no mission"; };
   QTest::mouseClick(Window->lstMission->viewport(), Qt::RightButton);
 }
 
@@ -74,7 +74,7 @@ TEST_F(WindowTest, ACancelledDirectoryChangesNothing) {
   Edit();
   WriteSetting(World_.Services.Settings, setting::LastDirPath, Box.Path("missions/gone/deeper"));
   World_.Script.ExpectPath("Select a mission directory", "");
-  Click(Window->cmd[0]);
+  Click(Window->cmd[frmRWS::kDirectory]);
   EXPECT_EQ(World_.Script.StartFolders.back(), Box.Path("missions"));
   EXPECT_EQ(Doc().Missions.size(), 3u);
   EXPECT_TRUE(Lit());

@@ -172,9 +172,9 @@ TEST(RealMissions, AreRewrittenAsPrescribed) {
     ASSERT_EQ(BuildMissionFile(world.Doc, world.Services, output, 0, {}), prescribed.Builds);
     // The command line tool writes the same and leaves the mission alone.
     const test::Sandbox box;
-    const std::string command = "\"" + test::CliProgram() + "\" rewrite \"" + entry.path().string() +
-                                "\" --output \"" + box.Path("out.mis") + "\" 2> \"" +
-                                box.Path("log") + "\"";
+    const std::string command = "\"" + test::CliProgram() + "\" rewrite \"" +
+                                entry.path().string() + "\" --output \"" + box.Path("out.mis") +
+                                "\" 2> \"" + box.Path("log") + "\"";
     EXPECT_EQ(std::system(command.c_str()) == 0, prescribed.Builds);
     EXPECT_TRUE(box.Read("out.mis") == (prescribed.Builds ? output.FileText() : "<none>"));
     EXPECT_TRUE(Bytes(entry.path()) == bytes);
