@@ -7,6 +7,7 @@
 #include "services/numbers.h"
 #include "services/trapped.h"
 #include "session/current.h"
+#include "session/doors.h"
 #include "session/loading.h"
 #include "tools/frmView.h"
 
@@ -51,6 +52,7 @@ void FlightArea::ResetCaptions() {
 }
 
 void FlightArea::ShowNoFlights() {
+  const Showing showing(session_);
   const Loading loading(session_.Doc);
   ClearFlightList();
   ClearFrames(true);
@@ -90,14 +92,16 @@ void FlightArea::TakeSelectedFlight() {
 }
 
 void FlightArea::PlaneChg(bool reload, int index, bool playerCleared) {
-  if (reload) LoadPlaneList(index);
-  if (index == -1 || lstPlanes->RowOf(index) < 0)
-    TakeSelectedFlight();
-  else
-    session_.Doc.CurFlight = index;
-  fraFlight->LoadFlight(session_.Doc.CurFlight);
-  LoadPlanes();
-  SetWaypointMenuCaption();
+  Show(session_, [&] {
+    if (reload) LoadPlaneList(index);
+    if (index == -1 || lstPlanes->RowOf(index) < 0)
+      TakeSelectedFlight();
+    else
+      session_.Doc.CurFlight = index;
+    fraFlight->LoadFlight(session_.Doc.CurFlight);
+    LoadPlanes();
+    SetWaypointMenuCaption();
+  });
   if (playerCleared)
     session_.Services.Ask.MsgBox(
         "Player select was clear because of the plane change\ndon't forget to reset it.",
@@ -113,6 +117,7 @@ void FlightArea::SetWaypointMenuCaption() {
 }
 
 void FlightArea::LoadPlanes() {
+  const Showing showing(session_);
   LogAndLeave(session_.Services, "LoadPlanes", [&] {
     const Mission& mission = CurrentMission(session_);
     const Flight& flight = CurrentFlight(session_);
@@ -172,6 +177,7 @@ void FlightArea::ListKeyReleased() {
 }
 
 void FlightArea::SetMultipleMode() {
+  const Showing showing(session_);
   ResumeNext([&] {
     const auto selected = lstPlanes->SelectedPlanes();
     const bool same = SelectedSameAircraft(selected);
@@ -195,6 +201,7 @@ void FlightArea::SetSingleMode() {
 }
 
 void FlightArea::FillFixedLists() {
+  const Showing showing(session_);
   fraFlight->FillFixedLists();
   planes->FillFixedLists();
 }

@@ -15,6 +15,19 @@
 
 namespace rws {
 
+namespace {
+
+/** Compared by its command: not when it failed, though some flights may be changed by then. */
+constexpr EditKind kChange{"ChangeAirCraft", "Change Aircraft", Lighting::None};
+/** Changes the shadow as well, so that there is nothing to compare. */
+constexpr EditKind kMarks{"mnuAC_Click", "Markings", Lighting::None};
+constexpr EditKind kSkin{"mnuSkin_Click", "Change Flight Skin"};
+constexpr EditKind kCopies{"DuplicateFlight", "Create Duplicate Groups"};
+/** Compared by its command: not when it failed. */
+constexpr EditKind kRemoval{"mnuAC_Click", "Remove Selected Flight", Lighting::None};
+
+}  // namespace
+
 void FlightArea::ConnectMenu() {
   const auto command = [this](Entry entry, const char* name, void (FlightArea::*run)()) {
     connect(mnuAC[entry], &QAction::triggered, this,
@@ -55,44 +68,49 @@ void FlightArea::ClickChangeAircraft() {
   form.LoadForm();
   popups_.ShowDialog(form);
   const std::string loadout = ToBytes(session_.Services.Page, fraFlight->cboWeap->currentText());
-  const AircraftChange change = ChangeAirCraft(
-      session_.Doc, session_.Tables, session_.Services,
-      {form.ACName, form.Squad, form.CodeOut, form.Changed}, SelectedFlights(), loadout);
-  if (!change.Done) return;
-  PlaneChg(true, index, change.PlayerLost);
-  SetModify(session_);
+  if (form.ACName == "Cancel") return;
+  Edit(session_, kChange, [&] {
+    const AircraftChange change = ChangeAirCraft(
+        session_.Doc, session_.Tables, session_.Services,
+        {form.ACName, form.Squad, form.CodeOut, form.Changed}, SelectedFlights(), loadout);
+    if (!change.Done) return;
+    PlaneChg(true, index, change.PlayerLost);
+    SetModify(session_);
+  });
 }
 
 void FlightArea::ClickMarkings() {
   // The menu has turned the mark round already.
   const bool on = mnuAC[kMarkings]->isChecked();
   const auto flights = SelectedFlights();
-  if (!rws::SetMarkings(session_.Doc, session_.Services, flights, on)) {
-    mnuAC[kMarkings]->setChecked(!on);
-    return;
-  }
-  const Loading loading(session_.Doc);
-  for (std::size_t i = 0; i < MostPlanes(flights); ++i)
-    planes->fraPlane[i]->chkMark->setChecked(on);
+  bool done = false;
+  Edit(session_, kMarks, [&] { done = SetMarkings(session_.Doc, session_.Services, flights, on); });
+  if (!done) return mnuAC[kMarkings]->setChecked(!on);
+  Show(session_, [&] {
+    const Loading loading(session_.Doc);
+    for (std::size_t i = 0; i < MostPlanes(flights); ++i)
+      planes->fraPlane[i]->chkMark->setChecked(on);
+  });
 }
 
 void FlightArea::ClickSkin(QAction* entry) {
   const int row = static_cast<int>(mnuSkin->actions().indexOf(entry));
   const auto flights = SelectedFlights();
-  const std::size_t count = MostPlanes(flights);
-  for (std::size_t i = 0; i < count; ++i) {
-    PlanePanel& panel = *planes->fraPlane[i];
-    {
-      const Loading loading(session_.Doc);
-      panel.chkMark->setChecked(false);
+  Edit(session_, kSkin, [&] {
+    const std::size_t count = MostPlanes(flights);
+    for (std::size_t i = 0; i < count; ++i) {
+      PlanePanel& panel = *planes->fraPlane[i];
+      {
+        const Loading loading(session_.Doc);
+        panel.chkMark->setChecked(false);
+      }
+      // Its handler stores the skin of the flight that is shown.
+      panel.cboAPSkin->SelectRow(row);
     }
-    // Its handler stores the skin of the flight that is shown.
-    panel.cboAPSkin->SelectRow(row);
-  }
-  const std::string file = GetFileName(ToPath(entry->data().toString()));
-  const auto spelled = session_.Services.Page.FromUtf8(file.empty() ? "default" : file);
-  if (spelled) SetFlightSkin(session_.Doc, session_.Services, flights, *spelled);
-  SetModify(session_);
+    const std::string file = GetFileName(ToPath(entry->data().toString()));
+    const auto spelled = session_.Services.Page.FromUtf8(file.empty() ? "default" : file);
+    if (spelled) SetFlightSkin(session_.Doc, session_.Services, flights, *spelled);
+  });
 }
 
 void FlightArea::ClickDuplicate() {
@@ -102,23 +120,26 @@ void FlightArea::ClickDuplicate() {
   form.LoadForm();
   popups_.ShowDialog(form);
   if (form.frmCancel) return;
-  // What was added before a failure stays, and is shown.
-  DuplicateFlight(session_.Doc, session_.Tables, session_.Services,
-                  {form.Distance, form.Altitude, form.Speed}, form.ACNumber);
-  PlaneChg(true, -1, false);
-  SetModify(session_);
+  Edit(session_, kCopies, [&] {
+    // What was added before a failure stays, and is shown.
+    DuplicateFlight(session_.Doc, session_.Tables, session_.Services,
+                    {form.Distance, form.Altitude, form.Speed}, form.ACNumber);
+    PlaneChg(true, -1, false);
+  });
 }
 
 void FlightArea::ClickRemove() {
   const Answer answer =
       session_.Services.Ask.MsgBox("Are you sure?", Buttons::YesNo, Icon::Question, kProgramTitle);
   if (answer != Answer::Yes) return;
-  if (!RemoveFlights(session_.Doc, session_.Services, SelectedFlights())) return;
-  if (CurrentMission(session_).Flights.empty())
-    ShowNoFlights();
-  else
-    PlaneChg(true, 1, false);
-  SetModify(session_);
+  Edit(session_, kRemoval, [&] {
+    if (!RemoveFlights(session_.Doc, session_.Services, SelectedFlights())) return;
+    if (CurrentMission(session_).Flights.empty())
+      ShowNoFlights();
+    else
+      PlaneChg(true, 1, false);
+    SetModify(session_);
+  });
 }
 
 void FlightArea::ClickWaypoints() {

@@ -52,6 +52,7 @@ void FlightPanel::ShowNoFlight() {
 }
 
 void FlightPanel::LoadFlight(int index) {
+  const Showing showing(session_);
   ++loads_;
   LogAndLeave(session_.Services, "LoadFlight", [&] {
     const Flight& flight = FlightAt(session_, index);

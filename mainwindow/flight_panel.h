@@ -11,7 +11,7 @@
 #include "controls/guarded_edit.h"
 #include "controls/up_down.h"
 #include "mainwindow/flight_list.h"
-#include "session/session.h"
+#include "session/doors.h"
 
 namespace rws {
 
@@ -32,10 +32,6 @@ class FlightPanel : public QGroupBox {
   void EnableFlightControls(bool enabled, bool parachute);
   /** Enables or disables loadout, mission time and delayed start, as the preferences want it. */
   void LockFlightControls(bool enabled);
-  /** Copies all five values of the panel to every selected flight, whichever was changed. The
-     loadout only where all fly one aircraft. */
-  void ApplyFlightPanel();
-
   /** Enables what makes sense for a selection of several flights. */
   void EnableForGroup(bool sameAircraft, bool allFlyable);
   /** Fills the lists that never change and selects their first rows. */
@@ -87,6 +83,12 @@ class FlightPanel : public QGroupBox {
   void ShowDelay(const Flight& flight);
   void ShowSwitches(const Flight& flight);
 
+  /** Writes to the current flight, or the whole panel to all that are selected. True for the first
+      when it is done. */
+  bool EditFlight(const EditKind& kind, const std::function<void(Flight& flight)>& write);
+  /** Copies all five values of the panel to every selected flight, whichever was changed. The
+      loadout only where all fly one aircraft. */
+  void ApplyFlightPanel();
   void PlanesChosen();
   void SkillChosen(int row);
   void WeaponChosen();

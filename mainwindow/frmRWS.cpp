@@ -8,6 +8,7 @@
 #include "services/error_log.h"
 #include "services/text.h"
 #include "services/trapped.h"
+#include "session/doors.h"
 
 /** The pictures stand in a library; without this call the linker would leave them out. */
 static void InitIcons() { Q_INIT_RESOURCE(icons); }
@@ -113,6 +114,7 @@ void frmRWS::LightUpdate(bool lit) {
 }
 
 void frmRWS::InitForm() {
+  const Showing showing(session_);
   LogAndLeave(session_.Services, "InitForm", [&] {
     const bool loading = session_.Doc.bLoading;
     session_.Doc.bLoading = true;
@@ -166,6 +168,7 @@ void frmRWS::LoadMissionList() {
 }
 
 void frmRWS::ShowMission() {
+  const Showing showing(session_);
   Document& doc = session_.Doc;
   doc.bLoading = true;
   ResumeNext([&] { flightArea->ClearFlightList(); });

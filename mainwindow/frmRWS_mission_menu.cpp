@@ -13,6 +13,13 @@
 
 namespace rws {
 
+namespace {
+
+/** Compared as every entry of the menu is, at its end. */
+constexpr EditKind kSound{"mnuMissionPop_Click", "Add Sound File", Lighting::None};
+
+}  // namespace
+
 void frmRWS::ConnectMissionMenu() {
   const auto command = [this](MissionEntry entry, void (frmRWS::*run)()) {
     connect(
@@ -80,7 +87,9 @@ void frmRWS::ClickSpawnPoints() {
 }
 
 void frmRWS::ClickAddSound() {
-  if (AddSoundFile(session_.Doc, session_.Services)) missionPanel->ShowSound();
+  bool attached = false;
+  Edit(session_, kSound, [&] { attached = AddSoundFile(session_.Doc, session_.Services); });
+  if (attached) missionPanel->ShowSound();
   EndMissionCommand(false);
 }
 

@@ -11,6 +11,7 @@
 #include "services/paths.h"
 #include "services/setting_values.h"
 #include "services/version.h"
+#include "session/doors.h"
 
 namespace rws {
 
@@ -36,6 +37,7 @@ bool frmRWS::TakeInstance() {
 }
 
 void frmRWS::PrepareControls() {
+  const Showing showing(session_);
   flightArea->fraFlight->chkPara->setChecked(false);
   missionPanel->chkWL->setChecked(false);
   missionPanel->chkST->setChecked(false);

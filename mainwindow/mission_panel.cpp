@@ -16,6 +16,16 @@
 
 namespace rws {
 
+namespace {
+
+constexpr EditKind kWeather{nullptr, "Weather"};
+constexpr EditKind kCloudHeight{"txtWeather_Change", "Cloud height"};
+constexpr EditKind kTime{"dtMission_Change", "Mission time"};
+constexpr EditKind kStaticTime{"chkST_Click", "Static time"};
+constexpr EditKind kUserLoadout{"chkWL_Click", "No user loadout"};
+
+}  // namespace
+
 MissionPanel::MissionPanel(Session& session, QWidget* parent) : QWidget(parent), session_(session) {
   Build();
   Connect();
@@ -27,9 +37,9 @@ void MissionPanel::Connect() {
   txtWeather->MayLeave = [this] { return MayLeaveClouds(); };
   connect(dtMission, &QTimeEdit::timeChanged, this, &MissionPanel::TimeChanged);
   connect(chkST, &QCheckBox::clicked, this,
-          [this] { ConstantClicked(chkST, &Mission::TimeConstant); });
+          [this] { ConstantClicked(chkST, kStaticTime, &Mission::TimeConstant); });
   connect(chkWL, &QCheckBox::clicked, this,
-          [this] { ConstantClicked(chkWL, &Mission::WeaponsConstant); });
+          [this] { ConstantClicked(chkWL, kUserLoadout, &Mission::WeaponsConstant); });
   connect(cmdCount, &QToolButton::clicked, this, &MissionPanel::ShowAircraftCount);
   connect(imgSnd, &QToolButton::clicked, this, [this] {
     ResumeNext([&] { PlaySoundFile(CurrentMission(session_).BriefSound, false); });
@@ -56,6 +66,7 @@ ShownValues MissionPanel::Shown() const {
 void MissionPanel::EnableControls(bool enabled) { setEnabled(enabled); }
 
 void MissionPanel::ShowMission() {
+  const Showing showing(session_);
   ResumeNext([&] {
     fraMission->setTitle(tr("Mission Map: ") +
                          FromBytes(session_.Services.Page, CurrentMission(session_).MapName)
@@ -103,14 +114,11 @@ void MissionPanel::ShowStationary() {
 
 void MissionPanel::WeatherChosen(int row) {
   if (session_.Doc.bLoading) return;
-  ResumeNext([&] {
-    CurrentMission(session_).CloudType = std::to_string(row);
-    SetModify(session_);
-  });
+  Edit(session_, kWeather, [&] { CurrentMission(session_).CloudType = std::to_string(row); });
 }
 
 void MissionPanel::CloudsChanged(const QString& text) {
-  LogAndLeave(session_.Services, "txtWeather_Change", [&] {
+  LogAndLeave(session_.Services, kCloudHeight.Handler, [&] {
     const double value = Val(ToPath(text));
     // Each of these writes runs this handler again, with the value that then counts.
     if (value > udClouds->Maximum())
@@ -119,8 +127,8 @@ void MissionPanel::CloudsChanged(const QString& text) {
       return txtWeather->setText(QString::number(udClouds->Minimum()));
     txtWeather->setToolTip(FromPath(MetersToFeet(ToPath(text))) + tr(" feet"));
     if (session_.Doc.bLoading) return;
-    CurrentMission(session_).CloudHeight = ToBytes(session_.Services.Page, text);
-    SetModify(session_);
+    Edit(session_, kCloudHeight,
+         [&] { CurrentMission(session_).CloudHeight = ToBytes(session_.Services.Page, text); });
   });
 }
 
@@ -136,22 +144,19 @@ bool MissionPanel::MayLeaveClouds() {
 void MissionPanel::TimeChanged() {
   // Runs while controls are filled as well: showing a mission writes its time back in the spelling
   // of the conversion.
-  LogAndLeave(session_.Services, "dtMission_Change", [&] {
+  const bool done = Edit(session_, kTime, [&] {
     Document& doc = session_.Doc;
     CurrentMission(session_).Time = ClockToHours(ClockText());
     // The shadow is the mission as it was shown: another spelling of its time is no edit.
     if (doc.bLoading) At(doc.MissionShadow, doc.CurMission).Time = CurrentMission(session_).Time;
-    SetModify(session_);
-    Q_EMIT TimeSet();
   });
+  if (done) Q_EMIT TimeSet();
 }
 
-void MissionPanel::ConstantClicked(CheckBox* box, std::int16_t Mission::*field) {
+void MissionPanel::ConstantClicked(CheckBox* box, const EditKind& kind,
+                                   std::int16_t Mission::*field) {
   if (session_.Doc.bLoading) return;
-  LogAndLeave(session_.Services, box == chkST ? "chkST_Click" : "chkWL_Click", [&] {
-    CurrentMission(session_).*field = box->isChecked() ? 1 : 0;
-    SetModify(session_);
-  });
+  Edit(session_, kind, [&] { CurrentMission(session_).*field = box->isChecked() ? 1 : 0; });
 }
 
 void MissionPanel::ShowAircraftCount() {

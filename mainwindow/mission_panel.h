@@ -12,7 +12,7 @@
 #include "controls/guarded_edit.h"
 #include "controls/up_down.h"
 #include "mission/writer.h"
-#include "session/session.h"
+#include "session/doors.h"
 
 namespace rws {
 
@@ -63,7 +63,7 @@ class MissionPanel : public QWidget {
   void CloudsChanged(const QString& text);
   bool MayLeaveClouds();
   void TimeChanged();
-  void ConstantClicked(CheckBox* box, std::int16_t Mission::*field);
+  void ConstantClicked(CheckBox* box, const EditKind& kind, std::int16_t Mission::*field);
   void ShowAircraftCount();
   void PlaySoundFile(const std::string& path, bool stop);
 

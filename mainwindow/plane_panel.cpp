@@ -19,6 +19,16 @@ namespace {
 
 const QString kDefault = QStringLiteral("default");
 
+constexpr EditKind kChoices[] = {{"cboAPSkin_Click", "Plane skin"},
+                                 {"cboPSkin_Click", "Pilot skin"},
+                                 {"cboPNoseArt_Click", "Nose art"}};
+/** Two that are compared by their handlers: only when they differ from the shadow, so that going
+    back to its value by them leaves Update lit. */
+constexpr EditKind kNoseArtText{"cboPNoseArt_Change", "Nose art", Lighting::None};
+constexpr EditKind kSkill{"cboSL_Click", "Plane skill", Lighting::None};
+constexpr EditKind kMarkings{"chkMark_Click", "Markings"};
+constexpr EditKind kPlayer{"chkPlayer_Click", "Player"};
+
 /** An emptied box counts as "default": no file is named ".bmp". */
 bool ShowsDefault(const EditDropDown* list) {
   const QString text = list->Value();
@@ -35,48 +45,30 @@ PlanePanel::PlanePanel(Session& session, PlanePanels& all, int plane)
 
 void PlanePanel::Connect() {
   const Services& services = session_.Services;
-  ConnectLists();
-  ConnectLabels();
-  connect(cboSL, &QComboBox::currentIndexChanged, this,
-          Trapped(services, "cboSL_Click", [this](int row) { SkillChosen(row); }));
+  for (const Paint paint : {kSkin, kPilot, kNoseArt}) ConnectPaint(paint);
+  connect(cboPNoseArt, &QComboBox::editTextChanged, this, &PlanePanel::NoseArtTyped);
+  connect(cboSL, &QComboBox::currentIndexChanged, this, &PlanePanel::SkillChosen);
   connect(chkMark, &QCheckBox::toggled, this,
-          Trapped(services, "chkMark_Click", [this](bool) { MarkClicked(); }));
-  connect(chkPlayer, &QCheckBox::toggled, this,
-          Trapped(services, "chkPlayer_Click", [this](bool) { PlayerClicked(); }));
+          Trapped(services, kMarkings.Handler, [this](bool) { MarkClicked(); }));
+  connect(chkPlayer, &QCheckBox::toggled, this, &PlanePanel::PlayerClicked);
 }
 
-void PlanePanel::ConnectLists() {
+void PlanePanel::ConnectPaint(Paint paint) {
   const Services& services = session_.Services;
-  const auto follow = [&](EditDropDown* list, Field field, LabelButton* label, const char* name) {
-    const auto choose = [=, this](int) { SkinChosen(list, field, label); };
-    connect(list, &QComboBox::currentIndexChanged, this, Trapped(services, name, choose));
-    // A missing file shows as "default"; who chooses "default" then wants the name gone.
-    const auto chooseAgain = [=, this](int row) {
-      if (label->Color() == LabelColor::Red && ShowsDefault(list)) choose(row);
-    };
-    connect(list, &QComboBox::activated, this, Trapped(services, name, chooseAgain));
+  const EditDropDown* list = Lists()[paint];
+  const LabelButton* label = Labels()[paint];
+  const char* chosen = kChoices[paint].Handler;
+  connect(list, &QComboBox::currentIndexChanged, this,
+          Trapped(services, chosen, [=, this](int) { PaintChosen(paint); }));
+  // A missing file shows as "default"; who chooses "default" then wants the name gone.
+  const auto chooseAgain = [=, this](int) {
+    if (label->Color() == LabelColor::Red && ShowsDefault(list)) PaintChosen(paint);
   };
-  follow(cboAPSkin, &PlaneSlot::Skin, lbl2, "cboAPSkin_Click");
-  follow(cboPSkin, &PlaneSlot::Pilot, lbl3, "cboPSkin_Click");
-  follow(cboPNoseArt, &PlaneSlot::NoseArt, lbl4, "cboPNoseArt_Click");
-  connect(cboPNoseArt, &QComboBox::editTextChanged, this,
-          Trapped(services, "cboPNoseArt_Change", [this](const QString&) { NoseArtTyped(); }));
-}
-
-void PlanePanel::ConnectLabels() {
-  const Services& services = session_.Services;
-  connect(lbl2, &LabelButton::Clicked, this,
-          Trapped(services, "lbl2_MouseUp", [this](Qt::MouseButton b) { SkinLabelClicked(b); }));
-  connect(lbl3, &LabelButton::Clicked, this,
-          Trapped(services, "lbl3_Click", [this](Qt::MouseButton b) {
-            if (b == Qt::LeftButton)
-              FileLabelClicked(lbl3, &PlaneSlot::Pilot, "PaintSchemes\\Pilots", "Pilot skin ");
-          }));
-  connect(lbl4, &LabelButton::Clicked, this,
-          Trapped(services, "lbl4_Click", [this](Qt::MouseButton b) {
-            if (b == Qt::LeftButton)
-              FileLabelClicked(lbl4, &PlaneSlot::NoseArt, "PaintSchemes\\Noseart", "Nose Art ");
-          }));
+  connect(list, &QComboBox::activated, this, Trapped(services, chosen, chooseAgain));
+  constexpr const char* kLabelHandlers[] = {"lbl2_MouseUp", "lbl3_Click", "lbl4_Click"};
+  connect(label, &LabelButton::Clicked, this,
+          Trapped(services, kLabelHandlers[paint],
+                  [=, this](Qt::MouseButton button) { LabelClicked(paint, button); }));
 }
 
 PlaneSlot& PlanePanel::Slot() { return At(CurrentFlight(session_).PlaneSlots, plane_); }
@@ -92,8 +84,9 @@ bool PlanePanel::CountryIsUsa() {
          "usa";
 }
 
-EditDropDown* PlanePanel::ListOf(const LabelButton* label) const {
-  return label == lbl2 ? cboAPSkin : label == lbl3 ? cboPSkin : cboPNoseArt;
+std::string& PlanePanel::File(Paint paint) {
+  PlaneSlot& slot = Slot();
+  return paint == kSkin ? slot.Skin : paint == kPilot ? slot.Pilot : slot.NoseArt;
 }
 
 void PlanePanel::SetFrame(bool enabled, bool noHighlight) {
@@ -127,9 +120,9 @@ void PlanePanel::Clear(bool noHighlight) {
   cboSL->setEnabled(false);
   // A panel beyond the flight's planes shows nothing of the flight before.
   cboSL->setCurrentIndex(-1);
-  for (auto* label : Labels()) {
-    ListOf(label)->setCurrentIndex(-1);
-    ListOf(label)->clearEditText();
+  for (auto* list : Lists()) {
+    list->setCurrentIndex(-1);
+    list->clearEditText();
   }
   chkMark->setChecked(false);
 }
@@ -156,6 +149,7 @@ void PlanePanel::FillSkins(const QStringList& rows, const std::string& folder) {
 }
 
 void PlanePanel::Fill() {
+  const Showing showing(session_);
   const Loading loading(session_.Doc);
   chkMark->setChecked(Slot().NumberOn.empty());
   ShowSkill();
@@ -211,9 +205,10 @@ void PlanePanel::FillNoseArt(bool found) {
 
 void PlanePanel::ChkLabels(bool active) {
   bool viewable = false;
-  for (auto* label : Labels()) {
+  for (const Paint paint : {kSkin, kPilot, kNoseArt}) {
+    LabelButton* label = Labels()[paint];
     if (active && label->Color() == LabelColor::Red) continue;
-    const bool blue = active && !ShowsDefault(ListOf(label));
+    const bool blue = active && !ShowsDefault(Lists()[paint]);
     ColorLabel(label, blue ? LabelColor::Blue : LabelColor::Black);
     label->setToolTip(!blue           ? QString()
                       : label == lbl2 ? tr("Left click to view skin image, right click for skin "
@@ -226,60 +221,75 @@ void PlanePanel::ChkLabels(bool active) {
   ColorMark(active && lbl2->Color() == LabelColor::Black && !chkMark->isChecked());
 }
 
-void PlanePanel::StoreChoice(EditDropDown* list, Field field, LabelButton* label) {
-  if (ShowsDefault(list)) {
-    (Slot().*field).clear();
-    ColorLabel(label, LabelColor::Black);
-    return;
-  }
-  Slot().*field = ToBytes(session_.Services.Page, list->Value()) + ".bmp";
-  // Nose art clears the skin's label, not its own, and always has.
-  ColorLabel(label == lbl4 ? lbl2 : label, LabelColor::Black);
+std::string PlanePanel::ChosenFile(Paint paint) const {
+  const EditDropDown* list = Lists()[paint];
+  return ShowsDefault(list) ? "" : ToBytes(session_.Services.Page, list->Value()) + ".bmp";
 }
 
-void PlanePanel::SkinChosen(EditDropDown* list, Field field, LabelButton* label) {
+void PlanePanel::ClearRed(Paint paint) {
+  // Nose art clears the skin's label, not its own, and always has.
+  const bool other = paint == kNoseArt && !ShowsDefault(cboPNoseArt);
+  ColorLabel(other ? lbl2 : Labels()[paint], LabelColor::Black);
+}
+
+void PlanePanel::PaintChosen(Paint paint) {
   if (session_.Doc.bLoading) return;
-  StoreChoice(list, field, label);
-  SetModify(session_);
+  const std::string file = ChosenFile(paint);
+  const auto store = [&] {
+    File(paint) = file;
+    ClearRed(paint);
+  };
+  if (File(paint) != file) {
+    Edit(session_, kChoices[paint], store);
+  } else {
+    // A nose art has been stored by its text already; it is only compared, as one that is equal.
+    store();
+    SetModify(session_);
+  }
   all_.ChkLabels(plane_, true);
 }
 
 void PlanePanel::NoseArtTyped() {
   if (session_.Doc.bLoading) return;
-  StoreChoice(cboPNoseArt, &PlaneSlot::NoseArt, lbl4);
-  if (Slot().NoseArt != ShadowSlot().NoseArt) SetModify(session_);
-  all_.ChkLabels(plane_, true);
+  const bool done = Edit(session_, kNoseArtText, [&] {
+    File(kNoseArt) = ChosenFile(kNoseArt);
+    ClearRed(kNoseArt);
+    if (Slot().NoseArt != ShadowSlot().NoseArt) SetModify(session_);
+  });
+  if (done) all_.ChkLabels(plane_, true);
 }
 
 void PlanePanel::SkillChosen(int row) {
   if (session_.Doc.bLoading || row < 0) return;
-  Slot().Skill = std::to_string(row);
-  if (Slot().Skill != ShadowSlot().Skill) SetModify(session_);
+  Edit(session_, kSkill, [&] {
+    Slot().Skill = std::to_string(row);
+    if (Slot().Skill != ShadowSlot().Skill) SetModify(session_);
+  });
 }
 
 void PlanePanel::MarkClicked() {
   if (session_.Doc.bLoading) return;
   const bool on = chkMark->isChecked();
-  Slot().NumberOn = on ? "" : "0";
+  if (!Edit(session_, kMarkings, [&] { Slot().NumberOn = on ? "" : "0"; })) return;
   if (plane_ == 0) Q_EMIT all_.MarkingsShown(on);
-  SetModify(session_);
   all_.ChkLabels(plane_, true);
 }
 
 void PlanePanel::PlayerClicked() {
   if (session_.Doc.bLoading) return;
-  Mission& mission = CurrentMission(session_);
-  const std::string player = mission.Player, number = mission.PlayerNum;
-  if (chkPlayer->isChecked()) {
-    mission.PlayerNum = std::to_string(plane_);
-    mission.Player = CurrentFlight(session_).Name;
-  }
-  if (!all_.IsAnyPlayerChecked()) {
-    mission.Player.clear();
-    mission.PlayerNum.clear();
-  }
-  if (mission.Player != player || mission.PlayerNum != number) Refill();
-  SetModify(session_);
+  Edit(session_, kPlayer, [&] {
+    Mission& mission = CurrentMission(session_);
+    const std::string player = mission.Player, number = mission.PlayerNum;
+    if (chkPlayer->isChecked()) {
+      mission.PlayerNum = std::to_string(plane_);
+      mission.Player = CurrentFlight(session_).Name;
+    }
+    if (!all_.IsAnyPlayerChecked()) {
+      mission.Player.clear();
+      mission.PlayerNum.clear();
+    }
+    if (mission.Player != player || mission.PlayerNum != number) Refill();
+  });
 }
 
 void PlanePanel::Refill() {
