@@ -86,7 +86,7 @@ void FlightArea::LoadPlaneList(int index) {
 }
 
 void FlightArea::TakeSelectedFlight() {
-  const int flight = lstPlanes->SelectedFlight();
+  const int flight = lstPlanes->Selection().Focused;
   if (flight < 0) throw SubscriptFault();
   session_.Doc.CurFlight = flight;
 }
@@ -137,7 +137,7 @@ void FlightArea::LoadPlanes() {
 void FlightArea::OpenMenu(QPoint globalPosition) {
   if (lstPlanes->RowCount() == 0) return;
   // Of the flight that is shown by now, not of the one that was left.
-  if (lstPlanes->SelectedRows().size() == 1) SetSingleMode();
+  if (lstPlanes->Selection().Flights.size() == 1) SetSingleMode();
   popups_.OpenMenu(*mnuAircraft, globalPosition);
 }
 
@@ -145,41 +145,42 @@ void FlightArea::ListMouseReleased(Qt::MouseButton button, QPoint globalPosition
   Document& doc = session_.Doc;
   if (lstPlanes->RowCount() == 0) return;
   // A click beside the rows takes the selection away; there is always one.
-  if (lstPlanes->SelectedRows().empty()) lstPlanes->SelectOnly(lstPlanes->RowOf(doc.CurFlight));
-  const bool multi = lstPlanes->SelectedRows().size() >= 2;
-  const bool stays = button == Qt::LeftButton && !multi && lstPlanes->Tag != "multiple" &&
-                     lstPlanes->SelectedFlight() == doc.CurFlight;
+  if (lstPlanes->Selection().Flights.empty())
+    lstPlanes->SelectOnly(lstPlanes->RowOf(doc.CurFlight));
+  const FlightSelection selection = lstPlanes->Selection();
+  const bool multi = selection.Flights.size() >= 2;
+  const bool stays = button == Qt::LeftButton && !multi && !selection.Several &&
+                     selection.Focused == doc.CurFlight;
   if (stays) return;
   TakeSelectedFlight();
   lstPlanes->Tag = multi ? "multiple" : "single";
   multi ? SetMultipleMode() : SetSingleMode();
-  const auto show = [&] {
-    TakeSelectedFlight();
-    fraFlight->WeaponTag = CurrentFlight(session_).Class;
-    PlaneChg(false, -1, false);
-  };
   if (button == Qt::RightButton) {
     // The menu's entries are those of the flight that it opens on.
-    if (!multi) show();
+    if (!multi) ShowSelectedFlight();
     OpenMenu(globalPosition);
     if (doc.Closing || lstPlanes->RowCount() == 0) return;
   }
-  if (!multi) show();
+  if (!multi) ShowSelectedFlight();
+}
+
+void FlightArea::ShowSelectedFlight() {
+  TakeSelectedFlight();
+  fraFlight->WeaponTag = CurrentFlight(session_).Class;
+  PlaneChg(false, -1, false);
 }
 
 void FlightArea::ListKeyReleased() {
-  const int flight = lstPlanes->SelectedFlight();
+  const int flight = lstPlanes->Selection().Focused;
   if (flight < 0 || flight == session_.Doc.CurFlight) return;
   // Neither the tag nor the modes: the keyboard never enters or leaves a selection of several.
-  session_.Doc.CurFlight = flight;
-  fraFlight->WeaponTag = FlightAt(session_, flight).Class;
-  PlaneChg(false, -1, false);
+  ShowSelectedFlight();
 }
 
 void FlightArea::SetMultipleMode() {
   const Showing showing(session_);
   ResumeNext([&] {
-    const auto selected = lstPlanes->SelectedPlanes();
+    const auto selected = lstPlanes->Selection().Planes;
     const bool same = SelectedSameAircraft(selected);
     fraGroup->setTitle(tr("Multiple Select"));
     fraFlight->setTitle(tr("Multiple Select"));

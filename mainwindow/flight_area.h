@@ -75,7 +75,7 @@ class FlightArea : public QWidget {
   void ListKeyReleased();
   void OpenMenu(QPoint globalPosition);
   void TakeSelectedFlight();
-  std::vector<std::size_t> SelectedFlights() const;
+  void ShowSelectedFlight();
   std::size_t MostPlanes(const std::vector<std::size_t>& flights);
   void ClickChangeAircraft();
   void ClickMarkings();

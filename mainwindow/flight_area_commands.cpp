@@ -8,6 +8,7 @@
 #include "mainwindow/logic/flight_commands.h"
 #include "platform/qt_text.h"
 #include "services/paths.h"
+#include "services/text.h"
 #include "services/trapped.h"
 #include "session/current.h"
 #include "session/doors.h"
@@ -44,12 +45,6 @@ void FlightArea::ConnectMenu() {
       Trapped(session_.Services, "mnuSkin_Click", [this](QAction* entry) { ClickSkin(entry); }));
 }
 
-std::vector<std::size_t> FlightArea::SelectedFlights() const {
-  std::vector<std::size_t> flights;
-  for (const int row : lstPlanes->SelectedRows()) flights.push_back(lstPlanes->At(row).Flight);
-  return flights;
-}
-
 /** Highest number of planes of the selected flights. */
 std::size_t FlightArea::MostPlanes(const std::vector<std::size_t>& flights) {
   std::size_t most = 0;
@@ -68,11 +63,12 @@ void FlightArea::ClickChangeAircraft() {
   form.LoadForm();
   popups_.ShowDialog(form);
   const std::string loadout = ToBytes(session_.Services.Page, fraFlight->cboWeap->currentText());
-  if (form.ACName == "Cancel") return;
+  if (Trim(form.ACName).empty() || form.ACName == "Cancel") return;
   Edit(session_, kChange, [&] {
-    const AircraftChange change = ChangeAirCraft(
-        session_.Doc, session_.Tables, session_.Services,
-        {form.ACName, form.Squad, form.CodeOut, form.Changed}, SelectedFlights(), loadout);
+    const AircraftChange change =
+        ChangeAirCraft(session_.Doc, session_.Tables, session_.Services,
+                       {form.ACName, form.Squad, form.CodeOut, form.Changed},
+                       lstPlanes->Selection().Flights, loadout);
     if (!change.Done) return;
     PlaneChg(true, index, change.PlayerLost);
     SetModify(session_);
@@ -82,7 +78,7 @@ void FlightArea::ClickChangeAircraft() {
 void FlightArea::ClickMarkings() {
   // The menu has turned the mark round already.
   const bool on = mnuAC[kMarkings]->isChecked();
-  const auto flights = SelectedFlights();
+  const auto flights = lstPlanes->Selection().Flights;
   bool done = false;
   Edit(session_, kMarks, [&] { done = SetMarkings(session_.Doc, session_.Services, flights, on); });
   if (!done) return mnuAC[kMarkings]->setChecked(!on);
@@ -95,7 +91,7 @@ void FlightArea::ClickMarkings() {
 
 void FlightArea::ClickSkin(QAction* entry) {
   const int row = static_cast<int>(mnuSkin->actions().indexOf(entry));
-  const auto flights = SelectedFlights();
+  const auto flights = lstPlanes->Selection().Flights;
   Edit(session_, kSkin, [&] {
     const std::size_t count = MostPlanes(flights);
     for (std::size_t i = 0; i < count; ++i) {
@@ -133,7 +129,7 @@ void FlightArea::ClickRemove() {
       session_.Services.Ask.MsgBox("Are you sure?", Buttons::YesNo, Icon::Question, kProgramTitle);
   if (answer != Answer::Yes) return;
   Edit(session_, kRemoval, [&] {
-    if (!RemoveFlights(session_.Doc, session_.Services, SelectedFlights())) return;
+    if (!RemoveFlights(session_.Doc, session_.Services, lstPlanes->Selection().Flights)) return;
     if (CurrentMission(session_).Flights.empty())
       ShowNoFlights();
     else
@@ -150,7 +146,8 @@ void FlightArea::ClickWaypoints() {
 }
 
 void FlightArea::ClickCopy() {
-  const std::string text = FlightsText(session_.Doc, session_.Services, SelectedFlights());
+  const std::string text =
+      FlightsText(session_.Doc, session_.Services, lstPlanes->Selection().Flights);
   session_.Services.System.SetClipboard(session_.Services.Page.ToUtf8(text));
 }
 

@@ -71,9 +71,7 @@ class FlightPanel : public QGroupBox {
   void Connect();
   bool eventFilter(QObject* watched, QEvent* event) override;
 
-  bool IsMultiple() const { return flights_.Tag == "multiple"; }
   std::string Bytes(const QString& text) const;
-  std::vector<int> SelectedFlights() const;
 
   void ShowPlanes(const Flight& flight);
   void ShowSkill(const Flight& flight);
@@ -97,7 +95,7 @@ class FlightPanel : public QGroupBox {
   void DelayChanged();
   void ParachuteClicked();
   void AIOnlyReleased();
-  bool MayClearPlayer(int row);
+  bool MayClearPlayer(int focused, int row);
   bool MayLeave(GuardedEdit* box, std::string Flight::*field);
 
   Session& session_;

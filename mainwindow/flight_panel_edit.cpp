@@ -57,7 +57,8 @@ bool FlightPanel::eventFilter(QObject* watched, QEvent* event) {
 
 bool FlightPanel::EditFlight(const EditKind& kind,
                              const std::function<void(Flight& flight)>& write) {
-  if (!IsMultiple()) return Edit(session_, kind, [&] { write(CurrentFlight(session_)); });
+  if (!flights_.Selection().Several)
+    return Edit(session_, kind, [&] { write(CurrentFlight(session_)); });
   // While a flight is shown the panel holds the values of two flights.
   if (loads_ == 0) Edit(session_, kind, [&] { ApplyFlightPanel(); });
   return false;
@@ -134,12 +135,13 @@ bool FlightPanel::MayLeave(GuardedEdit* box, std::string Flight::*field) {
 }
 
 void FlightPanel::ApplyFlightPanel() {
-  const bool same = SelectedSameAircraft(flights_.SelectedPlanes());
+  const FlightSelection selection = flights_.Selection();
+  const bool same = SelectedSameAircraft(selection.Planes);
   const std::string weapons =
       GetWeaponName(session_.Tables, session_.Services, CurrentFlight(session_).Class,
                     Bytes(cboWeap->currentText()));
-  for (const int row : flights_.SelectedRows()) {
-    Flight& flight = FlightAt(session_, static_cast<int>(flights_.At(row).Flight));
+  for (const std::size_t index : selection.Flights) {
+    Flight& flight = FlightAt(session_, static_cast<std::ptrdiff_t>(index));
     flight.StartTime = ToPath(txtDStart->text());
     flight.Fuel = ToPath(txtFuel->text());
     flight.Planes = std::to_string(CInt(ToPath(cboPlanes->currentText())));
@@ -152,9 +154,8 @@ void FlightPanel::ApplyFlightPanel() {
 
 /** Asks when the player flies in the flight that has the list's focus. On No the flight whose index
     is the row's place counted from 1 loses its flag: it need not be the one asked about. */
-bool FlightPanel::MayClearPlayer(int row) {
+bool FlightPanel::MayClearPlayer(int focused, int row) {
   Mission& mission = CurrentMission(session_);
-  const int focused = flights_.SelectedFlight();
   if (!chkAI->isChecked() || focused < 0 || mission.Player != FlightAt(session_, focused).Name)
     return true;
   const Answer answer = session_.Services.Ask.MsgBox(
@@ -171,17 +172,18 @@ bool FlightPanel::MayClearPlayer(int row) {
 }
 
 void FlightPanel::AIOnlyReleased() {
+  const FlightSelection selection = flights_.Selection();
   bool settled = false;
   Edit(session_, kAIOnly, [&] {
-    for (const int row : flights_.SelectedRows()) {
-      if (!MayClearPlayer(row)) return;
-      FlightAt(session_, static_cast<int>(flights_.At(row).Flight)).OnlyAI =
+    for (std::size_t i = 0; i < selection.Rows.size(); ++i) {
+      if (!MayClearPlayer(selection.Focused, selection.Rows[i])) return;
+      FlightAt(session_, static_cast<std::ptrdiff_t>(selection.Flights[i])).OnlyAI =
           chkAI->isChecked() ? "1" : "";
     }
     SetModify(session_);
     settled = true;
   });
-  if (settled && !IsMultiple()) Q_EMIT PlanesChanged();
+  if (settled && !selection.Several) Q_EMIT PlanesChanged();
 }
 
 }  // namespace rws

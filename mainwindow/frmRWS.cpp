@@ -118,7 +118,7 @@ void frmRWS::InitForm() {
   LogAndLeave(session_.Services, "InitForm", [&] {
     const bool loading = session_.Doc.bLoading;
     session_.Doc.bLoading = true;
-    lstMission->SetRows({});
+    lstMission->ShowMissions({});
     flightArea->ClearFlightList();
     missionPanel->fraMission->setTitle(tr("Mission Map:"));
     flightArea->ResetCaptions();
@@ -153,17 +153,17 @@ void frmRWS::LoadMissionList() {
   LogAndLeave(session_.Services, "LoadMissionList", [&] {
     Document& doc = session_.Doc;
     flightArea->ClearFlightList();
-    QStringList names;
-    names.reserve(static_cast<qsizetype>(doc.Missions.size()));
-    for (const auto& mission : doc.Missions) names << FromPath(mission.BaseName);
+    std::vector<MissionRow> rows;
+    for (const auto& mission : doc.Missions)
+      rows.push_back({static_cast<int>(rows.size()), FromPath(mission.BaseName)});
     // Only once: after an Update the current mission stays the current one.
     const int named = FindComLineMission(doc, Arguments);
     Arguments.ComLineMission.clear();
     comLineMissionFound_ = named >= 0;
     if (named >= 0) doc.CurMission = named;
-    lstMission->SetRows(names);
-    if (doc.CurMission >= names.size()) doc.CurMission = 0;
-    lstMission->SelectRow(doc.CurMission);
+    lstMission->ShowMissions(rows);
+    if (doc.CurMission >= std::ssize(doc.Missions)) doc.CurMission = 0;
+    lstMission->SelectMission(doc.CurMission);
   });
 }
 

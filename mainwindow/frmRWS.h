@@ -9,9 +9,9 @@
 #include <array>
 #include <functional>
 
-#include "controls/list_box.h"
 #include "mainwindow/flight_area.h"
 #include "mainwindow/logic/start_up.h"
+#include "mainwindow/mission_list.h"
 #include "mainwindow/mission_panel.h"
 #include "mainwindow/popups.h"
 #include "mission/update.h"
@@ -53,7 +53,7 @@ class frmRWS : public QMainWindow {
   /** What the command line asked for. */
   StartArguments Arguments;
 
-  ListBox* lstMission;
+  MissionList* lstMission;
   MissionPanel* missionPanel;
   FlightArea* flightArea;
   enum Button : std::size_t { kDirectory, kExit, kMinimize, kUpdate };
@@ -119,7 +119,7 @@ class frmRWS : public QMainWindow {
 
   void FollowList(LeaveBy by);
   void ListMouseReleased(Qt::MouseButton button, int row, QPoint globalPosition);
-  bool LeaveMission(LeaveBy by, int& row);
+  bool LeaveMission(LeaveBy by, int& mission);
   void OpenMissionMenu(QPoint globalPosition);
 
   void EndMissionCommand(bool reread);

@@ -62,7 +62,7 @@ QWidget* frmRWS::BuildLeftSide() {
   auto* side = new QWidget(this);
   auto* column = new QVBoxLayout(side);
   column->setContentsMargins(0, 0, 0, 0);
-  lstMission = new ListBox;
+  lstMission = new MissionList;
   lstMission->setObjectName(QStringLiteral("lstMission"));
   lstMission->setAccessibleName(tr("Missions"));
   lstMission->setToolTip(tr("Right click selected mission for single file menu options"));

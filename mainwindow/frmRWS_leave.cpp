@@ -16,38 +16,39 @@ void frmRWS::OpenMissionMenu(QPoint globalPosition) {
   if (!session_.Doc.Missions.empty()) Popups.OpenMenu(*mnuMisPop, globalPosition);
 }
 
-/** Settles the changes of the mission being left. An Update rereads the directory, so the row that
-   is wanted is found again by its file. */
-bool frmRWS::LeaveMission(LeaveBy by, int& row) {
+/** Settles the changes of the mission being left. An Update rereads the directory, so the mission
+    that is wanted is found again by its file. */
+bool frmRWS::LeaveMission(LeaveBy by, int& mission) {
   Document& doc = session_.Doc;
-  const std::string wanted = At(doc.MissionFiles, row);
+  const std::string wanted = At(doc.MissionFiles, mission);
   if (!WarnSave(doc, session_.Services, session_.Prefs, by, [this] { return ClickUpdate(); }))
     return false;
   const auto found = std::find(doc.MissionFiles.begin(), doc.MissionFiles.end(), wanted);
   if (doc.Closing || found == doc.MissionFiles.end()) return false;
-  row = static_cast<int>(found - doc.MissionFiles.begin());
+  mission = static_cast<int>(found - doc.MissionFiles.begin());
   return true;
 }
 
-/** Goes to the row that the list shows, if the mission may be left. */
+/** Goes to the mission that the list shows, if the current one may be left. */
 void frmRWS::FollowList(LeaveBy by) {
-  int row = lstMission->CurrentRow();
-  if (row < 0 || row == session_.Doc.CurMission || !LeaveMission(by, row)) return;
-  session_.Doc.CurMission = row;
+  int mission = lstMission->SelectedMission();
+  if (mission < 0 || mission == session_.Doc.CurMission || !LeaveMission(by, mission)) return;
+  session_.Doc.CurMission = mission;
   ShowMission();
-  if (lstMission->CurrentRow() != row) lstMission->SelectRow(row);
+  if (lstMission->SelectedMission() != mission) lstMission->SelectMission(mission);
 }
 
 void frmRWS::ListMouseReleased(Qt::MouseButton button, int row, QPoint globalPosition) {
   if (button == Qt::RightButton) {
-    const std::string clicked = row >= 0 ? At(session_.Doc.MissionFiles, row) : std::string();
+    const auto& files = session_.Doc.MissionFiles;
+    const int mission = lstMission->MissionAt(row);
+    const std::string clicked = mission >= 0 ? At(files, mission) : std::string();
     OpenMissionMenu(globalPosition);
     // The menu worked on the mission that was lit; only now the light moves, unless the menu has
     // reread the directory meanwhile.
-    const auto& files = session_.Doc.MissionFiles;
-    if (session_.Doc.Closing || row >= std::ssize(files) || (row >= 0 && At(files, row) != clicked))
-      return;
-    if (row >= 0) lstMission->SelectRow(row);
+    if (session_.Doc.Closing || mission >= std::ssize(files)) return;
+    if (mission >= 0 && At(files, mission) != clicked) return;
+    if (mission >= 0) lstMission->SelectMission(mission);
   }
   FollowList(LeaveBy::Mouse);
 }

@@ -66,10 +66,12 @@ void frmRWS::TakeToolResult(const ToolResult& result) {
     case ToolOutcome::Nothing:
       return;
     case ToolOutcome::RowText:
-      return lstMission->SetRowText(doc.CurMission, FromPath(result.Text));
+      return lstMission->SetRowText(lstMission->RowOf(doc.CurMission), FromPath(result.Text));
     case ToolOutcome::Rows:
-      for (std::size_t i = 0; i < doc.Missions.size(); ++i)
-        lstMission->SetRowText(static_cast<int>(i), FromPath(doc.Missions[i].BaseName));
+      for (int row = 0; row < lstMission->RowCount(); ++row) {
+        const Mission& mission = At(doc.Missions, lstMission->MissionAt(row));
+        lstMission->SetRowText(row, FromPath(mission.BaseName));
+      }
       return;
     case ToolOutcome::GoToFolder:
       return GoToFolder(result.Text);

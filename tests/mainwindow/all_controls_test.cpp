@@ -93,7 +93,7 @@ TEST_F(DoorsTest, EachEditIsHeardOnce) {
   const auto plane = [this]() -> PlanePanel& { return Plane(0); };
   const struct {
     const char* What;
-    std::function<void()> Change;
+    std::function<void()> Edit;
   } rows[] = {
       {"Weather", [&] { Panel().cboWeather->SelectRow(4); }},
       {"Cloud height", [&] { Panel().txtWeather->setText("9000"); }},
@@ -167,12 +167,12 @@ TEST_F(DoorsTest, EachEditIsHeardOnce) {
   for (std::size_t i = 0; i < std::size(rows); ++i) {
     SCOPED_TRACE(std::to_string(i) + " " + rows[i].What);
     Heard.clear();
-    rows[i].Change();
+    rows[i].Edit();
     EXPECT_EQ(Joined(Heard), rows[i].What);
   }
 }
 
-TEST_F(DoorsTest, LookingIsHeardAsShowingOnly) {
+TEST_F(DoorsTest, LookingAndCancellingAreNoEdits) {
   // Told in a spelling that showing it replaces.
   Box.Write("missions/b.mis", Mustangs("  Planes 3|  Skill 2|  Class air.P_51D|  Fuel 70|"
                                        "  weapons 2xB|  StartTime 5.0",
@@ -180,6 +180,19 @@ TEST_F(DoorsTest, LookingIsHeardAsShowingOnly) {
   Open();
   for (const int row : {kFighter, kBomber, kLateFighter, kMystery}) ClickFlight(row);
   SelectFighters();
+  World_.Script.Expect("Are you sure?", Answer::No);
+  Area().mnuAC[FlightArea::kRemove]->trigger();
+  Window->Popups.ShowDialog = [](QDialog& dialog) {
+    dialog.show();
+    dialog.close();
+  };
+  for (const auto entry : {FlightArea::kChangeAircraft, FlightArea::kDuplicate})
+    Area().mnuAC[entry]->trigger();
+  Window->Popups.ShowDialog = [](QDialog& dialog) {
+    dialog.show();
+    dynamic_cast<frmChgAC&>(dialog).cmd[1]->click();
+  };
+  Area().mnuAC[FlightArea::kChangeAircraft]->trigger();
   ClickRow(1);
   PressKey(Qt::Key_Up);
   EXPECT_EQ(Joined(Heard), "");

@@ -45,7 +45,7 @@ TEST_F(FlightListTest, AHeaderTurnsTheOrderRoundWhicheverItIs) {
   EXPECT_EQ(Planes(), "I-16 Type 24|I-16|MYSTERY|Ju 88");
   click(2);
   EXPECT_EQ(Planes(), "Ju 88|MYSTERY|I-16|I-16 Type 24");
-  EXPECT_EQ(List().SelectedFlight(), 1) << "the selection stays with its flight";
+  EXPECT_EQ(List().Selection().Focused, 1) << "the selection stays with its flight";
   click(0);
   EXPECT_EQ(Planes(), "I-16 Type 24|I-16|MYSTERY|Ju 88");
 }
