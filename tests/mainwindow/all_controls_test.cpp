@@ -1,6 +1,6 @@
-#include "catalogues/paint_schemes.h"
 #include "editors/frmChgAC.h"
 #include "editors/frmWPEdit.h"
+#include "services/text.h"
 #include "tests/mainwindow/flights_fixture.h"
 
 namespace rws::test {
@@ -10,16 +10,10 @@ namespace {
 class AllControlsTest : public FlightsTest {
  protected:
   AllControlsTest() {
-    for (const char* file :
-         {"Skins/P-51D/Red Nose.bmp", "Skins/P-51D/Old.bmp", "Pilots/Cap.bmp", "Noseart/Star.bmp"})
-      Box.Write(std::string("game/PaintSchemes/") + file, "image");
-    AddAircraft("P-51D", "P_51D", true);
-    Tables.Aircraft.back().Folder = "P51D";
-    Tables.Aircraft.back().NoseArtOk = true;
+    AddPainted(
+        "P-51D", "P_51D", "P51D",
+        {"Skins/P-51D/Red Nose.bmp", "Skins/P-51D/Old.bmp", "Pilots/Cap.bmp", "Noseart/Star.bmp"});
     Tables.Squadrons.push_back({"red", "usa", "USA", {{"usa01", ""}}});
-    LoadPilotSkins(Doc(), Tables, World_.Services);
-    LoadNoseArt(Doc(), Tables, World_.Services);
-    LoadPlaneSkins(Doc(), Tables, World_.Services);
   }
 
   /** A mission of that flight: its lines, and those of the player. */
@@ -173,10 +167,12 @@ TEST_F(DoorsTest, EachEditIsHeardOnce) {
 }
 
 TEST_F(DoorsTest, LookingAndCancellingAreNoEdits) {
-  // Told in a spelling that showing it replaces.
-  Box.Write("missions/b.mis", Mustangs("  Planes 3|  Skill 2|  Class air.P_51D|  Fuel 70|"
-                                       "  weapons 2xB|  StartTime 5.0",
-                                       "  player usa0100"));
+  // Time and delay in spellings that showing them replaces.
+  const std::string mission = Mustangs(
+      "  Planes 3|  Skill 2|  Class air.P_51D|  Fuel 70|"
+      "  weapons 2xB|  StartTime 5.0",
+      "  player usa0100");
+  Box.Write("missions/b.mis", Replace(mission, "12.5", "7.5"));
   Open();
   for (const int row : {kFighter, kBomber, kLateFighter, kMystery}) ClickFlight(row);
   SelectFighters();
@@ -197,6 +193,7 @@ TEST_F(DoorsTest, LookingAndCancellingAreNoEdits) {
   PressKey(Qt::Key_Up);
   EXPECT_EQ(Joined(Heard), "");
   EXPECT_GT(Shown, 0);
+  EXPECT_FALSE(Lit() || Doc().Missions[0].Modified || Doc().Missions[1].Modified);
 }
 
 }  // namespace

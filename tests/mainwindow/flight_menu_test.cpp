@@ -120,16 +120,53 @@ TEST_F(FlightMenuTest, ASkinGoesToAllPlanesSelected) {
   for (auto& aircraft : Tables.Aircraft) aircraft.Folder = "i16";
   Tables.Skins = {{"I16", Box.Path("I-16"), {"default", "Red.bmp", "Winter.bmp"}}};
   SelectFighters();
-  Area().mnuSkin->actions().at(2)->trigger();
-  for (const int index : {kFighterFlight, kLateFighterFlight})
-    for (const int plane : {0, 1, 2}) {
-      const PlaneSlot& slot = Record(index).PlaneSlots[static_cast<std::size_t>(plane)];
-      EXPECT_EQ(slot.Skin, plane < 2 ? "Winter.bmp" : "") << index << plane;
-      EXPECT_EQ(slot.NumberOn, plane < 2 ? "0" : "");
-    }
+  const auto shown = [this](std::size_t plane) {
+    const PlanePanel& panel = *Area().planes->fraPlane[plane];
+    return panel.cboAPSkin->currentText().toStdString() + (panel.chkMark->isChecked() ? " m" : "");
+  };
+  const auto color = [this](std::size_t plane) {
+    return Area().planes->fraPlane[plane]->lbl2->Color();
+  };
+  const auto choose = [&](int entry, const std::string& skin) {
+    Area().mnuSkin->actions().at(entry)->trigger();
+    for (const int index : {kFighterFlight, kLateFighterFlight})
+      for (const int plane : {0, 1, 2}) {
+        const PlaneSlot& slot = Record(index).PlaneSlots[static_cast<std::size_t>(plane)];
+        EXPECT_EQ(slot.Skin, plane < 2 ? skin : "") << index << plane;
+        EXPECT_EQ(slot.NumberOn, plane < 2 ? "0" : "");
+      }
+  };
+  choose(2, "Winter.bmp");
+  EXPECT_EQ(shown(0) + "|" + shown(1) + "|" + shown(2), "Winter|Winter|");
+  EXPECT_TRUE(color(0) == LabelColor::Blue && color(1) == LabelColor::Blue);
   EXPECT_TRUE(Lit());
-  Area().mnuSkin->actions().at(0)->trigger();
-  EXPECT_EQ(Record(kLateFighterFlight).PlaneSlots[1].Skin, "");
+  choose(0, "");
+  EXPECT_EQ(shown(0) + "|" + shown(1), "default|default");
+  EXPECT_TRUE(color(0) == LabelColor::Black && color(1) == LabelColor::Black);
+
+  ClickFlight(kFighter);
+  Record(kFighterFlight).PlaneSlots[1].Skin = "gone.bmp";
+  ClickFlight(kBomber);
+  ClickFlight(kFighter);
+  EXPECT_EQ(color(1), LabelColor::Red);
+  Area().planes->fraPlane[1]->cboAPSkin->SelectRow(1);
+  EXPECT_EQ(Record(kFighterFlight).PlaneSlots[1].Skin, "Red.bmp");
+  EXPECT_EQ(color(1), LabelColor::Blue);
+}
+
+TEST_F(FlightMenuTest, TheMenuKeyOpensItAtTheRowOfItsFlight) {
+  ClickFlight(kBomber);
+  QPoint opened;
+  Window->Popups.OpenMenu = [&](QMenu& menu, QPoint position) {
+    EXPECT_EQ(&menu, Area().mnuAircraft);
+    opened = position;
+    EXPECT_FALSE(Area().mnuAC[FlightArea::kDuplicate]->isEnabled()) << "a flight not supported";
+    Choose(FlightArea::kCopy);
+  };
+  QTest::keyClick(&List(), Qt::Key_Down);
+  PressMenuKey(List());
+  EXPECT_EQ(opened, BelowRow(List(), kMystery));
+  EXPECT_EQ(World_.Clipboard.find("[x0100]\r\n"), 0U);
 }
 
 TEST_F(FlightMenuTest, CopiesTheSectionsOfTheSelection) {

@@ -21,6 +21,12 @@ class MissionMenuTest : public WindowTest {
     };
   }
 
+  /** Opens a fourth mission of these lines, joined by "|". */
+  void OpenFourth(const char* lines) {
+    Box.Write("missions/d.mis", CrlfText(lines));
+    Window->Start();
+    ClickRow(3);
+  }
   void Choose(std::size_t entry) { Window->mnuMissionPop[entry]->trigger(); }
   std::string Shown() { return At(Doc().Missions, Doc().CurMission).BaseName; }
 
@@ -89,11 +95,9 @@ TEST_F(MissionMenuTest, AFailedMoveLeavesAllAsItWas) {
 }
 
 TEST_F(MissionMenuTest, HomeBasesReachTheFileWithASecondEdit) {
-  Box.Write("missions/d.mis", Crlf({"[MAIN]", "  CloudType 1", "[Wing]", "[NStationary]",
-                                    "[BornPlace]", "  1 3000 500 600", "[StaticCamera]"}));
   Box.Write("program/RWS_DF.txt", "F,P-51D,P-51D\r\n,I-16,I-16\r\n");
-  Window->Start();
-  ClickRow(3);
+  OpenFourth(
+      "[MAIN]|  CloudType 1|[Wing]|[NStationary]|[BornPlace]|  1 3000 500 600|[StaticCamera]");
   EXPECT_TRUE(Window->mnuMissionPop[frmRWS::kSpawnPoints]->isVisible());
   Work = [this](QDialog& dialog) {
     auto& form = dynamic_cast<frmDogFight&>(dialog);
@@ -109,19 +113,16 @@ TEST_F(MissionMenuTest, HomeBasesReachTheFileWithASecondEdit) {
   Click(Window->cmd[frmRWS::kUpdate]);
   EXPECT_NE(FileText("d").find(
                 "[BornPlace]\r\n  1 3000 500 600\r\n[BornPlace0]\r\n  P-51D\r\n  I-16\r\n"),
-            std::string::npos)
-      << FileText("d");
+            std::string::npos);
 }
 
 TEST_F(MissionMenuTest, ParkedAircraftAreChangedInTheFile) {
   auto& aircraft = Tables.Aircraft.emplace_back();
   aircraft.Name = "Duck";
   aircraft.Class = "DUCK";
-  Box.Write("missions/d.mis",
-            Crlf({"[MAIN]", "[Wing]", "[NStationary]",
-                  "  0_Static vehicles.planes.Plane$GOOSE 1 10.00 20.00 360.00 0.0 de"}));
-  Window->Start();
-  ClickRow(3);
+  OpenFourth(
+      "[MAIN]|[Wing]|[NStationary]|"
+      "  0_Static vehicles.planes.Plane$GOOSE 1 10.00 20.00 360.00 0.0 de");
   EXPECT_TRUE(Panel().cmdModSA->isEnabled());
   Work = [this](QDialog& dialog) {
     if (auto* choice = dynamic_cast<frmChgAC*>(&dialog)) return choice->cmd[0]->click();
@@ -134,18 +135,20 @@ TEST_F(MissionMenuTest, ParkedAircraftAreChangedInTheFile) {
   Click(Window->cmd[frmRWS::kUpdate]);
   EXPECT_NE(
       FileText("d").find("  0_Static vehicles.planes.Plane$DUCK 1 10.00 20.00 360.00 0.0 de\r\n"),
-      std::string::npos)
-      << FileText("d");
+      std::string::npos);
 }
 
-TEST_F(MissionMenuTest, ABriefingOnTheCommandLineOpensItsMission) {
-  std::string opened;
-  Window->Arguments.ComLineMission = "c";
-  Work = [&](QDialog& dialog) { opened = dynamic_cast<frmBrief&>(dialog).BriefName; };
-  Window->Start();
-  EXPECT_EQ(Shown(), "c");
-  Choose(frmRWS::kEditBrief);
-  EXPECT_EQ(opened, Box.Path("missions/c.properties"));
+TEST_F(MissionMenuTest, TheMenuKeyOpensItAtTheRowOfItsMission) {
+  QPoint opened;
+  Window->Popups.OpenMenu = [&](QMenu& menu, QPoint position) {
+    EXPECT_EQ(&menu, Window->mnuMisPop);
+    opened = position;
+    Choose(frmRWS::kViewText);
+  };
+  PressKey(Qt::Key_Down);
+  PressMenuKey(*Window->lstMission);
+  EXPECT_EQ(opened, BelowRow(*Window->lstMission, 2));
+  EXPECT_EQ(Joined(World_.ShellCalls), "text " + Box.Path("missions/c.mis"));
 }
 
 }  // namespace
