@@ -10,6 +10,7 @@
 #include "services/faults.h"
 #include "services/forms/frmCam.h"
 #include "services/forms/frmPrefs.h"
+#include "session/current.h"
 #include "tools/frmSkins.h"
 #include "tools/frmView.h"
 #include "tools/logic/mission_files.h"
@@ -28,11 +29,6 @@ NamedForm Named(const char* name, Session& session, QWidget* parent, Prepare pre
             form->LoadForm();
             return form;
           }};
-}
-
-const Flight& CurrentFlight(const Session& session) {
-  const Mission& mission = At(session.Doc.Missions, session.Doc.CurMission);
-  return At(mission.Flights, session.Doc.CurFlight);
 }
 
 NamedForm View(Session& session, QWidget* parent) {

@@ -6,12 +6,15 @@
 #include "services/error_log.h"
 #include "services/numbers.h"
 #include "services/trapped.h"
+#include "session/current.h"
+#include "session/doors.h"
 #include "session/loading.h"
 #include "tools/frmView.h"
 
 namespace rws {
 
-FlightArea::FlightArea(Session& session, QWidget* parent) : QWidget(parent), session_(session) {
+FlightArea::FlightArea(Session& session, Popups& popups, QWidget* parent)
+    : QWidget(parent), session_(session), popups_(popups) {
   Build();
   BuildMenu();
   Connect();
@@ -19,13 +22,14 @@ FlightArea::FlightArea(Session& session, QWidget* parent) : QWidget(parent), ses
 
 void FlightArea::Connect() {
   const Services& services = session_.Services;
-  fraFlight->LoadPlanes = [this] { LoadPlanes(); };
-  fraFlight->CheckMarkingsEntry = [this](bool on) { mnuAC[2]->setChecked(on); };
-  planes->LoadPlanes = fraFlight->LoadPlanes;
-  planes->CheckMarkingsEntry = fraFlight->CheckMarkingsEntry;
-  planes->ViewImage = [this](const std::string& path, const QString& caption) {
-    ViewImage(session_.Services, window(), path, caption);
-  };
+  connect(fraFlight, &FlightPanel::PlanesChanged, this, &FlightArea::LoadPlanes);
+  connect(fraFlight, &FlightPanel::MarkingsShown, mnuAC[kMarkings], &QAction::setChecked);
+  connect(planes, &PlanePanels::PlanesChanged, this, &FlightArea::LoadPlanes);
+  connect(planes, &PlanePanels::MarkingsShown, mnuAC[kMarkings], &QAction::setChecked);
+  connect(planes, &PlanePanels::ImageWanted, this,
+          [this](const std::string& path, const QString& caption) {
+            ViewImage(session_.Services, window(), path, caption);
+          });
   connect(
       lstPlanes, &ReportList::MouseReleased, this,
       Trapped(services, "lstPlanes_MouseUp", [this](Qt::MouseButton button, int, QPoint position) {
@@ -35,14 +39,8 @@ void FlightArea::Connect() {
           Trapped(services, "lstPlanes_KeyUp", [this] { ListKeyReleased(); }));
   connect(lstPlanes, &ReportList::MenuKeyPressed, this,
           Trapped(services, "lstPlanes_MouseUp", [this](QPoint position) { OpenMenu(position); }));
-  PopUpAircraftMenu = [this](QPoint position) { mnuAircraft->exec(position); };
-  ShowDialog = [](QDialog& dialog) { dialog.exec(); };
   ConnectMenu();
 }
-
-Mission& FlightArea::Current() { return At(session_.Doc.Missions, session_.Doc.CurMission); }
-
-Flight& FlightArea::FlightAt(int index) { return At(Current().Flights, index); }
 
 QString FlightArea::Decoded(const std::string& bytes) const {
   return FromBytes(session_.Services.Page, bytes);
@@ -54,12 +52,13 @@ void FlightArea::ResetCaptions() {
 }
 
 void FlightArea::ShowNoFlights() {
+  const Showing showing(session_);
   const Loading loading(session_.Doc);
   ClearFlightList();
   ClearFrames(true);
   ResetCaptions();
   fraFlight->ShowNoFlight();
-  ShowPlayer(QString());
+  Q_EMIT PlayerShown(QString());
 }
 
 void FlightArea::ClearFlightList() { lstPlanes->SetRows({}); }
@@ -68,7 +67,8 @@ void FlightArea::LoadPlaneList(int index) {
   LogAndLeave(session_.Services, "LoadPlaneList", [&] {
     lstPlanes->Tag.clear();
     std::vector<FlightRow> rows;
-    const bool whole = MakeFlightRows(Current(), session_.Tables, session_.Services, rows);
+    const bool whole =
+        MakeFlightRows(CurrentMission(session_), session_.Tables, session_.Services, rows);
     lstPlanes->SetRows(std::move(rows));
     if (!whole) {
       // No row is selected, and the panel still shows another mission's flight.
@@ -79,27 +79,29 @@ void FlightArea::LoadPlaneList(int index) {
     const int row = index == -1 ? 0 : lstPlanes->RowOf(index);
     const int flight = index == -1 || row < 0 ? 0 : index;
     lstPlanes->SelectOnly(row < 0 ? lstPlanes->RowOf(0) : row);
-    FlightAt(flight).Shown = true;
-    fraFlight->WeaponTag = FlightAt(flight).Class;
+    FlightAt(session_, flight).Shown = true;
+    fraFlight->WeaponTag = FlightAt(session_, flight).Class;
     if (row < 0) throw SubscriptFault();
   });
 }
 
 void FlightArea::TakeSelectedFlight() {
-  const int flight = lstPlanes->SelectedFlight();
+  const int flight = lstPlanes->Selection().Focused;
   if (flight < 0) throw SubscriptFault();
   session_.Doc.CurFlight = flight;
 }
 
 void FlightArea::PlaneChg(bool reload, int index, bool playerCleared) {
-  if (reload) LoadPlaneList(index);
-  if (index == -1 || lstPlanes->RowOf(index) < 0)
-    TakeSelectedFlight();
-  else
-    session_.Doc.CurFlight = index;
-  fraFlight->LoadFlight(session_.Doc.CurFlight);
-  LoadPlanes();
-  SetWaypointMenuCaption();
+  Show(session_, [&] {
+    if (reload) LoadPlaneList(index);
+    if (index == -1 || lstPlanes->RowOf(index) < 0)
+      TakeSelectedFlight();
+    else
+      session_.Doc.CurFlight = index;
+    fraFlight->LoadFlight(session_.Doc.CurFlight);
+    LoadPlanes();
+    SetWaypointMenuCaption();
+  });
   if (playerCleared)
     session_.Services.Ask.MsgBox(
         "Player select was clear because of the plane change\ndon't forget to reset it.",
@@ -107,24 +109,26 @@ void FlightArea::PlaneChg(bool reload, int index, bool playerCleared) {
 }
 
 void FlightArea::SetWaypointMenuCaption() {
-  const Mission& mission = Current();
+  const Mission& mission = CurrentMission(session_);
   if (SafeUBound(mission.Flights) < 0) return;
   // The upper bound: one less than the number of waypoints, as designed.
-  const auto bound = SafeUBound(FlightAt(session_.Doc.CurFlight).Waypoints);
-  mnuAC[6]->setText(tr("&Edit Waypoints (%1)").arg(bound));
+  const auto bound = SafeUBound(CurrentFlight(session_).Waypoints);
+  mnuAC[kWaypoints]->setText(tr("&Edit Waypoints (%1)").arg(bound));
 }
 
 void FlightArea::LoadPlanes() {
+  const Showing showing(session_);
   LogAndLeave(session_.Services, "LoadPlanes", [&] {
-    const Mission& mission = Current();
-    const Flight& flight = FlightAt(session_.Doc.CurFlight);
+    const Mission& mission = CurrentMission(session_);
+    const Flight& flight = CurrentFlight(session_);
     const std::string plane = GetPlaneName(session_.Tables, session_.Services, flight.Class);
     fraGroup->setTitle(Decoded(plane).replace(u'&', QStringLiteral("&&")));
     fraFlight->ShowCaption();
     ClearFrames(false);
     const auto number = NumberText(Val(mission.PlayerNum) + 1);
-    ShowPlayer(mission.Player.empty() ? QString()
-                                      : Decoded("Group " + mission.Player + " Plane " + number));
+    Q_EMIT PlayerShown(mission.Player.empty()
+                           ? QString()
+                           : Decoded("Group " + mission.Player + " Plane " + number));
     const int count = fraFlight->cboPlanes->currentText().toInt();
     for (int i = 0; i < count; ++i) planes->FillPanel(i);
   });
@@ -133,68 +137,72 @@ void FlightArea::LoadPlanes() {
 void FlightArea::OpenMenu(QPoint globalPosition) {
   if (lstPlanes->RowCount() == 0) return;
   // Of the flight that is shown by now, not of the one that was left.
-  if (lstPlanes->SelectedRows().size() == 1) SetSingleMode();
-  PopUpAircraftMenu(globalPosition);
+  if (lstPlanes->Selection().Flights.size() == 1) SetSingleMode();
+  popups_.OpenMenu(*mnuAircraft, globalPosition);
 }
 
 void FlightArea::ListMouseReleased(Qt::MouseButton button, QPoint globalPosition) {
   Document& doc = session_.Doc;
   if (lstPlanes->RowCount() == 0) return;
   // A click beside the rows takes the selection away; there is always one.
-  if (lstPlanes->SelectedRows().empty()) lstPlanes->SelectOnly(lstPlanes->RowOf(doc.CurFlight));
-  const bool multi = lstPlanes->SelectedRows().size() >= 2;
-  const bool stays = button == Qt::LeftButton && !multi && lstPlanes->Tag != "multiple" &&
-                     lstPlanes->SelectedFlight() == doc.CurFlight;
+  if (lstPlanes->Selection().Flights.empty())
+    lstPlanes->SelectOnly(lstPlanes->RowOf(doc.CurFlight));
+  const FlightSelection selection = lstPlanes->Selection();
+  const bool multi = selection.Flights.size() >= 2;
+  const bool stays = button == Qt::LeftButton && !multi && !selection.Several &&
+                     selection.Focused == doc.CurFlight;
   if (stays) return;
   TakeSelectedFlight();
   lstPlanes->Tag = multi ? "multiple" : "single";
   multi ? SetMultipleMode() : SetSingleMode();
-  const auto show = [&] {
-    TakeSelectedFlight();
-    fraFlight->WeaponTag = FlightAt(doc.CurFlight).Class;
-    PlaneChg(false, -1, false);
-  };
   if (button == Qt::RightButton) {
     // The menu's entries are those of the flight that it opens on.
-    if (!multi) show();
+    if (!multi) ShowSelectedFlight();
     OpenMenu(globalPosition);
     if (doc.Closing || lstPlanes->RowCount() == 0) return;
   }
-  if (!multi) show();
+  if (!multi) ShowSelectedFlight();
 }
 
-void FlightArea::ListKeyReleased() {
-  const int flight = lstPlanes->SelectedFlight();
-  if (flight < 0 || flight == session_.Doc.CurFlight) return;
-  // Neither the tag nor the modes: the keyboard never enters or leaves a selection of several.
-  session_.Doc.CurFlight = flight;
-  fraFlight->WeaponTag = FlightAt(flight).Class;
+void FlightArea::ShowSelectedFlight() {
+  TakeSelectedFlight();
+  fraFlight->WeaponTag = CurrentFlight(session_).Class;
   PlaneChg(false, -1, false);
 }
 
+void FlightArea::ListKeyReleased() {
+  const int flight = lstPlanes->Selection().Focused;
+  if (flight < 0 || flight == session_.Doc.CurFlight) return;
+  // Neither the tag nor the modes: the keyboard never enters or leaves a selection of several.
+  ShowSelectedFlight();
+}
+
 void FlightArea::SetMultipleMode() {
+  const Showing showing(session_);
   ResumeNext([&] {
-    const auto selected = lstPlanes->SelectedPlanes();
+    const auto selected = lstPlanes->Selection().Planes;
     const bool same = SelectedSameAircraft(selected);
     fraGroup->setTitle(tr("Multiple Select"));
     fraFlight->setTitle(tr("Multiple Select"));
-    mnuAC[1]->setEnabled(same);
-    mnuAC[4]->setEnabled(false);
-    mnuAC[6]->setEnabled(false);
+    mnuAC[kFlightSkin]->setEnabled(same);
+    mnuAC[kDuplicate]->setEnabled(false);
+    mnuAC[kWaypoints]->setEnabled(false);
     planes->DisableAll();
     fraFlight->EnableForGroup(same, SelectedAllFlyable(session_.Tables, selected));
-    const std::string& shown = FlightAt(session_.Doc.CurFlight).Class;
+    const std::string& shown = CurrentFlight(session_).Class;
     planes->LoadSkinList(GetPlaneFolder(session_.Tables, shown), -1);
   });
 }
 
 void FlightArea::SetSingleMode() {
-  for (const std::size_t i : {1, 2, 4, 6}) mnuAC[i]->setEnabled(fraFlight->CurAircraftOK);
+  for (const Entry i : {kFlightSkin, kMarkings, kDuplicate, kWaypoints})
+    mnuAC[i]->setEnabled(fraFlight->CurAircraftOK);
   // Also for an aircraft that the game lacks; the others then stay disabled.
-  mnuAC[1]->setEnabled(true);
+  mnuAC[kFlightSkin]->setEnabled(true);
 }
 
 void FlightArea::FillFixedLists() {
+  const Showing showing(session_);
   fraFlight->FillFixedLists();
   planes->FillFixedLists();
 }

@@ -1,15 +1,14 @@
 #pragma once
 
-#include <QDialog>
 #include <QGroupBox>
 #include <QMenu>
 #include <QWidget>
 #include <array>
-#include <functional>
 
 #include "mainwindow/flight_list.h"
 #include "mainwindow/flight_panel.h"
 #include "mainwindow/plane_panels.h"
+#include "mainwindow/popups.h"
 #include "session/session.h"
 
 namespace rws {
@@ -20,7 +19,7 @@ class FlightArea : public QWidget {
   Q_OBJECT
 
  public:
-  FlightArea(Session& session, QWidget* parent);
+  FlightArea(Session& session, Popups& popups, QWidget* parent);
 
   /** Rebuilds the list and selects a flight; the first row in sort order when `index` is -1. */
   void LoadPlaneList(int index);
@@ -49,29 +48,35 @@ class FlightArea : public QWidget {
   QGroupBox* fraGroup;
   PlanePanels* planes;
   QMenu *mnuAircraft, *mnuSkin;
+  enum Entry : std::size_t {
+    kChangeAircraft,
+    kFlightSkin,
+    kMarkings,
+    kLineAboveDuplicate,
+    kDuplicate,
+    kRemove,
+    kWaypoints,
+    kLineAboveCopy,
+    kCopy
+  };
   std::array<QAction*, 9> mnuAC;
 
-  /** Opens the flight menu and returns when it has closed; a test replaces it. */
-  std::function<void(QPoint globalPosition)> PopUpAircraftMenu;
-  /** Shows a dialog and returns when it has closed; a test works the dialog instead. */
-  std::function<void(QDialog& dialog)> ShowDialog;
-  /** Shows the player in the status bar. */
-  std::function<void(const QString& text)> ShowPlayer;
+ Q_SIGNALS:
+  /** Who the player is, "" for nobody. */
+  void PlayerShown(const QString& text);
 
  private:
   void Build();
   void BuildMenu();
   void Connect();
   void ConnectMenu();
-  Mission& Current();
-  Flight& FlightAt(int index);
   QString Decoded(const std::string& bytes) const;
   void ListMouseReleased(Qt::MouseButton button, QPoint globalPosition);
   void ListKeyReleased();
   void OpenMenu(QPoint globalPosition);
   void TakeSelectedFlight();
-  std::vector<std::size_t> SelectedFlights() const;
-  int MostPlanes(const std::vector<std::size_t>& flights);
+  void ShowSelectedFlight();
+  std::size_t MostPlanes(const std::vector<std::size_t>& flights);
   void ClickChangeAircraft();
   void ClickMarkings();
   void ClickSkin(QAction* entry);
@@ -81,6 +86,7 @@ class FlightArea : public QWidget {
   void ClickCopy();
 
   Session& session_;
+  Popups& popups_;
 };
 
 }  // namespace rws

@@ -42,11 +42,11 @@ void FlightArea::BuildMenu() {
         captions[i].isEmpty() ? mnuAircraft->addSeparator() : mnuAircraft->addAction(captions[i]);
     mnuAC[i]->setObjectName(QStringLiteral("mnuAC(%1)").arg(i));
   }
-  mnuAC[2]->setCheckable(true);
+  mnuAC[kMarkings]->setCheckable(true);
   mnuSkin = new QMenu(mnuAircraft);
   mnuSkin->setObjectName(QStringLiteral("mnuSkin"));
   mnuSkin->addAction(tr("None"));
-  mnuAC[1]->setMenu(mnuSkin);
+  mnuAC[kFlightSkin]->setMenu(mnuSkin);
   planes->mnuSkin = mnuSkin;
 }
 

@@ -124,7 +124,7 @@ void FlightList::SetRows(std::vector<FlightRow> rows) {
 }
 
 void FlightList::HeaderClicked(int column) {
-  const int flight = SelectedFlight();
+  const int flight = Selection().Focused;
   // Turned round by every click, whichever column it is on.
   descending_ = !descending_;
   model_.SortRows(column == 2 ? FlightSort::BySquad : FlightSort::ByPlane, descending_);
@@ -141,18 +141,21 @@ int FlightList::RowOf(int flight) const {
   return -1;
 }
 
-int FlightList::SelectedFlight() const {
+FlightSelection FlightList::Selection() const {
+  FlightSelection selection;
+  for (const int row : SelectedRows()) {
+    selection.Rows.push_back(row);
+    selection.Flights.push_back(At(row).Flight);
+    selection.Planes.push_back(At(row).PlaneName);
+  }
   int row = CurrentRow();
-  const auto selected = SelectedRows();
   // A row that Ctrl has just taken out of the selection keeps the focus.
-  if (!selected.isEmpty() && !selected.contains(row)) row = selected.front();
-  return row < 0 ? -1 : static_cast<int>(At(row).Flight);
-}
-
-std::vector<std::string> FlightList::SelectedPlanes() const {
-  std::vector<std::string> planes;
-  for (const int row : SelectedRows()) planes.push_back(At(row).PlaneName);
-  return planes;
+  if (!selection.Rows.empty() &&
+      std::find(selection.Rows.begin(), selection.Rows.end(), row) == selection.Rows.end())
+    row = selection.Rows.front();
+  if (row >= 0) selection.Focused = static_cast<int>(At(row).Flight);
+  selection.Several = Tag == "multiple";
+  return selection;
 }
 
 }  // namespace rws

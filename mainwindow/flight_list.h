@@ -36,6 +36,19 @@ class FlightListModel : public RowModel<FlightRow> {
   mutable QHash<QString, QIcon> icons_;
 };
 
+/** What is selected in the list of flights, in its order. */
+struct FlightSelection {
+  std::vector<int> Rows;
+  std::vector<std::size_t> Flights;
+  /** Names of their aircraft. */
+  std::vector<std::string> Planes;
+  /** The flight that has the list's focus, or the first selected one when that is not selected; -1
+      without one. */
+  int Focused = -1;
+  /** They were chosen as several, with the mouse: an edit goes to all of them. */
+  bool Several = false;
+};
+
 /** `lstPlanes`: the flights of the current mission. A row's place says nothing about its flight. */
 class FlightList : public ReportList {
   Q_OBJECT
@@ -49,11 +62,8 @@ class FlightList : public ReportList {
   const FlightRow& At(int row) const;
   /** Row of a flight, or -1. */
   int RowOf(int flight) const;
-  /** Flight of the selected row; of several the one that has the focus, or the first if
-      that one is not selected; -1 without one. */
-  int SelectedFlight() const;
-  /** Aircraft names of the selected rows, in list order. */
-  std::vector<std::string> SelectedPlanes() const;
+  /** What a command or an edit applies to. */
+  FlightSelection Selection() const;
 
   /** "" after a rebuild, "single" or "multiple" after a selection with the mouse. */
   std::string Tag;

@@ -6,6 +6,7 @@
 #include "platform/qt_text.h"
 #include "services/error_log.h"
 #include "services/numbers.h"
+#include "session/current.h"
 #include "session/loading.h"
 
 namespace rws {
@@ -29,12 +30,6 @@ FlightPanel::FlightPanel(Session& session, FlightList& flights, QWidget* parent)
   Connect();
 }
 
-Mission& FlightPanel::Current() { return At(session_.Doc.Missions, session_.Doc.CurMission); }
-
-Flight& FlightPanel::FlightAt(int index) { return At(Current().Flights, index); }
-
-Flight& FlightPanel::CurrentFlight() { return FlightAt(session_.Doc.CurFlight); }
-
 std::string FlightPanel::Bytes(const QString& text) const {
   return ToBytes(session_.Services.Page, text);
 }
@@ -57,9 +52,10 @@ void FlightPanel::ShowNoFlight() {
 }
 
 void FlightPanel::LoadFlight(int index) {
+  const Showing showing(session_);
   ++loads_;
   LogAndLeave(session_.Services, "LoadFlight", [&] {
-    const Flight& flight = FlightAt(index);
+    const Flight& flight = FlightAt(session_, index);
     CurAircraftOK = IsKnownPlane(session_.Tables, flight.Class);
     ShowPlanes(flight);
     ShowSkill(flight);
@@ -115,7 +111,7 @@ QString FlightPanel::WeaponText(const std::string& key) {
 }
 
 void FlightPanel::ShowCaption() {
-  const Flight& flight = CurrentFlight();
+  const Flight& flight = CurrentFlight(session_);
   const std::string plane = GetPlaneName(session_.Tables, session_.Services, flight.Class);
   QString text = FromBytes(session_.Services.Page, plane + " - Flight of " + flight.Planes + " - ");
   text += WeaponText(flight.Weapons);
@@ -141,7 +137,7 @@ void FlightPanel::ShowSwitches(const Flight& flight) {
   chkAI->setEnabled(flyable);
   // Shown so whatever the record says, which is left as it is.
   if (!flyable) chkAI->setChecked(true);
-  CheckMarkingsEntry(flight.PlaneSlots[0].NumberOn.empty());
+  Q_EMIT MarkingsShown(flight.PlaneSlots[0].NumberOn.empty());
 }
 
 void FlightPanel::EnableFlightControls(bool enabled, bool parachute) {
@@ -156,7 +152,7 @@ void FlightPanel::EnableFlightControls(bool enabled, bool parachute) {
 void FlightPanel::LockFlightControls(bool enabled) {
   const std::array<QWidget*, 3> controls{cboWeap, txtDStart, udDStart};
   for (auto* control : controls) control->setEnabled(enabled);
-  EnableMissionTime(enabled);
+  Q_EMIT MissionTimeLocked(!enabled);
 }
 
 void FlightPanel::EnableForGroup(bool sameAircraft, bool allFlyable) {

@@ -11,7 +11,7 @@
 #include "controls/guarded_edit.h"
 #include "controls/up_down.h"
 #include "mainwindow/flight_list.h"
-#include "session/session.h"
+#include "session/doors.h"
 
 namespace rws {
 
@@ -32,10 +32,6 @@ class FlightPanel : public QGroupBox {
   void EnableFlightControls(bool enabled, bool parachute);
   /** Enables or disables loadout, mission time and delayed start, as the preferences want it. */
   void LockFlightControls(bool enabled);
-  /** Copies all five values of the panel to every selected flight, whichever was changed. The
-     loadout only where all fly one aircraft. */
-  void ApplyFlightPanel();
-
   /** Enables what makes sense for a selection of several flights. */
   void EnableForGroup(bool sameAircraft, bool allFlyable);
   /** Fills the lists that never change and selects their first rows. */
@@ -57,13 +53,15 @@ class FlightPanel : public QGroupBox {
   /** The installed game has the current flight's aircraft. */
   bool CurAircraftOK = false;
 
-  /** Refills all that shows the planes of the current flight. */
-  std::function<void()> LoadPlanes;
   /** The mission's time of day as the window shows it. */
   std::function<QTime()> MissionTime;
-  std::function<void(bool enabled)> EnableMissionTime;
-  /** The menu entry "Markings On" follows the first plane. */
-  std::function<void(bool on)> CheckMarkingsEntry;
+
+ Q_SIGNALS:
+  /** All that shows the planes of the current flight is to be filled again. */
+  void PlanesChanged();
+  void MissionTimeLocked(bool locked);
+  /** Markings of the first plane. */
+  void MarkingsShown(bool on);
 
  private:
   void Build();
@@ -73,12 +71,7 @@ class FlightPanel : public QGroupBox {
   void Connect();
   bool eventFilter(QObject* watched, QEvent* event) override;
 
-  Mission& Current();
-  Flight& FlightAt(int index);
-  Flight& CurrentFlight();
-  bool IsMultiple() const { return flights_.Tag == "multiple"; }
   std::string Bytes(const QString& text) const;
-  std::vector<int> SelectedFlights() const;
 
   void ShowPlanes(const Flight& flight);
   void ShowSkill(const Flight& flight);
@@ -88,6 +81,12 @@ class FlightPanel : public QGroupBox {
   void ShowDelay(const Flight& flight);
   void ShowSwitches(const Flight& flight);
 
+  /** Writes to the current flight, or the whole panel to all that are selected. True for the first
+      when it is done. */
+  bool EditFlight(const EditKind& kind, const std::function<void(Flight& flight)>& write);
+  /** Copies all five values of the panel to every selected flight, whichever was changed. The
+      loadout only where all fly one aircraft. */
+  void ApplyFlightPanel();
   void PlanesChosen();
   void SkillChosen(int row);
   void WeaponChosen();
@@ -96,7 +95,7 @@ class FlightPanel : public QGroupBox {
   void DelayChanged();
   void ParachuteClicked();
   void AIOnlyReleased();
-  bool MayClearPlayer(int row);
+  bool MayClearPlayer(int focused, int row);
   bool MayLeave(GuardedEdit* box, std::string Flight::*field);
 
   Session& session_;

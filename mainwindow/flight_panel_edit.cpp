@@ -6,25 +6,37 @@
 #include "platform/qt_text.h"
 #include "services/numbers.h"
 #include "services/trapped.h"
+#include "session/current.h"
 #include "session/doors.h"
 
 namespace rws {
+
+namespace {
+
+constexpr EditKind kPlanes{nullptr, "Number of planes"};
+constexpr EditKind kSkill{nullptr, "Skill"};
+constexpr EditKind kWeapons{"cboWeap_Click", "Weapon load"};
+constexpr EditKind kFuel{nullptr, "Fuel"};
+constexpr EditKind kDelay{nullptr, "Delayed start"};
+constexpr EditKind kParachute{"chkPara_Click", "Parachute"};
+/** Compared by its handler: not when the user answers No. */
+constexpr EditKind kAIOnly{"chkAI_MouseUp", "AI only", Lighting::None};
+
+}  // namespace
 
 void FlightPanel::Connect() {
   const Services& services = session_.Services;
   connect(cboPlanes, &QComboBox::currentIndexChanged, this, &FlightPanel::PlanesChosen);
   connect(cboSkill, &QComboBox::currentIndexChanged, this, &FlightPanel::SkillChosen);
   connect(cboWeap, &QComboBox::currentIndexChanged, this,
-          Trapped(services, "cboWeap_Click", [this](int) { WeaponChosen(); }));
+          Trapped(services, kWeapons.Handler, [this](int) { WeaponChosen(); }));
   connect(txtFuel, &QLineEdit::textChanged, this, &FlightPanel::FuelChanged);
   connect(txtDStart, &QLineEdit::textChanged, this,
           Trapped(services, "txtDStart_Change",
                   [this](const QString& text) { DelayTextChanged(text); }));
   connect(udDStart, &UpDown::ValueChanged, this, &FlightPanel::DelayChanged);
-  connect(chkPara, &QCheckBox::clicked, this,
-          Trapped(services, "chkPara_Click", [this](bool) { ParachuteClicked(); }));
-  connect(chkAI, &QCheckBox::clicked, this,
-          Trapped(services, "chkAI_MouseUp", [this](bool) { AIOnlyReleased(); }));
+  connect(chkPara, &QCheckBox::clicked, this, &FlightPanel::ParachuteClicked);
+  connect(chkAI, &QCheckBox::clicked, this, &FlightPanel::AIOnlyReleased);
   txtFuel->MayLeave = [this] { return MayLeave(txtFuel, &Flight::Fuel); };
   txtDStart->MayLeave = [this] { return MayLeave(txtDStart, &Flight::StartTime); };
   txtDStart->installEventFilter(this);
@@ -36,40 +48,45 @@ bool FlightPanel::eventFilter(QObject* watched, QEvent* event) {
     if (typed.size() == 1 && typed[0] >= u'0' && typed[0] <= u'9')
       LogAndLeave(session_.Services, "txtDStart_KeyUp", [&] {
         udDStart->SetValue(CInt(ToPath(txtDStart->text())));
+        // Its handler has written the value, mostly as it was typed: this is no edit of its own.
         SetModify(session_);
       });
   }
   return QGroupBox::eventFilter(watched, event);
 }
 
+bool FlightPanel::EditFlight(const EditKind& kind,
+                             const std::function<void(Flight& flight)>& write) {
+  if (!flights_.Selection().Several)
+    return Edit(session_, kind, [&] { write(CurrentFlight(session_)); });
+  // While a flight is shown the panel holds the values of two flights.
+  if (loads_ == 0) Edit(session_, kind, [&] { ApplyFlightPanel(); });
+  return false;
+}
+
 void FlightPanel::PlanesChosen() {
   if (session_.Doc.bLoading) return;
-  ResumeNext([&] {
-    if (IsMultiple()) return ApplyFlightPanel();
-    CurrentFlight().Planes = std::to_string(CInt(ToPath(cboPlanes->currentText())));
-    SetModify(session_);
-    LoadPlanes();
+  const bool done = EditFlight(kPlanes, [&](Flight& flight) {
+    flight.Planes = std::to_string(CInt(ToPath(cboPlanes->currentText())));
   });
+  if (done) Q_EMIT PlanesChanged();
 }
 
 void FlightPanel::SkillChosen(int row) {
   if (session_.Doc.bLoading) return;
-  ResumeNext([&] {
-    if (IsMultiple()) return ApplyFlightPanel();
-    CurrentFlight().Skill = row == cboSkill->count() - 1 ? "Custom" : std::to_string(row);
-    SetModify(session_);
-    LoadPlanes();
+  const bool done = EditFlight(kSkill, [&](Flight& flight) {
+    flight.Skill = row == cboSkill->count() - 1 ? "Custom" : std::to_string(row);
   });
+  if (done) Q_EMIT PlanesChanged();
 }
 
 void FlightPanel::WeaponChosen() {
   if (session_.Doc.bLoading) return;
-  if (IsMultiple()) return ApplyFlightPanel();
-  Flight& flight = CurrentFlight();
-  flight.Weapons = GetWeaponName(session_.Tables, session_.Services, flight.Class,
-                                 Bytes(cboWeap->currentText()));
-  SetModify(session_);
-  ShowCaption();
+  const bool done = EditFlight(kWeapons, [&](Flight& flight) {
+    flight.Weapons = GetWeaponName(session_.Tables, session_.Services, flight.Class,
+                                   Bytes(cboWeap->currentText()));
+  });
+  if (done) ShowCaption();
 }
 
 void FlightPanel::FuelChanged(const QString& text) {
@@ -79,9 +96,7 @@ void FlightPanel::FuelChanged(const QString& text) {
     // Each of these writes runs this handler again, with the value that then counts.
     if (value > udFuel->Maximum()) return txtFuel->setText(QString::number(udFuel->Maximum()));
     if (value < udFuel->Minimum()) return txtFuel->setText(QString::number(udFuel->Minimum()));
-    if (IsMultiple()) return ApplyFlightPanel();
-    CurrentFlight().Fuel = ToPath(text);
-    SetModify(session_);
+    EditFlight(kFuel, [&](Flight& flight) { flight.Fuel = ToPath(text); });
   });
 }
 
@@ -98,38 +113,35 @@ void FlightPanel::DelayTextChanged(const QString& text) {
 }
 
 void FlightPanel::DelayChanged() {
-  ResumeNext([&] {
-    if (IsMultiple()) return ApplyFlightPanel();
-    CurrentFlight().StartTime = ToPath(txtDStart->text());
-    SetModify(session_);
-    LoadFlight(session_.Doc.CurFlight);
-  });
+  const bool done =
+      EditFlight(kDelay, [&](Flight& flight) { flight.StartTime = ToPath(txtDStart->text()); });
+  if (done) LoadFlight(session_.Doc.CurFlight);
 }
 
 /** Of several selected flights only the current one: the tool tip promises more. */
 void FlightPanel::ParachuteClicked() {
   if (session_.Doc.bLoading) return;
-  CurrentFlight().Parachute = chkPara->isChecked() ? "" : "0";
-  SetModify(session_);
+  Edit(session_, kParachute,
+       [&] { CurrentFlight(session_).Parachute = chkPara->isChecked() ? "" : "0"; });
 }
 
 bool FlightPanel::MayLeave(GuardedEdit* box, std::string Flight::*field) {
   if (IsNumeric(ToPath(box->text()))) return true;
   ResumeNext([&] {
-    const double value = Val(CurrentFlight().*field);
+    const double value = Val(CurrentFlight(session_).*field);
     box->setText(FromPath(NumberText(box == txtFuel ? RoundHalfEven(value, 0) : value)));
   });
   return false;
 }
 
 void FlightPanel::ApplyFlightPanel() {
-  // While a flight is shown the panel holds the values of two flights.
-  if (loads_ > 0) return;
-  const bool same = SelectedSameAircraft(flights_.SelectedPlanes());
-  const std::string weapons = GetWeaponName(session_.Tables, session_.Services,
-                                            CurrentFlight().Class, Bytes(cboWeap->currentText()));
-  for (const int row : flights_.SelectedRows()) {
-    Flight& flight = FlightAt(static_cast<int>(flights_.At(row).Flight));
+  const FlightSelection selection = flights_.Selection();
+  const bool same = SelectedSameAircraft(selection.Planes);
+  const std::string weapons =
+      GetWeaponName(session_.Tables, session_.Services, CurrentFlight(session_).Class,
+                    Bytes(cboWeap->currentText()));
+  for (const std::size_t index : selection.Flights) {
+    Flight& flight = FlightAt(session_, static_cast<std::ptrdiff_t>(index));
     flight.StartTime = ToPath(txtDStart->text());
     flight.Fuel = ToPath(txtFuel->text());
     flight.Planes = std::to_string(CInt(ToPath(cboPlanes->currentText())));
@@ -138,15 +150,14 @@ void FlightPanel::ApplyFlightPanel() {
     // A panel without a loadout takes none away.
     if (same && !weapons.empty()) flight.Weapons = weapons;
   }
-  SetModify(session_);
 }
 
 /** Asks when the player flies in the flight that has the list's focus. On No the flight whose index
     is the row's place counted from 1 loses its flag: it need not be the one asked about. */
-bool FlightPanel::MayClearPlayer(int row) {
-  Mission& mission = Current();
-  const int focused = flights_.SelectedFlight();
-  if (!chkAI->isChecked() || focused < 0 || mission.Player != FlightAt(focused).Name) return true;
+bool FlightPanel::MayClearPlayer(int focused, int row) {
+  Mission& mission = CurrentMission(session_);
+  if (!chkAI->isChecked() || focused < 0 || mission.Player != FlightAt(session_, focused).Name)
+    return true;
   const Answer answer = session_.Services.Ask.MsgBox(
       "This will clear the player selected plane.\nIs this what you want to do?", Buttons::YesNo,
       Icon::Question, kProgramTitle);
@@ -155,18 +166,24 @@ bool FlightPanel::MayClearPlayer(int row) {
     mission.PlayerNum.clear();
     return true;
   }
-  ResumeNext([&] { FlightAt(row + 1).OnlyAI.clear(); });
+  ResumeNext([&] { FlightAt(session_, row + 1).OnlyAI.clear(); });
   chkAI->setChecked(false);
   return false;
 }
 
 void FlightPanel::AIOnlyReleased() {
-  for (const int row : flights_.SelectedRows()) {
-    if (!MayClearPlayer(row)) return;
-    FlightAt(static_cast<int>(flights_.At(row).Flight)).OnlyAI = chkAI->isChecked() ? "1" : "";
-  }
-  SetModify(session_);
-  if (!IsMultiple()) LoadPlanes();
+  const FlightSelection selection = flights_.Selection();
+  bool settled = false;
+  Edit(session_, kAIOnly, [&] {
+    for (std::size_t i = 0; i < selection.Rows.size(); ++i) {
+      if (!MayClearPlayer(selection.Focused, selection.Rows[i])) return;
+      FlightAt(session_, static_cast<std::ptrdiff_t>(selection.Flights[i])).OnlyAI =
+          chkAI->isChecked() ? "1" : "";
+    }
+    SetModify(session_);
+    settled = true;
+  });
+  if (settled && !selection.Several) Q_EMIT PlanesChanged();
 }
 
 }  // namespace rws

@@ -7,6 +7,8 @@
 #include "services/arrays.h"
 #include "services/error_log.h"
 #include "services/text.h"
+#include "services/trapped.h"
+#include "session/doors.h"
 
 /** The pictures stand in a library; without this call the linker would leave them out. */
 static void InitIcons() { Q_INIT_RESOURCE(icons); }
@@ -33,14 +35,60 @@ void frmRWS::ConnectDocument() {
   window.IsUp = [this] { return isVisible(); };
   window.LightUpdate = [this](bool lit) { LightUpdate(lit); };
   session_.Services.Ask.Notice = [this](const std::string& text) { Notice(text); };
-  flightArea->ShowPlayer = [this](const QString& text) { staPanels[1]->setText(text); };
-  flightArea->fraFlight->MissionTime = [this] { return missionPanel->dtMission->time(); };
-  flightArea->fraFlight->EnableMissionTime = [this](bool enabled) {
-    missionPanel->dtMission->setEnabled(enabled);
-  };
-  missionPanel->ReloadFlight = [this] {
-    flightArea->fraFlight->LoadFlight(session_.Doc.CurFlight);
-  };
+}
+
+void frmRWS::Connect() {
+  ConnectList();
+  ConnectButtons();
+  ConnectPanels();
+  ConnectMissionMenu();
+  ConnectTools();
+  ConnectPrefs();
+  ConnectHelp();
+}
+
+void frmRWS::ConnectList() {
+  const Services& services = session_.Services;
+  connect(lstMission, &ListBox::KeyReleased, this,
+          Trapped(services, "lstMission_KeyUp", [this] { FollowList(LeaveBy::Key); }));
+  connect(lstMission, &ListBox::MouseReleased, this,
+          Trapped(services, "lstMission_MouseUp",
+                  [this](Qt::MouseButton button, int row, QPoint position) {
+                    ListMouseReleased(button, row, position);
+                  }));
+  connect(lstMission, &ListBox::MenuKeyPressed, this,
+          Trapped(services, "lstMission_MouseUp",
+                  [this](QPoint position) { OpenMissionMenu(position); }));
+}
+
+void frmRWS::ConnectButtons() {
+  for (std::size_t i = 0; i < cmd.size(); ++i)
+    connect(cmd[i], &QPushButton::clicked, this,
+            Trapped(session_.Services, "cmd_Click", [this, i](bool) { Press(i); }));
+  // Unlike the Exit button this entry does not ask about unsaved changes; the difference stays.
+  connect(mnuExit, &QAction::triggered, this, [this] { Unload(); });
+}
+
+void frmRWS::Press(std::size_t button) {
+  switch (button) {
+    case kDirectory:
+      return ClickDirectory();
+    case kExit:
+      return ClickExit();
+    case kMinimize:
+      return showMinimized();
+    default:
+      ClickUpdate();
+  }
+}
+
+void frmRWS::ConnectPanels() {
+  FlightPanel& flight = *flightArea->fraFlight;
+  connect(flightArea, &FlightArea::PlayerShown, staPanels[1], &QLabel::setText);
+  flight.MissionTime = [this] { return missionPanel->dtMission->time(); };
+  connect(&flight, &FlightPanel::MissionTimeLocked, missionPanel->dtMission, &QWidget::setDisabled);
+  connect(missionPanel, &MissionPanel::TimeSet, &flight,
+          [this, &flight] { flight.LoadFlight(session_.Doc.CurFlight); });
 }
 
 void frmRWS::Notice(const std::string& text) {
@@ -56,11 +104,21 @@ void frmRWS::EnableMission(bool enabled) {
   mnuMisPop->setEnabled(enabled);
 }
 
+void frmRWS::LightUpdate(bool lit) {
+  cmd[kUpdate]->setEnabled(lit);
+  // Pale green; black text goes with it, also where the desktop is dark.
+  const QString style =
+      lit ? QStringLiteral("background-color: #C0FFC0; color: black;") : QString();
+  // Every edit comes by here, and a style that is set again is worked out again.
+  if (cmd[kUpdate]->styleSheet() != style) cmd[kUpdate]->setStyleSheet(style);
+}
+
 void frmRWS::InitForm() {
+  const Showing showing(session_);
   LogAndLeave(session_.Services, "InitForm", [&] {
     const bool loading = session_.Doc.bLoading;
     session_.Doc.bLoading = true;
-    lstMission->SetRows({});
+    lstMission->ShowMissions({});
     flightArea->ClearFlightList();
     missionPanel->fraMission->setTitle(tr("Mission Map:"));
     flightArea->ResetCaptions();
@@ -95,21 +153,22 @@ void frmRWS::LoadMissionList() {
   LogAndLeave(session_.Services, "LoadMissionList", [&] {
     Document& doc = session_.Doc;
     flightArea->ClearFlightList();
-    QStringList names;
-    names.reserve(static_cast<qsizetype>(doc.Missions.size()));
-    for (const auto& mission : doc.Missions) names << FromPath(mission.BaseName);
+    std::vector<MissionRow> rows;
+    for (const auto& mission : doc.Missions)
+      rows.push_back({static_cast<int>(rows.size()), FromPath(mission.BaseName)});
     // Only once: after an Update the current mission stays the current one.
     const int named = FindComLineMission(doc, Arguments);
     Arguments.ComLineMission.clear();
     comLineMissionFound_ = named >= 0;
     if (named >= 0) doc.CurMission = named;
-    lstMission->SetRows(names);
-    if (doc.CurMission >= names.size()) doc.CurMission = 0;
-    lstMission->SelectRow(doc.CurMission);
+    lstMission->ShowMissions(rows);
+    if (doc.CurMission >= std::ssize(doc.Missions)) doc.CurMission = 0;
+    lstMission->SelectMission(doc.CurMission);
   });
 }
 
 void frmRWS::ShowMission() {
+  const Showing showing(session_);
   Document& doc = session_.Doc;
   doc.bLoading = true;
   ResumeNext([&] { flightArea->ClearFlightList(); });
@@ -121,7 +180,7 @@ void frmRWS::ShowMission() {
       ResumeNext([&] { LoadMission(doc, session_.Services, current); });
     if (doc.Closing) return;
     const Mission& mission = doc.Missions[current];
-    mnuMissionPop[2]->setVisible(mission.HasBornPlace);
+    mnuMissionPop[kSpawnPoints]->setVisible(mission.HasBornPlace);
     ResumeNext([&] { doc.MissionShadow[current] = mission; });
     missionPanel->ShowMission();
     const bool hasFlights = SafeUBound(mission.Flights) >= 0;

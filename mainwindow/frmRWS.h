@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QAction>
-#include <QDialog>
 #include <QLabel>
 #include <QMainWindow>
 #include <QMenu>
@@ -10,10 +9,11 @@
 #include <array>
 #include <functional>
 
-#include "controls/list_box.h"
 #include "mainwindow/flight_area.h"
 #include "mainwindow/logic/start_up.h"
+#include "mainwindow/mission_list.h"
 #include "mainwindow/mission_panel.h"
+#include "mainwindow/popups.h"
 #include "mission/update.h"
 #include "session/session.h"
 #include "tools/logic/folder_tools.h"
@@ -53,9 +53,10 @@ class frmRWS : public QMainWindow {
   /** What the command line asked for. */
   StartArguments Arguments;
 
-  ListBox* lstMission;
+  MissionList* lstMission;
   MissionPanel* missionPanel;
   FlightArea* flightArea;
+  enum Button : std::size_t { kDirectory, kExit, kMinimize, kUpdate };
   std::array<QPushButton*, 4> cmd;
   QStatusBar* staBar;
   /** Panel 1 shows the directory, panel 2 the player. */
@@ -63,15 +64,33 @@ class frmRWS : public QMainWindow {
 
   QMenu *mnuFile, *mnuTool, *mnuHelp, *mnuMisPop, *mnuCase;
   QAction* mnuExit;
+  enum Tool : std::size_t {
+    kSkinManager,
+    kRenameAll,
+    kConvertFolder,
+    kCopyFrom,
+    kLineAbovePreferences,
+    kPreferences
+  };
   std::array<QAction*, 6> mnuTools;
+  enum HelpEntry : std::size_t { kContents, kAbout, kCheckForUpdates };
   std::array<QAction*, 3> mnuH;
+  enum MissionEntry : std::size_t {
+    kEditBrief,
+    kViewText,
+    kSpawnPoints,
+    kAddSound,
+    kLineAboveFiles,
+    kSaveAs,
+    kDelete,
+    kMove,
+    kRename
+  };
   std::array<QAction*, 9> mnuMissionPop;
+  enum Case : std::size_t { kManual, kProperCase, kLowercase, kUppercase };
   std::array<QAction*, 4> mnuCases;
 
-  /** Shows a dialog and returns when it has closed; a test works the dialog instead. */
-  std::function<void(QDialog& dialog)> ShowDialog;
-  /** Opens the mission menu and returns when it has closed; a test replaces it. */
-  std::function<void(QPoint globalPosition)> PopUpMissionMenu;
+  rws::Popups Popups;
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -90,6 +109,9 @@ class frmRWS : public QMainWindow {
   void SetTabOrder();
   void Connect();
   void ConnectDocument();
+  void ConnectList();
+  void ConnectButtons();
+  void ConnectPanels();
   void ConnectMissionMenu();
   void ConnectTools();
   void ConnectPrefs();
@@ -97,7 +119,7 @@ class frmRWS : public QMainWindow {
 
   void FollowList(LeaveBy by);
   void ListMouseReleased(Qt::MouseButton button, int row, QPoint globalPosition);
-  bool LeaveMission(LeaveBy by, int& row);
+  bool LeaveMission(LeaveBy by, int& mission);
   void OpenMissionMenu(QPoint globalPosition);
 
   void EndMissionCommand(bool reread);
@@ -123,6 +145,7 @@ class frmRWS : public QMainWindow {
   void ApplyPrefs(const frmPrefs& form);
   void ReloadPaintSchemes();
 
+  void Press(std::size_t button);
   void ClickDirectory();
   void ClickExit();
   bool ClickUpdate();

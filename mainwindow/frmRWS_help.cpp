@@ -7,13 +7,13 @@
 namespace rws {
 
 void frmRWS::ConnectHelp() {
-  const auto command = [this](std::size_t entry, void (frmRWS::*run)()) {
+  const auto command = [this](HelpEntry entry, void (frmRWS::*run)()) {
     connect(mnuH[entry], &QAction::triggered, this,
             Trapped(session_.Services, "mnuH_Click", [this, run](bool) { (this->*run)(); }));
   };
-  command(0, &frmRWS::ClickContents);
-  command(1, &frmRWS::ClickAbout);
-  command(2, &frmRWS::ClickCheckForUpdates);
+  command(kContents, &frmRWS::ClickContents);
+  command(kAbout, &frmRWS::ClickAbout);
+  command(kCheckForUpdates, &frmRWS::ClickCheckForUpdates);
 }
 
 void frmRWS::ClickContents() { OpenHelp(session_.Services); }
@@ -24,9 +24,9 @@ void frmRWS::ClickAbout() {
 
 /** Every other command stays free while the answer is out; closing the window cancels the check. */
 void frmRWS::ClickCheckForUpdates() {
-  mnuH[2]->setEnabled(false);
+  mnuH[kCheckForUpdates]->setEnabled(false);
   const std::string fetched = GetVersionText(session_.Services);
-  mnuH[2]->setEnabled(true);
+  mnuH[kCheckForUpdates]->setEnabled(true);
   if (!session_.Doc.Closing) TellVersion(session_.Services, fetched);
 }
 

@@ -15,7 +15,7 @@ void frmRWS::Build() {
   setWindowTitle(FromPath(kProgramTitle));
   BuildMenus();
   BuildMissionMenu();
-  flightArea = new FlightArea(session_, this);
+  flightArea = new FlightArea(session_, Popups, this);
   auto* sides = new QSplitter(this);
   sides->setChildrenCollapsible(false);
   sides->addWidget(BuildLeftSide());
@@ -55,14 +55,14 @@ void frmRWS::BuildMissionMenu() {
   mnuCase->setObjectName(QStringLiteral("mnuCase"));
   AddEntries<4>(mnuCase, mnuCases, "mnuCase",
                 {tr("&Manual"), tr("&Proper Case"), tr("&Lowercase"), tr("&Uppercase")});
-  mnuMissionPop[8]->setMenu(mnuCase);
+  mnuMissionPop[kRename]->setMenu(mnuCase);
 }
 
 QWidget* frmRWS::BuildLeftSide() {
   auto* side = new QWidget(this);
   auto* column = new QVBoxLayout(side);
   column->setContentsMargins(0, 0, 0, 0);
-  lstMission = new ListBox;
+  lstMission = new MissionList;
   lstMission->setObjectName(QStringLiteral("lstMission"));
   lstMission->setAccessibleName(tr("Missions"));
   lstMission->setToolTip(tr("Right click selected mission for single file menu options"));
@@ -90,7 +90,7 @@ QWidget* frmRWS::BuildButtons() {
     cmd[i]->setAutoDefault(false);
   }
   // Update is what the others are there for; it stands apart, first under the values it writes.
-  for (const int i : {3, 0, 2, 1}) row->addWidget(cmd[static_cast<std::size_t>(i)]);
+  for (const Button i : {kUpdate, kDirectory, kMinimize, kExit}) row->addWidget(cmd[i]);
   return box;
 }
 
@@ -98,9 +98,9 @@ QWidget* frmRWS::BuildButtons() {
 void frmRWS::SetTabOrder() {
   const MissionPanel& panel = *missionPanel;
   const std::array<QWidget*, 13> order = {
-      lstMission,     panel.cboWeather, panel.txtWeather, panel.dtMission, panel.chkST, panel.chkWL,
-      panel.cmdCount, panel.cmdModSA,   panel.imgSnd,     cmd[3],          cmd[0],      cmd[2],
-      cmd[1]};
+      lstMission,      panel.cboWeather, panel.txtWeather, panel.dtMission, panel.chkST,
+      panel.chkWL,     panel.cmdCount,   panel.cmdModSA,   panel.imgSnd,    cmd[kUpdate],
+      cmd[kDirectory], cmd[kMinimize],   cmd[kExit]};
   for (std::size_t i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
 }
 

@@ -9,76 +9,46 @@
 #include "services/paths.h"
 #include "services/pickers.h"
 #include "services/setting_values.h"
-#include "services/trapped.h"
 
 namespace rws {
 
-void frmRWS::Connect() {
-  const Services& services = session_.Services;
-  connect(lstMission, &ListBox::KeyReleased, this,
-          Trapped(services, "lstMission_KeyUp", [this] { FollowList(LeaveBy::Key); }));
-  connect(lstMission, &ListBox::MouseReleased, this,
-          Trapped(services, "lstMission_MouseUp",
-                  [this](Qt::MouseButton button, int row, QPoint position) {
-                    ListMouseReleased(button, row, position);
-                  }));
-  connect(lstMission, &ListBox::MenuKeyPressed, this,
-          Trapped(services, "lstMission_MouseUp",
-                  [this](QPoint position) { OpenMissionMenu(position); }));
-  connect(cmd[0], &QPushButton::clicked, this,
-          Trapped(services, "cmd_Click", [this](bool) { ClickDirectory(); }));
-  connect(cmd[1], &QPushButton::clicked, this,
-          Trapped(services, "cmd_Click", [this](bool) { ClickExit(); }));
-  connect(cmd[2], &QPushButton::clicked, this, [this] { showMinimized(); });
-  connect(cmd[3], &QPushButton::clicked, this,
-          Trapped(services, "cmd_Click", [this](bool) { ClickUpdate(); }));
-  // Unlike the Exit button this entry does not ask about unsaved changes; the difference stays.
-  connect(mnuExit, &QAction::triggered, this, [this] { Unload(); });
-  PopUpMissionMenu = [this](QPoint position) { mnuMisPop->exec(position); };
-  ShowDialog = [](QDialog& dialog) { dialog.exec(); };
-  flightArea->ShowDialog = [this](QDialog& dialog) { ShowDialog(dialog); };
-  ConnectMissionMenu();
-  ConnectTools();
-  ConnectPrefs();
-  ConnectHelp();
-}
-
 void frmRWS::OpenMissionMenu(QPoint globalPosition) {
-  if (!session_.Doc.Missions.empty()) PopUpMissionMenu(globalPosition);
+  if (!session_.Doc.Missions.empty()) Popups.OpenMenu(*mnuMisPop, globalPosition);
 }
 
-/** Settles the changes of the mission being left. An Update rereads the directory, so the row that
-   is wanted is found again by its file. */
-bool frmRWS::LeaveMission(LeaveBy by, int& row) {
+/** Settles the changes of the mission being left. An Update rereads the directory, so the mission
+    that is wanted is found again by its file. */
+bool frmRWS::LeaveMission(LeaveBy by, int& mission) {
   Document& doc = session_.Doc;
-  const std::string wanted = At(doc.MissionFiles, row);
+  const std::string wanted = At(doc.MissionFiles, mission);
   if (!WarnSave(doc, session_.Services, session_.Prefs, by, [this] { return ClickUpdate(); }))
     return false;
   const auto found = std::find(doc.MissionFiles.begin(), doc.MissionFiles.end(), wanted);
   if (doc.Closing || found == doc.MissionFiles.end()) return false;
-  row = static_cast<int>(found - doc.MissionFiles.begin());
+  mission = static_cast<int>(found - doc.MissionFiles.begin());
   return true;
 }
 
-/** Goes to the row that the list shows, if the mission may be left. */
+/** Goes to the mission that the list shows, if the current one may be left. */
 void frmRWS::FollowList(LeaveBy by) {
-  int row = lstMission->CurrentRow();
-  if (row < 0 || row == session_.Doc.CurMission || !LeaveMission(by, row)) return;
-  session_.Doc.CurMission = row;
+  int mission = lstMission->SelectedMission();
+  if (mission < 0 || mission == session_.Doc.CurMission || !LeaveMission(by, mission)) return;
+  session_.Doc.CurMission = mission;
   ShowMission();
-  if (lstMission->CurrentRow() != row) lstMission->SelectRow(row);
+  if (lstMission->SelectedMission() != mission) lstMission->SelectMission(mission);
 }
 
 void frmRWS::ListMouseReleased(Qt::MouseButton button, int row, QPoint globalPosition) {
   if (button == Qt::RightButton) {
-    const std::string clicked = row >= 0 ? At(session_.Doc.MissionFiles, row) : std::string();
+    const auto& files = session_.Doc.MissionFiles;
+    const int mission = lstMission->MissionAt(row);
+    const std::string clicked = mission >= 0 ? At(files, mission) : std::string();
     OpenMissionMenu(globalPosition);
     // The menu worked on the mission that was lit; only now the light moves, unless the menu has
     // reread the directory meanwhile.
-    const auto& files = session_.Doc.MissionFiles;
-    if (session_.Doc.Closing || row >= std::ssize(files) || (row >= 0 && At(files, row) != clicked))
-      return;
-    if (row >= 0) lstMission->SelectRow(row);
+    if (session_.Doc.Closing || mission >= std::ssize(files)) return;
+    if (mission >= 0 && At(files, mission) != clicked) return;
+    if (mission >= 0) lstMission->SelectMission(mission);
   }
   FollowList(LeaveBy::Mouse);
 }
@@ -105,7 +75,7 @@ bool frmRWS::ClickUpdate() {
 }
 
 bool frmRWS::MayExit() {
-  if (!cmd[3]->isEnabled()) return true;
+  if (!cmd[kUpdate]->isEnabled()) return true;
   const Answer answer =
       session_.Services.Ask.MsgBox("Would you like to save your updates before exiting?",
                                    Buttons::YesNoCancel, Icon::Question, kProgramTitle);
@@ -145,15 +115,6 @@ void frmRWS::closeEvent(QCloseEvent* event) {
   if (!mayClose) return event->ignore();
   Finish();
   event->accept();
-}
-
-void frmRWS::LightUpdate(bool lit) {
-  cmd[3]->setEnabled(lit);
-  // Pale green; black text goes with it, also where the desktop is dark.
-  const QString style =
-      lit ? QStringLiteral("background-color: #C0FFC0; color: black;") : QString();
-  // Every edit comes by here, and a style that is set again is worked out again.
-  if (cmd[3]->styleSheet() != style) cmd[3]->setStyleSheet(style);
 }
 
 }  // namespace rws

@@ -6,25 +6,33 @@
 #include "mainwindow/logic/aircraft_count.h"
 #include "platform/qt_text.h"
 #include "services/trapped.h"
+#include "session/current.h"
 #include "session/doors.h"
 #include "tools/logic/mission_files.h"
 #include "tools/logic/mission_menu.h"
 
 namespace rws {
 
+namespace {
+
+/** Compared as every entry of the menu is, at its end. */
+constexpr EditKind kSound{"mnuMissionPop_Click", "Add Sound File", Lighting::None};
+
+}  // namespace
+
 void frmRWS::ConnectMissionMenu() {
-  const auto command = [this](std::size_t entry, void (frmRWS::*run)()) {
+  const auto command = [this](MissionEntry entry, void (frmRWS::*run)()) {
     connect(
         mnuMissionPop[entry], &QAction::triggered, this,
         Trapped(session_.Services, "mnuMissionPop_Click", [this, run](bool) { (this->*run)(); }));
   };
-  command(0, &frmRWS::ClickEditBrief);
-  command(1, &frmRWS::ClickViewText);
-  command(2, &frmRWS::ClickSpawnPoints);
-  command(3, &frmRWS::ClickAddSound);
-  command(5, &frmRWS::ClickSaveAs);
-  command(6, &frmRWS::ClickDelete);
-  command(7, &frmRWS::ClickMove);
+  command(kEditBrief, &frmRWS::ClickEditBrief);
+  command(kViewText, &frmRWS::ClickViewText);
+  command(kSpawnPoints, &frmRWS::ClickSpawnPoints);
+  command(kAddSound, &frmRWS::ClickAddSound);
+  command(kSaveAs, &frmRWS::ClickSaveAs);
+  command(kDelete, &frmRWS::ClickDelete);
+  command(kMove, &frmRWS::ClickMove);
   connect(missionPanel->cmdModSA, &QToolButton::clicked, this,
           Trapped(session_.Services, "cmdModSA_Click", [this](bool) { ClickParkedAircraft(); }));
 }
@@ -53,11 +61,10 @@ void frmRWS::ClickEditBrief() {
   form.MisTime = fields.MisTime;
   form.Clouds = fields.Clouds;
   form.AircraftCount = [this] {
-    return AircraftCountText(At(session_.Doc.Missions, session_.Doc.CurMission), session_.Tables,
-                             session_.Services);
+    return AircraftCountText(CurrentMission(session_), session_.Tables, session_.Services);
   };
   form.LoadForm();
-  ShowDialog(form);
+  Popups.ShowDialog(form);
   EndMissionCommand(false);
 }
 
@@ -75,12 +82,14 @@ void frmRWS::ClickSpawnPoints() {
   frmDogFight form(session_, this);
   form.Idx = doc.CurMission;
   form.LoadForm();
-  ShowDialog(form);
+  Popups.ShowDialog(form);
   EndMissionCommand(false);
 }
 
 void frmRWS::ClickAddSound() {
-  if (AddSoundFile(session_.Doc, session_.Services)) missionPanel->ShowSound();
+  bool attached = false;
+  Edit(session_, kSound, [&] { attached = AddSoundFile(session_.Doc, session_.Services); });
+  if (attached) missionPanel->ShowSound();
   EndMissionCommand(false);
 }
 
@@ -92,9 +101,9 @@ void frmRWS::ClickMove() { EndFileCommand(MoveMission(session_.Doc, session_.Ser
 
 void frmRWS::ClickParkedAircraft() {
   frmStatic form(session_, this);
-  form.ShowDialog = ShowDialog;
+  form.ShowDialog = Popups.ShowDialog;
   form.LoadForm();
-  ShowDialog(form);
+  Popups.ShowDialog(form);
   if (form.Static()) SetModify(session_);
 }
 

@@ -25,7 +25,7 @@ void ChangeAssociation(Preferences& prefs, const Services& services, bool on) {
 }  // namespace
 
 void frmRWS::ConnectPrefs() {
-  connect(mnuTools[5], &QAction::triggered, this,
+  connect(mnuTools[kPreferences], &QAction::triggered, this,
           Trapped(session_.Services, "SetPrefs", [this](bool) { SetPrefs(); }));
 }
 
@@ -43,7 +43,7 @@ void frmRWS::SetPrefs() {
     form.ForeColor = prefs.ForeColor;
     form.BackColor = prefs.BackColor;
     form.LoadForm();
-    ShowDialog(form);
+    Popups.ShowDialog(form);
     if (!form.Applied) return;
     // All is reread at the end: edits are settled first, as the user has it until now.
     if (SettleEdits()) ApplyPrefs(form);

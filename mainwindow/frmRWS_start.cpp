@@ -11,6 +11,7 @@
 #include "services/paths.h"
 #include "services/setting_values.h"
 #include "services/version.h"
+#include "session/doors.h"
 
 namespace rws {
 
@@ -36,10 +37,11 @@ bool frmRWS::TakeInstance() {
 }
 
 void frmRWS::PrepareControls() {
+  const Showing showing(session_);
   flightArea->fraFlight->chkPara->setChecked(false);
   missionPanel->chkWL->setChecked(false);
   missionPanel->chkST->setChecked(false);
-  mnuMissionPop[3]->setChecked(false);
+  mnuMissionPop[kAddSound]->setChecked(false);
   missionPanel->imgSnd->setVisible(true);
 }
 
@@ -53,7 +55,7 @@ void frmRWS::LoadTables() {
   if (doc.Closing) return;
   LoadRegiments(tables, services);
   InitForm();
-  flightArea->mnuAC[0]->setEnabled(LoadAC(tables, services));
+  flightArea->mnuAC[FlightArea::kChangeAircraft]->setEnabled(LoadAC(tables, services));
   LoadMaps(doc, services);
   LoadAircraftArray(doc, tables, services);
 }

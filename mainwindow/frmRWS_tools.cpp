@@ -3,6 +3,7 @@
 #include "services/error_log.h"
 #include "services/setting_values.h"
 #include "services/trapped.h"
+#include "session/current.h"
 #include "tools/frmSkins.h"
 
 namespace rws {
@@ -14,20 +15,20 @@ void frmRWS::ConnectTools() {
   };
   Document& doc = session_.Doc;
   const Services& services = session_.Services;
-  command(mnuTools[0], "mnuTools_Click", [this] { ClickSkinManager(); });
-  command(mnuTools[1], "mnuTools_Click", [&, this] {
+  command(mnuTools[kSkinManager], "mnuTools_Click", [this] { ClickSkinManager(); });
+  command(mnuTools[kRenameAll], "mnuTools_Click", [&, this] {
     RunTool(true, [&, this] { return RenameAll(doc, services, ShowProgress()); });
   });
-  command(mnuTools[2], "mnuTools_Click", [&, this] {
+  command(mnuTools[kConvertFolder], "mnuTools_Click", [&, this] {
     RunTool(true, [&, this] { return ConvertMissionFolder(doc, services, ShowProgress()); });
   });
-  command(mnuTools[3], "mnuTools_Click", [&, this] {
+  command(mnuTools[kCopyFrom], "mnuTools_Click", [&, this] {
     RunTool(true, [&, this] { return CopyFrom(doc, services, ShowProgress()); });
   });
   for (std::size_t i = 0; i < mnuCases.size(); ++i)
     command(mnuCases[i], "mnuCase_Click", [&, this, i] {
       // Only a name that is typed ends in a reread.
-      RunTool(i == 0, [&, i] { return RenameCase(doc, services, static_cast<int>(i)); });
+      RunTool(i == kManual, [&, i] { return RenameCase(doc, services, static_cast<int>(i)); });
     });
 }
 
@@ -35,12 +36,12 @@ void frmRWS::ConnectTools() {
     cancelled. */
 bool frmRWS::SettleEdits() {
   Document& doc = session_.Doc;
-  if (doc.Missions.empty() || !At(doc.Missions, doc.CurMission).Modified) return true;
+  if (doc.Missions.empty() || !CurrentMission(session_).Modified) return true;
   if (!WarnSave(doc, session_.Services, session_.Prefs, LeaveBy::Mouse,
                 [this] { return ClickUpdate(); }))
     return false;
   // Answered No, the file's own state is shown again: what follows may end without a reread.
-  if (!doc.Closing && !At(doc.Missions, doc.CurMission).Loaded) ShowMission();
+  if (!doc.Closing && !CurrentMission(session_).Loaded) ShowMission();
   return !doc.Closing;
 }
 
@@ -65,10 +66,12 @@ void frmRWS::TakeToolResult(const ToolResult& result) {
     case ToolOutcome::Nothing:
       return;
     case ToolOutcome::RowText:
-      return lstMission->SetRowText(doc.CurMission, FromPath(result.Text));
+      return lstMission->SetRowText(lstMission->RowOf(doc.CurMission), FromPath(result.Text));
     case ToolOutcome::Rows:
-      for (std::size_t i = 0; i < doc.Missions.size(); ++i)
-        lstMission->SetRowText(static_cast<int>(i), FromPath(doc.Missions[i].BaseName));
+      for (int row = 0; row < lstMission->RowCount(); ++row) {
+        const Mission& mission = At(doc.Missions, lstMission->MissionAt(row));
+        lstMission->SetRowText(row, FromPath(mission.BaseName));
+      }
       return;
     case ToolOutcome::GoToFolder:
       return GoToFolder(result.Text);
@@ -90,13 +93,11 @@ void frmRWS::GoToFolder(const std::string& folder) {
 }
 
 void frmRWS::ClickSkinManager() {
-  const Document& doc = session_.Doc;
   frmSkins form(session_, this);
   // Without a flight it opens with no aircraft chosen.
-  ResumeNext(
-      [&] { form.Plane = At(At(doc.Missions, doc.CurMission).Flights, doc.CurFlight).Class; });
+  ResumeNext([&] { form.Plane = CurrentFlight(session_).Class; });
   form.LoadForm();
-  ShowDialog(form);
+  Popups.ShowDialog(form);
 }
 
 }  // namespace rws

@@ -11,9 +11,20 @@
 #include "services/paths.h"
 #include "services/text.h"
 #include "services/units.h"
+#include "session/current.h"
 #include "session/doors.h"
 
 namespace rws {
+
+namespace {
+
+constexpr EditKind kWeather{nullptr, "Weather"};
+constexpr EditKind kCloudHeight{"txtWeather_Change", "Cloud height"};
+constexpr EditKind kTime{"dtMission_Change", "Mission time"};
+constexpr EditKind kStaticTime{"chkST_Click", "Static time"};
+constexpr EditKind kUserLoadout{"chkWL_Click", "No user loadout"};
+
+}  // namespace
 
 MissionPanel::MissionPanel(Session& session, QWidget* parent) : QWidget(parent), session_(session) {
   Build();
@@ -26,12 +37,13 @@ void MissionPanel::Connect() {
   txtWeather->MayLeave = [this] { return MayLeaveClouds(); };
   connect(dtMission, &QTimeEdit::timeChanged, this, &MissionPanel::TimeChanged);
   connect(chkST, &QCheckBox::clicked, this,
-          [this] { ConstantClicked(chkST, &Mission::TimeConstant); });
+          [this] { ConstantClicked(chkST, kStaticTime, &Mission::TimeConstant); });
   connect(chkWL, &QCheckBox::clicked, this,
-          [this] { ConstantClicked(chkWL, &Mission::WeaponsConstant); });
+          [this] { ConstantClicked(chkWL, kUserLoadout, &Mission::WeaponsConstant); });
   connect(cmdCount, &QToolButton::clicked, this, &MissionPanel::ShowAircraftCount);
-  connect(imgSnd, &QToolButton::clicked, this,
-          [this] { ResumeNext([&] { PlaySoundFile(Current().BriefSound, false); }); });
+  connect(imgSnd, &QToolButton::clicked, this, [this] {
+    ResumeNext([&] { PlaySoundFile(CurrentMission(session_).BriefSound, false); });
+  });
   imgSnd->installEventFilter(this);
 }
 
@@ -41,8 +53,6 @@ bool MissionPanel::eventFilter(QObject* watched, QEvent* event) {
     PlaySoundFile("", true);
   return QWidget::eventFilter(watched, event);
 }
-
-Mission& MissionPanel::Current() { return At(session_.Doc.Missions, session_.Doc.CurMission); }
 
 std::string MissionPanel::ClockText() const {
   return ToPath(dtMission->time().toString(QStringLiteral("HH.mm")));
@@ -56,20 +66,23 @@ ShownValues MissionPanel::Shown() const {
 void MissionPanel::EnableControls(bool enabled) { setEnabled(enabled); }
 
 void MissionPanel::ShowMission() {
+  const Showing showing(session_);
   ResumeNext([&] {
-    fraMission->setTitle(
-        tr("Mission Map: ") +
-        FromBytes(session_.Services.Page, Current().MapName).replace(u'&', QStringLiteral("&&")));
+    fraMission->setTitle(tr("Mission Map: ") +
+                         FromBytes(session_.Services.Page, CurrentMission(session_).MapName)
+                             .replace(u'&', QStringLiteral("&&")));
   });
-  ResumeNext([&] { cboWeather->SelectRow(CInt(Val(Current().CloudType))); });
-  ResumeNext([&] { txtWeather->setText(FromPath(NumberText(Val(Current().CloudHeight)))); });
+  ResumeNext([&] { cboWeather->SelectRow(CInt(Val(CurrentMission(session_).CloudType))); });
   ResumeNext([&] {
-    const auto time =
-        QTime::fromString(FromPath(HoursToClock(Current().Time)), QStringLiteral("H:mm"));
+    txtWeather->setText(FromPath(NumberText(Val(CurrentMission(session_).CloudHeight))));
+  });
+  ResumeNext([&] {
+    const auto time = QTime::fromString(FromPath(HoursToClock(CurrentMission(session_).Time)),
+                                        QStringLiteral("H:mm"));
     if (time.isValid()) dtMission->setTime(time);
   });
-  ResumeNext([&] { ShowConstant(chkWL, Current().WeaponsConstant); });
-  ResumeNext([&] { ShowConstant(chkST, Current().TimeConstant); });
+  ResumeNext([&] { ShowConstant(chkWL, CurrentMission(session_).WeaponsConstant); });
+  ResumeNext([&] { ShowConstant(chkST, CurrentMission(session_).TimeConstant); });
   ResumeNext([&] { ShowSound(); });
   ResumeNext([&] { ShowStationary(); });
 }
@@ -83,11 +96,11 @@ void MissionPanel::ShowConstant(CheckBox* box, int value) {
 }
 
 void MissionPanel::ShowSound() {
-  const bool hasSound = !Trim(Current().BriefSoundLine).empty();
+  const bool hasSound = !Trim(CurrentMission(session_).BriefSoundLine).empty();
   imgSnd->setVisible(hasSound);
   if (hasSound)
     imgSnd->setToolTip(tr("Click here to hear the sound file \"%1\" attached to this mission.")
-                           .arg(FromPath(GetFileName(Current().BriefSound))));
+                           .arg(FromPath(GetFileName(CurrentMission(session_).BriefSound))));
 }
 
 void MissionPanel::ShowStationary() {
@@ -101,14 +114,11 @@ void MissionPanel::ShowStationary() {
 
 void MissionPanel::WeatherChosen(int row) {
   if (session_.Doc.bLoading) return;
-  ResumeNext([&] {
-    Current().CloudType = std::to_string(row);
-    SetModify(session_);
-  });
+  Edit(session_, kWeather, [&] { CurrentMission(session_).CloudType = std::to_string(row); });
 }
 
 void MissionPanel::CloudsChanged(const QString& text) {
-  LogAndLeave(session_.Services, "txtWeather_Change", [&] {
+  LogAndLeave(session_.Services, kCloudHeight.Handler, [&] {
     const double value = Val(ToPath(text));
     // Each of these writes runs this handler again, with the value that then counts.
     if (value > udClouds->Maximum())
@@ -117,15 +127,16 @@ void MissionPanel::CloudsChanged(const QString& text) {
       return txtWeather->setText(QString::number(udClouds->Minimum()));
     txtWeather->setToolTip(FromPath(MetersToFeet(ToPath(text))) + tr(" feet"));
     if (session_.Doc.bLoading) return;
-    Current().CloudHeight = ToBytes(session_.Services.Page, text);
-    SetModify(session_);
+    Edit(session_, kCloudHeight,
+         [&] { CurrentMission(session_).CloudHeight = ToBytes(session_.Services.Page, text); });
   });
 }
 
 bool MissionPanel::MayLeaveClouds() {
   if (IsNumeric(ToPath(txtWeather->text()))) return true;
   ResumeNext([&] {
-    txtWeather->setText(FromPath(NumberText(RoundHalfEven(Val(Current().CloudHeight), 0))));
+    txtWeather->setText(
+        FromPath(NumberText(RoundHalfEven(Val(CurrentMission(session_).CloudHeight), 0))));
   });
   return false;
 }
@@ -133,30 +144,27 @@ bool MissionPanel::MayLeaveClouds() {
 void MissionPanel::TimeChanged() {
   // Runs while controls are filled as well: showing a mission writes its time back in the spelling
   // of the conversion.
-  LogAndLeave(session_.Services, "dtMission_Change", [&] {
+  const bool done = Edit(session_, kTime, [&] {
     Document& doc = session_.Doc;
-    Current().Time = ClockToHours(ClockText());
+    CurrentMission(session_).Time = ClockToHours(ClockText());
     // The shadow is the mission as it was shown: another spelling of its time is no edit.
-    if (doc.bLoading) At(doc.MissionShadow, doc.CurMission).Time = Current().Time;
-    SetModify(session_);
-    if (ReloadFlight) ReloadFlight();
+    if (doc.bLoading) At(doc.MissionShadow, doc.CurMission).Time = CurrentMission(session_).Time;
   });
+  if (done) Q_EMIT TimeSet();
 }
 
-void MissionPanel::ConstantClicked(CheckBox* box, std::int16_t Mission::*field) {
+void MissionPanel::ConstantClicked(CheckBox* box, const EditKind& kind,
+                                   std::int16_t Mission::*field) {
   if (session_.Doc.bLoading) return;
-  LogAndLeave(session_.Services, box == chkST ? "chkST_Click" : "chkWL_Click", [&] {
-    Current().*field = box->isChecked() ? 1 : 0;
-    SetModify(session_);
-  });
+  Edit(session_, kind, [&] { CurrentMission(session_).*field = box->isChecked() ? 1 : 0; });
 }
 
 void MissionPanel::ShowAircraftCount() {
   LogAndLeave(session_.Services, "cmdCount_Click", [&] {
     const Services& services = session_.Services;
-    const std::string text = AircraftCountText(Current(), session_.Tables, services);
+    const std::string text = AircraftCountText(CurrentMission(session_), session_.Tables, services);
     services.Ask.MsgBox(services.Page.ToUtf8(text), Buttons::Ok, Icon::Information,
-                        Current().BaseName);
+                        CurrentMission(session_).BaseName);
   });
 }
 

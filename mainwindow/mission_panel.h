@@ -5,7 +5,6 @@
 #include <QTimeEdit>
 #include <QToolButton>
 #include <QWidget>
-#include <functional>
 #include <map>
 
 #include "controls/check_box.h"
@@ -13,7 +12,7 @@
 #include "controls/guarded_edit.h"
 #include "controls/up_down.h"
 #include "mission/writer.h"
-#include "session/session.h"
+#include "session/doors.h"
 
 namespace rws {
 
@@ -44,8 +43,9 @@ class MissionPanel : public QWidget {
   CheckBox *chkST, *chkWL;
   QToolButton *cmdCount, *cmdModSA, *imgSnd;
 
-  /** Fills what depends on the time of the current flight again. */
-  std::function<void()> ReloadFlight;
+ Q_SIGNALS:
+  /** The mission's time was changed, by the user or by showing it. */
+  void TimeSet();
 
  private:
   void Build();
@@ -55,7 +55,6 @@ class MissionPanel : public QWidget {
   void Connect();
   bool eventFilter(QObject* watched, QEvent* event) override;
 
-  Mission& Current();
   std::string ClockText() const;
   void ShowConstant(CheckBox* box, int value);
   void ShowStationary();
@@ -64,7 +63,7 @@ class MissionPanel : public QWidget {
   void CloudsChanged(const QString& text);
   bool MayLeaveClouds();
   void TimeChanged();
-  void ConstantClicked(CheckBox* box, std::int16_t Mission::*field);
+  void ConstantClicked(CheckBox* box, const EditKind& kind, std::int16_t Mission::*field);
   void ShowAircraftCount();
   void PlaySoundFile(const std::string& path, bool stop);
 

@@ -9,6 +9,7 @@
 #include "services/numbers.h"
 #include "services/paths.h"
 #include "services/trapped.h"
+#include "session/current.h"
 #include "session/doors.h"
 #include "session/loading.h"
 
@@ -17,6 +18,16 @@ namespace rws {
 namespace {
 
 const QString kDefault = QStringLiteral("default");
+
+constexpr EditKind kChoices[] = {{"cboAPSkin_Click", "Plane skin"},
+                                 {"cboPSkin_Click", "Pilot skin"},
+                                 {"cboPNoseArt_Click", "Nose art"}};
+/** Two that are compared by their handlers: only when they differ from the shadow, so that going
+    back to its value by them leaves Update lit. */
+constexpr EditKind kNoseArtText{"cboPNoseArt_Change", "Nose art", Lighting::None};
+constexpr EditKind kSkill{"cboSL_Click", "Plane skill", Lighting::None};
+constexpr EditKind kMarkings{"chkMark_Click", "Markings"};
+constexpr EditKind kPlayer{"chkPlayer_Click", "Player"};
 
 /** An emptied box counts as "default": no file is named ".bmp". */
 bool ShowsDefault(const EditDropDown* list) {
@@ -34,55 +45,33 @@ PlanePanel::PlanePanel(Session& session, PlanePanels& all, int plane)
 
 void PlanePanel::Connect() {
   const Services& services = session_.Services;
-  ConnectLists();
-  ConnectLabels();
-  connect(cboSL, &QComboBox::currentIndexChanged, this,
-          Trapped(services, "cboSL_Click", [this](int row) { SkillChosen(row); }));
+  for (const Paint paint : {kSkin, kPilot, kNoseArt}) ConnectPaint(paint);
+  connect(cboPNoseArt, &QComboBox::editTextChanged, this, &PlanePanel::NoseArtTyped);
+  connect(cboSL, &QComboBox::currentIndexChanged, this, &PlanePanel::SkillChosen);
   connect(chkMark, &QCheckBox::toggled, this,
-          Trapped(services, "chkMark_Click", [this](bool) { MarkClicked(); }));
-  connect(chkPlayer, &QCheckBox::toggled, this,
-          Trapped(services, "chkPlayer_Click", [this](bool) { PlayerClicked(); }));
+          Trapped(services, kMarkings.Handler, [this](bool) { MarkClicked(); }));
+  connect(chkPlayer, &QCheckBox::toggled, this, &PlanePanel::PlayerClicked);
 }
 
-void PlanePanel::ConnectLists() {
+void PlanePanel::ConnectPaint(Paint paint) {
   const Services& services = session_.Services;
-  const auto follow = [&](EditDropDown* list, Field field, LabelButton* label, const char* name) {
-    const auto choose = [=, this](int) { SkinChosen(list, field, label); };
-    connect(list, &QComboBox::currentIndexChanged, this, Trapped(services, name, choose));
-    // A missing file shows as "default"; who chooses "default" then wants the name gone.
-    const auto chooseAgain = [=, this](int row) {
-      if (label->Color() == LabelColor::Red && ShowsDefault(list)) choose(row);
-    };
-    connect(list, &QComboBox::activated, this, Trapped(services, name, chooseAgain));
+  const EditDropDown* list = Lists()[paint];
+  const LabelButton* label = Labels()[paint];
+  const char* chosen = kChoices[paint].Handler;
+  connect(list, &QComboBox::currentIndexChanged, this,
+          Trapped(services, chosen, [=, this](int) { PaintChosen(paint); }));
+  // A missing file shows as "default"; who chooses "default" then wants the name gone.
+  const auto chooseAgain = [=, this](int) {
+    if (label->Color() == LabelColor::Red && ShowsDefault(list)) PaintChosen(paint);
   };
-  follow(cboAPSkin, &PlaneSlot::Skin, lbl2, "cboAPSkin_Click");
-  follow(cboPSkin, &PlaneSlot::Pilot, lbl3, "cboPSkin_Click");
-  follow(cboPNoseArt, &PlaneSlot::NoseArt, lbl4, "cboPNoseArt_Click");
-  connect(cboPNoseArt, &QComboBox::editTextChanged, this,
-          Trapped(services, "cboPNoseArt_Change", [this](const QString&) { NoseArtTyped(); }));
+  connect(list, &QComboBox::activated, this, Trapped(services, chosen, chooseAgain));
+  constexpr const char* kLabelHandlers[] = {"lbl2_MouseUp", "lbl3_Click", "lbl4_Click"};
+  connect(label, &LabelButton::Clicked, this,
+          Trapped(services, kLabelHandlers[paint],
+                  [=, this](Qt::MouseButton button) { LabelClicked(paint, button); }));
 }
 
-void PlanePanel::ConnectLabels() {
-  const Services& services = session_.Services;
-  connect(lbl2, &LabelButton::Clicked, this,
-          Trapped(services, "lbl2_MouseUp", [this](Qt::MouseButton b) { SkinLabelClicked(b); }));
-  connect(lbl3, &LabelButton::Clicked, this,
-          Trapped(services, "lbl3_Click", [this](Qt::MouseButton b) {
-            if (b == Qt::LeftButton)
-              FileLabelClicked(lbl3, &PlaneSlot::Pilot, "PaintSchemes\\Pilots", "Pilot skin ");
-          }));
-  connect(lbl4, &LabelButton::Clicked, this,
-          Trapped(services, "lbl4_Click", [this](Qt::MouseButton b) {
-            if (b == Qt::LeftButton)
-              FileLabelClicked(lbl4, &PlaneSlot::NoseArt, "PaintSchemes\\Noseart", "Nose Art ");
-          }));
-}
-
-Mission& PlanePanel::CurrentMission() { return At(session_.Doc.Missions, session_.Doc.CurMission); }
-
-Flight& PlanePanel::CurrentFlight() { return At(CurrentMission().Flights, session_.Doc.CurFlight); }
-
-PlaneSlot& PlanePanel::Slot() { return At(CurrentFlight().PlaneSlots, plane_); }
+PlaneSlot& PlanePanel::Slot() { return At(CurrentFlight(session_).PlaneSlots, plane_); }
 
 PlaneSlot& PlanePanel::ShadowSlot() {
   const Document& doc = session_.Doc;
@@ -91,18 +80,21 @@ PlaneSlot& PlanePanel::ShadowSlot() {
 }
 
 bool PlanePanel::CountryIsUsa() {
-  return GetCountryByGroup(session_.Tables, session_.Services, CurrentFlight().Name) == "usa";
+  return GetCountryByGroup(session_.Tables, session_.Services, CurrentFlight(session_).Name) ==
+         "usa";
 }
 
-EditDropDown* PlanePanel::ListOf(const LabelButton* label) const {
-  return label == lbl2 ? cboAPSkin : label == lbl3 ? cboPSkin : cboPNoseArt;
+std::string& PlanePanel::File(Paint paint) {
+  PlaneSlot& slot = Slot();
+  return paint == kSkin ? slot.Skin : paint == kPilot ? slot.Pilot : slot.NoseArt;
 }
 
 void PlanePanel::SetFrame(bool enabled, bool noHighlight) {
   Highlight(false);
   bool noseArt = false;
-  ResumeNext(
-      [&] { noseArt = CountryIsUsa() && IsNoseart(session_.Tables, CurrentFlight().Class); });
+  ResumeNext([&] {
+    noseArt = CountryIsUsa() && IsNoseart(session_.Tables, CurrentFlight(session_).Class);
+  });
   const Loading loading(session_.Doc);
   chkPlayer->setChecked(false);
   for (QWidget* control : std::initializer_list<QWidget*>{this, chkPlayer, cboAPSkin, cboPSkin,
@@ -111,10 +103,10 @@ void PlanePanel::SetFrame(bool enabled, bool noHighlight) {
   cboPNoseArt->setEnabled(enabled && noseArt);
   lbl4->setEnabled(enabled && noseArt);
   ResumeNext([&] {
-    const Flight& flight = CurrentFlight();
+    const Flight& flight = CurrentFlight(session_);
     if (enabled)
       chkPlayer->setEnabled(IsFlyable(session_.Tables, flight.Class) && flight.OnlyAI != "1");
-    const Mission& mission = CurrentMission();
+    const Mission& mission = CurrentMission(session_);
     if (noHighlight || mission.Player != flight.Name || Val(mission.PlayerNum) != plane_) return;
     Highlight(true);
     chkPlayer->setChecked(true);
@@ -128,9 +120,9 @@ void PlanePanel::Clear(bool noHighlight) {
   cboSL->setEnabled(false);
   // A panel beyond the flight's planes shows nothing of the flight before.
   cboSL->setCurrentIndex(-1);
-  for (auto* label : Labels()) {
-    ListOf(label)->setCurrentIndex(-1);
-    ListOf(label)->clearEditText();
+  for (auto* list : Lists()) {
+    list->setCurrentIndex(-1);
+    list->clearEditText();
   }
   chkMark->setChecked(false);
 }
@@ -157,10 +149,11 @@ void PlanePanel::FillSkins(const QStringList& rows, const std::string& folder) {
 }
 
 void PlanePanel::Fill() {
+  const Showing showing(session_);
   const Loading loading(session_.Doc);
   chkMark->setChecked(Slot().NumberOn.empty());
   ShowSkill();
-  all_.LoadSkinList(GetPlaneFolder(session_.Tables, CurrentFlight().Class), plane_);
+  all_.LoadSkinList(GetPlaneFolder(session_.Tables, CurrentFlight(session_).Class), plane_);
   if (!SelectFile(cboAPSkin, Slot().Skin)) TurnRed(lbl2, cboAPSkin);
   const bool pilotFound = SelectFile(cboPSkin, Slot().Pilot);
   if (!pilotFound) TurnRed(lbl3, cboPSkin);
@@ -170,8 +163,8 @@ void PlanePanel::Fill() {
 }
 
 void PlanePanel::ShowSkill() {
-  const bool custom = CurrentFlight().Skill == "Custom";
-  const std::string skill = custom ? Slot().Skill : CurrentFlight().Skill;
+  const bool custom = CurrentFlight(session_).Skill == "Custom";
+  const std::string skill = custom ? Slot().Skill : CurrentFlight(session_).Skill;
   if (custom) cboSL->setEnabled(true);
   if (skill.empty()) return cboSL->setCurrentIndex(-1);
   ResumeNext([&] { cboSL->SelectRow(CInt(Val(skill))); });
@@ -212,9 +205,10 @@ void PlanePanel::FillNoseArt(bool found) {
 
 void PlanePanel::ChkLabels(bool active) {
   bool viewable = false;
-  for (auto* label : Labels()) {
+  for (const Paint paint : {kSkin, kPilot, kNoseArt}) {
+    LabelButton* label = Labels()[paint];
     if (active && label->Color() == LabelColor::Red) continue;
-    const bool blue = active && !ShowsDefault(ListOf(label));
+    const bool blue = active && !ShowsDefault(Lists()[paint]);
     ColorLabel(label, blue ? LabelColor::Blue : LabelColor::Black);
     label->setToolTip(!blue           ? QString()
                       : label == lbl2 ? tr("Left click to view skin image, right click for skin "
@@ -227,65 +221,80 @@ void PlanePanel::ChkLabels(bool active) {
   ColorMark(active && lbl2->Color() == LabelColor::Black && !chkMark->isChecked());
 }
 
-void PlanePanel::StoreChoice(EditDropDown* list, Field field, LabelButton* label) {
-  if (ShowsDefault(list)) {
-    (Slot().*field).clear();
-    ColorLabel(label, LabelColor::Black);
-    return;
-  }
-  Slot().*field = ToBytes(session_.Services.Page, list->Value()) + ".bmp";
-  // Nose art clears the skin's label, not its own, and always has.
-  ColorLabel(label == lbl4 ? lbl2 : label, LabelColor::Black);
+std::string PlanePanel::ChosenFile(Paint paint) const {
+  const EditDropDown* list = Lists()[paint];
+  return ShowsDefault(list) ? "" : ToBytes(session_.Services.Page, list->Value()) + ".bmp";
 }
 
-void PlanePanel::SkinChosen(EditDropDown* list, Field field, LabelButton* label) {
+void PlanePanel::ClearRed(Paint paint) {
+  // Nose art clears the skin's label, not its own, and always has.
+  const bool other = paint == kNoseArt && !ShowsDefault(cboPNoseArt);
+  ColorLabel(other ? lbl2 : Labels()[paint], LabelColor::Black);
+}
+
+void PlanePanel::PaintChosen(Paint paint) {
   if (session_.Doc.bLoading) return;
-  StoreChoice(list, field, label);
-  SetModify(session_);
+  const std::string file = ChosenFile(paint);
+  const auto store = [&] {
+    File(paint) = file;
+    ClearRed(paint);
+  };
+  if (File(paint) != file) {
+    Edit(session_, kChoices[paint], store);
+  } else {
+    // A nose art has been stored by its text already; it is only compared, as one that is equal.
+    store();
+    SetModify(session_);
+  }
   all_.ChkLabels(plane_, true);
 }
 
 void PlanePanel::NoseArtTyped() {
   if (session_.Doc.bLoading) return;
-  StoreChoice(cboPNoseArt, &PlaneSlot::NoseArt, lbl4);
-  if (Slot().NoseArt != ShadowSlot().NoseArt) SetModify(session_);
-  all_.ChkLabels(plane_, true);
+  const bool done = Edit(session_, kNoseArtText, [&] {
+    File(kNoseArt) = ChosenFile(kNoseArt);
+    ClearRed(kNoseArt);
+    if (Slot().NoseArt != ShadowSlot().NoseArt) SetModify(session_);
+  });
+  if (done) all_.ChkLabels(plane_, true);
 }
 
 void PlanePanel::SkillChosen(int row) {
   if (session_.Doc.bLoading || row < 0) return;
-  Slot().Skill = std::to_string(row);
-  if (Slot().Skill != ShadowSlot().Skill) SetModify(session_);
+  Edit(session_, kSkill, [&] {
+    Slot().Skill = std::to_string(row);
+    if (Slot().Skill != ShadowSlot().Skill) SetModify(session_);
+  });
 }
 
 void PlanePanel::MarkClicked() {
   if (session_.Doc.bLoading) return;
   const bool on = chkMark->isChecked();
-  Slot().NumberOn = on ? "" : "0";
-  if (plane_ == 0 && all_.CheckMarkingsEntry) all_.CheckMarkingsEntry(on);
-  SetModify(session_);
+  if (!Edit(session_, kMarkings, [&] { Slot().NumberOn = on ? "" : "0"; })) return;
+  if (plane_ == 0) Q_EMIT all_.MarkingsShown(on);
   all_.ChkLabels(plane_, true);
 }
 
 void PlanePanel::PlayerClicked() {
   if (session_.Doc.bLoading) return;
-  Mission& mission = CurrentMission();
-  const std::string player = mission.Player, number = mission.PlayerNum;
-  if (chkPlayer->isChecked()) {
-    mission.PlayerNum = std::to_string(plane_);
-    mission.Player = CurrentFlight().Name;
-  }
-  if (!all_.IsAnyPlayerChecked()) {
-    mission.Player.clear();
-    mission.PlayerNum.clear();
-  }
-  if (mission.Player != player || mission.PlayerNum != number) Refill();
-  SetModify(session_);
+  Edit(session_, kPlayer, [&] {
+    Mission& mission = CurrentMission(session_);
+    const std::string player = mission.Player, number = mission.PlayerNum;
+    if (chkPlayer->isChecked()) {
+      mission.PlayerNum = std::to_string(plane_);
+      mission.Player = CurrentFlight(session_).Name;
+    }
+    if (!all_.IsAnyPlayerChecked()) {
+      mission.Player.clear();
+      mission.PlayerNum.clear();
+    }
+    if (mission.Player != player || mission.PlayerNum != number) Refill();
+  });
 }
 
 void PlanePanel::Refill() {
   QPointer<QWidget> focus = window()->focusWidget();
-  if (all_.LoadPlanes) all_.LoadPlanes();
+  Q_EMIT all_.PlanesChanged();
   // Disabled and enabled again, a control has lost the focus; a label may have no more to do.
   if (auto* label = qobject_cast<LabelButton*>(focus); label && label->focusPolicy() == Qt::NoFocus)
     focus = label->buddy();

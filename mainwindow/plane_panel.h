@@ -56,23 +56,21 @@ class PlanePanel : public QGroupBox {
   bool event(QEvent* event) override;
 
  private:
-  using Field = std::string PlaneSlot::*;
+  /** What a plane wears, as its list, its label and its field have it. */
+  enum Paint : std::size_t { kSkin, kPilot, kNoseArt };
 
   void Build();
   void BuildControls();
   void PlaceControls();
   void NameControls();
   void Connect();
-  void ConnectLists();
-  void ConnectLabels();
+  void ConnectPaint(Paint paint);
 
-  Mission& CurrentMission();
-  Flight& CurrentFlight();
   PlaneSlot& Slot();
   PlaneSlot& ShadowSlot();
   bool CountryIsUsa();
   std::array<LabelButton*, 3> Labels() const { return {lbl2, lbl3, lbl4}; }
-  EditDropDown* ListOf(const LabelButton* label) const;
+  std::array<EditDropDown*, 3> Lists() const { return {cboAPSkin, cboPSkin, cboPNoseArt}; }
 
   void ShowSkill();
   bool SelectFile(EditDropDown* list, const std::string& file);
@@ -82,8 +80,10 @@ class PlanePanel : public QGroupBox {
   void ColorMark(bool red);
   void Highlight(bool on);
 
-  void StoreChoice(EditDropDown* list, Field field, LabelButton* label);
-  void SkinChosen(EditDropDown* list, Field field, LabelButton* label);
+  std::string& File(Paint paint);
+  std::string ChosenFile(Paint paint) const;
+  void ClearRed(Paint paint);
+  void PaintChosen(Paint paint);
   void NoseArtTyped();
   void SkillChosen(int row);
   void MarkClicked();
@@ -91,11 +91,9 @@ class PlanePanel : public QGroupBox {
   /** Refills all panels; the control that has the focus keeps it. */
   void Refill();
 
-  void SkinLabelClicked(Qt::MouseButton button);
+  void LabelClicked(Paint paint, Qt::MouseButton button);
   std::string SkinImage();
-  void FileLabelClicked(LabelButton* label, Field field, const char* folder, const char* what);
-  void ViewOrRemove(const std::string& path, Field field);
-  void TellMissing(const char* what, const std::string& file);
+  void ViewOrRemove(const std::string& path, Paint paint);
   void ChooseSkin();
   bool CopySkin(const std::string& path);
 

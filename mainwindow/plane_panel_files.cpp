@@ -7,16 +7,34 @@
 #include "services/paths.h"
 #include "services/pickers.h"
 #include "services/text.h"
+#include "session/current.h"
 #include "session/doors.h"
 
 namespace rws {
 
-void PlanePanel::SkinLabelClicked(Qt::MouseButton button) {
-  if (button == Qt::RightButton) return ChooseSkin();
-  if (lbl2->Color() == LabelColor::Blue)
-    ViewOrRemove(SkinImage(), &PlaneSlot::Skin);
-  else if (lbl2->Color() == LabelColor::Red)
-    TellMissing("Plane skin ", Slot().Skin);
+namespace {
+
+constexpr EditKind kRemovals[] = {
+    {"lbl2_MouseUp", "Plane skin"}, {"lbl3_Click", "Pilot skin"}, {"lbl4_Click", "Nose art"}};
+
+}  // namespace
+
+void PlanePanel::LabelClicked(Paint paint, Qt::MouseButton button) {
+  if (paint == kSkin && button == Qt::RightButton) return ChooseSkin();
+  if (paint != kSkin && button != Qt::LeftButton) return;
+  const LabelColor color = Labels()[paint]->Color();
+  if (color == LabelColor::Red) {
+    constexpr const char* kWhat[] = {"Plane skin ", "Pilot skin ", "Nose Art "};
+    const std::string file = session_.Services.Page.ToUtf8(File(paint));
+    session_.Services.Ask.MsgBox(kWhat[paint] + file + " doesn't exist.", Buttons::Ok, Icon::None,
+                                 kProgramTitle);
+  }
+  if (color != LabelColor::Blue) return;
+  if (paint == kSkin) return ViewOrRemove(SkinImage(), paint);
+  const char* folder = paint == kPilot ? "PaintSchemes\\Pilots" : "PaintSchemes\\Noseart";
+  ViewOrRemove(BuildPath(BuildPath(session_.Doc.GamePath, folder),
+                         session_.Services.Page.ToUtf8(File(paint))),
+               paint);
 }
 
 std::string PlanePanel::SkinImage() {
@@ -28,33 +46,20 @@ std::string PlanePanel::SkinImage() {
   return BuildPath(SkinDirectory, session_.Services.Page.ToUtf8(Slot().Skin));
 }
 
-void PlanePanel::FileLabelClicked(LabelButton* label, Field field, const char* folder,
-                                  const char* what) {
-  if (label->Color() == LabelColor::Red) return TellMissing(what, Slot().*field);
-  if (label->Color() != LabelColor::Blue) return;
-  ViewOrRemove(BuildPath(BuildPath(session_.Doc.GamePath, folder),
-                         session_.Services.Page.ToUtf8(Slot().*field)),
-               field);
-}
-
-void PlanePanel::ViewOrRemove(const std::string& path, Field field) {
+void PlanePanel::ViewOrRemove(const std::string& path, Paint paint) {
   const Services& services = session_.Services;
   if (!path.empty() && services.Files.FileExists(path)) {
     const std::string file = services.Files.Resolve(path);
     const std::string caption = kProgramTitle + std::string(" - ") + GetBaseName(file);
-    if (all_.ViewImage) all_.ViewImage(file, FromPath(caption));
+    Q_EMIT all_.ImageWanted(file, FromPath(caption));
     return;
   }
   services.Ask.MsgBox("The file is not valid and it's reference will be removed.", Buttons::Ok,
                       Icon::Exclamation, kProgramTitle);
-  (Slot().*field).clear();
-  Refill();
-  SetModify(session_);
-}
-
-void PlanePanel::TellMissing(const char* what, const std::string& file) {
-  session_.Services.Ask.MsgBox(what + session_.Services.Page.ToUtf8(file) + " doesn't exist.",
-                               Buttons::Ok, Icon::None, kProgramTitle);
+  Edit(session_, kRemovals[paint], [&] {
+    File(paint).clear();
+    Refill();
+  });
 }
 
 void PlanePanel::ChooseSkin() {
@@ -75,7 +80,7 @@ void PlanePanel::ChooseSkin() {
   if (!CopySkin(path)) return;
   if (!cboAPSkin->SelectText(FromBytes(services.Page, *name))) return Refill();
   // A file of this name stands for the default; its row may have been selected already.
-  if (cboAPSkin->currentIndex() == 0) SkinChosen(cboAPSkin, &PlaneSlot::Skin, lbl2);
+  if (cboAPSkin->currentIndex() == 0) PaintChosen(kSkin);
 }
 
 bool PlanePanel::CopySkin(const std::string& path) {
@@ -91,7 +96,7 @@ bool PlanePanel::CopySkin(const std::string& path) {
                         services.Ask.MsgBox(fault.Text, Buttons::Ok, Icon::Critical, kProgramTitle);
                       });
   if (!copied) return false;
-  const std::string folder = GetPlaneFolder(session_.Tables, CurrentFlight().Class);
+  const std::string folder = GetPlaneFolder(session_.Tables, CurrentFlight(session_).Class);
   ReLoadSinglePlaneSkin(session_.Tables, services, all_.SkinRow(folder));
   all_.LoadSkinList(folder, plane_);
   return true;

@@ -39,7 +39,7 @@ void PlanePanel::BuildControls() {
   img = new QLabel(this);
   img->setPixmap(QIcon(QStringLiteral(":/icons/picture.svg")).pixmap(QSize(16, 16)));
   lbl1->setBuddy(cboSL);
-  for (auto* label : Labels()) label->setBuddy(ListOf(label));
+  for (const Paint paint : {kSkin, kPilot, kNoseArt}) Labels()[paint]->setBuddy(Lists()[paint]);
   lbl2->SetAlwaysReachable();
   for (QComboBox* list :
        std::initializer_list<QComboBox*>{cboSL, cboAPSkin, cboPSkin, cboPNoseArt}) {
@@ -59,7 +59,7 @@ void PlanePanel::PlaceControls() {
     grid->addWidget(list, row++, 1);
   };
   add(lbl1, cboSL);
-  for (auto* label : Labels()) add(label, ListOf(label));
+  for (const Paint paint : {kSkin, kPilot, kNoseArt}) add(Labels()[paint], Lists()[paint]);
   auto* last = new QHBoxLayout;
   last->addWidget(chkMark);
   last->addWidget(chkPlayer);

@@ -6,6 +6,7 @@
 #include "platform/qt_text.h"
 #include "services/error_log.h"
 #include "services/paths.h"
+#include "session/doors.h"
 #include "session/loading.h"
 
 namespace rws {
@@ -39,6 +40,7 @@ PlanePanels::PlanePanels(Session& session, QWidget* parent) : QWidget(parent), s
 }
 
 void PlanePanels::ClearFrames(bool noHighlight) {
+  const Showing showing(session_);
   LogAndLeave(session_.Services, "ClearFrames", [&] {
     const Loading loading(session_.Doc);
     for (auto* panel : fraPlane) panel->Clear(noHighlight);
@@ -78,6 +80,7 @@ std::ptrdiff_t PlanePanels::SkinRow(const std::string& folder) const {
 }
 
 void PlanePanels::LoadSkinList(const std::string& folder, int panel) {
+  const Showing showing(session_);
   const Loading loading(session_.Doc);
   const std::ptrdiff_t row = SkinRow(folder);
   const SkinFolder* skins = row < 0 ? nullptr : &At(session_.Tables.Skins, row);

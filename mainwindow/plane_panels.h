@@ -4,7 +4,6 @@
 #include <QWidget>
 #include <array>
 #include <cstddef>
-#include <functional>
 #include <optional>
 
 #include "mainwindow/plane_panel.h"
@@ -42,12 +41,14 @@ class PlanePanels : public QWidget {
 
   /** The menu that offers the skins of the aircraft: caption base name, data the full path. */
   QMenu* mnuSkin = nullptr;
-  /** Shows the current flight again, as a whole and plane by plane. */
-  std::function<void()> LoadPlanes;
-  /** Makes the menu's entry for the markings follow the first plane. */
-  std::function<void(bool checked)> CheckMarkingsEntry;
-  /** Shows a picture, modally. */
-  std::function<void(const std::string& path, const QString& caption)> ViewImage;
+
+ Q_SIGNALS:
+  /** All that shows the planes of the current flight is to be filled again. */
+  void PlanesChanged();
+  /** Markings of the first plane. */
+  void MarkingsShown(bool on);
+  /** A picture is to be shown, modally. */
+  void ImageWanted(const std::string& path, const QString& caption);
 
  private:
   void FillMenu(const SkinFolder* skins);

@@ -35,7 +35,7 @@ TEST_F(FlightListTest, ShowsRowsSortedBySideAndPlane) {
   // The first row in sort order is shown, though it is not flight 0.
   EXPECT_EQ(Doc().CurFlight, 1);
   EXPECT_EQ(Area().fraFlight->title(), "Ju 88 - Flight of 2 - Default");
-  EXPECT_EQ(Area().mnuAC[6]->text(), "&Edit Waypoints (1)");
+  EXPECT_EQ(Area().mnuAC[FlightArea::kWaypoints]->text(), "&Edit Waypoints (1)");
   EXPECT_EQ(Window->staPanels[1]->text(), "Group r0101 Plane 2");
 }
 
@@ -45,7 +45,7 @@ TEST_F(FlightListTest, AHeaderTurnsTheOrderRoundWhicheverItIs) {
   EXPECT_EQ(Planes(), "I-16 Type 24|I-16|MYSTERY|Ju 88");
   click(2);
   EXPECT_EQ(Planes(), "Ju 88|MYSTERY|I-16|I-16 Type 24");
-  EXPECT_EQ(List().SelectedFlight(), 1) << "the selection stays with its flight";
+  EXPECT_EQ(List().Selection().Focused, 1) << "the selection stays with its flight";
   click(0);
   EXPECT_EQ(Planes(), "I-16 Type 24|I-16|MYSTERY|Ju 88");
 }
@@ -66,14 +66,15 @@ TEST_F(FlightListTest, SeveralRowsSwitchTheMode) {
   ClickFlight(3, Qt::LeftButton, Qt::ControlModifier);
   EXPECT_EQ(List().Tag, "multiple");
   EXPECT_EQ(Area().fraFlight->title(), "Multiple Select");
-  EXPECT_TRUE(Area().mnuAC[1]->isEnabled()) << "one name goes on from the other";
-  EXPECT_FALSE(Area().mnuAC[4]->isEnabled());
+  EXPECT_TRUE(Area().mnuAC[FlightArea::kFlightSkin]->isEnabled())
+      << "one name goes on from the other";
+  EXPECT_FALSE(Area().mnuAC[FlightArea::kDuplicate]->isEnabled());
   ClickFlight(0, Qt::LeftButton, Qt::ControlModifier);
-  EXPECT_FALSE(Area().mnuAC[1]->isEnabled());
+  EXPECT_FALSE(Area().mnuAC[FlightArea::kFlightSkin]->isEnabled());
   ClickFlight(0);
   EXPECT_EQ(List().Tag, "single") << "a click on the focused row of a group leaves it";
   EXPECT_EQ(Area().fraGroup->title(), "Ju 88");
-  EXPECT_TRUE(Area().mnuAC[4]->isEnabled());
+  EXPECT_TRUE(Area().mnuAC[FlightArea::kDuplicate]->isEnabled());
 }
 
 TEST_F(FlightListTest, ARowTakenOutOfTheSelectionIsNotTheOneShown) {
@@ -87,16 +88,17 @@ TEST_F(FlightListTest, ARowTakenOutOfTheSelectionIsNotTheOneShown) {
 
 TEST_F(FlightListTest, ARightClickOpensTheMenuOfItsOwnFlight) {
   std::string shown;
-  Area().PopUpAircraftMenu = [&](QPoint) { shown = Area().fraGroup->title().toStdString(); };
+  Window->Popups.OpenMenu = [&](QMenu&, QPoint) { shown = Area().fraGroup->title().toStdString(); };
   ClickFlight(0, Qt::RightButton);
   EXPECT_EQ(shown, "Ju 88") << "also on the row that is current already";
   ClickFlight(1, Qt::RightButton);
   EXPECT_EQ(shown, "MYSTERY");
-  EXPECT_FALSE(Area().mnuAC[4]->isEnabled());
+  EXPECT_FALSE(Area().mnuAC[FlightArea::kDuplicate]->isEnabled());
   EXPECT_FALSE(Area().fraFlight->CurAircraftOK);
   ClickFlight(2);
-  EXPECT_TRUE(Area().mnuAC[1]->isEnabled());
-  EXPECT_FALSE(Area().mnuAC[4]->isEnabled()) << "decided by the flight that was left";
+  EXPECT_TRUE(Area().mnuAC[FlightArea::kFlightSkin]->isEnabled());
+  EXPECT_FALSE(Area().mnuAC[FlightArea::kDuplicate]->isEnabled())
+      << "decided by the flight that was left";
 }
 
 TEST_F(FlightListTest, AMissionWithoutFlightsShowsNone) {

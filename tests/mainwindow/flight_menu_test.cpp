@@ -10,7 +10,7 @@ class FlightMenuTest : public FlightsTest {
  protected:
   FlightMenuTest() {
     Open();
-    Area().ShowDialog = [this](QDialog& dialog) {
+    Window->Popups.ShowDialog = [this](QDialog& dialog) {
       dialog.show();
       if (Work) Work(dialog);
       dialog.close();
@@ -36,7 +36,7 @@ TEST_F(FlightMenuTest, DuplicatesChangesRemovesAndEditsARouteThroughToTheFile) {
     form.txtInput[3]->setText("2");
     Click(form.cmd[1]);
   };
-  Choose(4);
+  Choose(FlightArea::kDuplicate);
   EXPECT_EQ(Names(), "r0100|g0110|x0100|r0101|r0102|r0103");
   EXPECT_TRUE(Lit());
 
@@ -49,13 +49,13 @@ TEST_F(FlightMenuTest, DuplicatesChangesRemovesAndEditsARouteThroughToTheFile) {
     QTest::keyClick(form.lstPlanes, Qt::Key_Up);
     Click(form.cmd[0]);
   };
-  Choose(0);
+  Choose(FlightArea::kChangeAircraft);
   EXPECT_EQ(Record(kBomberFlight).Class, "I_16");
   EXPECT_EQ(Record(kBomberFlight).Name, "g0100");
 
   ClickFlight(List().RowOf(kMysteryFlight));
   World_.Script.Expect("Are you sure?", Answer::Yes);
-  Choose(5);
+  Choose(FlightArea::kRemove);
   EXPECT_EQ(Names(), "r0100|g0100|r0101|r0102|r0103");
 
   ClickFlight(List().RowOf(0));
@@ -67,8 +67,8 @@ TEST_F(FlightMenuTest, DuplicatesChangesRemovesAndEditsARouteThroughToTheFile) {
     QTest::keyClicks(form.grd->focusWidget(), "750");
     QTest::keyClick(form.grd->focusWidget(), Qt::Key_Return);
   };
-  Choose(6);
-  Click(Window->cmd[3]);
+  Choose(FlightArea::kWaypoints);
+  Click(Window->cmd[frmRWS::kUpdate]);
 
   const auto flight = [](const std::string& name, const std::string& aircraft,
                          const std::string& skill, const std::string& first,
@@ -94,25 +94,25 @@ TEST_F(FlightMenuTest, DuplicatesChangesRemovesAndEditsARouteThroughToTheFile) {
 TEST_F(FlightMenuTest, ACancelledDialogChangesNothing) {
   ClickFlight(kFighter);
   Work = [](QDialog& dialog) { dynamic_cast<frmChgAC&>(dialog).cmd[1]->click(); };
-  Choose(0);
+  Choose(FlightArea::kChangeAircraft);
   Work = [](QDialog& dialog) { dynamic_cast<frmWPEdit&>(dialog).cmd[0]->click(); };
-  Choose(4);
+  Choose(FlightArea::kDuplicate);
   World_.Script.Expect("Are you sure?", Answer::No);
-  Choose(5);
+  Choose(FlightArea::kRemove);
   Work = {};
-  Choose(6);
+  Choose(FlightArea::kWaypoints);
   EXPECT_EQ(Names(), "r0100|g0110|x0100|r0101");
   EXPECT_FALSE(Lit());
 }
 
 TEST_F(FlightMenuTest, MarkingsReachTheFileOnlyWithAnotherEdit) {
   SelectFighters();
-  Choose(2);
+  Choose(FlightArea::kMarkings);
   EXPECT_EQ(Record(kFighterFlight).PlaneSlots[1].NumberOn, "0");
   EXPECT_EQ(Record(kLateFighterFlight).PlaneSlots[1].NumberOn, "0");
   EXPECT_EQ(Record(kFighterFlight).PlaneSlots[2].NumberOn, "") << "a flight of two";
   EXPECT_FALSE(Lit());
-  Choose(2);
+  Choose(FlightArea::kMarkings);
   EXPECT_EQ(Record(kFighterFlight).PlaneSlots[1].NumberOn, "");
 }
 
@@ -120,21 +120,58 @@ TEST_F(FlightMenuTest, ASkinGoesToAllPlanesSelected) {
   for (auto& aircraft : Tables.Aircraft) aircraft.Folder = "i16";
   Tables.Skins = {{"I16", Box.Path("I-16"), {"default", "Red.bmp", "Winter.bmp"}}};
   SelectFighters();
-  Area().mnuSkin->actions().at(2)->trigger();
-  for (const int index : {kFighterFlight, kLateFighterFlight})
-    for (const int plane : {0, 1, 2}) {
-      const PlaneSlot& slot = Record(index).PlaneSlots[static_cast<std::size_t>(plane)];
-      EXPECT_EQ(slot.Skin, plane < 2 ? "Winter.bmp" : "") << index << plane;
-      EXPECT_EQ(slot.NumberOn, plane < 2 ? "0" : "");
-    }
+  const auto shown = [this](std::size_t plane) {
+    const PlanePanel& panel = *Area().planes->fraPlane[plane];
+    return panel.cboAPSkin->currentText().toStdString() + (panel.chkMark->isChecked() ? " m" : "");
+  };
+  const auto color = [this](std::size_t plane) {
+    return Area().planes->fraPlane[plane]->lbl2->Color();
+  };
+  const auto choose = [&](int entry, const std::string& skin) {
+    Area().mnuSkin->actions().at(entry)->trigger();
+    for (const int index : {kFighterFlight, kLateFighterFlight})
+      for (const int plane : {0, 1, 2}) {
+        const PlaneSlot& slot = Record(index).PlaneSlots[static_cast<std::size_t>(plane)];
+        EXPECT_EQ(slot.Skin, plane < 2 ? skin : "") << index << plane;
+        EXPECT_EQ(slot.NumberOn, plane < 2 ? "0" : "");
+      }
+  };
+  choose(2, "Winter.bmp");
+  EXPECT_EQ(shown(0) + "|" + shown(1) + "|" + shown(2), "Winter|Winter|");
+  EXPECT_TRUE(color(0) == LabelColor::Blue && color(1) == LabelColor::Blue);
   EXPECT_TRUE(Lit());
-  Area().mnuSkin->actions().at(0)->trigger();
-  EXPECT_EQ(Record(kLateFighterFlight).PlaneSlots[1].Skin, "");
+  choose(0, "");
+  EXPECT_EQ(shown(0) + "|" + shown(1), "default|default");
+  EXPECT_TRUE(color(0) == LabelColor::Black && color(1) == LabelColor::Black);
+
+  ClickFlight(kFighter);
+  Record(kFighterFlight).PlaneSlots[1].Skin = "gone.bmp";
+  ClickFlight(kBomber);
+  ClickFlight(kFighter);
+  EXPECT_EQ(color(1), LabelColor::Red);
+  Area().planes->fraPlane[1]->cboAPSkin->SelectRow(1);
+  EXPECT_EQ(Record(kFighterFlight).PlaneSlots[1].Skin, "Red.bmp");
+  EXPECT_EQ(color(1), LabelColor::Blue);
+}
+
+TEST_F(FlightMenuTest, TheMenuKeyOpensItAtTheRowOfItsFlight) {
+  ClickFlight(kBomber);
+  QPoint opened;
+  Window->Popups.OpenMenu = [&](QMenu& menu, QPoint position) {
+    EXPECT_EQ(&menu, Area().mnuAircraft);
+    opened = position;
+    EXPECT_FALSE(Area().mnuAC[FlightArea::kDuplicate]->isEnabled()) << "a flight not supported";
+    Choose(FlightArea::kCopy);
+  };
+  QTest::keyClick(&List(), Qt::Key_Down);
+  PressMenuKey(List());
+  EXPECT_EQ(opened, BelowRow(List(), kMystery));
+  EXPECT_EQ(World_.Clipboard.find("[x0100]\r\n"), 0U);
 }
 
 TEST_F(FlightMenuTest, CopiesTheSectionsOfTheSelection) {
   SelectFighters();
-  Choose(8);
+  Choose(FlightArea::kCopy);
   const std::string& text = World_.Clipboard;
   EXPECT_EQ(text.find("[r0100]\r\n  Planes 2\r\n"), 0U);
   EXPECT_NE(text.find("[r0100_Way]\r\n  NORMFLY 1.00 2.00 500.0 300.0 &0\r\n"), std::string::npos);
@@ -146,7 +183,7 @@ TEST_F(FlightMenuTest, TheLastFlightsCanBeRemoved) {
   for (int row = 1; row <= kLateFighter; ++row)
     ClickFlight(row, Qt::LeftButton, Qt::ControlModifier);
   World_.Script.Expect("Are you sure?", Answer::Yes);
-  Choose(5);
+  Choose(FlightArea::kRemove);
   EXPECT_EQ(List().RowCount(), 0);
   EXPECT_EQ(Panel_().title(), "None");
   EXPECT_FALSE(Panel_().txtFuel->isEnabled());

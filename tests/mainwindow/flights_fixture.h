@@ -29,14 +29,6 @@ class FlightsTest : public WindowTest {
     Box.Write("missions/a.mis", Crlf(lines));
   }
 
-  void AddAircraft(const char* name, const char* aircraftClass, bool flyable) {
-    Aircraft& aircraft = Tables.Aircraft.emplace_back();
-    aircraft.Name = name;
-    aircraft.Class = aircraftClass;
-    aircraft.Flyable = flyable;
-    aircraft.Weapons = {"Default,default", "2 x Bombs,2xB", "Empty (No Ammo),none"};
-  }
-
   static void AddFlight(std::vector<std::string>& lines, const std::string& name,
                         const std::string& aircraft, const std::vector<std::string>& skill) {
     lines.insert(lines.end(), {"[" + name + "]", "  Planes 2"});

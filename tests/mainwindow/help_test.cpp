@@ -25,6 +25,10 @@ namespace {
 struct HelpTest : WindowTest {
   HelpTest() { Make(); }
 
+  template <class... Forms>
+  void AddForms(std::vector<std::unique_ptr<QWidget>>& windows) {
+    (windows.push_back(std::make_unique<Forms>(World_, nullptr)), ...);
+  }
   static QString HelpText() {
     QFile file(FromPath(SourceFolder() + "/data/" + kHelpFile));
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
@@ -48,26 +52,17 @@ TEST_F(HelpTest, TellsOfEveryWindowMenuEntryAndButton) {
   const QString help = HelpText();
   std::vector<std::unique_ptr<QWidget>> windows;
   windows.push_back(std::move(Window));
-  windows.push_back(std::make_unique<frmWP>(World_, nullptr));
-  windows.push_back(std::make_unique<frmWPEdit>(World_, nullptr));
-  windows.push_back(std::make_unique<frmBrief>(World_, nullptr));
-  windows.push_back(std::make_unique<frmDogFight>(World_, nullptr));
-  windows.push_back(std::make_unique<frmStatic>(World_, nullptr));
-  windows.push_back(std::make_unique<frmChgAC>(World_, nullptr));
-  windows.push_back(std::make_unique<frmPrefs>(World_, nullptr));
-  windows.push_back(std::make_unique<frmSkins>(World_, nullptr));
   windows.push_back(std::make_unique<frmView>(World_.Services, nullptr));
-  int captions = 0;
+  AddForms<frmWP, frmWPEdit, frmBrief, frmDogFight, frmStatic, frmChgAC, frmPrefs, frmSkins>(
+      windows);
+  ASSERT_FALSE(Captions(*windows[0]).isEmpty());
   for (const auto& window : windows) {
     const QString name = window->objectName();
     EXPECT_TRUE(help.contains("<h2 id=\"" + name + "\">")) << name.toStdString();
-    for (const QString& caption : Captions(*window)) {
-      ++captions;
+    for (const QString& caption : Captions(*window))
       EXPECT_TRUE(help.contains(">" + caption.toHtmlEscaped() + "</"))
           << name.toStdString() << ": " << caption.toStdString();
-    }
   }
-  EXPECT_GT(captions, 60) << "the menus were not found";
 }
 
 TEST_F(HelpTest, StandsAloneAndItsLinksLead) {
@@ -84,15 +79,15 @@ TEST_F(HelpTest, StandsAloneAndItsLinksLead) {
 
 TEST_F(HelpTest, OpensFromTheMenuOrSaysWhyNot) {
   World_.Script.Expect(Box.Path("program/RWS.HLP.html") + "\" cannot be shown: the file does not");
-  Window->mnuH[0]->trigger();
+  Window->mnuH[frmRWS::kContents]->trigger();
   Box.Write("program/RWS.HLP.html", "help");
-  Window->mnuH[0]->trigger();
+  Window->mnuH[frmRWS::kContents]->trigger();
   EXPECT_EQ(Joined(World_.ShellCalls), "open " + Box.Path("program/RWS.HLP.html"));
   World_.Services.System.Execute = [](auto&, auto&) { return 31; };
   World_.Script.Expect("no program could be started");
-  Window->mnuH[0]->trigger();
+  Window->mnuH[frmRWS::kContents]->trigger();
   World_.Script.Expect(" Version 2.0.0\n - ");
-  Window->mnuH[1]->trigger();
+  Window->mnuH[frmRWS::kAbout]->trigger();
 }
 
 TEST_F(HelpTest, ACheckLeavesCommandsFreeAndClosingCancelsIt) {
@@ -109,14 +104,15 @@ TEST_F(HelpTest, ACheckLeavesCommandsFreeAndClosingCancelsIt) {
   Window->show();
   Window->Start();
   QObject::connect(&silent, &QTcpServer::newConnection, [&] {
-    EXPECT_FALSE(Window->mnuH[2]->isEnabled());
+    EXPECT_FALSE(Window->mnuH[frmRWS::kCheckForUpdates]->isEnabled());
     EXPECT_EQ(fetcher.Fetch("http://127.0.0.1/"), std::nullopt) << "a second one does not start";
     Edit();
     EXPECT_TRUE(Lit());
     Window->Unload();
   });
   // In the program's own event loop, which has to end as well.
-  QMetaObject::invokeMethod(Window->mnuH[2], &QAction::trigger, Qt::QueuedConnection);
+  QMetaObject::invokeMethod(Window->mnuH[frmRWS::kCheckForUpdates], &QAction::trigger,
+                            Qt::QueuedConnection);
   EXPECT_EQ(QApplication::exec(), 0);
   EXPECT_TRUE(Doc().Closing);
   EXPECT_TRUE(World_.Script.Boxes.empty());

@@ -1,3 +1,4 @@
+#include "editors/frmBrief.h"
 #include "services/setting_values.h"
 #include "tests/mainwindow/window_fixture.h"
 
@@ -44,11 +45,26 @@ TEST_F(LoadFormTest, StartsOnTheDirectoryUsedLast) {
   EXPECT_EQ(ReadSetting(World_.Services.Settings, setting::ForeColor, ""), "8388608");
 }
 
-TEST_F(LoadFormTest, OpensAMissionFromTheFileManager) {
+TEST_F(LoadFormTest, OpensAMissionFromTheFileManagerOnce) {
   Box.Write("missions/coop Dogfight, med, Japanese D3A1.Mis", MissionText());
-  Load(Box.Path("missions/coop Dogfight, med, Japanese D3A1.Mis"));
+  Load(Box.Path("missions/COOP Dogfight, med, Japanese D3A1.Mis"));
   EXPECT_EQ(Doc().CurMission, 2);
   EXPECT_EQ(Row(), 2);
+  ClickRow(0);
+  Window->Start();
+  EXPECT_EQ(Doc().CurMission, 0) << "an Update must not jump back to that mission";
+}
+
+TEST_F(LoadFormTest, OpensABriefingFromTheFileManager) {
+  Box.Write("missions/b.properties", "Name b");
+  std::string opened;
+  Window = std::make_unique<frmRWS>(World_);
+  Window->Popups.ShowDialog = [&](QDialog& dialog) {
+    opened = dynamic_cast<frmBrief&>(dialog).BriefName;
+  };
+  Window->LoadForm(Box.Path("missions/b.properties"));
+  EXPECT_EQ(Doc().CurMission, 1);
+  EXPECT_EQ(opened, Box.Path("missions/b.properties"));
 }
 
 TEST_F(LoadFormTest, ASecondInstanceTouchesNothing) {

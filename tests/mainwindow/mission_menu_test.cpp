@@ -14,13 +14,19 @@ class MissionMenuTest : public WindowTest {
     Box.Write("missions/b.properties", "Name Bridge\r\nShort \\n\r\nDescription \\n\r\n");
     OpenThree();
     ClickRow(1);
-    Window->ShowDialog = [this](QDialog& dialog) {
+    Window->Popups.ShowDialog = [this](QDialog& dialog) {
       dialog.show();
       Work(dialog);
       dialog.close();
     };
   }
 
+  /** Opens a fourth mission of these lines, joined by "|". */
+  void OpenFourth(const char* lines) {
+    Box.Write("missions/d.mis", CrlfText(lines));
+    Window->Start();
+    ClickRow(3);
+  }
   void Choose(std::size_t entry) { Window->mnuMissionPop[entry]->trigger(); }
   std::string Shown() { return At(Doc().Missions, Doc().CurMission).BaseName; }
 
@@ -35,14 +41,14 @@ TEST_F(MissionMenuTest, TheBriefIsEditedBesideTheMission) {
     QTest::keyClicks(form.txtName, "The ");
     Click(form.cmd[1]);
   };
-  Choose(0);
+  Choose(frmRWS::kEditBrief);
   EXPECT_EQ(Box.Read("missions/b.properties"),
             "Name The Bridge\r\nShort \\n\\n\r\nDescription \\n\\n\r\n");
   EXPECT_FALSE(Lit());
 }
 
 TEST_F(MissionMenuTest, TheTextIsShownByTheDesktop) {
-  Choose(1);
+  Choose(frmRWS::kViewText);
   EXPECT_EQ(Joined(World_.ShellCalls), "text " + Box.Path("missions/b.mis"));
 }
 
@@ -51,28 +57,28 @@ TEST_F(MissionMenuTest, ASoundIsAttachedByName) {
   World_.Script.ExpectPath("Choose sound file to copy", Box.Write("x/Alarm.wav", "RIFF"));
   World_.Script.Expect("Alarm is ready to copy");
   World_.Script.ExpectPath("Select destination to copy sound file to", sound);
-  Choose(3);
+  Choose(frmRWS::kAddSound);
   EXPECT_TRUE(Panel().imgSnd->isVisible());
   EXPECT_TRUE(Lit());
-  Click(Window->cmd[3]);
+  Click(Window->cmd[frmRWS::kUpdate]);
   EXPECT_NE(FileText("b").find("  briefSound Sounds/Alarm.wav\r\n"), std::string::npos);
 }
 
 TEST_F(MissionMenuTest, FilesTakeTheirBriefingAlong) {
   World_.Script.ExpectPath("SaveAs", Box.Path("missions/b 2.mis"));
-  Choose(5);
+  Choose(frmRWS::kSaveAs);
   EXPECT_EQ(Box.Names("missions"), "a.mis,b 2.mis,b 2.properties,b.mis,b.properties,c.mis");
   EXPECT_EQ(Window->lstMission->RowCount(), 4);
   EXPECT_EQ(Shown(), "b 2") << "the row stays, whichever mission is in it now";
 
   Box.MakeFolder("other");
   World_.Script.ExpectPath("Select a directory to move the mission to", Box.Path("other"));
-  Choose(7);
+  Choose(frmRWS::kMove);
   EXPECT_EQ(Box.Names("other"), "b 2.mis,b 2.properties");
   EXPECT_EQ(Shown(), "b");
 
   World_.Script.Expect("Are you sure you want to delete\nb?", Answer::Yes);
-  Choose(6);
+  Choose(frmRWS::kDelete);
   EXPECT_EQ(World_.Script.Boxes.back().Title, "Confirm Delete");
   EXPECT_EQ(Box.Names("missions"), "a.mis,c.mis");
   EXPECT_EQ(Window->lstMission->RowCount(), 2);
@@ -82,19 +88,17 @@ TEST_F(MissionMenuTest, AFailedMoveLeavesAllAsItWas) {
   Edit();
   Box.Write("other/b.mis", "another");
   World_.Script.ExpectPath("Select a directory to move the mission to", Box.Path("other"));
-  Choose(7);
+  Choose(frmRWS::kMove);
   EXPECT_EQ(Box.Read("other/b.mis"), "another");
   EXPECT_EQ(Box.Names("missions"), "a.mis,b.mis,b.properties,c.mis");
   EXPECT_TRUE(Lit()) << "the edit is still there";
 }
 
 TEST_F(MissionMenuTest, HomeBasesReachTheFileWithASecondEdit) {
-  Box.Write("missions/d.mis", Crlf({"[MAIN]", "  CloudType 1", "[Wing]", "[NStationary]",
-                                    "[BornPlace]", "  1 3000 500 600", "[StaticCamera]"}));
   Box.Write("program/RWS_DF.txt", "F,P-51D,P-51D\r\n,I-16,I-16\r\n");
-  Window->Start();
-  ClickRow(3);
-  EXPECT_TRUE(Window->mnuMissionPop[2]->isVisible());
+  OpenFourth(
+      "[MAIN]|  CloudType 1|[Wing]|[NStationary]|[BornPlace]|  1 3000 500 600|[StaticCamera]");
+  EXPECT_TRUE(Window->mnuMissionPop[frmRWS::kSpawnPoints]->isVisible());
   Work = [this](QDialog& dialog) {
     auto& form = dynamic_cast<frmDogFight&>(dialog);
     form.lstAC[1]->selectAll();
@@ -102,26 +106,23 @@ TEST_F(MissionMenuTest, HomeBasesReachTheFileWithASecondEdit) {
     Click(form.cmd1[1]);
     Click(form.cmd[0]);
   };
-  Choose(2);
+  Choose(frmRWS::kSpawnPoints);
   EXPECT_EQ(Joined(Doc().Missions[3].BornPlaces[0].Planes), "P-51D|I-16");
   EXPECT_FALSE(Lit()) << "aircraft of a home base light nothing";
   Edit();
-  Click(Window->cmd[3]);
+  Click(Window->cmd[frmRWS::kUpdate]);
   EXPECT_NE(FileText("d").find(
                 "[BornPlace]\r\n  1 3000 500 600\r\n[BornPlace0]\r\n  P-51D\r\n  I-16\r\n"),
-            std::string::npos)
-      << FileText("d");
+            std::string::npos);
 }
 
 TEST_F(MissionMenuTest, ParkedAircraftAreChangedInTheFile) {
   auto& aircraft = Tables.Aircraft.emplace_back();
   aircraft.Name = "Duck";
   aircraft.Class = "DUCK";
-  Box.Write("missions/d.mis",
-            Crlf({"[MAIN]", "[Wing]", "[NStationary]",
-                  "  0_Static vehicles.planes.Plane$GOOSE 1 10.00 20.00 360.00 0.0 de"}));
-  Window->Start();
-  ClickRow(3);
+  OpenFourth(
+      "[MAIN]|[Wing]|[NStationary]|"
+      "  0_Static vehicles.planes.Plane$GOOSE 1 10.00 20.00 360.00 0.0 de");
   EXPECT_TRUE(Panel().cmdModSA->isEnabled());
   Work = [this](QDialog& dialog) {
     if (auto* choice = dynamic_cast<frmChgAC*>(&dialog)) return choice->cmd[0]->click();
@@ -131,21 +132,23 @@ TEST_F(MissionMenuTest, ParkedAircraftAreChangedInTheFile) {
   };
   Click(Panel().cmdModSA);
   EXPECT_TRUE(Lit());
-  Click(Window->cmd[3]);
+  Click(Window->cmd[frmRWS::kUpdate]);
   EXPECT_NE(
       FileText("d").find("  0_Static vehicles.planes.Plane$DUCK 1 10.00 20.00 360.00 0.0 de\r\n"),
-      std::string::npos)
-      << FileText("d");
+      std::string::npos);
 }
 
-TEST_F(MissionMenuTest, ABriefingOnTheCommandLineOpensItsMission) {
-  std::string opened;
-  Window->Arguments.ComLineMission = "c";
-  Work = [&](QDialog& dialog) { opened = dynamic_cast<frmBrief&>(dialog).BriefName; };
-  Window->Start();
-  EXPECT_EQ(Shown(), "c");
-  Choose(0);
-  EXPECT_EQ(opened, Box.Path("missions/c.properties"));
+TEST_F(MissionMenuTest, TheMenuKeyOpensItAtTheRowOfItsMission) {
+  QPoint opened;
+  Window->Popups.OpenMenu = [&](QMenu& menu, QPoint position) {
+    EXPECT_EQ(&menu, Window->mnuMisPop);
+    opened = position;
+    Choose(frmRWS::kViewText);
+  };
+  PressKey(Qt::Key_Down);
+  PressMenuKey(*Window->lstMission);
+  EXPECT_EQ(opened, BelowRow(*Window->lstMission, 2));
+  EXPECT_EQ(Joined(World_.ShellCalls), "text " + Box.Path("missions/c.mis"));
 }
 
 }  // namespace

@@ -1,37 +1,24 @@
 #include "mainwindow/plane_panels.h"
 
-#include <gtest/gtest.h>
-
 #include <QLineEdit>
-#include <QTest>
 
-#include "catalogues/paint_schemes.h"
 #include "platform/qt_text.h"
-#include "services/faults.h"
 #include "services/paths.h"
-#include "tests/support/doubles.h"
-#include "tests/support/sandbox.h"
+#include "tests/mainwindow/window_fixture.h"
 
 namespace rws::test {
 namespace {
 
 /** The panels over a game with two skins, a pilot and a nose art. Flight 0 is American with two
     planes, flight 1 Soviet with two. */
-class PlanePanelsTest : public ::testing::Test {
+class PlanePanelsTest : public WindowTest {
  protected:
-  PlanePanelsTest() : World_(Box.Path("program")) {
-    for (const char* file :
-         {"Skins/P-40/Shark.bmp", "Skins/P-40/Tom & Co.bmp", "Pilots/Ace.bmp", "Noseart/Lady.bmp"})
-      Box.Write(std::string("game/PaintSchemes/") + file, file);
-    Doc().GamePath = Box.Path("game");
+  PlanePanelsTest() {
     Doc().ImagesPath = Box.Path("images");
-    LoadPlaneSkins(Doc(), Tables, World_.Services);
-    LoadPilotSkins(Doc(), Tables, World_.Services);
-    LoadNoseArt(Doc(), Tables, World_.Services);
-    Tables.Aircraft.resize(1);
-    Tables.Aircraft[0].Class = "P_40";
-    Tables.Aircraft[0].Folder = "p40";
-    Tables.Aircraft[0].Flyable = Tables.Aircraft[0].NoseArtOk = true;
+    Doc().bLoading = false;
+    AddPainted(
+        "P-40", "P_40", "p40",
+        {"Skins/P-40/Shark.bmp", "Skins/P-40/Tom & Co.bmp", "Pilots/Ace.bmp", "Noseart/Lady.bmp"});
     Tables.Squadrons = {{"red", "usa", "USAAF", {{"usa01", ""}}},
                         {"red", "ru", "USSR", {{"r01", ""}}}};
     Mission mission;
@@ -46,18 +33,15 @@ class PlanePanelsTest : public ::testing::Test {
     Panels.mnuSkin = &Menu;
     Menu.addAction(QStringLiteral("None"));
     Panels.FillFixedLists();
-    Panels.LoadPlanes = [this] {
-      Panels.ClearFrames(false);
-      for (int i = 0; i < std::stoi(Flight_().Planes); ++i) Panels.FillPanel(i);
-    };
-    Panels.ViewImage = [this](const std::string& path, const QString& caption) {
-      Viewed.push_back(GetFileName(path) + " as " + caption.toStdString());
-    };
-    Panels.CheckMarkingsEntry = [this](bool checked) { MenuChecked = checked; };
+    QObject::connect(&Panels, &PlanePanels::PlanesChanged, [this] { LoadPlanes(); });
+    QObject::connect(&Panels, &PlanePanels::ImageWanted,
+                     [this](const std::string& path, const QString& caption) {
+                       Viewed.push_back(GetFileName(path) + " as " + caption.toStdString());
+                     });
+    QObject::connect(&Panels, &PlanePanels::MarkingsShown, [this](bool on) { MenuChecked = on; });
     Panels.show();
   }
 
-  Document& Doc() { return World_.Doc; }
   Flight& Flight_() { return Doc().Missions[0].Flights[static_cast<std::size_t>(Doc().CurFlight)]; }
   PlaneSlot& Slot(std::size_t i = 0) { return Flight_().PlaneSlots[i]; }
   PlanePanel& Panel(std::size_t i = 0) { return *Panels.fraPlane[i]; }
@@ -66,15 +50,16 @@ class PlanePanelsTest : public ::testing::Test {
     Slot(i).Pilot = pilot;
     Slot(i).NoseArt = noseArt;
   }
+  void LoadPlanes() {
+    Panels.ClearFrames(false);
+    for (int i = 0; i < std::stoi(Flight_().Planes); ++i) Panels.FillPanel(i);
+  }
   /** Shows the flight as it is in the record, without an edit. */
   void Show(int flight = 0) {
     Doc().CurFlight = flight;
     Doc().MissionShadow = Doc().Missions;
-    Panels.LoadPlanes();
+    LoadPlanes();
     World_.Lit = false;
-  }
-  void Click(QWidget* control, Qt::MouseButton button = Qt::LeftButton) {
-    QTest::mouseClick(control, button);
   }
   /** The labels of a panel and its image, a letter each: k, b, r; i when the image shows. */
   std::string Colors(std::size_t i = 0) {
@@ -86,9 +71,6 @@ class PlanePanelsTest : public ::testing::Test {
     return letters + (Panel(i).img->isHidden() ? "" : "i");
   }
 
-  Sandbox Box;
-  World World_;
-  Catalogues& Tables = World_.Tables;
   QMenu Menu;
   PlanePanels Panels{World_, nullptr};
   std::vector<std::string> Viewed;
@@ -282,7 +264,7 @@ TEST_F(PlanePanelsTest, RightClickBringsASkinIntoTheGame) {
   Tables.Aircraft[0].Folder = "none";
   Show();
   World_.Script.Expect("no skin directory");
-  Click(Panel(1).lbl2, Qt::RightButton);
+  QTest::mouseClick(Panel(1).lbl2, Qt::RightButton);
   EXPECT_EQ(Box.Names(skins), "Shark.bmp,Tom & Co.bmp,Zebra.bmp");
 }
 

@@ -24,7 +24,7 @@ class SetPrefsTest : public WindowTest {
   }
   /** Opens the preferences, changes them and clicks Apply. */
   void Apply(const std::function<void(frmPrefs&)>& change) {
-    Window->ShowDialog = [&](QDialog& dialog) {
+    Window->Popups.ShowDialog = [&](QDialog& dialog) {
       auto& form = dynamic_cast<frmPrefs&>(dialog);
       form.show();
       change(form);

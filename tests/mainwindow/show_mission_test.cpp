@@ -27,7 +27,7 @@ TEST_F(WindowTest, ShowsTheValuesOfTheFirstMission) {
   EXPECT_EQ(Panel().lbl[9]->text(), "1 stationary aircraft in this mission");
   EXPECT_EQ(Panel().cmdModSA->toolTip(), "1 stationary aircraft in this mission");
   EXPECT_FALSE(Panel().cmdCount->isEnabled());
-  EXPECT_FALSE(Window->mnuMissionPop[2]->isVisible());
+  EXPECT_FALSE(Window->mnuMissionPop[frmRWS::kSpawnPoints]->isVisible());
   EXPECT_EQ(Window->staPanels[0]->text().toStdString(), Doc().MissionDir);
   EXPECT_FALSE(Lit());
   EXPECT_FALSE(Doc().bLoading);
@@ -45,54 +45,35 @@ TEST_F(WindowTest, KeepsWhatACurrentValueCannotReplace) {
   EXPECT_EQ(Doc().Missions[1].CloudHeight, "9000") << "showing a height must not change it";
   EXPECT_EQ(Panel().chkWL->checkState(), Qt::PartiallyChecked);
   EXPECT_FALSE(Panel().cmdCount->isEnabled());
-  EXPECT_TRUE(Window->mnuMissionPop[2]->isVisible());
+  EXPECT_TRUE(Window->mnuMissionPop[frmRWS::kSpawnPoints]->isVisible());
   EXPECT_EQ(Panel().lbl[9]->text(), "No stationary aircraft for this mission");
   EXPECT_EQ(Window->flightArea->fraFlight->title(), "None");
   Click(Panel().chkWL);
   EXPECT_EQ(Doc().Missions[1].WeaponsConstant, 0);
 }
 
-TEST_F(WindowTest, AnEmptyDirectoryDisablesWhatWorksOnAMission) {
-  OpenThree();
-  Edit();
-  World_.Script.ExpectPath("Select a mission directory", Box.Path("program"));
-  Click(Window->cmd[0]);
-  EXPECT_EQ(Window->lstMission->RowCount(), 0);
-  EXPECT_TRUE(Doc().Missions.empty());
-  EXPECT_FALSE(Lit());
-  EXPECT_FALSE(Panel().isEnabled());
-  EXPECT_FALSE(Window->mnuMisPop->isEnabled());
-  EXPECT_EQ(Panel().fraMission->title(), "Mission Map:");
-  EXPECT_EQ(Window->staPanels[0]->text().toStdString(), Box.Path("program"));
-  EXPECT_EQ(ReadSetting(World_.Services.Settings, setting::LastDirPath), Box.Path("program"));
-  Window->PopUpMissionMenu = [](QPoint) { FAIL() << "a menu over no mission"; };
-  QTest::mouseClick(Window->lstMission->viewport(), Qt::RightButton);
-}
-
-TEST_F(WindowTest, ACancelledDirectoryChangesNothing) {
+TEST_F(WindowTest, AnotherDirectoryMayHoldNoMission) {
   OpenThree();
   Edit();
   WriteSetting(World_.Services.Settings, setting::LastDirPath, Box.Path("missions/gone/deeper"));
   World_.Script.ExpectPath("Select a mission directory", "");
-  Click(Window->cmd[0]);
+  Click(Window->cmd[frmRWS::kDirectory]);
   EXPECT_EQ(World_.Script.StartFolders.back(), Box.Path("missions"));
-  EXPECT_EQ(Doc().Missions.size(), 3u);
-  EXPECT_TRUE(Lit());
+  EXPECT_EQ(Window->lstMission->RowCount(), 3);
+  EXPECT_TRUE(Lit()) << "cancelled";
+
+  World_.Script.ExpectPath("Select a mission directory", Box.Path("program"));
+  Click(Window->cmd[frmRWS::kDirectory]);
+  EXPECT_EQ(Window->lstMission->RowCount(), 0);
+  EXPECT_FALSE(Lit() || Panel().isEnabled() || Window->mnuMisPop->isEnabled());
+  EXPECT_EQ(Panel().fraMission->title(), "Mission Map:");
+  EXPECT_EQ(Window->staPanels[0]->text().toStdString(), Box.Path("program"));
+  EXPECT_EQ(ReadSetting(World_.Services.Settings, setting::LastDirPath), Box.Path("program"));
+  Window->Popups.OpenMenu = [](QMenu&, QPoint) { FAIL() << "a menu over no mission"; };
+  QTest::mouseClick(Window->lstMission->viewport(), Qt::RightButton);
 }
 
-TEST_F(WindowTest, AMissionThatIsGoneEndsTheProgram) {
-  OpenThree();
-  Box.Write("missions/b.mis", "");
-  World_.Services.Files.DeleteFile(Box.Path("missions/b.mis"));
-  World_.Script.Expect("Check error log for errors. RWS will now close.");
-  ClickRow(1);
-  EXPECT_TRUE(Doc().Closing);
-  EXPECT_EQ(World_.Log.back(), Box.Path("missions/b.mis") + "File does not exist!");
-  QCoreApplication::processEvents();
-  EXPECT_FALSE(Window->isVisible());
-}
-
-TEST_F(WindowTest, AMissionThatCannotBeReadIsTriedAgain) {
+TEST_F(WindowTest, AMissionThatCannotBeReadIsTriedAgainAndOneThatIsGoneEndsTheProgram) {
   OpenThree();
   World_.Services.Files.BeforeStep = [](const FileStep& step) {
     if (step.Action == "read") throw FileFault(fault::Permission, "read", step.Path, "denied");
@@ -103,20 +84,14 @@ TEST_F(WindowTest, AMissionThatCannotBeReadIsTriedAgain) {
   ClickRow(0);
   ClickRow(1);
   EXPECT_TRUE(Doc().Missions[1].Loaded);
-}
 
-TEST_F(WindowTest, OpensTheMissionOfTheCommandLineOnce) {
-  for (const char* name : {"a", "coop Dogfight, med, Japanese D3A1", "-2704"})
-    Box.Write(std::string("missions/") + name + ".Mis", MissionText());
-  Make();
-  Window->show();
-  Window->Arguments.ComLineMission = "COOP dogfight, med, Japanese D3A1.mis";
-  Window->Start();
-  EXPECT_EQ(Doc().Missions[static_cast<std::size_t>(Doc().CurMission)].BaseName,
-            "coop Dogfight, med, Japanese D3A1");
-  ClickRow(0);
-  Window->Start();
-  EXPECT_EQ(Doc().CurMission, 0) << "an Update must not jump back to that mission";
+  World_.Services.Files.DeleteFile(Box.Path("missions/c.mis"));
+  World_.Script.Expect("Check error log for errors. RWS will now close.");
+  ClickRow(2);
+  EXPECT_TRUE(Doc().Closing);
+  EXPECT_EQ(World_.Log.back(), Box.Path("missions/c.mis") + "File does not exist!");
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(Window->isVisible());
 }
 
 TEST_F(WindowTest, PlaysAndStopsTheSound) {

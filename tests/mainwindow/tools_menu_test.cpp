@@ -25,13 +25,13 @@ class ToolsMenuTest : public WindowTest {
 TEST_F(ToolsMenuTest, RenameAllSettlesTheEditsFirst) {
   Edit();
   World_.Script.Expect("Do you wish to save the changes to this mission?", Answer::Cancel);
-  Choose(Window->mnuTools[1]);
+  Choose(Window->mnuTools[frmRWS::kRenameAll]);
   EXPECT_EQ(Rows(), "a|b|c");
   EXPECT_TRUE(Lit());
 
   World_.Script.Expect("Do you wish to save the changes to this mission?", Answer::Yes);
   ExpectNewName("Sortie", "9");
-  Choose(Window->mnuTools[1]);
+  Choose(Window->mnuTools[frmRWS::kRenameAll]);
   EXPECT_EQ(Rows(), "Sortie09|Sortie10|Sortie11");
   EXPECT_NE(FileText("Sortie09").find("CloudType 5"), std::string::npos);
 }
@@ -40,7 +40,7 @@ TEST_F(ToolsMenuTest, AnEditGivenUpIsNotShownAfterACancelledTool) {
   Edit();
   World_.Script.Expect("Do you wish to save the changes to this mission?", Answer::No);
   World_.Script.ExpectInput("Enter the new mission name.", "");
-  Choose(Window->mnuTools[1]);
+  Choose(Window->mnuTools[frmRWS::kRenameAll]);
   EXPECT_EQ(Panel().cboWeather->currentIndex(), 2);
   EXPECT_FALSE(Lit());
 }
@@ -52,7 +52,7 @@ TEST_F(ToolsMenuTest, ConvertGoesToTheDestination) {
   World_.Script.ExpectPath("Please select the destination directory", Box.Path("single"));
   // An empty answer, not a cancelled one.
   World_.Services.Ask.InputBox = [](auto&&...) { return std::optional<std::string>(""); };
-  Choose(Window->mnuTools[2]);
+  Choose(Window->mnuTools[frmRWS::kConvertFolder]);
   EXPECT_EQ(Box.Read("single/x.mis"), Crlf({"[MAIN]", "  CloudType 1", "[Wing]"}));
   EXPECT_EQ(Rows(), "x");
   EXPECT_EQ(Window->staPanels[0]->text().toStdString(), Box.Path("single"));
@@ -64,7 +64,7 @@ TEST_F(ToolsMenuTest, TheReasonOutlivesTheReread) {
   Box.Write("missions/a.properties", "A");
   Box.Write("missions/z.properties", "Z");
   World_.Script.ExpectInput("Enter the new name for a", "z");
-  Choose(Window->mnuCases[0]);
+  Choose(Window->mnuCases[frmRWS::kManual]);
   EXPECT_EQ(Rows(), "b|c|z");
   EXPECT_TRUE(Window->staBar->currentMessage().contains(QStringLiteral("z.properties")));
 }
@@ -72,28 +72,30 @@ TEST_F(ToolsMenuTest, TheReasonOutlivesTheReread) {
 TEST_F(ToolsMenuTest, TheReasonOutlivesTheProgress) {
   Box.Write("missions/n02.mistmp", "");
   ExpectNewName("n", "1");
-  Choose(Window->mnuTools[1]);
+  Choose(Window->mnuTools[frmRWS::kRenameAll]);
   EXPECT_EQ(Rows(), "n01|b|c");
   EXPECT_TRUE(Window->staBar->currentMessage().contains(QStringLiteral("n02.mistmp")));
 }
 
 TEST_F(ToolsMenuTest, ARenamedRowIsFoundAgain) {
   Box.Write("missions/a.properties", "Name x\r\n");
-  Choose(Window->mnuCases[3]);
+  Choose(Window->mnuCases[frmRWS::kUppercase]);
   EXPECT_EQ(Rows(), "A|b|c");
   EXPECT_EQ(Box.Names("missions"), "A.mis,A.properties,b.mis,c.mis");
   ClickRow(1);
   ClickRow(0);
   EXPECT_EQ(Doc().Missions[0].BaseName, "A");
   World_.Script.ExpectInput("Enter the new name for A", "z 1");
-  Choose(Window->mnuCases[0]);
+  Choose(Window->mnuCases[frmRWS::kManual]);
   EXPECT_EQ(Rows(), "b|c|z 1");
 }
 
 TEST_F(ToolsMenuTest, TheSkinManagerOpensForTheCurrentAircraft) {
   std::string plane;
-  Window->ShowDialog = [&](QDialog& dialog) { plane = dynamic_cast<frmSkins&>(dialog).Plane; };
-  Choose(Window->mnuTools[0]);
+  Window->Popups.ShowDialog = [&](QDialog& dialog) {
+    plane = dynamic_cast<frmSkins&>(dialog).Plane;
+  };
+  Choose(Window->mnuTools[frmRWS::kSkinManager]);
   EXPECT_EQ(plane, "IL_2");
 }
 

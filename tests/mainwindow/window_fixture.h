@@ -2,12 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <QSignalSpy>
+#include <QContextMenuEvent>
 #include <QTest>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "catalogues/paint_schemes.h"
 #include "mainwindow/frmRWS.h"
 #include "services/faults.h"
 #include "tests/support/doubles.h"
@@ -24,6 +25,26 @@ class WindowTest : public ::testing::Test {
     World_.Doc.MissionDir = Box.Path("missions");
     World_.Doc.GamePath = Box.Path("game");
     World_.Doc.bLoading = true;
+  }
+
+  Aircraft& AddAircraft(const char* name, const char* aircraftClass, bool flyable) {
+    Aircraft& aircraft = Tables.Aircraft.emplace_back();
+    aircraft.Name = name;
+    aircraft.Class = aircraftClass;
+    aircraft.Flyable = flyable;
+    aircraft.Weapons = {"Default,default", "2 x Bombs,2xB", "Empty (No Ammo),none"};
+    return aircraft;
+  }
+  /** An aircraft that wears nose art, in a game with these images: "Pilots/Ace.bmp". */
+  void AddPainted(const char* name, const char* aircraftClass, const char* folder,
+                  const std::vector<std::string>& images) {
+    Aircraft& aircraft = AddAircraft(name, aircraftClass, true);
+    aircraft.Folder = folder;
+    aircraft.NoseArtOk = true;
+    for (const auto& image : images) Box.Write("game/PaintSchemes/" + image, image);
+    LoadPlaneSkins(Doc(), Tables, World_.Services);
+    LoadPilotSkins(Doc(), Tables, World_.Services);
+    LoadNoseArt(Doc(), Tables, World_.Services);
   }
 
   /** A mission of one value each, with one flight. */
@@ -82,6 +103,16 @@ class WindowTest : public ::testing::Test {
     QTest::mouseClick(list->viewport(), button, {}, place.center());
   }
   void PressKey(Qt::Key key) { QTest::keyClick(Window->lstMission, key); }
+  /** As Qt does for the Menu key and for Shift+F10. */
+  static void PressMenuKey(QWidget& list) {
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+    QCoreApplication::sendEvent(&list, &event);
+  }
+  /** Where the menu of a row opens by the keyboard. */
+  static QPoint BelowRow(const QTreeView& list, int row) {
+    const QRect place = list.visualRect(list.model()->index(row, 0));
+    return list.viewport()->mapToGlobal(place.bottomLeft());
+  }
   /** Any edit: another weather. */
   void Edit() { Panel().cboWeather->SelectRow(5); }
   std::string FileText(const std::string& name) { return Box.Read("missions/" + name + ".mis"); }

@@ -1,0 +1,28 @@
+#include "mainwindow/mission_list.h"
+
+#include <algorithm>
+
+namespace rws {
+
+void MissionList::ShowMissions(const std::vector<MissionRow>& rows) {
+  QStringList names;
+  names.reserve(static_cast<qsizetype>(rows.size()));
+  missions_.clear();
+  for (const auto& row : rows) {
+    names << row.Name;
+    missions_.push_back(row.Mission);
+  }
+  SetRows(names);
+}
+
+int MissionList::MissionAt(int row) const {
+  if (row < 0 || row >= std::ssize(missions_)) return -1;
+  return missions_[static_cast<std::size_t>(row)];
+}
+
+int MissionList::RowOf(int mission) const {
+  const auto found = std::find(missions_.begin(), missions_.end(), mission);
+  return found == missions_.end() ? -1 : static_cast<int>(found - missions_.begin());
+}
+
+}  // namespace rws
