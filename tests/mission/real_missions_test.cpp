@@ -9,7 +9,7 @@
 #include "mission/line_ends.h"
 #include "mission/writer.h"
 #include "tests/support/doubles.h"
-#include "tests/support/places.h"
+#include "tests/support/run_cli.h"
 #include "tests/support/sandbox.h"
 
 /** Every mission of the folder that RWS_MISSIONS names is read, rewritten and compared with what a
@@ -172,10 +172,9 @@ TEST(RealMissions, AreRewrittenAsPrescribed) {
     ASSERT_EQ(BuildMissionFile(world.Doc, world.Services, output, 0, {}), prescribed.Builds);
     // The command line tool writes the same and leaves the mission alone.
     const test::Sandbox box;
-    const std::string command = "\"" + test::CliProgram() + "\" rewrite \"" + entry.path().string() +
-                                "\" --output \"" + box.Path("out.mis") + "\" 2> \"" +
-                                box.Path("log") + "\"";
-    EXPECT_EQ(std::system(command.c_str()) == 0, prescribed.Builds);
+    const std::string path = fs::absolute(entry.path()).string();
+    EXPECT_EQ(test::RunCli(box.Path(), "rewrite \"" + path + "\" --output out.mis") == 0,
+              prescribed.Builds);
     EXPECT_TRUE(box.Read("out.mis") == (prescribed.Builds ? output.FileText() : "<none>"));
     EXPECT_TRUE(Bytes(entry.path()) == bytes);
     if (!prescribed.Builds) continue;
