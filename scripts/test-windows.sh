@@ -16,7 +16,7 @@ export WINEDLLOVERRIDES="mscoree,mshtml="
 mkdir -p "$WINEPREFIX"
 end_wine() {
   wineserver -k || true
-  wineserver -w
+  wineserver -w || true
 }
 trap end_wine EXIT
 wineboot --init
