@@ -5,7 +5,6 @@
 #include "platform/desktop.h"
 #include "platform/qt_text.h"
 #ifdef _WIN32
-#define NOMINMAX
 #include <windows.h>
 #endif
 

@@ -8,6 +8,7 @@
 #include "mission/line_ends.h"
 #include "mission/reader.h"
 #include "mission/writer.h"
+#include "services/arguments.h"
 #include "services/faults.h"
 #include "services/list_files.h"
 #include "services/paths.h"
@@ -91,7 +92,7 @@ int Rewrite(const Services& services, const Options& options) {
   return result;
 }
 
-int Run(int argc, char** argv) {
+int Run(const std::vector<std::string>& arguments) {
   CLI::App app("Shows and rewrites IL-2 mission files.", "rws-cli");
   app.set_version_flag("--version", "rws-cli " RWS_VERSION);
   app.require_subcommand(1);
@@ -109,14 +110,15 @@ int Run(int argc, char** argv) {
   rewrite->add_option("--output", options.Output, "File to write, not the mission itself")
       ->required();
   try {
-    app.parse(argc, argv);
+    // It takes them from the end.
+    app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend() - 1));
   } catch (const CLI::ParseError& stop) {
     return app.exit(stop) == 0 ? 0 : kBadUsage;
   }
-  const Services services = NewServices(options, argv[0]);
+  const Services services = NewServices(options, arguments[0]);
   return show->parsed() ? Show(services, options) : Rewrite(services, options);
 }
 
 }  // namespace
 
-int main(int argc, char** argv) { return Run(argc, argv); }
+int main(int argc, char** argv) { return Run(ProgramArguments(argc, argv)); }

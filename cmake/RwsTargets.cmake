@@ -3,6 +3,9 @@
 
 add_library(rws_flags INTERFACE)
 target_include_directories(rws_flags INTERFACE ${CMAKE_SOURCE_DIR})
+if(WIN32)
+  target_compile_definitions(rws_flags INTERFACE NOMINMAX WIN32_LEAN_AND_MEAN)
+endif()
 if(MSVC)
   target_compile_options(rws_flags INTERFACE /W4 /permissive- /utf-8)
 else()

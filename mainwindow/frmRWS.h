@@ -123,7 +123,7 @@ class frmRWS : public QMainWindow {
   void OpenMissionMenu(QPoint globalPosition);
 
   void EndMissionCommand(bool reread);
-  void EndFileCommand(FileOutcome outcome);
+  void EndFileCommand(ToolOutcome outcome);
   void ClickEditBrief();
   void ClickViewText();
   void ClickSpawnPoints();

@@ -43,8 +43,8 @@ void frmRWS::EndMissionCommand(bool reread) {
   if (!session_.Doc.Missions.empty()) SetModify(session_);
 }
 
-void frmRWS::EndFileCommand(FileOutcome outcome) {
-  if (outcome != FileOutcome::Failed) EndMissionCommand(outcome == FileOutcome::Reread);
+void frmRWS::EndFileCommand(ToolOutcome outcome) {
+  if (outcome != ToolOutcome::Nothing) EndMissionCommand(outcome == ToolOutcome::Reread);
 }
 
 void frmRWS::ClickEditBrief() {

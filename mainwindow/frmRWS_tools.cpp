@@ -64,6 +64,7 @@ void frmRWS::TakeToolResult(const ToolResult& result) {
   Document& doc = session_.Doc;
   switch (result.Outcome) {
     case ToolOutcome::Nothing:
+    case ToolOutcome::Cancelled:
       return;
     case ToolOutcome::RowText:
       return lstMission->SetRowText(lstMission->RowOf(doc.CurMission), FromPath(result.Text));

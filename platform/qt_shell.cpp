@@ -21,7 +21,6 @@
 #include "platform/text_editor.h"
 
 #ifdef _WIN32
-#define NOMINMAX
 #include <windows.h>
 // The next header needs the one above.
 #include <shlobj.h>

@@ -4,7 +4,6 @@
 #include <QUrl>
 
 #ifdef _WIN32
-#define NOMINMAX
 #include <windows.h>
 // The next header needs the one above.
 #include <mmsystem.h>

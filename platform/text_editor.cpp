@@ -3,7 +3,6 @@
 #include "platform/qt_text.h"
 
 #ifdef _WIN32
-#define NOMINMAX
 #include <windows.h>
 // The next header needs the one above.
 #include <shellapi.h>

@@ -6,6 +6,7 @@
 # Groups add to the packages of a plain build:
 #   test     what test.sh and .ci/run need
 #   bench    the benchmark library
+#   windows  what scripts/test-windows.sh needs
 #   desktop  what the program needs to open a window under Wayland
 #   picture  a virtual display, for a picture of the window on a machine without one
 #   package  what scripts/package.sh needs
@@ -21,6 +22,12 @@ for group in "$@"; do
   case $group in
     test) packages+=(git libgtest-dev clang-format-14 xvfb xauth) ;;
     bench) packages+=(libbenchmark-dev) ;;
+    windows)
+      packages+=(
+        g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 mingw-w64-x86-64-dev googletest
+        wine wine64
+      )
+      ;;
     desktop) packages+=(qt6-wayland) ;;
     picture) packages+=(xvfb xauth) ;;
     package)
@@ -30,7 +37,7 @@ for group in "$@"; do
       )
       ;;
     *)
-      echo "install-packages.sh: unknown group \"$group\" (test, bench, desktop, picture, package)" >&2
+      echo "install-packages.sh: unknown group \"$group\" (test, bench, windows, desktop, picture, package)" >&2
       exit 2
       ;;
   esac

@@ -38,15 +38,15 @@ void SortByName(std::vector<Item>& items, NameOf nameOf) {
       items, [&](const Item& item) { return FoldName(nameOf(item)); }, nameOf);
 }
 
-/** Removes a half-written file when its writer fails. */
-class Leftover {
+/** A file written beside another, removed again when the writer fails before it has its name. */
+class RemovedUnlessKept {
  public:
-  explicit Leftover(std::string path) : path_(std::move(path)) {}
-  ~Leftover() {
+  explicit RemovedUnlessKept(std::string path) : path_(std::move(path)) {}
+  ~RemovedUnlessKept() {
     if (!path_.empty()) ResumeNext([&] { os::DeleteFile(path_); });
   }
-  Leftover(const Leftover&) = delete;
-  Leftover& operator=(const Leftover&) = delete;
+  RemovedUnlessKept(const RemovedUnlessKept&) = delete;
+  RemovedUnlessKept& operator=(const RemovedUnlessKept&) = delete;
   void Keep() { path_.clear(); }
 
  private:
@@ -68,10 +68,9 @@ void FileSystem::Step(std::string_view action, const std::string& path) const {
 }
 
 std::string FileSystem::Resolve(const std::string& path) const {
-  if (path.empty() || os::Exists(path)) return path;
-#ifdef _WIN32
-  return path;
-#else
+  if (path.empty()) return path;
+  if (os::Exists(path)) return os::Spelling(path);
+  if (!os::kMindsCase) return path;
   std::string rest = path;
   std::replace(rest.begin(), rest.end(), '\\', kSeparator);
   if (os::Exists(rest)) return rest;
@@ -82,8 +81,9 @@ std::string FileSystem::Resolve(const std::string& path) const {
   const std::string prefix = parent.empty() && !IsAbsolute(rest) ? "" : folder;
   const std::string exact = BuildPath(prefix, name);
   return os::Exists(exact) ? exact : BuildPath(prefix, FindEntry(folder, name).value_or(name));
-#endif
 }
+
+bool FileSystem::MindsCase() { return os::kMindsCase; }
 
 std::string FileSystem::FollowLinks(const std::string& path) const {
   return os::FollowLinks(Resolve(path));
@@ -128,7 +128,7 @@ void FileSystem::WriteBeside(const std::string& path, const std::string& beside,
                              std::string_view bytes, const std::string& rightsFrom) const {
   Step("create", path);
   auto file = os::OpenOutput(beside, os::OpenMode::CreateNew, path);
-  Leftover leftover(beside);
+  RemovedUnlessKept written(beside);
   for (std::size_t start = 0; start < bytes.size(); start += kWriteChunk) {
     Step("write", path);
     file->Write(bytes.substr(start, kWriteChunk));
@@ -137,23 +137,23 @@ void FileSystem::WriteBeside(const std::string& path, const std::string& beside,
   file->Sync();
   file->Close();
   os::CopyMode(rightsFrom, beside);
-  leftover.Keep();
+  written.Keep();
 }
 
-void FileSystem::Put(const std::string& target, std::string_view bytes,
-                     const std::string& rightsFrom) const {
+void FileSystem::WriteWhole(const std::string& target, std::string_view bytes,
+                            const std::string& rightsFrom) const {
   const std::string beside = NameBeside(target);
   WriteBeside(target, beside, bytes, rightsFrom);
-  Leftover leftover(beside);
+  RemovedUnlessKept written(beside);
   Step("take name", target);
   os::RenameOver(beside, target);
-  leftover.Keep();
+  written.Keep();
   SyncFolderOf(target);
 }
 
 void FileSystem::ReplaceFile(const std::string& path, std::string_view bytes) const {
   const std::string target = FollowLinks(path);
-  Put(target, bytes, target);
+  WriteWhole(target, bytes, target);
 }
 
 void FileSystem::AppendToFile(const std::string& path, std::string_view bytes) const {
@@ -169,24 +169,25 @@ void FileSystem::CopyFile(const std::string& from, const std::string& to) const 
   const std::string target = Resolve(to);
   if (os::SameFile(source, target))
     throw FileFault(fault::Permission, "copy", source, "source and target are the same file");
-  Put(os::FollowLinks(target), ReadFile(source), source);
+  WriteWhole(os::FollowLinks(target), ReadFile(source), source);
 }
 
 void FileSystem::MoveFile(const std::string& from, const std::string& to) const {
   const std::string source = Resolve(from);
   const std::string target = Resolve(to);
   // A rename that only changes letter case finds the file itself at the target.
-  if (os::Exists(target) && !(source != to && target == source)) throw FileExistsFault(target);
+  const bool isItself = target == source || (!os::kMindsCase && os::SameFile(source, target));
+  if (os::Exists(target) && (source == to || !isItself)) throw FileExistsFault(target);
   const std::string wanted =
-      target == source ? BuildPath(GetParentFolderName(target), GetFileName(to)) : target;
+      isItself ? BuildPath(GetParentFolderName(target), GetFileName(to)) : target;
   Step("move", source);
   if (!os::RenameNew(source, wanted)) {
     const std::string bytes = ReadFile(source);
     const std::string beside = NameBeside(wanted);
     WriteBeside(wanted, beside, bytes, source);
-    Leftover leftover(beside);
+    RemovedUnlessKept written(beside);
     if (!os::RenameNew(beside, wanted)) throw InvalidCallFault();
-    leftover.Keep();
+    written.Keep();
     SyncFolderOf(wanted);
     os::DeleteFile(source);
   }

@@ -29,6 +29,8 @@ class FileSystem {
   /** Called before each action that changes the disk or reads a file; a test makes it throw. */
   std::function<void(const FileStep&)> BeforeStep;
 
+  /** Whether names that differ in letter case only are two files on this system. */
+  static bool MindsCase();
   bool FileExists(const std::string& path) const;
   bool FolderExists(const std::string& path) const;
   /** The spelling on disk of `path`; of parts that do not exist, the one given. */
@@ -74,7 +76,8 @@ class FileSystem {
   void Step(std::string_view action, const std::string& path) const;
   void WriteBeside(const std::string& path, const std::string& beside, std::string_view bytes,
                    const std::string& rightsFrom) const;
-  void Put(const std::string& target, std::string_view bytes, const std::string& rightsFrom) const;
+  void WriteWhole(const std::string& target, std::string_view bytes,
+                  const std::string& rightsFrom) const;
   void SyncFolderOf(const std::string& path) const;
 };
 

@@ -10,6 +10,9 @@
     failure is a fault that names the path and the system's reason. Only `FileSystem` uses these. */
 namespace rws::os {
 
+/** Whether names that differ in letter case only are two files. */
+extern const bool kMindsCase;
+
 enum class EntryKind { File, Folder, Link, Other };
 
 struct Entry {
@@ -21,6 +24,8 @@ struct Entry {
 bool Stat(const std::string& path, EntryKind& kind);
 /** True if something stands at `path`, a dangling link included. */
 bool Exists(const std::string& path);
+/** `path` with its last name as the disk spells it; something must stand there. */
+std::string Spelling(const std::string& path);
 /** True if both paths lead to the same file on disk. */
 bool SameFile(const std::string& a, const std::string& b);
 /** The file that a link leads to in the end; any other path as it is. */

@@ -16,6 +16,8 @@
 
 namespace rws::os {
 
+const bool kMindsCase = true;
+
 namespace {
 
 [[noreturn]] void Fail(std::string_view action, const std::string& path, int error) {
@@ -89,6 +91,8 @@ bool Exists(const std::string& path) {
   struct stat info;
   return ::lstat(path.c_str(), &info) == 0;
 }
+
+std::string Spelling(const std::string& path) { return path; }
 
 bool SameFile(const std::string& a, const std::string& b) {
   struct stat first, second;

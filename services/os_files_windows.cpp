@@ -1,5 +1,3 @@
-#define NOMINMAX
-#define WIN32_LEAN_AND_MEAN
 #include <windows.h>
 
 #include <algorithm>
@@ -15,6 +13,8 @@
 #undef ReadFile
 
 namespace rws::os {
+
+const bool kMindsCase = false;
 
 namespace {
 
@@ -120,6 +120,16 @@ bool Stat(const std::string& path, EntryKind& kind) {
 bool Exists(const std::string& path) {
   std::error_code error;
   return std::filesystem::exists(std::filesystem::symlink_status(Wide(path), error));
+}
+
+std::string Spelling(const std::string& path) {
+  WIN32_FIND_DATAW found;
+  const HANDLE search = ::FindFirstFileW(Wide(path).c_str(), &found);
+  // A root and a path that ends in a separator have no last name to be found.
+  if (search == INVALID_HANDLE_VALUE) return path;
+  ::FindClose(search);
+  const std::string folder = StripFileName(path), given = path.substr(folder.size());
+  return given == "." || given == ".." ? path : folder + Narrow(found.cFileName);
 }
 
 bool SameFile(const std::string& a, const std::string& b) {

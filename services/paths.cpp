@@ -22,6 +22,11 @@ std::string_view WithoutTrailing(std::string_view path) {
 
 bool IsSeparator(char c) { return c == '\\' || c == '/'; }
 
+bool IsRefusedInName(char c) {
+  return static_cast<unsigned char>(c) < ' ' ||
+         std::string_view("\\/:*?\"<>|").find(c) != std::string_view::npos;
+}
+
 std::string BuildPath(std::string_view folder, std::string_view name) {
   std::string result(folder);
   if (!result.empty() && !IsSeparator(result.back())) result += kSeparator;

@@ -11,6 +11,8 @@ namespace rws {
 extern const char kSeparator;
 
 bool IsSeparator(char c);
+/** A character that no file name can hold on one of the systems. */
+bool IsRefusedInName(char c);
 
 /** `folder` and `name` joined by one separator; an empty folder gives the name. */
 std::string BuildPath(std::string_view folder, std::string_view name);

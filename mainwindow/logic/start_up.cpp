@@ -115,10 +115,6 @@ bool FindGamePath(Document& doc, const Services& services) {
 }
 
 std::string LikelyGameFolder(const Services& services) {
-#ifdef _WIN32
-  (void)services;
-  return "";
-#else
   const std::string home = services.System.HomeFolder();
   for (const char* library :
        {".local/share/Steam/steamapps/common", ".steam/steam/steamapps/common",
@@ -132,7 +128,6 @@ std::string LikelyGameFolder(const Services& services) {
   if (services.Files.FolderExists(prefix)) return prefix;
   const std::string library = BuildPath(home, ".local/share/Steam/steamapps/common");
   return services.Files.FolderExists(library) ? library : "";
-#endif
 }
 
 void ChkComLine(Document& doc, Preferences& prefs, StartArguments& arguments,

@@ -6,6 +6,7 @@
 #include "catalogues/paint_schemes.h"
 #include "catalogues/squadrons.h"
 #include "services/faults.h"
+#include "services/paths.h"
 #include "services/setting_values.h"
 #include "tests/support/doubles.h"
 #include "tests/support/sandbox.h"
@@ -108,7 +109,8 @@ TEST_F(TablesTest, ListsTheSkinsOfEachFolder) {
   EXPECT_EQ(Cat.HighestSkin, 1);
   EXPECT_EQ(Cat.Skins[0].Files, Rows{"default"});
   EXPECT_EQ(Cat.Skins[1].Folder, "Il23.M");
-  EXPECT_EQ(Cat.Skins[1].Path, Box.Path("game/paintschemes/SKINS/Il-2_3.M"));
+  const std::string found = kPosixFiles ? "game/paintschemes/SKINS" : "game/PaintSchemes/SKINS";
+  EXPECT_EQ(Cat.Skins[1].Path, Box.Path(found + "/Il-2_3.M"));
   EXPECT_EQ(Cat.Skins[1].Files, (Rows{"default", "A.bmp", "b.BMP"}));
   Box.Write("game/paintschemes/SKINS/bare/new.bmp", "");
   ReLoadSinglePlaneSkin(Cat, W.Services, 0);
@@ -118,7 +120,8 @@ TEST_F(TablesTest, ListsTheSkinsOfEachFolder) {
 
   // A folder that cannot be read keeps "default".
   W.Services.Files.BeforeStep = [](const FileStep& step) {
-    if (step.Path.ends_with("/bare")) throw Fault(fault::Permission, "no ");
+    if (step.Path.ends_with(kSeparator + std::string("bare")))
+      throw Fault(fault::Permission, "no ");
   };
   LoadPlaneSkins(W.Doc, Cat, W.Services);
   EXPECT_EQ(Cat.Skins[0].Files, Rows{"default"});

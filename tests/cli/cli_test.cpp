@@ -1,9 +1,5 @@
 #include <gtest/gtest.h>
 
-#ifndef _WIN32
-#include <sys/wait.h>
-#endif
-
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
@@ -13,6 +9,7 @@
 #include "services/text.h"
 #include "tests/support/doubles.h"
 #include "tests/support/places.h"
+#include "tests/support/run_cli.h"
 #include "tests/support/sandbox.h"
 
 namespace rws {
@@ -29,16 +26,10 @@ const std::string kMission = test::CrlfText(
 class Cli : public testing::Test {
  protected:
   int Run(const std::string& arguments) {
-    const std::string command = "cd \"" + box_.Path() + "\" && \"" + test::CliProgram() + "\" " +
-                                arguments + " > out.txt 2> err.txt";
-    const int status = std::system(command.c_str());
+    const int code = test::RunCli(box_.Path(), arguments);
     out_ = box_.Read("out.txt");
     err_ = box_.Read("err.txt");
-#ifdef _WIN32
-    return status;
-#else
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-#endif
+    return code;
   }
 
   test::Sandbox box_;
@@ -76,14 +67,14 @@ TEST_F(Cli, RewriteGivesWhatAnUpdateWouldWrite) {
   std::replace(broken.begin(), broken.end(), '\r', '\n');
   for (const std::string& bytes : {kMission, broken}) {
     const std::string path = box_.Write("a.mis", bytes);
-    const auto time = std::filesystem::last_write_time(path);
+    const auto time = std::filesystem::last_write_time(test::ToFsPath(path));
     ASSERT_EQ(Run("rewrite a.mis --output out.mis"), 0) << err_;
     EXPECT_EQ(out_ + err_, "");
     EXPECT_EQ(box_.Read("out.mis"), kMission);
     ASSERT_EQ(Run("show a.mis"), 0) << err_;
     EXPECT_EQ(Json::parse(out_)["Lines"].size(), 18U);
     EXPECT_EQ(box_.Read("a.mis"), bytes);
-    EXPECT_EQ(std::filesystem::last_write_time(path), time);
+    EXPECT_EQ(std::filesystem::last_write_time(test::ToFsPath(path)), time);
   }
 }
 
@@ -96,6 +87,9 @@ TEST_F(Cli, NamesOfAnyKindAreFiles) {
   EXPECT_TRUE(box_.Exists("out.mis"));
   EXPECT_EQ(Run("show \"coop Dogfight, med, Japanese D3A1.Mis\""), 0) << err_;
   EXPECT_EQ(Json::parse(out_)["BaseName"], "coop Dogfight, med, Japanese D3A1");
+  box_.Write("\xC3\xA9\xD0\x96.mis", kMission);
+  EXPECT_EQ(Run("show \xC3\xA9\xD0\x96.mis"), 0) << err_;
+  EXPECT_EQ(Json::parse(out_)["Loaded"], true);
 }
 
 TEST_F(Cli, ExitsWithOneOrTwo) {
@@ -120,12 +114,12 @@ TEST_F(Cli, ExitsWithOneOrTwo) {
   EXPECT_EQ(Json::parse(out_)["BaseName"], "a");
 }
 
-#ifndef _WIN32
 TEST_F(Cli, FindsItsTablesWhenCalledThroughTheSearchPathAndALink) {
+  if (!test::kPosixFiles) GTEST_SKIP() << test::kNeedsPosixFiles;
   box_.Write("lib/RWS_Maps.txt", "Moscow winter,moscow/sload.ini\r\n");
   box_.MakeFolder("bin");
   std::filesystem::copy_file(test::CliProgram(), box_.Path("lib/rws-cli"));
-  std::filesystem::create_symlink("../lib/rws-cli", box_.Path("bin/rws-cli"));
+  box_.Link("bin/rws-cli", "lib/rws-cli");
   box_.Write("a.mis", kMission);
   ASSERT_EQ(
       std::system(
@@ -133,20 +127,24 @@ TEST_F(Cli, FindsItsTablesWhenCalledThroughTheSearchPathAndALink) {
       0);
   EXPECT_EQ(Json::parse(box_.Read("out.txt"))["MapName"], "Moscow winter");
 }
-#endif
 
 TEST_F(Cli, RefusesToReplaceTheMissionItself) {
-  const std::string path = box_.Write("a.mis", kMission);
+  box_.Write("a.mis", kMission);
   box_.MakeFolder("sub");
-  std::filesystem::create_symlink(path, box_.Path("link.mis"));
-  for (const std::string output : {"a.mis", "A.MIS", "./a.mis", "sub/../a.mis", "link.mis"}) {
+  std::vector<std::string> same = {"a.mis", "A.MIS", "./a.mis", "sub/../a.mis"};
+  if (test::kPosixFiles) {
+    box_.Link("link.mis", "a.mis");
+    same.push_back("link.mis");
+  }
+  for (const auto& output : same) {
     SCOPED_TRACE(output);
     EXPECT_EQ(Run("rewrite a.mis --output " + output), 2);
     EXPECT_NE(err_.find("would replace the mission itself"), err_.npos);
     EXPECT_EQ(box_.Read("a.mis"), kMission);
     box_.Write("a.mis", kMission);
   }
-  EXPECT_EQ(box_.Names(), "a.mis,err.txt,link.mis,out.txt,sub");
+  EXPECT_EQ(box_.Names(),
+            test::kPosixFiles ? "a.mis,err.txt,link.mis,out.txt,sub" : "a.mis,err.txt,out.txt,sub");
 }
 
 }  // namespace

@@ -198,6 +198,7 @@ TEST(WriteMissionFile, KeepsTheFirstBackupUnderItsPlainName) {
 }
 
 TEST(WriteMissionFile, SavesAndWritesTheFileBehindALink) {
+  if (!test::kPosixFiles) GTEST_SKIP() << test::kNeedsPosixFiles;
   test::Sandbox box;
   World world(box.Path("app"));
   box.MakeFolder("app");

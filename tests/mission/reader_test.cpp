@@ -275,7 +275,7 @@ TEST_F(MissionFolder, ListsItsMissions) {
   EXPECT_EQ(List("m"), "-2704.mis|C.MIS|coop Dogfight, med, Japanese D3A1.Mis|d.mission.mis");
   const Mission& mission = world_.Doc.Missions.at(3);
   EXPECT_EQ(mission.BaseName, "d.mission");
-  EXPECT_EQ(mission.DirPath, box_.Path("m") + "/");
+  EXPECT_EQ(mission.DirPath, box_.Path("m") + kSeparator);
   EXPECT_FALSE(mission.Loaded);
   EXPECT_EQ(List("m", "DOG,2704"), "C.MIS|d.mission.mis");
   EXPECT_EQ(List("m/sub", "inner"), "");
@@ -290,7 +290,7 @@ TEST_F(MissionFolder, ListsItsMissions) {
 TEST_F(MissionFolder, AMissionThatIsGoneEndsTheProgram) {
   const string path = box_.Write("m/a.mis", "[MAIN]\r\n");
   List("m");
-  std::remove(path.c_str());
+  box_.Remove("m/a.mis");
   world_.SettingTexts.clear();
   SetRegValue(world_.Services.Settings, SettingsRoot::CurrentUser, kSetPath, "GamePath",
               string("old"));

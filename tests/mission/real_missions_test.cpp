@@ -10,7 +10,7 @@
 #include "mission/writer.h"
 #include "services/text.h"
 #include "tests/support/doubles.h"
-#include "tests/support/places.h"
+#include "tests/support/run_cli.h"
 #include "tests/support/sandbox.h"
 
 /** Every mission of the folder that RWS_MISSIONS names is read, rewritten, read again and rewritten
@@ -40,10 +40,8 @@ std::string Rewritten(World& world) {
 void ExpectToolAgrees(const fs::path& path, const std::string& rewritten) {
   const std::string before = Bytes(path);
   const test::Sandbox box;
-  const std::string command = "\"" + test::CliProgram() + "\" rewrite \"" + path.string() +
-                              "\" --output \"" + box.Path("out.mis") + "\" 2> \"" +
-                              box.Path("log") + "\"";
-  EXPECT_EQ(std::system(command.c_str()) == 0, rewritten != "<none>");
+  const int code = test::RunCli(box.Path(), "rewrite \"" + path.string() + "\" --output out.mis");
+  EXPECT_EQ(code == 0, rewritten != "<none>");
   EXPECT_TRUE(box.Read("out.mis") == rewritten);
   EXPECT_TRUE(Bytes(path) == before);
 }

@@ -6,6 +6,7 @@
 
 #include "mission/fields.h"
 #include "services/faults.h"
+#include "services/paths.h"
 #include "session/doors.h"
 #include "tests/support/doubles.h"
 #include "tests/support/sandbox.h"
@@ -134,7 +135,7 @@ TEST(UpdateChanges, AttemptsTheRestAfterAFailure) {
   for (const std::string name : {"a.mis", "b.mis", "c.mis", "d.mis"}) {
     Mission mission;
     mission.FileName = name;
-    mission.DirPath = box.Path() + "/";
+    mission.DirPath = box.Path() + kSeparator;
     mission.Lines = LineArray::FromFile(test::CrlfText("[MAIN]|  army 1|[Wing]|[x_Way]|[e]"));
     mission.Loaded = name != "a.mis";  // that one cannot be built
     mission.Modified = name != "d.mis";
@@ -161,7 +162,7 @@ TEST(UpdateChanges, AttemptsTheRestAfterAFailure) {
   world.Doc.Missions.erase(world.Doc.Missions.begin(), world.Doc.Missions.begin() + 2);
   world.Doc.Missions[0].Modified = true;
   EXPECT_TRUE(UpdateChanges(world.Doc, world.Services, world.Prefs, world.Shown));
-  std::remove(box.Path("c.mis").c_str());
+  box.Remove("c.mis");
   world.Doc.Missions[0].Modified = true;
   world.Script.Expect("could not be restored");  // no file is there that could be called restored
   EXPECT_FALSE(UpdateChanges(world.Doc, world.Services, world.Prefs, world.Shown));

@@ -1,9 +1,21 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 
 namespace rws::test {
+
+/** Whether file names are any bytes, their letter case counts, and everybody may make links. */
+#ifdef _WIN32
+inline constexpr bool kPosixFiles = false;
+#else
+inline constexpr bool kPosixFiles = true;
+#endif
+inline constexpr char kNeedsPosixFiles[] = "needs names whose letter case counts, or links";
+
+/** A path text for the standard library, to which a narrow text is UTF-8 on some systems only. */
+std::filesystem::path ToFsPath(const std::string& path);
 
 /** A folder of its own for one test, removed at the end. Its path holds a blank and a byte that is
    no ASCII. */
@@ -14,7 +26,7 @@ class Sandbox {
   Sandbox(const Sandbox&) = delete;
   Sandbox& operator=(const Sandbox&) = delete;
 
-  /** Full path of a name in the sandbox. */
+  /** Full path of a name in the sandbox; "/" in the name stands for the system's separator. */
   std::string Path(std::string_view name = "") const;
   /** Makes a file with this content, and the folders it lies in. */
   std::string Write(std::string_view name, std::string_view bytes) const;
@@ -22,6 +34,11 @@ class Sandbox {
   std::string Read(std::string_view name) const;
   bool Exists(std::string_view name) const;
   void MakeFolder(std::string_view name) const;
+  /** Removes a file. */
+  void Remove(std::string_view name) const;
+  /** Makes a relative link of this name to a file or folder of the sandbox, which need not be
+   * there. */
+  void Link(std::string_view name, std::string_view target) const;
   /** Names in a folder of the sandbox, sorted, joined by ",". */
   std::string Names(std::string_view folder = "") const;
 

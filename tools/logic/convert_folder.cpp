@@ -43,16 +43,16 @@ class Conversion {
   void Convert(std::size_t index, const std::string& mission, const std::string& briefing) {
     const std::string number = FormatNumber(1.0 + static_cast<double>(index), "0#");
     const std::string target = name_.empty() ? GetFileName(mission) : name_ + "-" + number + ".mis";
-    Claim(target);
+    NewPath(target);
     StripPlayerLines(services_, mission, destination_, target);
     if (briefing.empty()) return;
     const std::string copy = name_.empty() ? GetFileName(briefing) : PropertiesPath(target);
-    services_.Files.CopyFile(briefing, Claim(copy));
+    services_.Files.CopyFile(briefing, NewPath(copy));
   }
 
   /** Path of a name in the destination. One that leads back into the source, or to a file that
       this run wrote for another mission, is a fault: it would cost that file. */
-  std::string Claim(const std::string& name) {
+  std::string NewPath(const std::string& name) {
     std::string path = services_.Files.FollowLinks(BuildPath(destination_, name));
     if (services_.Files.IsSameFile(GetParentFolderName(path), source_))
       throw FileFault(fault::Permission, "write", path, "it lies in the folder that is converted");

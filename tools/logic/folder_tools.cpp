@@ -41,11 +41,7 @@ void FileDone(const Services& services, const Progress& progress, std::size_t do
 }
 
 void RequireFileName(const std::string& name) {
-  const auto isRefused = [](char c) {
-    return static_cast<unsigned char>(c) < 0x20 ||
-           std::string_view("\\/:*?\"<>|").find(c) != std::string_view::npos;
-  };
-  if (std::any_of(name.begin(), name.end(), isRefused))
+  if (std::any_of(name.begin(), name.end(), IsRefusedInName))
     throw FileFault(fault::InvalidCall, "use the name", name,
                     "it holds a character that a file name cannot have");
 }

@@ -6,6 +6,7 @@
 
 #include "mission/document.h"
 #include "services/services.h"
+#include "tools/logic/tool_outcome.h"
 
 /** The tools that work on the missions of a folder in bulk, and those that rename one. A failure is
     told in the status bar and ends the tool where it stands; nothing is undone, and no file is ever
@@ -13,20 +14,9 @@
     when the program is to close. */
 namespace rws {
 
-enum class ToolOutcome {
-  Nothing,
-  /** The row of the current mission shows `Text`. */
-  RowText,
-  /** Files have other names now; every row shows its `BaseName` anew. */
-  Rows,
-  /** The files of the directory must be reread. */
-  Reread,
-  /** The directory `Text` takes the place of the current one, which is then read. */
-  GoToFolder
-};
-
 struct ToolResult {
   ToolOutcome Outcome = ToolOutcome::Nothing;
+  /** The text of the row or the directory, if the outcome is one of these. */
   std::string Text;
 };
 

@@ -10,8 +10,8 @@ namespace rws {
 namespace {
 
 template <class Body>
-FileOutcome Outcome(const Services& services, Body&& body) {
-  FileOutcome outcome = FileOutcome::Failed;
+ToolOutcome Outcome(const Services& services, Body&& body) {
+  ToolOutcome outcome = ToolOutcome::Nothing;
   NoticeAndLeave(services, [&] { outcome = body(); });
   return outcome;
 }
@@ -26,10 +26,12 @@ bool IsOfAnotherMission(const Services& services, const std::string& mission,
   return services.Files.FileExists(owner) && !services.Files.IsSameFile(owner, mission);
 }
 
-/** Refuses a target that the save dialog did not ask about: it knows the name only as spelled. */
+/** Refuses a target that the save dialog did not ask about: where letter case counts, it knows the
+    name only as spelled. */
 void RefuseOtherSpelling(const Services& services, const std::string& target) {
   const std::string found = services.Files.Resolve(target);
-  if (found != target && services.Files.FileExists(found)) throw FileExistsFault(found);
+  if (FileSystem::MindsCase() && found != target && services.Files.FileExists(found))
+    throw FileExistsFault(found);
 }
 
 void CopyProperties(const Services& services, const std::string& properties,
@@ -73,7 +75,7 @@ void RequireFolder(const Services& services, const std::string& folder) {
   if (!services.Files.FolderExists(folder)) throw PathNotFoundFault(folder);
 }
 
-FileOutcome SaveMissionAs(const Document& doc, const Services& services) {
+ToolOutcome SaveMissionAs(const Document& doc, const Services& services) {
   return Outcome(services, [&] {
     const std::string path = CurrentMissionPath(doc);
     const Mission& mission = CurrentMissionRecord(doc);
@@ -81,38 +83,38 @@ FileOutcome SaveMissionAs(const Document& doc, const Services& services) {
         ReadSetting(services.Settings, setting::LastSavAsPath, mission.DirPath);
     const std::string target =
         GetSaveFile(services, "SaveAs", mission.FileName, "Mission Files |*.mis", start);
-    if (target.empty()) return FileOutcome::Unchanged;
+    if (target.empty()) return ToolOutcome::Cancelled;
     RequireFolder(services, GetParentFolderName(target));
     RefuseOtherSpelling(services, target);
     services.Files.CopyFile(path, target);
     CopyProperties(services, ExistingProperties(services, path), target);
     WriteSetting(services.Settings, setting::LastSavAsPath, StripFileName(target));
-    return FileOutcome::Reread;
+    return ToolOutcome::Reread;
   });
 }
 
-FileOutcome DeleteMission(const Document& doc, const Services& services) {
+ToolOutcome DeleteMission(const Document& doc, const Services& services) {
   return Outcome(services, [&] {
     const std::string path = CurrentMissionPath(doc);
     const Answer answer =
         services.Ask.MsgBox("Are you sure you want to delete\n" + GetBaseName(path) + "?",
                             Buttons::YesNo, Icon::Exclamation, "Confirm Delete");
-    if (answer != Answer::Yes) return FileOutcome::Unchanged;
+    if (answer != Answer::Yes) return ToolOutcome::Cancelled;
     const std::string properties = ExistingProperties(services, path);
     services.Files.DeleteFile(path);
     if (!properties.empty()) services.Files.DeleteFile(properties);
-    return FileOutcome::Reread;
+    return ToolOutcome::Reread;
   });
 }
 
-FileOutcome MoveMission(const Document& doc, const Services& services) {
+ToolOutcome MoveMission(const Document& doc, const Services& services) {
   return Outcome(services, [&] {
     const std::string path = CurrentMissionPath(doc);
     const std::string start =
         ReadSetting(services.Settings, setting::LastMovePath, CurrentMissionRecord(doc).DirPath);
     const std::string target =
         GetFolder(services, "Select a directory to move the mission to", true, start);
-    if (target.empty()) return FileOutcome::Unchanged;
+    if (target.empty()) return ToolOutcome::Cancelled;
     RequireFolder(services, target);
     const std::string properties = ExistingProperties(services, path);
     const std::string name = GetFileName(path);
@@ -120,7 +122,7 @@ FileOutcome MoveMission(const Document& doc, const Services& services) {
     if (!properties.empty())
       services.Files.MoveFile(properties, BuildPath(target, PropertiesPath(name)));
     WriteSetting(services.Settings, setting::LastMovePath, target);
-    return FileOutcome::Reread;
+    return ToolOutcome::Reread;
   });
 }
 

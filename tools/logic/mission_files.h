@@ -5,21 +5,13 @@
 
 #include "mission/document.h"
 #include "services/services.h"
+#include "tools/logic/tool_outcome.h"
 
 /** What the menu of the mission list does to the files of the current mission. A mission takes its
     briefing, the ".properties" file beside it, along. The files are taken as they stand on disk:
     unsaved edits are neither asked about nor written. A failure is told in the status bar, ends the
     operation where it stands and undoes nothing. */
 namespace rws {
-
-enum class FileOutcome {
-  /** Told already; the window stays as it is. */
-  Failed,
-  /** The user cancelled. */
-  Unchanged,
-  /** The files of the directory have changed and must be reread. */
-  Reread
-};
 
 /** Full path of the current mission; "" when the list holds none. */
 std::string CurrentMissionPath(const Document& doc);
@@ -40,12 +32,12 @@ std::string ExistingProperties(const Services& services, const std::string& miss
 void RequireFolder(const Services& services, const std::string& folder);
 
 /** Copies the mission under a name that the user chooses. */
-FileOutcome SaveMissionAs(const Document& doc, const Services& services);
+ToolOutcome SaveMissionAs(const Document& doc, const Services& services);
 
 /** Deletes the mission for good when the user agrees. */
-FileOutcome DeleteMission(const Document& doc, const Services& services);
+ToolOutcome DeleteMission(const Document& doc, const Services& services);
 
 /** Moves the mission to a folder that the user chooses; never over an existing file. */
-FileOutcome MoveMission(const Document& doc, const Services& services);
+ToolOutcome MoveMission(const Document& doc, const Services& services);
 
 }  // namespace rws

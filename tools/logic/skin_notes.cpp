@@ -56,12 +56,7 @@ SchemeList ListSchemes(const Catalogues& catalogues, std::string_view className)
 std::string SideFile(const Services& services, std::string_view imagesPath,
                      std::string_view planeName) {
   std::string name = services.Page.ToUtf8(planeName);
-  std::replace_if(
-      name.begin(), name.end(),
-      [](char c) {
-        return IsControl(c) || std::string_view("\\/:*?\"<>|").find(c) != std::string_view::npos;
-      },
-      '_');
+  std::replace_if(name.begin(), name.end(), IsRefusedInName, '_');
   return BuildPath(imagesPath, name + ".ini");
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "services/paths.h"
 #include "services/setting_values.h"
 #include "tests/support/doubles.h"
 #include "tests/support/sandbox.h"
@@ -45,11 +46,12 @@ TEST_F(StartUp, GivingUpWritesNoGamePath) {
 TEST_F(StartUp, TheBrowserBeginsAtALikelyPlace) {
   W.Services.System.HomeFolder = [this] { return Box.Path("home"); };
   EXPECT_EQ(LikelyGameFolder(W.Services), "");
+  const std::string home = Box.Path("home") + kSeparator;
   Box.MakeFolder("home/.wine/drive_c");
-  EXPECT_EQ(LikelyGameFolder(W.Services), Box.Path("home/.wine/drive_c"));
-  const char steam[] = "home/.local/share/Steam/steamapps/common/IL 2 Sturmovik 1946";
-  Box.MakeFolder(steam);
-  EXPECT_EQ(LikelyGameFolder(W.Services), Box.Path(steam));
+  EXPECT_EQ(LikelyGameFolder(W.Services), home + ".wine/drive_c");
+  const std::string steam = ".local/share/Steam/steamapps/common";
+  Box.MakeFolder("home/" + steam + "/IL 2 Sturmovik 1946");
+  EXPECT_EQ(LikelyGameFolder(W.Services), home + steam + kSeparator + "IL 2 Sturmovik 1946");
 }
 
 TEST_F(StartUp, TheCommandLineNamesADirectoryOrAMission) {

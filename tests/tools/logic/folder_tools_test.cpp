@@ -2,18 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <deque>
-#include <filesystem>
 #include <functional>
 
-#include "mission/reader.h"
-#include "services/faults.h"
 #include "services/paths.h"
+#include "services/pickers.h"
 #include "services/setting_values.h"
 #include "services/text.h"
-#include "tests/support/doubles.h"
-#include "tests/support/sandbox.h"
+#include "tests/support/desk.h"
+#include "tests/support/failing_step.h"
 
 namespace rws {
 namespace {
@@ -21,13 +18,11 @@ namespace {
 using Out = ToolOutcome;
 using Strings = std::vector<std::string>;
 
-/** Files are told as "folder/name=content", joined by "|". */
-struct Desk {
-  explicit Desk(const std::string& files, const std::string& answers = "") {
+/** The tools, on missions whose content was noted, with the answers that the user types. */
+struct Bench : test::Desk {
+  explicit Bench(const std::string& files, const std::string& answers = "") : Desk(files) {
     for (const auto answer : SplitAt(answers, '|')) Answers.emplace_back(answer);
-    for (const std::string folder : {"in", "from", "out"}) Box.MakeFolder(folder);
-    for (const auto file : SplitAt(files, '|'))
-      if (!file.empty()) Box.Write(file.substr(0, file.find('=')), file.substr(file.find('=') + 1));
+    Box.MakeFolder("from");
     World.Services.Ask.InputBox = [this](const std::string& prompt, const std::string& title,
                                          const std::string& initial) {
       Asked.push_back(prompt + "/" + title + "/" + initial);
@@ -35,10 +30,6 @@ struct Desk {
       if (!Answers.empty()) Answers.pop_front();
       return answer == "<cancel>" ? std::nullopt : std::optional(answer);
     };
-    World.Doc.MissionDir = Box.Path("in");
-    GetMissionFiles(World.Doc, World.Services);
-    LoadMissionArray(World.Doc, World.Services);
-    World.Doc.MissionShadow = World.Doc.Missions;
     for (const auto& path : World.Doc.MissionFiles) Contents.push_back(Read(path));
   }
   std::string Read(const std::string& path) const { return FileSystem().ReadFile(path); }
@@ -51,13 +42,6 @@ struct Desk {
       for (const auto* record : {&World.Doc.Missions[i], &World.Doc.MissionShadow[i]})
         EXPECT_EQ(record->FileName + record->BaseName, GetFileName(path) + GetBaseName(path));
     }
-  }
-  std::string Disk(const std::string& folder = "in") const {
-    Strings files;
-    for (const auto& entry : FileSystem().ListFolder(Box.Path(folder)))
-      files.push_back(entry.Name + "=" + Box.Read(folder + "/" + entry.Name));
-    std::sort(files.begin(), files.end());
-    return test::Joined(files);
   }
   ToolResult All() { return RenameAll(World.Doc, World.Services, Told); }
   ToolResult Case(int index) { return RenameCase(World.Doc, World.Services, index); }
@@ -73,10 +57,7 @@ struct Desk {
     World.Script.ExpectPath("Select files to copy", test::Joined(paths));
     return CopyFrom(World.Doc, World.Services, Told);
   }
-  std::string Notices() const { return test::Joined(World.Script.Notices); }
 
-  test::Sandbox Box;
-  test::World World;
   Progress Told;
   std::deque<std::string> Answers;
   Strings Asked, Contents;
@@ -125,12 +106,12 @@ TEST(FolderTools, MissionsAreRenamedAndNoneIsReplaced) {
        "a.properties=P|b.mistmp=1|b.propertiestmp=X", "b.propertiestmp", "b"},
       {pair + "|in/b.mis=X", "b", 0, Out::RowText, "b.mis=X|b.mistmp=1|b.properties=P", "b.mis",
        "b"}};
-#ifndef _WIN32
-  rows.push_back({"in/A.mis=1|in/a.mis=2|in/a.properties=B", "n|1", kAll, Out::Reread,
-                  "n01.mis=1|n02.mis=2|n02.properties=B"});
-  rows.push_back({"in/A.mis=1|in/a.mis=2|in/a.properties=P", "", 1, Out::RowText,
-                  "A.mistmp=1|a.mis=2|a.properties=P", stays, "A"});
-#endif
+  if (test::kPosixFiles) {
+    rows.push_back({"in/A.mis=1|in/a.mis=2|in/a.properties=B", "n|1", kAll, Out::Reread,
+                    "n01.mis=1|n02.mis=2|n02.properties=B"});
+    rows.push_back({"in/A.mis=1|in/a.mis=2|in/a.properties=P", "", 1, Out::RowText,
+                    "A.mistmp=1|a.mis=2|a.properties=P", stays, "A"});
+  }
   const std::string single = "Enter the new name for a/RWS Edit/a",
                     all =
                         "Enter the new mission name.\nThe format will be - NewNameXX.\nWhere XX "
@@ -138,7 +119,7 @@ TEST(FolderTools, MissionsAreRenamedAndNoneIsReplaced) {
                         "number./RWS Edit/1";
   for (const auto& row : rows) {
     SCOPED_TRACE(row.Files + " " + row.Answers + " " + std::to_string(row.Index));
-    Desk desk(row.Files, row.Answers);
+    Bench desk(row.Files, row.Answers);
     const auto result = row.Index == kAll ? desk.All() : desk.Case(row.Index);
     EXPECT_TRUE(result.Outcome == row.Outcome) << static_cast<int>(result.Outcome);
     EXPECT_EQ(result.Text, row.Text);
@@ -161,11 +142,9 @@ TEST(FolderTools, TheCaseOfANameFollowsItsLetters) {
                            {"ÄRA éTÉ ЖУК", 1, "Ära Été Жук"},
                            {"AB", 2, "ab"},
                            {"aßÿž÷ώ", 3, "AßŸŽ÷Ώ"}};
-#ifndef _WIN32
-  rows.push_back({"\xFF\x41", 2, "\xFF\x61"});
-#endif
+  if (test::kPosixFiles) rows.push_back({"\xFF\x41", 2, "\xFF\x61"});
   for (const auto& [base, index, name] : rows) {
-    Desk desk("in/" + base + ".mis=1|in/" + base + ".properties=P");
+    Bench desk("in/" + base + ".mis=1|in/" + base + ".properties=P");
     EXPECT_EQ(desk.Case(index).Text, name);
     EXPECT_EQ(desk.Disk(), name + ".mis=1|" + name + ".properties=P");
     desk.ExpectFollowed();
@@ -187,33 +166,32 @@ TEST(FolderTools, AFolderIsConvertedWithoutItsPlayers) {
       {"n", "b.mis=X|n-01.mis=" + clean + "|n-01.properties=P|n-02.mis=" + army +
                 "|n-02.properties=C|n-03.mis=" + rest}};
   for (const auto& [typed, disk] : rows) {
-    Desk desk(from, typed);
+    Bench desk(from, typed);
     const std::string before = desk.Disk("from");
     const auto result = desk.Convert();
     EXPECT_TRUE(result.Outcome == Out::GoToFolder && result.Text == desk.Box.Path("out"));
     EXPECT_EQ(desk.Disk("out"), disk) << desk.Notices();
     EXPECT_EQ(desk.Disk("from"), before);
-    EXPECT_EQ(test::Joined(desk.World.Script.StartFolders), "/|" + desk.Box.Path());
+    EXPECT_EQ(test::Joined(desk.World.Script.StartFolders),
+              ExistingFolder(desk.World.Services, "") + "|" + desk.Box.Path());
     EXPECT_EQ(ReadSetting(desk.World.Services.Settings, setting::CampaignPath),
               desk.Box.Path("from"));
   }
   Strings refused = {"from", "FROM", "none"};
-#ifndef _WIN32
-  refused.insert(refused.end(), {"link", "leads"});
-#endif
+  if (test::kPosixFiles) refused.insert(refused.end(), {"link", "leads"});
   for (const auto& to : refused) {
     SCOPED_TRACE(to);
-    Desk desk("from/a.mis=1|from/b.mis=2|from/a.properties=P|leads/x=");
-    if (refused.size() > 3) {
-      std::filesystem::create_symlink(desk.Box.Path("from"), desk.Box.Path("link"));
-      std::filesystem::create_symlink(desk.Box.Path("from/b.mis"), desk.Box.Path("leads/a.mis"));
+    Bench desk("from/a.mis=1|from/b.mis=2|from/a.properties=P|leads/x=");
+    if (test::kPosixFiles) {
+      desk.Box.Link("link", "from");
+      desk.Box.Link("leads/a.mis", "from/b.mis");
     }
     EXPECT_TRUE(desk.Convert(to).Outcome == Out::Nothing);
     EXPECT_EQ(desk.Disk("from"), "a.mis=1|a.properties=P|b.mis=2");
     EXPECT_EQ(desk.World.Script.Notices.size(), 1u);
   }
   for (const std::string stop : {"<cancel>", "a/b"}) {
-    Desk desk("from/a.mis=1", stop);
+    Bench desk("from/a.mis=1", stop);
     EXPECT_TRUE(desk.Convert().Outcome == Out::Nothing);
     EXPECT_EQ(desk.Disk("out"), "");
   }
@@ -232,7 +210,7 @@ TEST(FolderTools, ChosenMissionsAreCopiedAndNoneReplaced) {
         Row{"|in/b.mis=X", "a.mis|B.MIS|a.mis", Out::Nothing, "A.properties=P|a.mis=1|b.mis=X"},
         Row{"|in/a.properties=X", "a.mis|B.MIS", Out::Nothing, "a.mis=1|a.properties=X"}}) {
     SCOPED_TRACE(row.Files + row.Names);
-    Desk desk(from + row.Files);
+    Bench desk(from + row.Files);
     EXPECT_TRUE(desk.Copy(row.Names).Outcome == row.Outcome);
     EXPECT_EQ(desk.Disk(), row.Disk);
     EXPECT_EQ(desk.Notices().empty(), row.Names.empty() || row.Outcome == Out::Reread);
@@ -245,30 +223,22 @@ const std::string kWorld =
 
 struct Tool {
   std::string Answers;
-  std::function<ToolResult(Desk&)> Run;
+  std::function<ToolResult(Bench&)> Run;
 };
 
-const Tool kTools[] = {{"b|1", &Desk::All},
-                       {"n", [](Desk& desk) { return desk.Case(0); }},
-                       {"", [](Desk& desk) { return desk.Case(3); }},
-                       {"", [](Desk& desk) { return desk.Convert(); }},
-                       {"", [](Desk& desk) { return desk.Copy("x.mis|y.mis"); }}};
+const Tool kTools[] = {{"b|1", &Bench::All},
+                       {"n", [](Bench& desk) { return desk.Case(0); }},
+                       {"", [](Bench& desk) { return desk.Case(3); }},
+                       {"", [](Bench& desk) { return desk.Convert(); }},
+                       {"", [](Bench& desk) { return desk.Copy("x.mis|y.mis"); }}};
 
 TEST(FolderTools, AFailureAtAnyStepLosesNothing) {
-  for (const Tool& tool : kTools) {
-    std::string failed = "none yet";
-    for (int n = 1; !failed.empty(); ++n) {
-      Desk desk(kWorld, tool.Answers);
+  for (const Tool& tool : kTools)
+    test::ForEachFailingStep([&](test::FailingStep& step) {
+      Bench desk(kWorld, tool.Answers);
       const std::string from = desk.Disk("from");
-      failed.clear();
-      desk.World.Services.Files.BeforeStep = [&, left = n](const FileStep& step) mutable {
-        if (--left != 0) return;
-        failed = step.Path;
-        throw FileFault(fault::FileIo, step.Action, step.Path, "disk full");
-      };
-      tool.Run(desk);
-      SCOPED_TRACE(tool.Answers + " step " + std::to_string(n) + " " + failed);
-      desk.World.Services.Files.BeforeStep = nullptr;
+      step.During(desk.World.Services.Files, [&] { tool.Run(desk); });
+      SCOPED_TRACE(tool.Answers + " " + step.Path());
       desk.ExpectFollowed();
       EXPECT_EQ(desk.Disk("from"), from);
       const std::string in = desk.Disk("in"), out = desk.Disk("out");
@@ -276,15 +246,14 @@ TEST(FolderTools, AFailureAtAnyStepLosesNothing) {
           << in;
       // Of a numbering only the one that failed stays half way.
       const auto half = in.find("tmp=");
-      EXPECT_TRUE(half == in.npos || !failed.empty()) << in;
+      EXPECT_TRUE(half == in.npos || step.Failed()) << in;
       EXPECT_TRUE(&tool != kTools || half == in.rfind("tmp=")) << in;
       EXPECT_TRUE(Like(out, "x.mis=old|*") || Like(out, "x.mis=3\r\n|*")) << out;
       EXPECT_TRUE(Like(out, "*x.properties=oldX*") || Like(out, "*x.properties=X*")) << out;
       EXPECT_FALSE(Contains(in + out, ".rws")) << "a half-written file";
-      EXPECT_EQ(Contains(desk.Notices(), "disk full"), !failed.empty()) << desk.Notices();
+      EXPECT_EQ(Contains(desk.Notices(), "disk full"), step.Failed()) << desk.Notices();
       EXPECT_EQ(test::Joined(desk.World.Log), "");
-    }
-  }
+    });
 }
 
 TEST(FolderTools, EachFileIsToldAndACloseEndsTheRun) {
@@ -299,7 +268,7 @@ TEST(FolderTools, EachFileIsToldAndACloseEndsTheRun) {
         Row{4, "1/2 ", "in",
             "a.mis=1|a.properties=A|b.mis=2|b.properties=B|x.mis=3\r\n|x.properties=X"}}) {
     SCOPED_TRACE(row.Tool);
-    Desk desk(kWorld, kTools[row.Tool].Answers);
+    Bench desk(kWorld, kTools[row.Tool].Answers);
     std::string told;
     desk.Told = [&](std::size_t done, std::size_t of) {
       told += std::to_string(done) + "/" + std::to_string(of) + " ";

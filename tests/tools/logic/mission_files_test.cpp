@@ -2,45 +2,40 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <functional>
 
-#include "services/faults.h"
 #include "services/paths.h"
 #include "services/setting_values.h"
-#include "tests/support/doubles.h"
-#include "tests/support/sandbox.h"
+#include "services/text.h"
+#include "tests/support/desk.h"
+#include "tests/support/failing_step.h"
 #include "tools/logic/mission_menu.h"
 
 namespace rws {
 namespace {
 
-using Result = FileOutcome;
+using Result = ToolOutcome;
 
-/** A list with one mission and its briefing, and a free folder "out". */
-struct Desk {
-  explicit Desk(const std::string& name = "a.mis", const std::string& folder = "in",
-                const std::string& briefing = "a.properties") {
-    Mission mission;
-    mission.FileName = name;
-    mission.DirPath = Box.Path(folder) + kSeparator;
-    World.Doc.Missions = {mission};
-    World.Doc.MissionFiles = {Box.Write(folder + "/" + name, "M")};
-    if (!briefing.empty()) Box.Write(folder + "/" + briefing, "P");
-    Box.MakeFolder("out");
+/** One mission and its briefing, a game directory, and what the mission menu does. */
+struct Menu : test::Desk {
+  explicit Menu(const std::string& name = "a.mis", const std::string& folder = "in",
+                const std::string& briefing = "a.properties")
+      : Desk(folder + "/" + name + "=M" +
+                 (briefing.empty() ? "" : "|" + folder + "/" + briefing + "=P"),
+             folder) {
     Box.MakeFolder("game/snd");
     World.Doc.GamePath = Box.Path("game");
   }
-  FileOutcome SaveAs(const std::string& target) {
+  ToolOutcome SaveAs(const std::string& target) {
     World.Script.ExpectPath("SaveAs", target.empty() ? "" : Box.Path(target));
     return SaveMissionAs(World.Doc, World.Services);
   }
-  FileOutcome Move(const std::string& target) {
+  ToolOutcome Move(const std::string& target) {
     World.Script.ExpectPath("Select a directory to move the mission to",
                             target.empty() ? "" : Box.Path(target));
     return MoveMission(World.Doc, World.Services);
   }
-  FileOutcome Delete(Answer answer = Answer::Yes) {
+  ToolOutcome Delete(Answer answer = Answer::Yes) {
     World.Script.Expect("Are you sure you want to delete\n", answer);
     return DeleteMission(World.Doc, World.Services);
   }
@@ -51,26 +46,16 @@ struct Desk {
       World.Script.ExpectPath("Select destination to copy sound file to", target);
     return AddSoundFile(World.Doc, World.Services);
   }
-  Mission& Record() { return World.Doc.Missions[0]; }
-  /** "name=content" of each file, the two folders parted by ";". */
-  std::string Disk(const std::string& folder = "in") const {
-    std::string text;
-    for (const auto& from : {folder, std::string("out")}) {
-      for (const auto& entry : FileSystem().ListFolder(Box.Path(from)))
-        text += entry.Name + "=" + Box.Read(from + "/" + entry.Name) + " ";
-      if (from == folder) text += "; ";
-    }
-    return text;
+  /** The folder and, behind ";", the folder "out". */
+  std::string Both(const std::string& folder = "in") const {
+    return Disk(folder) + ";" + Disk("out");
   }
   std::string Setting(const SettingValue& value) const {
     return ReadSetting(World.Services.Settings, value);
   }
-
-  test::Sandbox Box;
-  test::World World;
 };
 
-const std::string kBoth = "a.mis=M a.properties=P ; ";
+const std::string kBoth = "a.mis=M|a.properties=P;";
 
 TEST(MissionFiles, TakeTheirBriefingAlong) {
   struct Row {
@@ -84,21 +69,21 @@ TEST(MissionFiles, TakeTheirBriefingAlong) {
         Row{"in.misc", "a.mis", "a.properties", false},
         Row{"in", "A.MIS", "A.properties", false}}) {
     SCOPED_TRACE(row.Folder + "/" + row.Name);
-    const std::string mission = row.Name + "=M ";
-    const std::string briefing = row.Briefing.empty() ? "" : row.Briefing + "=P ";
-    const std::string stays = row.Taken ? "" : briefing, goes = row.Taken ? briefing : "";
-    Desk moved(row.Name, row.Folder, row.Briefing), saved(row.Name, row.Folder, row.Briefing),
+    const std::string mission = row.Name + "=M";
+    const std::string briefing = row.Briefing.empty() ? "" : row.Briefing + "=P";
+    const std::string both = briefing.empty() ? mission : mission + "|" + briefing;
+    const std::string stays = row.Taken ? "" : briefing;
+    Menu moved(row.Name, row.Folder, row.Briefing), saved(row.Name, row.Folder, row.Briefing),
         deleted(row.Name, row.Folder, row.Briefing);
     EXPECT_EQ(moved.Move("out"), Result::Reread);
-    EXPECT_EQ(moved.Disk(row.Folder), stays + "; " + mission + goes);
+    EXPECT_EQ(moved.Both(row.Folder), stays + ";" + (row.Taken ? both : mission));
     EXPECT_EQ(moved.Setting(setting::LastMovePath), moved.Box.Path("out"));
     EXPECT_EQ(saved.SaveAs("out/n.mis"), Result::Reread);
-    EXPECT_EQ(saved.Disk(row.Folder),
-              mission + briefing + "; n.mis=M " + (row.Taken ? "n.properties=P " : ""));
+    EXPECT_EQ(saved.Both(row.Folder), both + ";n.mis=M" + (row.Taken ? "|n.properties=P" : ""));
     EXPECT_EQ(saved.Setting(setting::LastSavAsPath), saved.Box.Path("out") + kSeparator);
     EXPECT_EQ(saved.World.Script.StartFolders[0], saved.Box.Path(row.Folder) + kSeparator);
     EXPECT_EQ(deleted.Delete(), Result::Reread);
-    EXPECT_EQ(deleted.Disk(row.Folder), stays + "; ");
+    EXPECT_EQ(deleted.Both(row.Folder), stays + ";");
     const auto& box = deleted.World.Script.Boxes[0];
     EXPECT_EQ(box.Text, "Are you sure you want to delete\n" + GetBaseName(row.Name) + "?");
     EXPECT_TRUE(box.Buttons == Buttons::YesNo && box.Icon == Icon::Exclamation);
@@ -107,41 +92,36 @@ TEST(MissionFiles, TakeTheirBriefingAlong) {
 }
 
 TEST(MissionFiles, AFailureAtAnyStepLeavesWholeFilesAndIsTold) {
-  const std::string old = "old.mis=old old.properties=oldP ", start = kBoth + old;
+  const std::string old = "old.mis=old|old.properties=oldP", start = kBoth + old;
   struct Row {
-    std::function<FileOutcome(Desk&)> Run;
+    std::function<ToolOutcome(Menu&)> Run;
     /** What may stand, in this order. */
     std::vector<std::string> Stages;
   };
   const Row rows[] = {
-      {[](Desk& desk) { return desk.SaveAs("out/old.mis"); },
-       {start, kBoth + "old.mis=M old.properties=oldP ", kBoth + "old.mis=M old.properties=P "}},
-      {[](Desk& desk) { return desk.Move("out"); },
-       {start, "a.properties=P ; a.mis=M " + old, "; a.mis=M a.properties=P " + old}},
-      {[](Desk& desk) { return desk.Delete(); }, {start, "a.properties=P ; " + old, "; " + old}}};
+      {[](Menu& desk) { return desk.SaveAs("out/old.mis"); },
+       {start, kBoth + "old.mis=M|old.properties=oldP", kBoth + "old.mis=M|old.properties=P"}},
+      {[](Menu& desk) { return desk.Move("out"); },
+       {start, "a.properties=P;a.mis=M|" + old, ";a.mis=M|a.properties=P|" + old}},
+      {[](Menu& desk) { return desk.Delete(); }, {start, "a.properties=P;" + old, ";" + old}}};
   for (const auto& row : rows)
     for (const std::string reason : {"disk full", "not permitted"}) {
       std::size_t stage = 0;
-      std::string failed = "none yet";
-      for (int n = 1; !failed.empty(); ++n) {
-        Desk desk;
+      test::ForEachFailingStep([&](test::FailingStep& step) {
+        Menu desk;
         desk.Box.Write("out/old.mis", "old");
         desk.Box.Write("out/old.properties", "oldP");
-        failed.clear();
-        desk.World.Services.Files.BeforeStep = [&, left = n](const FileStep& step) mutable {
-          if (--left != 0) return;
-          failed = step.Path;
-          throw FileFault(fault::FileIo, step.Action, step.Path, reason);
-        };
-        const auto outcome = row.Run(desk);
-        EXPECT_EQ(outcome, failed.empty() ? Result::Reread : Result::Failed);
-        while (stage < row.Stages.size() && desk.Disk() != row.Stages[stage]) ++stage;
-        ASSERT_LT(stage, row.Stages.size()) << n << " " << failed << ": " << desk.Disk();
-        const std::string notices = test::Joined(desk.World.Script.Notices);
-        EXPECT_EQ(notices.find(reason) != notices.npos, !failed.empty()) << notices;
-        EXPECT_NE(notices.find(failed), notices.npos) << notices;
+        Result outcome{};
+        step.During(
+            desk.World.Services.Files, [&] { outcome = row.Run(desk); }, reason);
+        EXPECT_EQ(outcome, step.Failed() ? Result::Nothing : Result::Reread);
+        while (stage < row.Stages.size() && desk.Both() != row.Stages[stage]) ++stage;
+        ASSERT_LT(stage, row.Stages.size()) << step.Path() << ": " << desk.Both();
+        const std::string notices = desk.Notices();
+        EXPECT_EQ(Contains(notices, reason), step.Failed()) << notices;
+        EXPECT_TRUE(Contains(notices, step.Path())) << notices;
         EXPECT_EQ(test::Joined(desk.World.Log), "");
-      }
+      });
       EXPECT_EQ(stage, row.Stages.size() - 1);
     }
 }
@@ -149,72 +129,71 @@ TEST(MissionFiles, AFailureAtAnyStepLeavesWholeFilesAndIsTold) {
 TEST(MissionFiles, RefuseWhatWouldCostAFile) {
   struct Row {
     std::string Name, Existing, Notice, Disk;
-    std::function<FileOutcome(Desk&)> Run;
+    std::function<ToolOutcome(Menu&)> Run;
   };
-  const auto gone = [](Desk& desk) -> Desk& {
+  const auto gone = [](Menu& desk) -> Menu& {
     desk.World.Services.Files.DeleteFile(desk.World.Doc.MissionFiles[0]);
     return desk;
   };
-  const std::string left = "a.properties=P ; b.mis=X ";
+  const std::string left = "a.properties=P;b.mis=X";
   std::vector<Row> rows = {
-      {"own name", "", "same file", kBoth, [](Desk& d) { return d.SaveAs("in/a.mis"); }},
-      {"to no folder", "", "Path not found", kBoth, [](Desk& d) { return d.SaveAs("no/b.mis"); }},
-      {"move onto itself", "", "already exists", kBoth, [](Desk& d) { return d.Move("in"); }},
-      {"move to no folder", "", "Path not found", kBoth, [](Desk& d) { return d.Move("no"); }},
-      {"mission stands", "out/a.mis", "already exists", kBoth + "a.mis=X ",
-       [](Desk& d) { return d.Move("out"); }},
+      {"own name", "", "same file", kBoth, [](Menu& d) { return d.SaveAs("in/a.mis"); }},
+      {"to no folder", "", "Path not found", kBoth, [](Menu& d) { return d.SaveAs("no/b.mis"); }},
+      {"move onto itself", "", "already exists", kBoth, [](Menu& d) { return d.Move("in"); }},
+      {"move to no folder", "", "Path not found", kBoth, [](Menu& d) { return d.Move("no"); }},
+      {"mission stands", "out/a.mis", "already exists", kBoth + "a.mis=X",
+       [](Menu& d) { return d.Move("out"); }},
       {"briefing stands", "out/a.properties", "already exists",
-       "a.properties=P ; a.mis=M a.properties=X ", [](Desk& d) { return d.Move("out"); }},
+       "a.properties=P;a.mis=M|a.properties=X", [](Menu& d) { return d.Move("out"); }},
       {"gone, save", "out/b.mis", "not found", left,
-       [&](Desk& d) { return gone(d).SaveAs("out/b.mis"); }},
-      {"gone, move", "out/b.mis", "not found", left, [&](Desk& d) { return gone(d).Move("out"); }},
-      {"gone, delete", "out/b.mis", "not found", left, [&](Desk& d) { return gone(d).Delete(); }}};
-#ifndef _WIN32
-  const auto link = [](Desk& desk) -> Desk& {
-    std::filesystem::create_symlink(desk.Box.Path("in/a.mis"), desk.Box.Path("out/l.mis"));
+       [&](Menu& d) { return gone(d).SaveAs("out/b.mis"); }},
+      {"gone, move", "out/b.mis", "not found", left, [&](Menu& d) { return gone(d).Move("out"); }},
+      {"gone, delete", "out/b.mis", "not found", left, [&](Menu& d) { return gone(d).Delete(); }}};
+  rows.push_back({"own name in another case", "",
+                  test::kPosixFiles ? "already exists" : "same file", kBoth,
+                  [](Menu& d) { return d.SaveAs("in/A.mis"); }});
+  const auto link = [](Menu& desk) -> Menu& {
+    desk.Box.Link("out/l.mis", "in/a.mis");
     return desk;
   };
-  rows.push_back({"through a link", "", "same file", kBoth + "l.mis=M ",
-                  [&](Desk& d) { return link(d).SaveAs("out/l.mis"); }});
-  rows.push_back({"own name in another case", "", "already exists", kBoth,
-                  [](Desk& d) { return d.SaveAs("in/A.mis"); }});
-  rows.push_back({"a spelling the dialog did not ask about", "out/B.mis", "already exists",
-                  kBoth + "B.mis=X ", [](Desk& d) { return d.SaveAs("out/b.mis"); }});
-#endif
+  if (test::kPosixFiles) {
+    rows.push_back({"through a link", "", "same file", kBoth + "l.mis=M",
+                    [&](Menu& d) { return link(d).SaveAs("out/l.mis"); }});
+    rows.push_back({"a spelling the dialog did not ask about", "out/B.mis", "already exists",
+                    kBoth + "B.mis=X", [](Menu& d) { return d.SaveAs("out/b.mis"); }});
+  }
   for (const auto& row : rows) {
     SCOPED_TRACE(row.Name);
-    Desk desk;
+    Menu desk;
     if (!row.Existing.empty()) desk.Box.Write(row.Existing, "X");
-    EXPECT_EQ(row.Run(desk), Result::Failed);
-    EXPECT_EQ(desk.Disk(), row.Disk);
-    const std::string notices = test::Joined(desk.World.Script.Notices);
-    EXPECT_NE(notices.find(row.Notice), notices.npos) << notices;
+    EXPECT_EQ(row.Run(desk), Result::Nothing);
+    EXPECT_EQ(desk.Both(), row.Disk);
+    EXPECT_TRUE(Contains(desk.Notices(), row.Notice)) << desk.Notices();
     EXPECT_EQ(desk.Setting(setting::LastSavAsPath) + desk.Setting(setting::LastMovePath), "");
   }
 }
 
 TEST(MissionFiles, CancelAndAnEmptyListChangeNothing) {
-  Desk desk;
-  EXPECT_TRUE(desk.SaveAs("") == Result::Unchanged && desk.Move("") == Result::Unchanged &&
-              desk.Delete(Answer::No) == Result::Unchanged);
+  Menu desk;
+  EXPECT_TRUE(desk.SaveAs("") == Result::Cancelled && desk.Move("") == Result::Cancelled &&
+              desk.Delete(Answer::No) == Result::Cancelled);
   desk.World.Doc.MissionFiles.clear();
   desk.World.Doc.Missions.clear();
-  EXPECT_TRUE(desk.SaveAs("out/b.mis") == Result::Failed && desk.Move("out") == Result::Failed &&
-              desk.Delete() == Result::Failed);
-  EXPECT_EQ(desk.Disk(), kBoth);
+  EXPECT_TRUE(desk.SaveAs("out/b.mis") == Result::Nothing && desk.Move("out") == Result::Nothing &&
+              desk.Delete() == Result::Nothing);
+  EXPECT_EQ(desk.Both(), kBoth);
 }
 
-#ifndef _WIN32
 TEST(MissionFiles, TheBriefingOfAMissionInAnotherCaseIsNotTouched) {
-  Desk desk("a.mis", "in", "A.properties");
+  if (!test::kPosixFiles) GTEST_SKIP() << test::kNeedsPosixFiles;
+  Menu desk("a.mis", "in", "A.properties");
   desk.Box.Write("in/A.mis", "other");
   EXPECT_EQ(desk.Delete(), Result::Reread);
-  EXPECT_EQ(desk.Disk(), "A.mis=other A.properties=P ; ");
+  EXPECT_EQ(desk.Both(), "A.mis=other|A.properties=P;");
 }
-#endif
 
 TEST(MissionMenu, ASoundIsRecordedAndNotCopied) {
-  Desk desk;
+  Menu desk;
   EXPECT_TRUE(desk.AddSound(desk.Box.Path("game/snd/gun.wav")));
   const std::string sound = BuildPath(desk.Box.Path("game"), "snd\\gun.wav");
   EXPECT_EQ(desk.Record().BriefSoundLine, "  briefSound snd/gun.wav");
@@ -238,7 +217,7 @@ TEST(MissionMenu, ASoundIsRecordedAndNotCopied) {
 }
 
 TEST(MissionMenu, TheTextIsShownOrTheReasonTold) {
-  Desk desk("-a b.mis");
+  Menu desk("-a b.mis");
   const std::string path = desk.World.Doc.MissionFiles[0];
   const auto view = [&] { ViewMissionText(desk.World.Doc, desk.World.Services); };
   view();
@@ -247,13 +226,13 @@ TEST(MissionMenu, TheTextIsShownOrTheReasonTold) {
   view();
   desk.World.Services.Files.DeleteFile(path);
   view();
-  EXPECT_EQ(test::Joined(desk.World.Script.Notices),
-            "Cannot open: \"" + path + "\": no text editor could be started|File not found: \"" +
-                path + "\"");
+  EXPECT_EQ(desk.Notices(), "Cannot open: \"" + path +
+                                "\": no text editor could be started|File not found: \"" + path +
+                                "\"");
 }
 
 TEST(MissionMenu, TheBriefingIsOpenedWithWhatTheMissionHas) {
-  Desk desk("-A b.Mis", "In.mis");
+  Menu desk("-A b.Mis", "In.mis");
   desk.Record().CloudHeight = "1500";
   desk.Record().MapName = "Moscow";
   const auto fields = [&](const std::string& clouds, const std::string& time) {

@@ -1,0 +1,62 @@
+#include "tests/support/run_cli.h"
+
+#include "tests/support/places.h"
+#include "tests/support/sandbox.h"
+
+#ifdef _WIN32
+
+#include <windows.h>
+
+namespace rws::test {
+
+namespace {
+
+HANDLE OpenInherited(const std::string& path) {
+  SECURITY_ATTRIBUTES inherited{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+  return ::CreateFileW(ToFsPath(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited,
+                       CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+}  // namespace
+
+int RunCli(const std::string& folder, const std::string& arguments) {
+  STARTUPINFOW start{};
+  start.cb = sizeof(start);
+  start.dwFlags = STARTF_USESTDHANDLES;
+  start.hStdOutput = OpenInherited(folder + "\\out.txt");
+  start.hStdError = OpenInherited(folder + "\\err.txt");
+  std::wstring command = ToFsPath("\"" + CliProgram() + "\" " + arguments).wstring();
+  PROCESS_INFORMATION program{};
+  DWORD code = static_cast<DWORD>(-1);
+  if (::CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                       ToFsPath(folder).c_str(), &start, &program)) {
+    ::WaitForSingleObject(program.hProcess, INFINITE);
+    ::GetExitCodeProcess(program.hProcess, &code);
+    ::CloseHandle(program.hThread);
+    ::CloseHandle(program.hProcess);
+  }
+  ::CloseHandle(start.hStdOutput);
+  ::CloseHandle(start.hStdError);
+  return static_cast<int>(code);
+}
+
+}  // namespace rws::test
+
+#else
+
+#include <sys/wait.h>
+
+#include <cstdlib>
+
+namespace rws::test {
+
+int RunCli(const std::string& folder, const std::string& arguments) {
+  const std::string command =
+      "cd \"" + folder + "\" && \"" + CliProgram() + "\" " + arguments + " > out.txt 2> err.txt";
+  const int status = std::system(command.c_str());
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+}  // namespace rws::test
+
+#endif
