@@ -84,6 +84,47 @@ TEST_F(FlightPanelTest, ABadNumberKeepsTheFocus) {
   EXPECT_EQ(Panel_().txtFuel->text(), "40") << "the record's value is back";
 }
 
+TEST_F(FlightPanelTest, ARefusedNumberSwallowsWhatIsDoneElsewhere) {
+  Box.Write("missions/b.mis", FileText("a"));
+  Open();
+  ClickFlight(kFighter);
+  Window->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(Window.get()));
+  const auto drag = [](QTreeView& list, int from, int to) {
+    const auto at = [&](int row) { return list.visualRect(list.model()->index(row, 0)).center(); };
+    QTest::mousePress(list.viewport(), Qt::LeftButton, {}, at(from));
+    QMouseEvent move(QEvent::MouseMove, at(to), list.viewport()->mapToGlobal(at(to)), Qt::NoButton,
+                     Qt::LeftButton, {});
+    QApplication::sendEvent(list.viewport(), &move);
+    QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, at(to));
+  };
+  const struct {
+    const char* What;
+    std::function<void()> Try;
+  } rows[] = {{"flights", [&] { drag(List(), kBomber, kMystery); }},
+              {"missions", [&] { drag(*Window->lstMission, 1, 0); }},
+              {"double click",
+               [&] { QTest::mouseDClick(List().viewport(), Qt::LeftButton, {}, QPoint(9, 9)); }},
+              {"arrows", [&] { Click(Panel_().udFuel->Up); }},
+              {"arrows of another box", [&] { Click(Panel_().udDStart->Up); }},
+              {"arrow key", [&] { QTest::keyClick(Panel_().txtFuel, Qt::Key_Up); }},
+              {"check box", [&] { Click(Panel_().chkPara); }}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.What);
+    Panel_().txtFuel->setFocus();
+    Panel_().txtFuel->setText("4o");
+    row.Try();
+    EXPECT_TRUE(Panel_().txtFuel->hasFocus());
+    EXPECT_EQ(Panel_().txtFuel->text(), "40");
+    EXPECT_EQ(List().SelectedRows(), QList<int>{kFighter});
+    EXPECT_EQ(Row(), 0);
+    EXPECT_EQ(Doc().CurFlight, kFighterFlight);
+    EXPECT_FALSE(Lit());
+  }
+  drag(List(), kBomber, kMystery);
+  EXPECT_EQ(List().SelectedRows(), (QList<int>{kBomber, kMystery})) << "a good number may be left";
+}
+
 TEST_F(FlightPanelTest, EditsOneFlight) {
   Open();
   ClickFlight(kFighter);
