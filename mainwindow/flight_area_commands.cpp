@@ -73,6 +73,8 @@ void FlightArea::ClickChangeAircraft() {
     if (!change.Done) return;
     PlaneChg(true, index, change.PlayerLost);
     SetModify(session_);
+    if (!change.LoadoutsLost.empty())
+      session_.Services.Ask.Notice(session_.Services.Page.ToUtf8(change.LoadoutsLost));
   });
 }
 
