@@ -150,7 +150,9 @@ TEST_F(FlightPanelTest, AnEditOfAGroupCopiesThePanel) {
   Open();
   SelectFighters();
   const Flight bomber = Record(kBomberFlight);
+  Panel_().txtFuel->setText(QString::fromUtf8("4o\xD0\x96"));
   Panel_().cboSkill->SelectRow(4);
+  EXPECT_EQ(Record(kFighterFlight).Fuel + Record(kLateFighterFlight).Fuel, "4040") << "no number";
   Panel_().cboWeap->SelectRow(1);
   Panel_().txtFuel->setText("65");
   Panel_().txtDStart->setText("15");
@@ -162,6 +164,9 @@ TEST_F(FlightPanelTest, AnEditOfAGroupCopiesThePanel) {
     EXPECT_EQ(flight.Fuel, "65");
     EXPECT_EQ(flight.StartTime, "15");
   }
+  EXPECT_EQ(Panel_().lblDelayStart->text(), "00:03");
+  EXPECT_EQ(DelayColor(), QColor(Qt::red));
+  EXPECT_EQ(Window->staBar->currentMessage(), "");
   EXPECT_EQ(Record(kFighterFlight).Parachute + Record(kLateFighterFlight).Parachute, "0")
       << "of one flight only";
   EXPECT_EQ(Record(kBomberFlight).Fuel, bomber.Fuel);
@@ -172,11 +177,17 @@ TEST_F(FlightPanelTest, AnEditOfAGroupCopiesThePanel) {
   Panel_().txtFuel->setText("30");
   EXPECT_EQ(Record(kBomberFlight).Fuel, "30");
   EXPECT_EQ(Record(kBomberFlight).Weapons, "default") << "not all are one aircraft";
+  EXPECT_EQ(Record(kBomberFlight).Skill, "4");
+  EXPECT_TRUE(Window->staBar->currentMessage().contains("now counts for 1 flight of custom"));
 
   const Flight before = Record(kFighterFlight);
   Panel().dtMission->setTime(QTime(5, 0));
   EXPECT_EQ(Record(kFighterFlight).Fuel, before.Fuel) << "showing a flight applies nothing";
   EXPECT_EQ(Record(kFighterFlight).Weapons, before.Weapons);
+  EXPECT_EQ(Panel_().lblDelayStart->text(), "05:15");
+  EXPECT_EQ(Panel_().cboWeap->currentText(), "2 x Bombs") << "of the group, not of the bomber";
+  EXPECT_FALSE(Panel_().cboWeap->isEnabled() || Panel_().chkAI->isEnabled());
+  EXPECT_EQ(Panel_().title(), "Multiple Select");
 }
 
 TEST_F(FlightPanelTest, AIOnlyAsksBeforeItTakesThePlayer) {
