@@ -1,7 +1,9 @@
 #include "controls/guarded_edit.h"
 
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QFocusEvent>
+#include <QMouseEvent>
 #include <utility>
 
 namespace rws {
@@ -19,8 +21,7 @@ void GuardedEdit::focusOutEvent(QFocusEvent* event) {
   QLineEdit::focusOutEvent(event);
   const bool byMouse = event->reason() == Qt::MouseFocusReason;
   if ((byMouse || event->reason() == Qt::ShortcutFocusReason) && Refuses()) {
-    // The focus has moved, but the press that moved it has not reached its target yet.
-    swallowPress_ = byMouse;
+    refusedPress_ = byMouse;
     return setFocus(Qt::OtherFocusReason);
   }
   qApp->removeEventFilter(this);
@@ -33,16 +34,24 @@ bool GuardedEdit::focusNextPrevChild(bool next) {
 bool GuardedEdit::eventFilter(QObject* watched, QEvent* event) {
   auto* widget = qobject_cast<QWidget*>(watched);
   if (!widget || widget == this || widget->window() != window()) return false;
+  // A button's mnemonic presses it without taking the focus.
+  if (event->type() == QEvent::Shortcut) return Refuses();
+  return SwallowsMouse(event);
+}
+
+bool GuardedEdit::SwallowsMouse(QEvent* event) {
   switch (event->type()) {
     case QEvent::MouseButtonPress:
-      if (!std::exchange(swallowPress_, false)) return false;
-      swallowRelease_ = true;
-      return true;
+    case QEvent::MouseButtonDblClick:
+      swallowing_ = std::exchange(refusedPress_, false) || (hasFocus() && Refuses());
+      return swallowing_;
+    case QEvent::MouseMove:
+      return swallowing_ && static_cast<QMouseEvent*>(event)->buttons() != Qt::NoButton;
     case QEvent::MouseButtonRelease:
-      return std::exchange(swallowRelease_, false);
-    case QEvent::Shortcut:
-      // A button's mnemonic presses it without taking the focus.
-      return Refuses();
+      return swallowing_;
+    case QEvent::ContextMenu:
+      return swallowing_ &&
+             static_cast<QContextMenuEvent*>(event)->reason() == QContextMenuEvent::Mouse;
     default:
       return false;
   }

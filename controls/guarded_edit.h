@@ -5,8 +5,8 @@
 
 namespace rws {
 
-/** A text box that can refuse to be left. The click, key or mnemonic that tried to leave it is
-    swallowed with it. */
+/** A text box that can refuse to be left. What was tried elsewhere in the window is swallowed: a
+    key, a mnemonic, or the mouse from its press to its release, also on what takes no focus. */
 class GuardedEdit : public QLineEdit {
   Q_OBJECT
 
@@ -16,6 +16,8 @@ class GuardedEdit : public QLineEdit {
 
   /** Asked when the box is about to be left; false keeps the focus here. */
   std::function<bool()> MayLeave;
+  /** True if the box is not to be left; asking may have put its text right. */
+  bool Refuses() const { return MayLeave && !MayLeave(); }
 
  protected:
   void focusInEvent(QFocusEvent* event) override;
@@ -24,9 +26,12 @@ class GuardedEdit : public QLineEdit {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  bool Refuses() const { return MayLeave && !MayLeave(); }
+  bool SwallowsMouse(QEvent* event);
 
-  bool swallowPress_ = false, swallowRelease_ = false;
+  /** The press that moved the focus has not reached its target yet. */
+  bool refusedPress_ = false;
+  /** From a refused press on until the next one. */
+  bool swallowing_ = false;
 };
 
 }  // namespace rws

@@ -40,10 +40,12 @@ void LabelButton::paintEvent(QPaintEvent*) {
   QPalette colors = palette();
   if (color_ != LabelColor::Black && isEnabled()) {
     const QColor told = FromBgr(static_cast<std::int32_t>(color_));
-    colors.setColor(QPalette::WindowText, Readable(told, colors.color(QPalette::Window)));
+    const QColor there = colors.color(QPalette::Window), ground = GroundFor(told, there);
+    colors.setColor(QPalette::WindowText, told);
     QFont link = font();
     link.setUnderline(true);
     painter.setFont(link);
+    if (ground != there) painter.fillRect(contentsRect(), ground);
   }
   style()->drawItemText(&painter, contentsRect(), Qt::AlignVCenter | Qt::TextShowMnemonic, colors,
                         isEnabled(), text(), QPalette::WindowText);

@@ -40,6 +40,31 @@ void Apply(QWidget* control, const QColor& text, const QColor& background) {
 
 }  // namespace
 
+QColor GroundFor(const QColor& text, const QColor& there) {
+  // Less than for a page of text: pure red has more on no light background but white.
+  constexpr double kEnough = 3.4;
+  if (Contrast(text, there) >= kEnough) return there;
+  return Contrast(text, Qt::white) >= kEnough ? Qt::white : Qt::black;
+}
+
+void SetToldColor(QWidget& control, std::optional<QColor> told, const QColor& there) {
+  QPalette colors;
+  const QColor ground = told ? GroundFor(*told, there) : there;
+  if (told)
+    for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+      colors.setColor(group, QPalette::WindowText, *told);
+      if (ground != there) colors.setColor(group, QPalette::Window, ground);
+    }
+  control.setPalette(colors);
+  control.setAutoFillBackground(ground != there);
+}
+
+QColor Mixed(const QColor& first, const QColor& second, float share) {
+  const auto part = [share](float a, float b) { return a * share + b * (1 - share); };
+  return QColor::fromRgbF(part(first.redF(), second.redF()), part(first.greenF(), second.greenF()),
+                          part(first.blueF(), second.blueF()));
+}
+
 QColor Readable(QColor text, const QColor& background) {
   constexpr double kEnough = 4.5, kStep = 0.04;
   const double goal = Luminance(background) > 0.18 ? 0 : 1;

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "controls/list_colors.h"
+
 namespace rws {
 
 ReportList::ReportList(QWidget* parent) : QTreeView(parent) {
@@ -34,6 +36,29 @@ void ReportList::SelectOnly(int row) {
   selectionModel()->setCurrentIndex(
       index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   scrollTo(index);
+}
+
+void ReportList::SelectSeveral(const QList<int>& rows, int focused) {
+  QItemSelection selection;
+  for (const int row : rows) selection.select(model()->index(row, 0), model()->index(row, 0));
+  const QModelIndex index = model()->index(focused, 0);
+  selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+  selectionModel()->select(selection,
+                           QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  scrollTo(index);
+}
+
+void ReportList::initViewItemOption(QStyleOptionViewItem* option) const {
+  QTreeView::initViewItemOption(option);
+  if (hasFocus()) return;
+  constexpr float kShare = 0.3F;
+  QPalette& colors = option->palette;
+  for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+    const QColor ground = colors.color(group, QPalette::Base);
+    const QColor lit = colors.color(group, QPalette::Highlight);
+    colors.setColor(group, QPalette::Highlight, Mixed(lit, ground, kShare));
+    colors.setColor(group, QPalette::HighlightedText, colors.color(group, QPalette::Text));
+  }
 }
 
 void ReportList::RememberPress(const QMouseEvent* event) {
@@ -66,6 +91,7 @@ void ReportList::keyReleaseEvent(QKeyEvent* event) {
 
 void ReportList::contextMenuEvent(QContextMenuEvent* event) {
   if (event->reason() != QContextMenuEvent::Keyboard) return;
+  scrollTo(currentIndex());
   Q_EMIT MenuKeyPressed(viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft()));
 }
 

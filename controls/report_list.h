@@ -6,7 +6,8 @@ namespace rws {
 
 /** A list of rows and columns of which several rows can be selected. Rows count from 0. It speaks
    when a button or key is released that went down in it, when the selection is final. A click on a
-    column's header is passed on and sorts nothing by itself. */
+   column's header is passed on and sorts nothing by itself. While another control has the focus the
+    selected rows are muted. */
 class ReportList : public QTreeView {
   Q_OBJECT
 
@@ -19,6 +20,8 @@ class ReportList : public QTreeView {
   QList<int> SelectedRows() const;
   /** Selects one row alone and gives it the focus. */
   void SelectOnly(int row);
+  /** Selects these rows alone; `focused` gets the focus. */
+  void SelectSeveral(const QList<int>& rows, int focused);
 
  Q_SIGNALS:
   /** `row` is the one that the button went down on, or -1. */
@@ -35,6 +38,7 @@ class ReportList : public QTreeView {
   void keyReleaseEvent(QKeyEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
+  void initViewItemOption(QStyleOptionViewItem* option) const override;
 
  private:
   Qt::MouseButton pressedButton_ = Qt::NoButton;

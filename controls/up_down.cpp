@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "controls/guarded_edit.h"
+
 namespace rws {
 
 UpDown::UpDown(int minimum, int maximum, int step, int start, QWidget* parent)
@@ -54,6 +56,10 @@ void UpDown::SetValue(int value) {
 }
 
 void UpDown::StepBy(int steps) {
+  // Its text is put right instead.
+  if (const auto* guarded = qobject_cast<GuardedEdit*>(buddy_.data());
+      guarded && guarded->Refuses())
+    return;
   bool isNumber = false;
   const double shown = buddy_ ? buddy_->text().trimmed().toDouble(&isNumber) : 0;
   const double from = isNumber ? std::clamp(shown, -1e6, 1e6) : value_;

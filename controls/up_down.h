@@ -26,7 +26,8 @@ class UpDown : public QWidget {
   int Value() const { return value_; }
   /** Sets the value, cut to the range; the box is not written. */
   void SetValue(int value);
-  /** Steps from the number in the box, or from the value when the box holds none. */
+  /** Steps from the number in the box, or from the value when the box holds none. A box that may
+     not be left gets its text back instead. */
   void StepBy(int steps);
 
   QToolButton *Up, *Down;

@@ -136,8 +136,10 @@ void FlightArea::LoadPlanes() {
 
 void FlightArea::OpenMenu(QPoint globalPosition) {
   if (lstPlanes->RowCount() == 0) return;
-  // Of the flight that is shown by now, not of the one that was left.
-  if (lstPlanes->Selection().Flights.size() == 1) SetSingleMode();
+  // What is selected by now, also by the keyboard, not what was left.
+  const std::size_t selected = lstPlanes->Selection().Flights.size();
+  if (selected == 1) SetSingleMode();
+  if (selected >= 2) SetGroupEntries();
   popups_.OpenMenu(*mnuAircraft, globalPosition);
 }
 
@@ -180,18 +182,33 @@ void FlightArea::ListKeyReleased() {
 void FlightArea::SetMultipleMode() {
   const Showing showing(session_);
   ResumeNext([&] {
-    const auto selected = lstPlanes->Selection().Planes;
-    const bool same = SelectedSameAircraft(selected);
     fraGroup->setTitle(tr("Multiple Select"));
     fraFlight->setTitle(tr("Multiple Select"));
-    mnuAC[kFlightSkin]->setEnabled(same);
-    mnuAC[kDuplicate]->setEnabled(false);
-    mnuAC[kWaypoints]->setEnabled(false);
     planes->DisableAll();
-    fraFlight->EnableForGroup(same, SelectedAllFlyable(session_.Tables, selected));
-    const std::string& shown = CurrentFlight(session_).Class;
-    planes->LoadSkinList(GetPlaneFolder(session_.Tables, shown), -1);
+    const auto selected = lstPlanes->Selection().Planes;
+    fraFlight->EnableForGroup(SelectedSameAircraft(selected),
+                              SelectedAllFlyable(session_.Tables, selected));
+    SetGroupEntries();
   });
+}
+
+/** The menu's entries and skins for several flights that are selected. */
+void FlightArea::SetGroupEntries() {
+  const Showing showing(session_);
+  mnuAC[kFlightSkin]->setEnabled(SelectedSameAircraft(lstPlanes->Selection().Planes));
+  mnuAC[kDuplicate]->setEnabled(false);
+  mnuAC[kWaypoints]->setEnabled(false);
+  const std::string& current = CurrentFlight(session_).Class;
+  planes->LoadSkinList(GetPlaneFolder(session_.Tables, current), -1);
+}
+
+void FlightArea::MissionTimeChanged() {
+  const int flight = session_.Doc.CurFlight;
+  const FlightSelection selection = lstPlanes->Selection();
+  if (!selection.Several || selection.Flights.size() < 2) return fraFlight->LoadFlight(flight);
+  const bool markings = mnuAC[kMarkings]->isChecked();
+  fraFlight->LoadFlightOfGroup(flight);
+  mnuAC[kMarkings]->setChecked(markings);
 }
 
 void FlightArea::SetSingleMode() {

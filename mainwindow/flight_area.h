@@ -31,6 +31,8 @@ class FlightArea : public QWidget {
   /** Shows what belongs to the current flight as a whole, then its planes. */
   void LoadPlanes();
   void SetSingleMode();
+  /** The mission's time of day is another. */
+  void MissionTimeChanged();
   void SetMultipleMode();
   void SetWaypointMenuCaption();
   /** Captions of a window without a flight. */
@@ -74,9 +76,11 @@ class FlightArea : public QWidget {
   void ListMouseReleased(Qt::MouseButton button, QPoint globalPosition);
   void ListKeyReleased();
   void OpenMenu(QPoint globalPosition);
+  void SetGroupEntries();
   void TakeSelectedFlight();
   void ShowSelectedFlight();
-  std::size_t MostPlanes(const std::vector<std::size_t>& flights);
+  std::size_t ShownPlanes(const std::vector<std::size_t>& flights);
+  void ShowSkinChosen(std::size_t plane, int row, bool stores);
   void ClickChangeAircraft();
   void ClickMarkings();
   void ClickSkin(QAction* entry);

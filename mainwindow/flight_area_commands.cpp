@@ -46,12 +46,13 @@ void FlightArea::ConnectMenu() {
       Trapped(session_.Services, "mnuSkin_Click", [this](QAction* entry) { ClickSkin(entry); }));
 }
 
-/** Highest number of planes of the selected flights. */
-std::size_t FlightArea::MostPlanes(const std::vector<std::size_t>& flights) {
+/** Number of panels that a command for these flights changes: as many as their planes, at most
+    those of the flight that the panels show. */
+std::size_t FlightArea::ShownPlanes(const std::vector<std::size_t>& flights) {
   std::size_t most = 0;
   for (const std::size_t flight : flights)
     most = std::max(most, PlaneCount(FlightAt(session_, static_cast<std::ptrdiff_t>(flight))));
-  return most;
+  return std::min(most, static_cast<std::size_t>(fraFlight->cboPlanes->currentText().toUInt()));
 }
 
 void FlightArea::ClickChangeAircraft() {
@@ -73,6 +74,8 @@ void FlightArea::ClickChangeAircraft() {
     if (!change.Done) return;
     PlaneChg(true, index, change.PlayerLost);
     SetModify(session_);
+    if (!change.LoadoutsLost.empty())
+      session_.Services.Ask.Notice(session_.Services.Page.ToUtf8(change.LoadoutsLost));
   });
 }
 
@@ -85,7 +88,7 @@ void FlightArea::ClickMarkings() {
   if (!done) return mnuAC[kMarkings]->setChecked(!on);
   Show(session_, [&] {
     const Loading loading(session_.Doc);
-    for (std::size_t i = 0; i < MostPlanes(flights); ++i)
+    for (std::size_t i = 0; i < ShownPlanes(flights); ++i)
       planes->fraPlane[i]->chkMark->setChecked(on);
   });
 }
@@ -94,20 +97,26 @@ void FlightArea::ClickSkin(QAction* entry) {
   const int row = static_cast<int>(mnuSkin->actions().indexOf(entry));
   const auto flights = lstPlanes->Selection().Flights;
   Edit(session_, kSkin, [&] {
-    const std::size_t count = MostPlanes(flights);
-    for (std::size_t i = 0; i < count; ++i) {
-      PlanePanel& panel = *planes->fraPlane[i];
-      {
-        const Loading loading(session_.Doc);
-        panel.chkMark->setChecked(false);
-      }
-      // Its handler stores the skin of the flight that is shown.
-      panel.cboAPSkin->SelectRow(row);
-    }
+    const std::size_t own = PlaneCount(CurrentFlight(session_));
+    for (std::size_t i = 0; i < ShownPlanes(flights); ++i) ShowSkinChosen(i, row, i < own);
     const std::string file = GetFileName(ToPath(entry->data().toString()));
     const auto spelled = session_.Services.Page.FromUtf8(file.empty() ? "default" : file);
     if (spelled) SetFlightSkin(session_.Doc, session_.Services, flights, *spelled);
+    // A skin has switched the markings off.
+    mnuAC[kMarkings]->setChecked(false);
   });
+}
+
+/** Shows a row of the skin menu in a plane's panel; its handler stores the skin in the current
+    flight, which may have fewer planes than another one that is selected. */
+void FlightArea::ShowSkinChosen(std::size_t plane, int row, bool stores) {
+  PlanePanel& panel = *planes->fraPlane[plane];
+  {
+    const Loading loading(session_.Doc);
+    panel.chkMark->setChecked(false);
+    if (!stores) panel.cboAPSkin->SelectRow(row);
+  }
+  if (stores) panel.cboAPSkin->SelectRow(row);
 }
 
 void FlightArea::ClickDuplicate() {

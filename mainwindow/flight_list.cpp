@@ -1,5 +1,6 @@
 #include "mainwindow/flight_list.h"
 
+#include <QEvent>
 #include <QFont>
 #include <QHeaderView>
 #include <algorithm>
@@ -74,6 +75,10 @@ QVariant FlightListModel::data(const QModelIndex& index, int role) const {
       return ToolTip(row, index.column());
     case Qt::ForegroundRole:
       return FromBgr(row.Color);
+    case Qt::BackgroundRole: {
+      const QColor ground = GroundFor(FromBgr(row.Color), Behind);
+      return ground == Behind ? QVariant() : QVariant(ground);
+    }
     case Qt::FontRole: {
       // Colour is not the only sign of an aircraft that the game lacks.
       QFont font;
@@ -107,6 +112,7 @@ FlightList::FlightList(const CodePage& page, QWidget* parent) : ReportList(paren
   header()->setSectionResizeMode(1, QHeaderView::Interactive);
   header()->setSectionResizeMode(2, QHeaderView::Interactive);
   FitColumns();
+  model_.Behind = palette().color(QPalette::Base);
   connect(header(), &QHeaderView::sectionClicked, this, &FlightList::HeaderClicked);
 }
 
@@ -117,6 +123,11 @@ void FlightList::FitColumns() {
   setColumnWidth(2, digit * 11);
 }
 
+void FlightList::changeEvent(QEvent* event) {
+  ReportList::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) model_.Behind = palette().color(QPalette::Base);
+}
+
 void FlightList::SetRows(std::vector<FlightRow> rows) {
   model_.SetRows(std::move(rows));
   descending_ = false;
@@ -124,12 +135,13 @@ void FlightList::SetRows(std::vector<FlightRow> rows) {
 }
 
 void FlightList::HeaderClicked(int column) {
-  const int flight = Selection().Focused;
+  const FlightSelection selection = Selection();
   // Turned round by every click, whichever column it is on.
   descending_ = !descending_;
   model_.SortRows(column == 2 ? FlightSort::BySquad : FlightSort::ByPlane, descending_);
-  const int row = RowOf(flight);
-  if (row >= 0) SelectOnly(row);
+  QList<int> rows;
+  for (const std::size_t flight : selection.Flights) rows << RowOf(static_cast<int>(flight));
+  if (!rows.isEmpty()) SelectSeveral(rows, RowOf(selection.Focused));
 }
 
 const FlightRow& FlightList::At(int row) const { return rws::At(model_.Rows(), row); }

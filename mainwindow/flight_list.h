@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QColor>
 #include <QHash>
 #include <QIcon>
 #include <vector>
@@ -20,6 +21,9 @@ class FlightListModel : public RowModel<FlightRow> {
   explicit FlightListModel(const CodePage& page, QObject* parent = nullptr);
 
   void SortRows(FlightSort by, bool descending);
+
+  /** The list's own background: a row whose colour it does not suit gets another. */
+  QColor Behind = Qt::white;
 
   QVariant data(const QModelIndex& index, int role) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
@@ -67,6 +71,9 @@ class FlightList : public ReportList {
 
   /** "" after a rebuild, "single" or "multiple" after a selection with the mouse. */
   std::string Tag;
+
+ protected:
+  void changeEvent(QEvent* event) override;
 
  private:
   void HeaderClicked(int column);

@@ -1,5 +1,7 @@
 #include "mainwindow/flight_panel.h"
 
+#include <QEvent>
+
 #include "catalogues/aircraft.h"
 #include "catalogues/weapons.h"
 #include "controls/list_colors.h"
@@ -57,9 +59,10 @@ void FlightPanel::LoadFlight(int index) {
   LogAndLeave(session_.Services, "LoadFlight", [&] {
     const Flight& flight = FlightAt(session_, index);
     CurAircraftOK = IsKnownPlane(session_.Tables, flight.Class);
+    // First: what follows may show the caption, which must learn no loadout for another aircraft.
+    FillWeapons(flight);
     ShowPlanes(flight);
     ShowSkill(flight);
-    FillWeapons(flight);
     SetText(*txtFuel, flight.Fuel);
     ShowWeapons(flight);
     ShowDelay(flight);
@@ -67,6 +70,40 @@ void FlightPanel::LoadFlight(int index) {
     EnableFlightControls(CurAircraftOK, true);
   });
   --loads_;
+}
+
+void FlightPanel::LoadFlightOfGroup(int index) {
+  const Showing showing(session_);
+  const std::array<QWidget*, 9> controls{txtFuel,  udFuel,  udDStart, txtDStart, cboPlanes,
+                                         cboSkill, cboWeap, chkAI,    chkPara};
+  std::array<bool, controls.size()> enabled;
+  for (std::size_t i = 0; i < controls.size(); ++i) enabled[i] = controls[i]->isEnabled();
+  const std::array<int, 3> rows{cboPlanes->currentIndex(), cboSkill->currentIndex(),
+                                cboWeap->currentIndex()};
+  QStringList loadouts;
+  for (int row = 0; row < cboWeap->count(); ++row) loadouts << cboWeap->itemText(row);
+  const std::string tag = WeaponTag;
+  const QString fuel = txtFuel->text(), delay = txtDStart->text();
+  const bool onlyAI = chkAI->isChecked(), parachute = chkPara->isChecked(), known = CurAircraftOK;
+  LoadFlight(index);
+  // No handler of these writes may apply the panel while it is half filled.
+  ++loads_;
+  {
+    const Loading loading(session_.Doc);
+    WeaponTag = tag;
+    CurAircraftOK = known;
+    cboWeap->Fill(loadouts);
+    cboPlanes->setCurrentIndex(rows[0]);
+    cboSkill->setCurrentIndex(rows[1]);
+    cboWeap->setCurrentIndex(rows[2]);
+    txtFuel->setText(fuel);
+    txtDStart->setText(delay);
+    chkAI->setChecked(onlyAI);
+    chkPara->setChecked(parachute);
+  }
+  --loads_;
+  for (std::size_t i = 0; i < controls.size(); ++i) controls[i]->setEnabled(enabled[i]);
+  ShowStartTime();
 }
 
 void FlightPanel::ShowPlanes(const Flight& flight) {
@@ -120,14 +157,26 @@ void FlightPanel::ShowCaption() {
 
 void FlightPanel::ShowDelay(const Flight& flight) {
   SetText(*txtDStart, NumberText(Val(flight.StartTime)));
+  ShowStartTime();
+}
+
+void FlightPanel::ShowStartTime() {
   constexpr int kSeconds = 60;
   const int minutes = static_cast<int>(Val(ToPath(txtDStart->text())));
   lblDelayStart->setText(
       MissionTime().addSecs(minutes * kSeconds).toString(QStringLiteral("HH:mm")));
-  QPalette colors = palette();
-  if (txtDStart->text() != QStringLiteral("0"))
-    colors.setColor(QPalette::WindowText, FromBgr(kDelayed));
-  lbl[7]->setPalette(colors);
+  ColorDelay();
+}
+
+void FlightPanel::ColorDelay() {
+  const bool delayed = txtDStart->text() != QStringLiteral("0");
+  SetToldColor(*lbl[7], delayed ? std::optional(FromBgr(kDelayed)) : std::nullopt,
+               palette().color(QPalette::Window));
+}
+
+void FlightPanel::changeEvent(QEvent* event) {
+  QGroupBox::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange && lbl.contains(7)) ColorDelay();
 }
 
 void FlightPanel::ShowSwitches(const Flight& flight) {

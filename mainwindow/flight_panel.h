@@ -27,6 +27,9 @@ class FlightPanel : public QGroupBox {
   /** Shows a flight of the current mission, index from 0. Some values are written back in the
      panel's own spelling. A failure is logged; the rest of the panel stays as it was. */
   void LoadFlight(int index);
+  /** The same for a group, of which the panel goes on showing what it has shown; only the time of
+      the start is the new one. */
+  void LoadFlightOfGroup(int index);
   /** Enables or disables what edits a flight; `parachute` false leaves that box disabled. The lock
      of the preferences wins. */
   void EnableFlightControls(bool enabled, bool parachute);
@@ -63,6 +66,9 @@ class FlightPanel : public QGroupBox {
   /** Markings of the first plane. */
   void MarkingsShown(bool on);
 
+ protected:
+  void changeEvent(QEvent* event) override;
+
  private:
   void Build();
   void BuildLabels();
@@ -79,6 +85,8 @@ class FlightPanel : public QGroupBox {
   void FillWeapons(const Flight& flight);
   QString WeaponText(const std::string& key);
   void ShowDelay(const Flight& flight);
+  void ShowStartTime();
+  void ColorDelay();
   void ShowSwitches(const Flight& flight);
 
   /** Writes to the current flight, or the whole panel to all that are selected. True for the first
@@ -87,6 +95,7 @@ class FlightPanel : public QGroupBox {
   /** Copies all five values of the panel to every selected flight, whichever was changed. The
       loadout only where all fly one aircraft. */
   void ApplyFlightPanel();
+  void TellSkillsLost(std::size_t flights);
   void PlanesChosen();
   void SkillChosen(int row);
   void WeaponChosen();

@@ -115,7 +115,8 @@ void FlightPanel::DelayTextChanged(const QString& text) {
 void FlightPanel::DelayChanged() {
   const bool done =
       EditFlight(kDelay, [&](Flight& flight) { flight.StartTime = ToPath(txtDStart->text()); });
-  if (done) LoadFlight(session_.Doc.CurFlight);
+  // Of a group only what tells of the start; the rest stays as it was shown.
+  done ? LoadFlight(session_.Doc.CurFlight) : ShowStartTime();
 }
 
 /** Of several selected flights only the current one: the tool tip promises more. */
@@ -140,16 +141,28 @@ void FlightPanel::ApplyFlightPanel() {
   const std::string weapons =
       GetWeaponName(session_.Tables, session_.Services, CurrentFlight(session_).Class,
                     Bytes(cboWeap->currentText()));
+  const std::string fuel = Bytes(txtFuel->text()), delay = Bytes(txtDStart->text());
+  std::size_t skillsLost = 0;
   for (const std::size_t index : selection.Flights) {
     Flight& flight = FlightAt(session_, static_cast<std::ptrdiff_t>(index));
-    flight.StartTime = ToPath(txtDStart->text());
-    flight.Fuel = ToPath(txtFuel->text());
+    // A box that is still being typed into may hold anything.
+    if (IsNumeric(delay)) flight.StartTime = delay;
+    if (IsNumeric(fuel)) flight.Fuel = fuel;
     flight.Planes = std::to_string(CInt(ToPath(cboPlanes->currentText())));
+    if (flight.Skill == "Custom") ++skillsLost;
     // "4" stays a number here; only the edit of a single flight makes it "Custom".
     flight.Skill = std::to_string(cboSkill->currentIndex());
     // A panel without a loadout takes none away.
     if (same && !weapons.empty()) flight.Weapons = weapons;
   }
+  if (skillsLost > 0) TellSkillsLost(skillsLost);
+}
+
+void FlightPanel::TellSkillsLost(std::size_t flights) {
+  session_.Services.Ask.Notice(
+      "The group's skill, " + ToPath(cboSkill->currentText()) + ", now counts for " +
+      std::to_string(flights) + (flights == 1 ? " flight" : " flights") +
+      " of custom skill: Update will not write the skills of its single planes.");
 }
 
 /** Asks when the player flies in the flight that has the list's focus. On No the flight whose index

@@ -87,8 +87,7 @@ void frmRWS::ConnectPanels() {
   connect(flightArea, &FlightArea::PlayerShown, staPanels[1], &QLabel::setText);
   flight.MissionTime = [this] { return missionPanel->dtMission->time(); };
   connect(&flight, &FlightPanel::MissionTimeLocked, missionPanel->dtMission, &QWidget::setDisabled);
-  connect(missionPanel, &MissionPanel::TimeSet, &flight,
-          [this, &flight] { flight.LoadFlight(session_.Doc.CurFlight); });
+  connect(missionPanel, &MissionPanel::TimeSet, flightArea, &FlightArea::MissionTimeChanged);
 }
 
 void frmRWS::Notice(const std::string& text) {

@@ -22,8 +22,8 @@ const QString kDefault = QStringLiteral("default");
 constexpr EditKind kChoices[] = {{"cboAPSkin_Click", "Plane skin"},
                                  {"cboPSkin_Click", "Pilot skin"},
                                  {"cboPNoseArt_Click", "Nose art"}};
-/** Two that are compared by their handlers: only when they differ from the shadow, so that going
-    back to its value by them leaves Update lit. */
+/** Two that are compared by their handlers: only what differs from the shadow lights Update, going
+    back to its value can but darken it. */
 constexpr EditKind kNoseArtText{"cboPNoseArt_Change", "Nose art", Lighting::None};
 constexpr EditKind kSkill{"cboSL_Click", "Plane skill", Lighting::None};
 constexpr EditKind kMarkings{"chkMark_Click", "Markings"};
@@ -148,6 +148,18 @@ void PlanePanel::FillSkins(const QStringList& rows, const std::string& folder) {
   SkinDirectory = folder;
 }
 
+void PlanePanel::OfferSkins(const QStringList& rows, const std::string& folder) {
+  const Showing showing(session_);
+  const Loading loading(session_.Doc);
+  const QString shown = cboAPSkin->Value();
+  FillSkins(rows, folder);
+  // A panel beyond the flight's planes shows nothing.
+  if (!shown.isEmpty()) cboAPSkin->SelectText(shown);
+  if (lbl2->Color() != LabelColor::Red || !SelectFile(cboAPSkin, Slot().Skin)) return;
+  ColorLabel(lbl2, LabelColor::Black);
+  ChkLabels(true);
+}
+
 void PlanePanel::Fill() {
   const Showing showing(session_);
   const Loading loading(session_.Doc);
@@ -254,7 +266,8 @@ void PlanePanel::NoseArtTyped() {
   const bool done = Edit(session_, kNoseArtText, [&] {
     File(kNoseArt) = ChosenFile(kNoseArt);
     ClearRed(kNoseArt);
-    if (Slot().NoseArt != ShadowSlot().NoseArt) SetModify(session_);
+    if (Slot().NoseArt != ShadowSlot().NoseArt || CurrentMission(session_).Modified)
+      SetModify(session_);
   });
   if (done) all_.ChkLabels(plane_, true);
 }
@@ -263,7 +276,8 @@ void PlanePanel::SkillChosen(int row) {
   if (session_.Doc.bLoading || row < 0) return;
   Edit(session_, kSkill, [&] {
     Slot().Skill = std::to_string(row);
-    if (Slot().Skill != ShadowSlot().Skill) SetModify(session_);
+    if (Slot().Skill != ShadowSlot().Skill || CurrentMission(session_).Modified)
+      SetModify(session_);
   });
 }
 

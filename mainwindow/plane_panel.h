@@ -36,6 +36,9 @@ class PlanePanel : public QGroupBox {
   void FillFixedLists();
   /** Fills the list of skins, which lie in `folder`; "" when the aircraft has none. */
   void FillSkins(const QStringList& rows, const std::string& folder);
+  /** Fills that list again; the panel goes on showing what it showed, but finds a file that was
+      missing until now. */
+  void OfferSkins(const QStringList& rows, const std::string& folder);
   /** Disables every control, for a selection of several flights. */
   void DisableAll();
 

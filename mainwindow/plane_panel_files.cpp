@@ -1,5 +1,6 @@
 #include "catalogues/aircraft.h"
 #include "catalogues/paint_schemes.h"
+#include "mainwindow/logic/replaced_skin.h"
 #include "mainwindow/plane_panel.h"
 #include "mainwindow/plane_panels.h"
 #include "platform/qt_text.h"
@@ -89,16 +90,22 @@ bool PlanePanel::CopySkin(const std::string& path) {
   const bool isThere = services.Files.IsSameFile(GetParentFolderName(path), SkinDirectory) ||
                        services.Files.IsSameFile(path, target);
   if (isThere && cboAPSkin->HasText(FromPath(GetBaseName(path)))) return true;
-  const bool copied =
-      isThere || Trap([&] { services.Files.CopyFile(path, target); },
-                      [&](const Fault& fault) {
+  std::string kept;
+  const auto copy = [&] {
+    kept = KeepReplacedSkin(services, target);
+    services.Files.CopyFile(path, target);
+  };
+  const bool copied = isThere || Trap(copy, [&](const Fault& fault) {
                         LogError(services, fault.Text, "lbl2_MouseUp");
                         services.Ask.MsgBox(fault.Text, Buttons::Ok, Icon::Critical, kProgramTitle);
                       });
   if (!copied) return false;
+  if (!kept.empty())
+    services.Ask.Notice("\"" + GetFileName(target) +
+                        "\" was replaced. The skin as it was before is kept as \"" + kept + "\".");
   const std::string folder = GetPlaneFolder(session_.Tables, CurrentFlight(session_).Class);
   ReLoadSinglePlaneSkin(session_.Tables, services, all_.SkinRow(folder));
-  all_.LoadSkinList(folder, plane_);
+  all_.OfferNewSkin(folder, plane_);
   return true;
 }
 

@@ -131,12 +131,8 @@ void PlanePanel::Highlight(bool on) {
 void PlanePanel::ColorMark(bool red) {
   markRed_ = red;
   if (!chkMark) return;
-  QPalette colors;
-  if (red)
-    for (const auto group : {QPalette::Active, QPalette::Inactive})
-      colors.setColor(group, QPalette::WindowText,
-                      Readable(FromBgr(kRed), palette().color(QPalette::Window)));
-  chkMark->setPalette(colors);
+  SetToldColor(*chkMark, red ? std::optional(FromBgr(kRed)) : std::nullopt,
+               palette().color(QPalette::Window));
 }
 
 void PlanePanel::ColorLabel(LabelButton* label, LabelColor color) {

@@ -97,6 +97,16 @@ void PlanePanels::LoadSkinList(const std::string& folder, int panel) {
   });
 }
 
+void PlanePanels::OfferNewSkin(const std::string& folder, int panel) {
+  LoadSkinList(folder, panel);
+  if (panel != 0) LoadSkinList(folder, -1);
+  const std::ptrdiff_t row = SkinRow(folder);
+  if (row < 0) return;
+  const SkinFolder& skins = At(session_.Tables.Skins, row);
+  for (int other = 0; other < std::ssize(fraPlane); ++other)
+    if (other != panel) At(fraPlane, other)->OfferSkins(CaptionsOf(skins), skins.Path);
+}
+
 const QStringList& PlanePanels::CaptionsOf(const SkinFolder& skins) {
   // Four panels in a row ask for the same, and a flight is mostly followed by one like it.
   if (captionFiles_ != skins.Files) {

@@ -26,6 +26,9 @@ class PlanePanels : public QWidget {
   /** Offers the skins of an aircraft's folder in a panel and, for panel 0 and -1, in the skin menu;
     -1 fills the menu alone. */
   void LoadSkinList(const std::string& folder, int panel);
+  /** Offers a skin that is new in an aircraft's folder: in a panel, whose list then stands on its
+      first row, in the other panels, which show what they showed, and in the skin menu. */
+  void OfferNewSkin(const std::string& folder, int panel);
   /** Shows one plane of the current flight; a panel above 3 is a fault. */
   void FillPanel(int panel);
   /** Fills the lists that are the same for all flights; leaves nothing selected. */

@@ -1,5 +1,7 @@
 #include "mainwindow/logic/change_aircraft.h"
 
+#include <algorithm>
+
 #include "catalogues/aircraft.h"
 #include "catalogues/squadrons.h"
 #include "catalogues/weapons.h"
@@ -13,9 +15,41 @@ namespace rws {
 
 namespace {
 
-void DropPlayer(Mission& mission) {
+/** True if there was a player to drop. */
+bool DropPlayer(Mission& mission) {
+  const bool was = !mission.Player.empty();
   mission.Player.clear();
   mission.PlayerNum.clear();
+  return was;
+}
+
+/** True if the table has a loadout key for an aircraft, in any letter case. */
+bool KnowsWeapon(const Services& services, const Aircraft& aircraft, std::string_view key) {
+  const std::string wanted = services.Page.LCase(key);
+  return std::any_of(aircraft.Weapons.begin(), aircraft.Weapons.end(), [&](const auto& entry) {
+    const auto parts = SplitAt(entry, ',');
+    return parts.size() > 1 && services.Page.LCase(parts[1]) == wanted;
+  });
+}
+
+/** True if a flight loses its loadout with another aircraft, or keeps one that is not known there.
+ */
+bool LosesLoadout(const Services& services, const Flight& flight, const Aircraft& aircraft,
+                  bool keepsWeapons) {
+  const std::string& key = flight.Weapons;
+  if (key.empty() || EqualNoCase(key, "default")) return false;
+  return !keepsWeapons || !KnowsWeapon(services, aircraft, key);
+}
+
+/** `lost` names loadouts and their flights. */
+std::string LoadoutsText(const std::vector<std::string>& lost, const Aircraft& aircraft,
+                         bool keepsWeapons) {
+  if (lost.empty()) return "";
+  const std::string more =
+      lost.size() == 1 ? "" : " and " + std::to_string(lost.size() - 1) + " more";
+  return "Weapon load " + lost.front() + more +
+         (keepsWeapons ? " stays, though " + aircraft.Name + " does not know it."
+                       : " gave way to the default of " + aircraft.Name + ".");
 }
 
 /** Paint is made for one aircraft and fits no other. */
@@ -50,19 +84,25 @@ AircraftChange ChangeAirCraft(Document& doc, const Catalogues& tables, const Ser
     const std::string army =
         choice.CodeOut.empty() ? GetArmyByGroup(tables, services, current) : choice.CodeOut;
     const bool keepsWeapons = !GetWeaponName(tables, services, aircraft.Class, weaponText).empty();
+    std::vector<std::string> lost;
     std::string name = NextFlightName(doc, services, std::string(Trim(choice.Squad)) + "00");
     for (const std::size_t index : flights) {
       // Whoever's flight it is, on purpose.
-      if (!aircraft.Flyable) DropPlayer(mission);
+      if (!aircraft.Flyable) change.PlayerLost |= DropPlayer(mission);
       Flight& flight = mission.Flights[index];
       change.PlayerLost |= Rename(mission, flight, name);
-      if (choice.Changed) Refit(flight, aircraft, keepsWeapons);
+      if (choice.Changed) {
+        if (LosesLoadout(services, flight, aircraft, keepsWeapons))
+          lost.push_back("\"" + flight.Weapons + "\" of " + name);
+        Refit(flight, aircraft, keepsWeapons);
+      }
       flight.ArmyWord = army;
       // Moves the flights in memory.
       const auto carrier = static_cast<std::ptrdiff_t>(index);
       AddSpecial(doc, tables, services, aircraft.Companion, name, carrier);
       name = NextFlightName(doc, services, name);
     }
+    change.LoadoutsLost = LoadoutsText(lost, aircraft, keepsWeapons);
     change.Done = true;
   });
   return change;

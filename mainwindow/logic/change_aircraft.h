@@ -22,9 +22,12 @@ struct AircraftChoice {
 struct AircraftChange {
   /** False when nothing was chosen, or, logged, when it failed. */
   bool Done = false;
-  /** A renamed flight was the player's, who now flies nowhere. An aircraft that nobody may fly
-     takes the player away as well, but is not told here. */
+  /** The player flies nowhere now: a renamed flight was his, or nobody may fly the aircraft,
+      whoever's flight it was. */
   bool PlayerLost = false;
+  /** A sentence for the user, in the encoding of mission text, about loadouts that the new aircraft
+      does not know; "" when it knows them all. */
+  std::string LoadoutsLost;
 };
 
 /** Gives flights of the current mission another aircraft, if that was changed, and always a new

@@ -32,6 +32,13 @@ TEST_F(FlightListTest, ShowsRowsSortedBySideAndPlane) {
   EXPECT_EQ(data(1, 0, Qt::AccessibleTextRole).toString(),
             "MYSTERY, Not supported by the installed game");
   EXPECT_EQ(data(0, 0, Qt::AccessibleTextRole).toString(), "Ju 88, Blue army");
+  EXPECT_FALSE(data(0, 0, Qt::BackgroundRole).isValid());
+  QPalette dark = List().palette();
+  dark.setColor(QPalette::Base, Qt::black);
+  List().setPalette(dark);
+  EXPECT_EQ(data(0, 0, Qt::ForegroundRole).value<QColor>(), QColor(0, 0, 255));
+  EXPECT_EQ(data(0, 0, Qt::BackgroundRole).value<QColor>(), QColor(Qt::white));
+  EXPECT_FALSE(data(2, 0, Qt::BackgroundRole).isValid()) << "red is readable on black";
   // The first row in sort order is shown, though it is not flight 0.
   EXPECT_EQ(Doc().CurFlight, 1);
   EXPECT_EQ(Area().fraFlight->title(), "Ju 88 - Flight of 2 - Default");
@@ -46,8 +53,11 @@ TEST_F(FlightListTest, AHeaderTurnsTheOrderRoundWhicheverItIs) {
   click(2);
   EXPECT_EQ(Planes(), "Ju 88|MYSTERY|I-16|I-16 Type 24");
   EXPECT_EQ(List().Selection().Focused, 1) << "the selection stays with its flight";
+  SelectFighters();
   click(0);
   EXPECT_EQ(Planes(), "I-16 Type 24|I-16|MYSTERY|Ju 88");
+  EXPECT_EQ(List().SelectedRows(), (QList<int>{0, 1})) << "so does that of a group";
+  EXPECT_EQ(List().Selection().Focused, kLateFighterFlight);
 }
 
 TEST_F(FlightListTest, AClickShowsItsFlight) {
@@ -75,6 +85,42 @@ TEST_F(FlightListTest, SeveralRowsSwitchTheMode) {
   EXPECT_EQ(List().Tag, "single") << "a click on the focused row of a group leaves it";
   EXPECT_EQ(Area().fraGroup->title(), "Ju 88");
   EXPECT_TRUE(Area().mnuAC[FlightArea::kDuplicate]->isEnabled());
+}
+
+TEST_F(FlightListTest, SeveralRowsByTheKeyboardChangeTheMenuAlone) {
+  ClickFlight(kFighter);
+  const auto entries = [&] {
+    std::string enabled;
+    Window->Popups.OpenMenu = [&](QMenu&, QPoint) {
+      for (const auto i : {FlightArea::kFlightSkin, FlightArea::kDuplicate, FlightArea::kWaypoints})
+        enabled += Area().mnuAC[i]->isEnabled() ? '1' : '0';
+    };
+    PressMenuKey(List());
+    return enabled;
+  };
+  EXPECT_EQ(entries(), "111");
+  QTest::keyClick(&List(), Qt::Key_Down, Qt::ShiftModifier);
+  EXPECT_EQ(entries(), "100") << "one name goes on from the other";
+  EXPECT_EQ(List().Tag, "single");
+  EXPECT_EQ(Area().fraGroup->title(), "I-16 Type 24") << "the panels follow the focus";
+  QTest::keyClick(&List(), Qt::Key_Home, Qt::ShiftModifier);
+  EXPECT_EQ(entries(), "000");
+  QTest::keyClick(&List(), Qt::Key_End);
+  EXPECT_EQ(entries(), "111");
+}
+
+TEST_F(FlightListTest, ItsSelectionShowsWhetherItHasTheFocus) {
+  Window->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(Window.get()));
+  ClickFlight(kFighter);
+  const QRect cell = List().visualRect(List().model()->index(kFighter, 1));
+  const auto color = [&] {
+    return List().viewport()->grab().toImage().pixelColor(cell.left() + 3, cell.top() + 2);
+  };
+  const QColor focused = color();
+  Panel_().txtFuel->setFocus();
+  EXPECT_NE(color(), focused);
+  EXPECT_NE(color(), List().palette().color(QPalette::Base)) << "and is seen all the same";
 }
 
 TEST_F(FlightListTest, ARowTakenOutOfTheSelectionIsNotTheOneShown) {

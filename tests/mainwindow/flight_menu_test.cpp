@@ -91,6 +91,19 @@ TEST_F(FlightMenuTest, DuplicatesChangesRemovesAndEditsARouteThroughToTheFile) {
   EXPECT_EQ(List().RowCount(), 5) << "read again";
 }
 
+TEST_F(FlightMenuTest, ACopyTeachesNoAircraftTheLoadoutsOfAnother) {
+  auto& aircraft = Tables.Aircraft;
+  aircraft[1].Weapons[1] = "4 x SC500,4xSC500";
+  ClickFlight(kFighter);
+  Record(kBomberFlight).Skill = "3";
+  Record(kBomberFlight).Weapons = "4xSC500";
+  Work = [](QDialog& dialog) { dynamic_cast<frmWPEdit&>(dialog).cmd[1]->click(); };
+  Choose(FlightArea::kDuplicate);
+  EXPECT_EQ(Panel_().title(), "Ju 88 - Flight of 2 - 4 x SC500") << "the first row is shown";
+  EXPECT_EQ(Panel_().cboWeap->currentText(), "4 x SC500");
+  for (const auto& row : aircraft) EXPECT_EQ(row.Weapons.size(), 3U) << row.Name;
+}
+
 TEST_F(FlightMenuTest, ACancelledDialogChangesNothing) {
   ClickFlight(kFighter);
   Work = [](QDialog& dialog) { dynamic_cast<frmChgAC&>(dialog).cmd[1]->click(); };
@@ -119,6 +132,7 @@ TEST_F(FlightMenuTest, MarkingsReachTheFileOnlyWithAnotherEdit) {
 TEST_F(FlightMenuTest, ASkinGoesToAllPlanesSelected) {
   for (auto& aircraft : Tables.Aircraft) aircraft.Folder = "i16";
   Tables.Skins = {{"I16", Box.Path("I-16"), {"default", "Red.bmp", "Winter.bmp"}}};
+  Record(kFighterFlight).Planes = "3";
   SelectFighters();
   const auto shown = [this](std::size_t plane) {
     const PlanePanel& panel = *Area().planes->fraPlane[plane];
@@ -132,12 +146,14 @@ TEST_F(FlightMenuTest, ASkinGoesToAllPlanesSelected) {
     for (const int index : {kFighterFlight, kLateFighterFlight})
       for (const int plane : {0, 1, 2}) {
         const PlaneSlot& slot = Record(index).PlaneSlots[static_cast<std::size_t>(plane)];
-        EXPECT_EQ(slot.Skin, plane < 2 ? skin : "") << index << plane;
-        EXPECT_EQ(slot.NumberOn, plane < 2 ? "0" : "");
+        const bool flies = plane < (index == kFighterFlight ? 3 : 2);
+        EXPECT_EQ(slot.Skin, flies ? skin : "") << index << plane;
+        EXPECT_EQ(slot.NumberOn, flies ? "0" : "");
       }
   };
   choose(2, "Winter.bmp");
-  EXPECT_EQ(shown(0) + "|" + shown(1) + "|" + shown(2), "Winter|Winter|");
+  EXPECT_EQ(shown(0) + "|" + shown(1) + "|" + shown(2) + "|" + shown(3), "Winter|Winter|Winter|");
+  EXPECT_FALSE(Area().mnuAC[FlightArea::kMarkings]->isChecked());
   EXPECT_TRUE(color(0) == LabelColor::Blue && color(1) == LabelColor::Blue);
   EXPECT_TRUE(Lit());
   choose(0, "");

@@ -84,6 +84,47 @@ TEST_F(FlightPanelTest, ABadNumberKeepsTheFocus) {
   EXPECT_EQ(Panel_().txtFuel->text(), "40") << "the record's value is back";
 }
 
+TEST_F(FlightPanelTest, ARefusedNumberSwallowsWhatIsDoneElsewhere) {
+  Box.Write("missions/b.mis", FileText("a"));
+  Open();
+  ClickFlight(kFighter);
+  Window->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(Window.get()));
+  const auto drag = [](QTreeView& list, int from, int to) {
+    const auto at = [&](int row) { return list.visualRect(list.model()->index(row, 0)).center(); };
+    QTest::mousePress(list.viewport(), Qt::LeftButton, {}, at(from));
+    QMouseEvent move(QEvent::MouseMove, at(to), list.viewport()->mapToGlobal(at(to)), Qt::NoButton,
+                     Qt::LeftButton, {});
+    QApplication::sendEvent(list.viewport(), &move);
+    QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, at(to));
+  };
+  const struct {
+    const char* What;
+    std::function<void()> Try;
+  } rows[] = {{"flights", [&] { drag(List(), kBomber, kMystery); }},
+              {"missions", [&] { drag(*Window->lstMission, 1, 0); }},
+              {"double click",
+               [&] { QTest::mouseDClick(List().viewport(), Qt::LeftButton, {}, QPoint(9, 9)); }},
+              {"arrows", [&] { Click(Panel_().udFuel->Up); }},
+              {"arrows of another box", [&] { Click(Panel_().udDStart->Up); }},
+              {"arrow key", [&] { QTest::keyClick(Panel_().txtFuel, Qt::Key_Up); }},
+              {"check box", [&] { Click(Panel_().chkPara); }}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.What);
+    Panel_().txtFuel->setFocus();
+    Panel_().txtFuel->setText("4o");
+    row.Try();
+    EXPECT_TRUE(Panel_().txtFuel->hasFocus());
+    EXPECT_EQ(Panel_().txtFuel->text(), "40");
+    EXPECT_EQ(List().SelectedRows(), QList<int>{kFighter});
+    EXPECT_EQ(Row(), 0);
+    EXPECT_EQ(Doc().CurFlight, kFighterFlight);
+    EXPECT_FALSE(Lit());
+  }
+  drag(List(), kBomber, kMystery);
+  EXPECT_EQ(List().SelectedRows(), (QList<int>{kBomber, kMystery})) << "a good number may be left";
+}
+
 TEST_F(FlightPanelTest, EditsOneFlight) {
   Open();
   ClickFlight(kFighter);
@@ -109,7 +150,9 @@ TEST_F(FlightPanelTest, AnEditOfAGroupCopiesThePanel) {
   Open();
   SelectFighters();
   const Flight bomber = Record(kBomberFlight);
+  Panel_().txtFuel->setText(QString::fromUtf8("4o\xD0\x96"));
   Panel_().cboSkill->SelectRow(4);
+  EXPECT_EQ(Record(kFighterFlight).Fuel + Record(kLateFighterFlight).Fuel, "4040") << "no number";
   Panel_().cboWeap->SelectRow(1);
   Panel_().txtFuel->setText("65");
   Panel_().txtDStart->setText("15");
@@ -121,6 +164,9 @@ TEST_F(FlightPanelTest, AnEditOfAGroupCopiesThePanel) {
     EXPECT_EQ(flight.Fuel, "65");
     EXPECT_EQ(flight.StartTime, "15");
   }
+  EXPECT_EQ(Panel_().lblDelayStart->text(), "00:03");
+  EXPECT_EQ(DelayColor(), QColor(Qt::red));
+  EXPECT_EQ(Window->staBar->currentMessage(), "");
   EXPECT_EQ(Record(kFighterFlight).Parachute + Record(kLateFighterFlight).Parachute, "0")
       << "of one flight only";
   EXPECT_EQ(Record(kBomberFlight).Fuel, bomber.Fuel);
@@ -131,11 +177,17 @@ TEST_F(FlightPanelTest, AnEditOfAGroupCopiesThePanel) {
   Panel_().txtFuel->setText("30");
   EXPECT_EQ(Record(kBomberFlight).Fuel, "30");
   EXPECT_EQ(Record(kBomberFlight).Weapons, "default") << "not all are one aircraft";
+  EXPECT_EQ(Record(kBomberFlight).Skill, "4");
+  EXPECT_TRUE(Window->staBar->currentMessage().contains("now counts for 1 flight of custom"));
 
   const Flight before = Record(kFighterFlight);
   Panel().dtMission->setTime(QTime(5, 0));
   EXPECT_EQ(Record(kFighterFlight).Fuel, before.Fuel) << "showing a flight applies nothing";
   EXPECT_EQ(Record(kFighterFlight).Weapons, before.Weapons);
+  EXPECT_EQ(Panel_().lblDelayStart->text(), "05:15");
+  EXPECT_EQ(Panel_().cboWeap->currentText(), "2 x Bombs") << "of the group, not of the bomber";
+  EXPECT_FALSE(Panel_().cboWeap->isEnabled() || Panel_().chkAI->isEnabled());
+  EXPECT_EQ(Panel_().title(), "Multiple Select");
 }
 
 TEST_F(FlightPanelTest, AIOnlyAsksBeforeItTakesThePlayer) {

@@ -130,6 +130,8 @@ TEST_F(PlanePanelsTest, FramesFollowPlanesSkillAndPlayer) {
   Panel(1).cboSL->SelectRow(0);
   EXPECT_EQ(Slot(1).Skill, "0");
   EXPECT_TRUE(World_.Lit);
+  Panel(1).cboSL->SelectRow(3);
+  EXPECT_FALSE(World_.Lit) << "the old value again";
   EXPECT_THROW(Panels.FillPanel(4), Fault);
   Panels.DisableAll();
   EXPECT_FALSE(Panel(0).isEnabled() || Panel(1).cboSL->isEnabled());
@@ -167,6 +169,10 @@ TEST_F(PlanePanelsTest, TypedTexts) {
     QCoreApplication::sendEvent(list, &out);
     return list->currentText().toStdString();
   };
+  Panel().cboPNoseArt->setEditText("Moon");
+  EXPECT_TRUE(World_.Lit);
+  Panel().cboPNoseArt->setEditText("default");
+  EXPECT_FALSE(World_.Lit);
   type(Panel().cboAPSkin, "sharK");
   EXPECT_EQ(Slot().Skin, "Shark.bmp");
   type(Panel().cboAPSkin, "other");
@@ -252,6 +258,21 @@ TEST_F(PlanePanelsTest, RightClickBringsASkinIntoTheGame) {
   EXPECT_EQ(Box.Read(skins + "Zebra.bmp"), "new");
   EXPECT_EQ(Slot(1).Skin, "Zebra.bmp");
   EXPECT_EQ(Colors(1), "bkki");
+  for (std::size_t i : {0, 2, 3}) {
+    EXPECT_TRUE(Panel(i).cboAPSkin->HasText("Zebra"));
+    EXPECT_EQ(Panel(i).cboAPSkin->currentText(), i == 0 ? "default" : "");
+  }
+  EXPECT_EQ(Menu.actions().back()->text(), "Zebra");
+  choose(Box.Write("newer/Zebra.bmp", "newer"));
+  EXPECT_EQ(Box.Read(skins + "Zebra.bmp"), "newer");
+  const std::string kept = "program/Replaced Skins/P-40/Zebra 03-04-26 05-06-07.bmp";
+  EXPECT_EQ(Box.Read(kept), "new");
+  EXPECT_NE(Joined(World_.Script.Notices).find(Box.Path(kept)), std::string::npos);
+  World_.Services.Files.BeforeStep = [](const FileStep& step) {
+    if (step.Path.find("Replaced") != std::string::npos) throw Fault(57, "no room");
+  };
+  choose(Box.Write("last/Zebra.bmp", "last"), "no room");
+  EXPECT_EQ(Box.Read(skins + "Zebra.bmp"), "newer") << "what cannot be kept is not replaced";
 
   World_.Services.Files.BeforeStep = [](const FileStep& step) {
     if (step.Path.find("other") != std::string::npos) throw Fault(57, "disk full");

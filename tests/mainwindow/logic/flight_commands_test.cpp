@@ -159,6 +159,7 @@ TEST(ChangeAirCraft, RenamesAndRefits) {
     AircraftChoice Choice;
     const char *Weapons, *Names, *Flight;
     bool Done = true, PlayerLost = true;
+    const char* Lost = "";
   };
   // Of the first flight: class, loadout, army, markings, and the mission's player.
   const Row rows[] = {
@@ -166,8 +167,20 @@ TEST(ChangeAirCraft, RenamesAndRefits) {
       {{"Cancel", "g", "s", true}, "Bombs", "r0100|r0101", "A_1 b1  0 r0100", false, false},
       {{"Duck", " g02 ", "s", false}, "-", "g0200|g0201", "A_1 b1 s 0 "},
       {{"Duck", "r01", "", true}, "Bombs", "r0102|r0103", "A_1 b1 red  "},
-      {{"Duck", "", "s", true}, "-", "00|01", "A_1 default s  "},
-      {{"Big 3      F", "g", "s", true}, "", "g00|g02|g01|g03", "TB_3 default s  ", true, false}};
+      {{"Duck", "", "s", true},
+       "-",
+       "00|01",
+       "A_1 default s  ",
+       true,
+       true,
+       "Weapon load \"b1\" of 00 and 1 more gave way to the default of Duck."},
+      {{"Big 3      F", "g", "s", true},
+       "Default",
+       "g00|g02|g01|g03",
+       "TB_3 b1 s  ",
+       true,
+       true,
+       "Weapon load \"b1\" of g00 and 1 more stays, though Big 3 does not know it."}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.Names);
     World world;
@@ -177,6 +190,7 @@ TEST(ChangeAirCraft, RenamesAndRefits) {
         ChangeAirCraft(world.Doc, MakeTables(), world.Services, row.Choice, {0, 1}, row.Weapons);
     EXPECT_EQ(change.Done, row.Done);
     EXPECT_EQ(change.PlayerLost, row.PlayerLost);
+    EXPECT_EQ(change.LoadoutsLost, row.Lost);
     EXPECT_EQ(Names(mission), row.Names);
     const Flight& flight = mission.Flights[0];
     EXPECT_EQ(flight.Class + " " + flight.Weapons + " " + flight.ArmyWord + " " +
