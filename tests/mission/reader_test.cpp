@@ -234,6 +234,8 @@ TEST(LoadBornPlace, FollowsTheOrderOfEvents) {
       {"|[BornPlace0]|[BornPlace1]|[end]", 2, "", false},
       {"|[BornPlace0]|A", 1, "", true},
       {"|[BornPlace7]|[end]", 2, "", true},
+      {"|  |  3 1 2 3", 3, "", true},  // the blank line's record never gets its numbers
+      {"|3 1 2", 3, "", true},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.Tail);
@@ -246,7 +248,17 @@ TEST(LoadBornPlace, FollowsTheOrderOfEvents) {
     const BornPlace& first = mission.BornPlaces[0];
     EXPECT_EQ(Joined(first.Planes), row.FirstPlanes);
     EXPECT_TRUE(first.Army == 1 && first.Radius == 3000 && first.X == 100 && first.Y == -200);
+    EXPECT_TRUE(first.HasNumbers);
+    EXPECT_EQ(mission.BornPlaces.back().HasNumbers, row.Count < 3);
   }
+}
+
+TEST(LoadWayPoint, ASecondSectionThatFailsAtOnceLeavesTheFirst) {
+  World world;
+  const Flight& flight = ReadRoute(world, "T 1 2 3 4 &1|N 5 6 7 8 &0|[r0199_Way]|N 9 9|L 1 1 1 1");
+  EXPECT_EQ(Joined(world.Log), "Subscript out of rangeLoadWayPoint");
+  ASSERT_EQ(flight.Waypoints.size(), 2U);
+  EXPECT_EQ(flight.Waypoints[0].Line + flight.LastWaypoint, "T 1 2 3 4 &11");
 }
 
 class MissionFolder : public testing::Test {
