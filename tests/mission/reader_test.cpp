@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <sstream>
 
 #include "mission/line_values.h"
@@ -312,6 +313,32 @@ TEST_F(MissionFolder, AMissionThatIsGoneEndsTheProgram) {
   ASSERT_EQ(world_.SettingTexts.size(), 1U);
   EXPECT_EQ(world_.SettingTexts.begin()->second, "");
   EXPECT_TRUE(world_.CloseRequests == 1 && world_.Doc.Closing && !world_.Busy);
+}
+
+#ifndef _WIN32
+TEST_F(MissionFolder, AMissionThatCannotBeLookedAtIsNotGone) {
+  const string path = box_.Write("m/a.mis", "[MAIN]\r\n");
+  List("m");
+  std::remove(path.c_str());
+  std::filesystem::create_symlink("a.mis", path);  // a link to itself
+  LoadMission(world_.Doc, world_.Services, 0);
+  EXPECT_TRUE(Joined(world_.Log).ends_with("LoadMission")) << Joined(world_.Log);
+  EXPECT_FALSE(world_.Doc.Closing || world_.Doc.Missions[0].Loaded || world_.Busy);
+}
+#endif
+
+TEST_F(MissionFolder, AFileThatCannotBeRepairedIsReadAllTheSame) {
+  const string text = "[MAIN]\n  army 1\n[Wing]\n[NStationary]\n";
+  std::filesystem::permissions(box_.Write("m/a.mis", text), std::filesystem::perms::owner_read);
+  List("m");
+  LoadMission(world_.Doc, world_.Services, 0);
+  EXPECT_EQ(world_.Doc.Missions[0].Army, "1");
+  EXPECT_EQ(box_.Read("m/a.mis"), text);
+  ASSERT_EQ(world_.Script.Notices.size(), 1U);
+  EXPECT_TRUE(world_.Script.Notices[0].find("a.mis\" could not be repaired") != string::npos &&
+              world_.Script.Notices[0].ends_with("the file is read-only"))
+      << world_.Script.Notices[0];
+  EXPECT_TRUE(world_.Log.empty());
 }
 
 TEST_F(MissionFolder, AMissionThatCannotBeReadIsTriedAgain) {
