@@ -78,6 +78,7 @@ void frmRWS::Start() {
   Document& doc = session_.Doc;
   ShowDirectory();
   if (!GetMissionFiles(doc, session_.Services)) {
+    Arguments.ComLineMission.clear();
     doc.Missions.clear();
     doc.MissionShadow.clear();
     InitForm();

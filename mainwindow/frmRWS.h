@@ -6,6 +6,7 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QPushButton>
+#include <QSplitter>
 #include <QStatusBar>
 #include <array>
 #include <functional>
@@ -79,6 +80,9 @@ class frmRWS : public QMainWindow {
  private:
   void LoadTables();
   bool TakeInstance();
+  void FillForm(const std::string& commandLine);
+  void LoadPlacement();
+  void SavePlacement();
   void PrepareControls();
 
   void Build();
@@ -134,6 +138,7 @@ class frmRWS : public QMainWindow {
   void ShowDirectory();
 
   Session& session_;
+  QSplitter* splSides;
   bool unloaded_ = false;
   /** The mission that the command line named has been found. */
   bool comLineMissionFound_ = false;
