@@ -87,6 +87,7 @@ void frmRWS::Start() {
   }
   EnableMission(true);
   LoadMissionArray(doc, session_.Services);
+  doc.MissionShadow.clear();
   doc.bLoading = true;
   LoadMissionList();
   ShowMission();
@@ -115,7 +116,11 @@ void frmRWS::ShowMission() {
   doc.bLoading = true;
   ResumeNext([&] { flightArea->ClearFlightList(); });
   ResumeNext([&] { flightArea->ClearFrames(true); });
-  ResumeNext([&] { doc.MissionShadow = doc.Missions; });
+  // The shadow of a mission is looked at only once it has been shown: taking all of them at each
+  // selection would cost the more the more have been read.
+  ResumeNext([&] {
+    if (doc.MissionShadow.size() != doc.Missions.size()) doc.MissionShadow = doc.Missions;
+  });
   if (!doc.Missions.empty()) {
     const auto current = static_cast<std::size_t>(doc.CurMission);
     if (!doc.Missions[current].Loaded)
