@@ -1,5 +1,6 @@
-// From a changed fuel value to the repainted window, on a mission of 15,000 lines and 100 flights,
-// against a bare spin box that is changed and repainted in the same run.
+// Selecting a mission with few and with many read; and from a changed fuel value to the repainted
+// window, on a mission of 15,000 lines and 100 flights, against a bare spin box that is changed and
+// repainted in the same run.
 
 #include <benchmark/benchmark.h>
 
@@ -75,6 +76,37 @@ void FuelEdit(benchmark::State& state) {
     state.SkipWithError("the edit did not reach the record");
 }
 BENCHMARK(FuelEdit)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(2000);
+
+/** The selection of a mission that has been read already, with this many read: it must not matter
+    how many. */
+void SelectMission(benchmark::State& state) {
+  constexpr std::size_t kSmall = 20'000;
+  Session session;
+  Document& doc = session.Doc;
+  session.Services.ProgramPath = RWS_DATA_DIR;
+  session.Services.LogSink = [](const std::string&) {};
+  frmRWS window(session);
+  window.InitForm();
+  window.show();
+  doc.Missions.resize(1);
+  ReadMissionText(doc, session.Services, 0, MissionText(kSmall));
+  doc.Missions.resize(static_cast<std::size_t>(state.range(0)), doc.Missions[0]);
+  window.ShowMission();
+  QCoreApplication::processEvents();
+  Times work;
+  for (auto _ : state) {
+    doc.CurMission = (doc.CurMission + 1) % 10;
+    Time(work, [&] { window.ShowMission(); });
+    state.SetIterationTime(work.back() / 1e3);
+  }
+  state.counters["work_ms"] = Percentile(work, 50);
+}
+BENCHMARK(SelectMission)
+    ->Arg(10)
+    ->Arg(2000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseManualTime()
+    ->Iterations(200);
 
 }  // namespace
 }  // namespace rws::bench

@@ -81,6 +81,8 @@ ShownWeapon DisplayWeps(Catalogues& catalogues, const Services& services, std::s
       return;
     }
     shown.Text = key;
+    // A flight without a loadout line teaches its aircraft nothing.
+    if (key.empty()) return;
     const std::string learnt = shown.Text + "," + shown.Text;
     // A key that holds a comma is never found by its second part, yet is learnt once only.
     if (std::find(weapons.begin(), weapons.end(), learnt) != weapons.end()) return;

@@ -135,6 +135,7 @@ void frmRWS::Start() {
   Document& doc = session_.Doc;
   ShowDirectory();
   if (!GetMissionFiles(doc, session_.Services)) {
+    Arguments.ComLineMission.clear();
     doc.Missions.clear();
     doc.MissionShadow.clear();
     InitForm();
@@ -143,6 +144,7 @@ void frmRWS::Start() {
   }
   EnableMission(true);
   LoadMissionArray(doc, session_.Services);
+  doc.MissionShadow.clear();
   doc.bLoading = true;
   LoadMissionList();
   ShowMission();
@@ -172,7 +174,11 @@ void frmRWS::ShowMission() {
   doc.bLoading = true;
   ResumeNext([&] { flightArea->ClearFlightList(); });
   ResumeNext([&] { flightArea->ClearFrames(true); });
-  ResumeNext([&] { doc.MissionShadow = doc.Missions; });
+  // The shadow of a mission is looked at only once it has been shown: taking all of them at each
+  // selection would cost the more the more have been read.
+  ResumeNext([&] {
+    if (doc.MissionShadow.size() != doc.Missions.size()) doc.MissionShadow = doc.Missions;
+  });
   if (!doc.Missions.empty()) {
     const auto current = static_cast<std::size_t>(doc.CurMission);
     if (!doc.Missions[current].Loaded)

@@ -5,6 +5,7 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QPushButton>
+#include <QSplitter>
 #include <QStatusBar>
 #include <array>
 #include <functional>
@@ -98,6 +99,9 @@ class frmRWS : public QMainWindow {
  private:
   void LoadTables();
   bool TakeInstance();
+  void FillForm(const std::string& commandLine);
+  void LoadPlacement();
+  void SavePlacement();
   void PrepareControls();
 
   void Build();
@@ -157,6 +161,7 @@ class frmRWS : public QMainWindow {
   void ShowDirectory();
 
   Session& session_;
+  QSplitter* splSides;
   bool unloaded_ = false;
   /** The mission that the command line named has been found. */
   bool comLineMissionFound_ = false;

@@ -1,6 +1,5 @@
 #include <QGridLayout>
 #include <QMenuBar>
-#include <QSplitter>
 #include <QVBoxLayout>
 
 #include "controls/elided_label.h"
@@ -16,14 +15,15 @@ void frmRWS::Build() {
   BuildMenus();
   BuildMissionMenu();
   flightArea = new FlightArea(session_, Popups, this);
-  auto* sides = new QSplitter(this);
-  sides->setChildrenCollapsible(false);
-  sides->addWidget(BuildLeftSide());
-  sides->addWidget(flightArea);
-  sides->setStretchFactor(1, 1);
+  splSides = new QSplitter(this);
+  splSides->setObjectName(QStringLiteral("splSides"));
+  splSides->setChildrenCollapsible(false);
+  splSides->addWidget(BuildLeftSide());
+  splSides->addWidget(flightArea);
+  splSides->setStretchFactor(1, 1);
   auto* margin = new QWidget(this);
   auto* frame = new QVBoxLayout(margin);
-  frame->addWidget(sides);
+  frame->addWidget(splSides);
   setCentralWidget(margin);
   BuildStatusBar();
   SetTabOrder();

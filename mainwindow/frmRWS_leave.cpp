@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "mainwindow/frmRWS.h"
-#include "platform/form_placement.h"
 #include "platform/qt_text.h"
 #include "services/error_log.h"
 #include "services/paths.h"
@@ -102,7 +101,7 @@ void frmRWS::Finish() {
   session_.Doc.Closing = true;
   const Services& services = session_.Services;
   if (services.System.CancelFetch) services.System.CancelFetch();
-  if (Arguments.ComLinePath.empty()) ResumeNext([&] { SaveFormPos(services, *this); });
+  if (isVisible() && Arguments.ComLinePath.empty()) ResumeNext([&] { SavePlacement(); });
   ResumeNext([&] {
     WriteSetting(services.Settings, setting::ForeColor, std::to_string(session_.Prefs.ForeColor));
     WriteSetting(services.Settings, setting::BackColor, std::to_string(session_.Prefs.BackColor));

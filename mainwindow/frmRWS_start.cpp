@@ -23,6 +23,14 @@ void DeleteLog(const Services& services) {
   if (services.Files.FileExists(log)) ResumeNext([&] { services.Files.DeleteFile(log); });
 }
 
+void MakeImagesFolder(Document& doc, const Services& services) {
+  doc.ImagesPath = BuildPath(services.AppPath, "Aircraft Images");
+  // Without it no image can be linked; that is no reason not to start.
+  LogAndLeave(services, "LoadForm", [&] {
+    if (!services.Files.FolderExists(doc.ImagesPath)) services.Files.CreateFolder(doc.ImagesPath);
+  });
+}
+
 }  // namespace
 
 /** False for a second instance. It has written and deleted nothing then and ends at once. */
@@ -63,42 +71,73 @@ void frmRWS::LoadTables() {
 void frmRWS::LoadForm(const std::string& commandLine) {
   // Before anything is written: a refused start must leave the first run untouched.
   if (!TakeInstance()) return;
+  const Services& services = session_.Services;
+  Trap([&] { FillForm(commandLine); },
+       [&](const Fault& caught) {
+         LogError(services, caught.Text, "LoadForm");
+         // Nobody could end a program that has no window.
+         if (isVisible()) return;
+         services.Ask.MsgBox(kProgramTitle + std::string(" cannot start.\n") + caught.Text,
+                             Buttons::Ok, Icon::Critical, kProgramTitle);
+         session_.Doc.Closing = true;
+       });
+  // What asked for the end on the way could not wait for the event loop, which is not entered.
+  if (session_.Doc.Closing) Unload();
+}
+
+void frmRWS::FillForm(const std::string& commandLine) {
   Document& doc = session_.Doc;
   Preferences& prefs = session_.Prefs;
   Services& services = session_.Services;
   const Settings& settings = services.Settings;
-  LogAndLeave(services, "LoadForm", [&] {
-    DeleteLog(services);
-    services.Settings.BaseKey = kSettingsBaseKey;
-    WriteSetting(settings, setting::WorkDir, services.ProgramPath);
-    ReadStartSettings(prefs, services);
-    LogStartUp(services);
-    PrepareControls();
-    if (prefs.bLockWT) flightArea->fraFlight->LockFlightControls(false);
-    LoadFormPos(services, *this);
-    doc.bLoading = true;
-    setWindowTitle(FromPath(kProgramTitle + std::string(" - ") + VersionText()));
-    prefs.bBackup = ReadFlag(settings, setting::Backup);
-    doc.GamePath = ReadSetting(settings, setting::GamePath);
-    LogError(services, doc.GamePath, "Start Up");
-    if (!FindGamePath(doc, services)) return Unload();
-    doc.ImagesPath = BuildPath(services.AppPath, "Aircraft Images");
-    if (!services.Files.FolderExists(doc.ImagesPath)) services.Files.CreateFolder(doc.ImagesPath);
-    ChkComLine(doc, prefs, Arguments, services, commandLine);
-    doc.Missions.assign(1, Mission());
-    doc.MissionDir = Arguments.ComLinePath.empty()
-                         ? ReadSetting(settings, setting::LastDirPath, doc.GamePath)
-                         : Arguments.ComLinePath;
-    ApplyListColors(*this, prefs.ForeColor, prefs.BackColor);
-    // The window is there while long scans run; the pump keeps it alive and commands out.
-    show();
-    LoadTables();
-    if (doc.Closing) return;
-    doc.CurMission = 0;
-    doc.CurFlight = 0;
-    Start();
-    if (Arguments.ComLineProperties && comLineMissionFound_) ClickEditBrief();
-  });
+  DeleteLog(services);
+  services.Settings.BaseKey = kSettingsBaseKey;
+  WriteSetting(settings, setting::WorkDir, services.ProgramPath);
+  ReadStartSettings(prefs, services);
+  LogStartUp(services);
+  PrepareControls();
+  LoadPlacement();
+  doc.bLoading = true;
+  setWindowTitle(FromPath(kProgramTitle + std::string(" - ") + VersionText()));
+  prefs.bBackup = ReadFlag(settings, setting::Backup);
+  doc.GamePath = ReadSetting(settings, setting::GamePath);
+  LogError(services, doc.GamePath, "Start Up");
+  if (!FindGamePath(doc, services)) return Unload();
+  MakeImagesFolder(doc, services);
+  ChkComLine(doc, prefs, Arguments, services, commandLine);
+  // Only now: "-restore" takes the lock away.
+  if (prefs.bLockWT) flightArea->fraFlight->LockFlightControls(false);
+  doc.Missions.assign(1, Mission());
+  doc.MissionDir = Arguments.ComLinePath.empty()
+                       ? ReadSetting(settings, setting::LastDirPath, doc.GamePath)
+                       : Arguments.ComLinePath;
+  ApplyListColors(*this, prefs.ForeColor, prefs.BackColor);
+  // The window is there while long scans run; the pump keeps it alive and commands out.
+  show();
+  LoadTables();
+  if (doc.Closing) return;
+  doc.CurMission = 0;
+  doc.CurFlight = 0;
+  Start();
+  if (!Arguments.Unfound.empty())
+    Notice("\"" + Arguments.Unfound + "\" was not found; the folder of the last run is shown.");
+  if (Arguments.IsBriefing && comLineMissionFound_) ClickEditBrief();
+}
+
+/** Place, size and what else of the window's looks is remembered. */
+void frmRWS::LoadPlacement() {
+  const Services& services = session_.Services;
+  LoadWindowSize(services, *this);
+  LoadFormPos(services, *this);
+  LoadMaximized(services, *this);
+  LoadSplitter(services, *splSides);
+}
+
+void frmRWS::SavePlacement() {
+  const Services& services = session_.Services;
+  SaveFormPos(services, *this);
+  SaveWindowSize(services, *this);
+  SaveSplitter(services, *splSides);
 }
 
 }  // namespace rws

@@ -68,7 +68,7 @@ struct FieldsOf<BornPlace> {
   using Record = BornPlace;
   static constexpr auto kTable =
       std::make_tuple(RWS_FIELD(Army, Exactly), RWS_FIELD(Radius, Exactly), RWS_FIELD(Planes, No),
-                      RWS_FIELD(X, No), RWS_FIELD(Y, No));
+                      RWS_FIELD(X, No), RWS_FIELD(Y, No), RWS_FIELD(HasNumbers, No));
 };
 
 template <>

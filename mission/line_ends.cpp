@@ -32,11 +32,16 @@ std::optional<std::string> RepairedLineEnds(std::string_view bytes) {
   return text;
 }
 
-void NormaliseLineEnds(const Services& services, const std::string& path) {
-  ResumeNext([&] {
+std::string NormaliseLineEnds(const Services& services, const std::string& path) {
+  std::string reason;
+  const auto repair = [&] {
     const auto repaired = RepairedLineEnds(services.Files.ReadFile(path));
-    if (repaired) services.Files.ReplaceFile(path, *repaired);
-  });
+    if (!repaired) return;
+    services.Files.RequireWritable(path);
+    services.Files.ReplaceFile(path, *repaired);
+  };
+  Trap(repair, [&](const Fault& caught) { reason = caught.Text; });
+  return reason;
 }
 
 }  // namespace rws

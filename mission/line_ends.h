@@ -14,7 +14,8 @@ namespace rws {
 std::optional<std::string> RepairedLineEnds(std::string_view bytes);
 
 /** Repairs a file with bare line feeds on disk, without which it could not be read. The new text
-    takes the file's name when it is whole and on disk. A failure leaves the old file, silently. */
-void NormaliseLineEnds(const Services& services, const std::string& path);
+    takes the file's name when it is whole and on disk. A failure, which a read-only file is too,
+    leaves the old file, silently; its reason comes back, "" when there was none. */
+std::string NormaliseLineEnds(const Services& services, const std::string& path);
 
 }  // namespace rws

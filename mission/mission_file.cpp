@@ -29,9 +29,20 @@ void TellNotRestored(const Services& services, const std::string& path, const Fa
       Buttons::Ok, Icon::Critical, kProgramTitle);
 }
 
-/** Moves the copy back. A file that stands at the mission's path is not replaced. */
+bool HoldSame(const Services& services, const std::string& a, const std::string& b) {
+  bool same = false;
+  ResumeNext([&] { same = services.Files.ReadFile(a) == services.Files.ReadFile(b); });
+  return same;
+}
+
+/** Moves the copy back. A file that stands at the mission's path is not replaced; where it is still
+    the mission as it was, the copy has done its work. */
 void Restore(const Services& services, const std::string& temporary, const std::string& path,
              const Fault& cause) {
+  if (HoldSame(services, temporary, path)) {
+    ResumeNext([&] { services.Files.DeleteFile(temporary); });
+    return;
+  }
   const bool stood = services.Files.FileExists(path);
   const auto tell = [&](const Fault& caught) {
     std::string stands = stood ? "\nThe updated mission is in its place."
@@ -55,7 +66,7 @@ std::string BackupPath(const Services& services, const std::string& fileName) {
 }
 
 bool WriteMissionFile(const Services& services, const Mission& mission, const LineArray& lines,
-                      bool backup) {
+                      bool backup, std::string* reason) {
   // A link stays where it is; the file behind it is saved and written.
   const std::string path = services.Files.FollowLinks(BuildPath(mission.DirPath, mission.FileName));
   const std::string temporary = BuildPath(services.AppPath, "$$$TEMP");
@@ -64,12 +75,17 @@ bool WriteMissionFile(const Services& services, const Mission& mission, const Li
     KeepEarlierCopy(services, temporary);
     services.Files.CopyFile(path, temporary);
     copied = true;
-    if (backup) services.Files.MoveFile(path, BackupPath(services, mission.FileName));
-    services.Files.ReplaceFile(path, lines.FileText());
+    if (backup)
+      services.Files.MoveFile(path, BackupPath(services, mission.FileName));
+    else
+      services.Files.RequireWritable(path);
+    // By now the copy may be the only file that has the mission's access rights.
+    services.Files.ReplaceFile(path, lines.FileText(), temporary);
     services.Files.DeleteFile(temporary);
   };
   return Trap(write, [&](const Fault& caught) {
     LogError(services, caught.Text, "WriteMissionFile");
+    if (reason) *reason = caught.Text;
     if (copied) return Restore(services, temporary, path, caught);
     if (services.Files.FileExists(path)) return;
     TellNotRestored(services, path, caught, "");

@@ -13,12 +13,13 @@ std::string BackupPath(const Services& services, const std::string& fileName);
 
 /** Puts a mission's new lines on disk. In this order: a copy in "$$$TEMP"; with backups on, the old
     file moved to "RWS Backup"; the new file written beside and given the mission's name; the copy
-    deleted. Each step is on disk before the next begins. A failure is logged and the copy moved
-   back; false then. Where a file still stands at the mission's path that move is refused, since
-   nothing is ever replaced by it: a box tells where the good copy lies and the fault goes up to the
-   caller. */
+    deleted. Each step is on disk before the next begins. With backups off a read-only mission is a
+   failure. The new file has the access rights of the old one. A failure is logged and the copy
+   moved back, or deleted where the mission still stands as it was; false then, and `reason` tells
+   why. Where another file stands at the mission's path that move is refused, since nothing is ever
+   replaced by it: a box tells where the good copy lies and the fault goes up to the caller. */
 bool WriteMissionFile(const Services& services, const Mission& mission, const LineArray& lines,
-                      bool backup);
+                      bool backup, std::string* reason = nullptr);
 
 /** Writes the squadron stems of a chosen mission's `[Wing]` list to "sq.txt" in `AppPath`, one a
     line, and closes the main window. No control reaches it. */

@@ -25,6 +25,14 @@ void CloseOverMissingFile(Document& doc, const Services& services, const std::st
   services.Window.Close();
 }
 
+/** The records hold the repaired text; without a word the player would take the file for repaired.
+ */
+void TellUnrepaired(const Services& services, const std::string& path, const std::string& reason) {
+  if (services.Ask.Notice)
+    services.Ask.Notice("The line ends of \"" + path +
+                        "\" could not be repaired; the file was left as it is. " + reason);
+}
+
 struct HeaderLine {
   Document& Doc;
   const Services& With;
@@ -156,13 +164,19 @@ void LoadMission(Document& doc, const Services& services, std::size_t mission) {
   const Mission& record = doc.Missions[mission];
   services.Window.ShowBusy(true);
   const std::string path = BuildPath(record.DirPath, record.FileName);
-  if (!services.Files.FileExists(path)) {
+  if (services.Files.IsGone(path)) {
     services.Window.ShowBusy(false);
     return CloseOverMissingFile(doc, services, path);
   }
-  NormaliseLineEnds(services, path);
-  LogAndLeave(services, "LoadMission",
-              [&] { ReadMissionText(doc, services, mission, services.Files.ReadFile(path)); });
+  const std::string reason = NormaliseLineEnds(services, path);
+  LogAndLeave(services, "LoadMission", [&] {
+    std::string bytes = services.Files.ReadFile(path);
+    if (auto repaired = RepairedLineEnds(bytes)) {
+      TellUnrepaired(services, path, reason);
+      bytes = std::move(*repaired);
+    }
+    ReadMissionText(doc, services, mission, std::move(bytes));
+  });
   services.Window.ShowBusy(false);
 }
 

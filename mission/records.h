@@ -58,6 +58,8 @@ struct BornPlace {
   std::int32_t Radius = 0;
   std::vector<std::string> Planes;
   std::int32_t X = 0, Y = 0;
+  /** False for a record whose line never gave all four; it is not written. */
+  bool HasNumbers = true;
 };
 
 /** One mission file. */

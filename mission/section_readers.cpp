@@ -165,9 +165,16 @@ void LoadWayPoint(Document& doc, const Services& services, std::size_t mission, 
     Flight& record = At(doc.Missions[mission].Flights, static_cast<std::ptrdiff_t>(flight));
     RouteLine words;
     std::size_t count = 0;
+    const auto isRoute = [&](std::size_t i) {
+      return i < lines.size() && !IsSectionHeader(lines[i]);
+    };
+    // A section that fails at once leaves the route of one before it as that was read.
+    Waypoint first;
+    if (!record.Waypoints.empty() && isRoute(line + 1))
+      ReadWaypointLine(first, lines[line + 1], words);
     // A route that breaks off is written as far as it was read, not up to the end of one before it.
     record.LastWaypoint.clear();
-    for (std::size_t i = line + 1; i < lines.size() && !IsSectionHeader(lines[i]); ++i) {
+    for (std::size_t i = line + 1; isRoute(i); ++i) {
       budget.Spend(1);
       record.Waypoints.resize(count + 1);
       Waypoint& waypoint = record.Waypoints[count];
@@ -188,8 +195,12 @@ void LoadBornPlace(Document& doc, const Services& services, std::size_t mission,
     std::size_t i = line + 1;
     for (std::size_t count = 0; i < lines.size() && !IsSectionHeader(lines[i]); ++i) {
       budget.Spend(1);
+      const bool isNew = record.BornPlaces.size() <= count;
       record.BornPlaces.resize(++count);
-      ReadBornPlaceLine(record.BornPlaces.back(), lines[i]);
+      BornPlace& place = record.BornPlaces.back();
+      if (isNew) place.HasNumbers = false;
+      ReadBornPlaceLine(place, lines[i]);
+      place.HasNumbers = true;
     }
     while (i < lines.size() && Like(services.Page.LCase(lines[i]), "*bornplace#*"))
       ReadBornPlacePlanes(record, i, budget);

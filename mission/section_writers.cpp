@@ -109,12 +109,14 @@ void NewBornPlace(const Services& services, LineArray& output, const Mission& mi
   LogAndLeave(services, "NewBornPlace", [&] {
     output.Add("[BornPlace]");
     for (const auto& place : mission.BornPlaces) {
+      if (!place.HasNumbers) continue;
       std::string line = std::to_string(place.Army);
       for (const auto number : {place.Radius, place.X, place.Y})
         line.append(" ").append(std::to_string(number));
       output.Add(kIndent, line);
     }
     for (std::size_t i = 0; i < mission.BornPlaces.size(); ++i) {
+      if (!mission.BornPlaces[i].HasNumbers) continue;
       const auto& planes = mission.BornPlaces[i].Planes;
       if (!planes.empty()) output.Add("[BornPlace" + std::to_string(i) + "]");
       for (const auto& plane : planes) output.Add(kIndent, plane);

@@ -60,19 +60,21 @@ bool RecordsDiffer(const Record& own, const Record& shadow) {
   return differ;
 }
 
-void TellFailure(const Services& services, const char* text) {
+void TellFailure(const Services& services, std::string text, const std::string& reason) {
+  if (!reason.empty()) text += "\n\n" + reason;
   services.Ask.MsgBox(text, Buttons::Ok, Icon::Critical, kProgramTitle);
 }
 
 bool UpdateMission(Document& doc, const Services& services, const Preferences& prefs,
                    const ShownValues& shown, std::size_t mission) {
   LineArray lines;
-  if (!BuildMissionFile(doc, services, lines, mission, shown)) {
-    TellFailure(services, "Update Failed. Reason unknown. Update aborted.");
+  std::string reason;
+  if (!BuildMissionFile(doc, services, lines, mission, shown, &reason)) {
+    TellFailure(services, "Update Failed. Reason unknown. Update aborted.", reason);
     return false;
   }
-  if (!WriteMissionFile(services, doc.Missions[mission], lines, prefs.bBackup)) {
-    TellFailure(services, "Update fail. Reason unknown. Mission file restored.");
+  if (!WriteMissionFile(services, doc.Missions[mission], lines, prefs.bBackup, &reason)) {
+    TellFailure(services, "Update fail. Reason unknown. Mission file restored.", reason);
     return false;
   }
   return true;

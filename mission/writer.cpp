@@ -247,9 +247,9 @@ void WriteTail(const Services& services, LineArray& output, const Mission& missi
 }  // namespace
 
 bool BuildMissionFile(Document& doc, const Services& services, LineArray& output,
-                      std::size_t mission, const ShownValues& shown) {
+                      std::size_t mission, const ShownValues& shown, std::string* reason) {
   bool complete = false;
-  LogAndLeave(services, "BuildMissionFile", [&] {
+  const auto build = [&] {
     Mission& record = At(doc.Missions, static_cast<std::ptrdiff_t>(mission));
     if (!record.Loaded) return;
     const std::size_t size = record.Lines.FileText().size();
@@ -260,6 +260,10 @@ bool BuildMissionFile(Document& doc, const Services& services, LineArray& output
     if (tail->HasFlights) WriteFlights(services, output, record.Flights);
     WriteTail(services, output, record, tail->Start);
     complete = true;
+  };
+  Trap(build, [&](const Fault& caught) {
+    LogError(services, caught.Text, "BuildMissionFile");
+    if (reason) *reason = caught.Text;
   });
   return complete;
 }

@@ -19,9 +19,9 @@ struct ShownValues {
 /** Makes the lines of a mission's new file: the head and the tail of the kept lines, and between
    them flights and routes from the records. A cloud or time line without its value is completed
    from `shown`. False, logged, when the lines could not be made or the mission was never read;
-   nothing on disk has been touched then. */
+   nothing on disk has been touched then, and `reason` tells why where that is known. */
 bool BuildMissionFile(Document& doc, const Services& services, LineArray& output,
-                      std::size_t mission, const ShownValues& shown);
+                      std::size_t mission, const ShownValues& shown, std::string* reason = nullptr);
 
 /** Appends a flight's section: its header, then indented lines without blanks at their end. Keys of
  * the section that no record models are lost, as accepted. */

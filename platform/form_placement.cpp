@@ -26,11 +26,17 @@ std::optional<int> Stored(const Services& services, const std::string& name) {
   return static_cast<int>(std::clamp(Val(text) / kTwipsPerPixel, -1e6, 1e6));
 }
 
+/** False for a form that does not stand where it goes back to. */
+bool IsNormal(const QWidget& form) {
+  return !form.isMaximized() && !form.isMinimized() && !form.isFullScreen();
+}
+
 }  // namespace
 
 void SaveFormPos(const Services& services, const QWidget& form) {
-  Store(services, Name(form, "Top"), form.y());
-  Store(services, Name(form, "Left"), form.x());
+  if (!IsNormal(form)) return;
+  Store(services, Name(form, "Top"), form.frameGeometry().top());
+  Store(services, Name(form, "Left"), form.frameGeometry().left());
 }
 
 void LoadFormPos(const Services& services, QWidget& form) {
@@ -41,6 +47,10 @@ void LoadFormPos(const Services& services, QWidget& form) {
   // A corner that can be gripped must be on a screen.
   const QPoint grip = place + QPoint(40, 10);
   if (place.x() + place.y() < 0 || !QGuiApplication::screenAt(grip)) return CenterForm(form);
+  // A form that has to grow as it is shown is placed anew by its inside, and would creep by the
+  // height of its title bar at each start.
+  form.ensurePolished();
+  form.resize(form.size().expandedTo(form.minimumSizeHint()));
   form.move(place);
 }
 
@@ -57,6 +67,7 @@ QSize FrameExtent(const QWidget& form) {
 }
 
 void SaveFormSize(const Services& services, const QWidget& form) {
+  if (!IsNormal(form)) return;
   Store(services, Name(form, "Width"), form.frameGeometry().width());
   Store(services, Name(form, "Height"), form.frameGeometry().height());
 }
@@ -67,6 +78,38 @@ void LoadFormSize(const Services& services, QWidget& form) {
   const QSize stored(Stored(services, Name(form, "Width")).value_or(outer.width()),
                      Stored(services, Name(form, "Height")).value_or(outer.height()));
   form.resize(stored.boundedTo(form.screen()->availableSize()) - frame);
+}
+
+void SaveWindowSize(const Services& services, const QWidget& window) {
+  if (IsNormal(window)) {
+    Store(services, Name(window, "InnerWidth"), window.width());
+    Store(services, Name(window, "InnerHeight"), window.height());
+  }
+  SetRegValue(services.Settings, SettingsRoot::CurrentUser, kSetPath, Name(window, "Maximized"),
+              std::string(window.isMaximized() ? "True" : "False"));
+}
+
+void LoadWindowSize(const Services& services, QWidget& window) {
+  const QSize stored(Stored(services, Name(window, "InnerWidth")).value_or(window.width()),
+                     Stored(services, Name(window, "InnerHeight")).value_or(window.height()));
+  window.resize(stored.boundedTo(window.screen()->availableSize()));
+}
+
+void LoadMaximized(const Services& services, QWidget& window) {
+  const std::string text = GetRegValue(services.Settings, SettingsRoot::CurrentUser, kSetPath,
+                                       Name(window, "Maximized"), "False");
+  if (text == "True") window.setWindowState(window.windowState() | Qt::WindowMaximized);
+}
+
+void SaveSplitter(const Services& services, const QSplitter& splitter) {
+  Store(services, Name(splitter, "Left"), splitter.sizes().value(0));
+}
+
+void LoadSplitter(const Services& services, QSplitter& splitter) {
+  const auto left = Stored(services, Name(splitter, "Left"));
+  if (!left || *left <= 0) return;
+  // The form may be narrower by now; the splitter keeps both sides at their least width.
+  splitter.setSizes({*left, std::max(splitter.window()->width() - *left, 1)});
 }
 
 }  // namespace rws

@@ -105,6 +105,14 @@ bool FileSystem::FolderExists(const std::string& path) const {
   return os::Stat(Resolve(path), kind) && kind == os::EntryKind::Folder;
 }
 
+bool FileSystem::IsGone(const std::string& path) const { return os::IsGone(Resolve(path)); }
+
+void FileSystem::RequireWritable(const std::string& path) const {
+  const std::string target = FollowLinks(path);
+  if (os::IsReadOnly(target))
+    throw FileFault(fault::Permission, "write", target, "the file is read-only");
+}
+
 bool FileSystem::IsSameFile(const std::string& a, const std::string& b) const {
   return os::SameFile(Resolve(a), Resolve(b));
 }
@@ -151,9 +159,10 @@ void FileSystem::WriteWhole(const std::string& target, std::string_view bytes,
   SyncFolderOf(target);
 }
 
-void FileSystem::ReplaceFile(const std::string& path, std::string_view bytes) const {
+void FileSystem::ReplaceFile(const std::string& path, std::string_view bytes,
+                             const std::string& rightsFrom) const {
   const std::string target = FollowLinks(path);
-  WriteWhole(target, bytes, target);
+  WriteWhole(target, bytes, rightsFrom.empty() ? target : FollowLinks(rightsFrom));
 }
 
 void FileSystem::AppendToFile(const std::string& path, std::string_view bytes) const {

@@ -33,6 +33,12 @@ class FileSystem {
   static bool MindsCase();
   bool FileExists(const std::string& path) const;
   bool FolderExists(const std::string& path) const;
+  /** True if the system says that nothing stands at `path`. What cannot be looked at may stand
+   * there.
+   */
+  bool IsGone(const std::string& path) const;
+  /** A fault, with the reason, for a file that may not be written. */
+  void RequireWritable(const std::string& path) const;
   /** The spelling on disk of `path`; of parts that do not exist, the one given. */
   std::string Resolve(const std::string& path) const;
   /** The file that `path` leads to when it is a link; else its spelling on disk. */
@@ -51,8 +57,10 @@ class FileSystem {
   std::string ReadFile(const std::string& path, std::uint64_t most = UINT64_MAX) const;
   /** Gives `path` the content `bytes`. They go to a file beside it, which takes the name when it is
       whole and on disk; until then the old content stands, also after a failure. Should only the
-      flush of the folder fail, that is a fault although the new content stands. */
-  void ReplaceFile(const std::string& path, std::string_view bytes) const;
+      flush of the folder fail, that is a fault although the new content stands. Access rights come
+      from the old file, or from the one named. */
+  void ReplaceFile(const std::string& path, std::string_view bytes,
+                   const std::string& rightsFrom = "") const;
   /** Adds `bytes` at the end of the file, making it when there is none. Not flushed to disk. */
   void AppendToFile(const std::string& path, std::string_view bytes) const;
   /** Copies over whatever file stands at `to`, which is whole or as it was. Onto itself is refused.

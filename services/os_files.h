@@ -22,6 +22,10 @@ struct Entry {
 
 /** Kind of what stands at `path`, links followed; false if nothing does or the link dangles. */
 bool Stat(const std::string& path, EntryKind& kind);
+/** True if the system says that nothing stands at `path`; false also when it cannot tell. */
+bool IsGone(const std::string& path);
+/** True for a file that nobody may write, or not this user. */
+bool IsReadOnly(const std::string& path);
 /** True if something stands at `path`, a dangling link included. */
 bool Exists(const std::string& path);
 /** `path` with its last name as the disk spells it; something must stand there. */

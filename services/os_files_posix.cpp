@@ -87,6 +87,18 @@ bool Stat(const std::string& path, EntryKind& kind) {
   return true;
 }
 
+bool IsGone(const std::string& path) {
+  struct stat info;
+  return ::stat(path.c_str(), &info) != 0 && (errno == ENOENT || errno == ENOTDIR);
+}
+
+bool IsReadOnly(const std::string& path) {
+  struct stat info;
+  if (::stat(path.c_str(), &info) != 0) return false;
+  // To the superuser every file is open; the one who took all rights to write away meant it.
+  return (info.st_mode & 0222) == 0 || ::access(path.c_str(), W_OK) != 0;
+}
+
 bool Exists(const std::string& path) {
   struct stat info;
   return ::lstat(path.c_str(), &info) == 0;

@@ -18,7 +18,8 @@ struct SettingValue {
 inline constexpr std::string_view kSettingsBaseKey = "Software\\Hollowbyte\\RWS Edit";
 
 /** All values of the program. A form's place is kept beside these, under the form's name followed
-   by "Top", "Left", "Width" or "Height". A value without a fixed default reads as "". */
+   by "Top", "Left", "Width" or "Height", the main window's size under "InnerWidth" and
+   "InnerHeight". A value without a fixed default reads as "". */
 namespace setting {
 inline constexpr SettingValue GamePath{"GamePath", ""};
 inline constexpr SettingValue WorkDir{"WorkDir", ""};

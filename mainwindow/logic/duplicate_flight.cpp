@@ -42,6 +42,14 @@ void MoveWaypoint(Waypoint& waypoint, const WaypointOffsets& offsets) {
   AddTo(waypoint.Alt, offsets.Alt);
 }
 
+/** True for "LANDING" and for what later versions of the game made of it, "LANDING_104". */
+bool IsOfKind(const Waypoint& waypoint, std::string_view kind) {
+  return EqualNoCase(std::string_view(waypoint.Type).substr(0, kind.size()), kind);
+}
+
+/** True for a line of a later version that stands among the waypoints and is none. */
+bool IsTriggers(const Waypoint& waypoint) { return EqualNoCase(waypoint.Type, "triggers"); }
+
 /** Unlinks a ground attack from its target, when that is the last word. */
 void DropTarget(std::string& line) {
   const RouteLine words(line);
@@ -64,13 +72,15 @@ void AddCopies(Document& doc, const Catalogues& tables, const Services& services
 }  // namespace
 
 void OffsetWaypoints(std::vector<Waypoint>& waypoints, const WaypointOffsets& offsets) {
-  for (std::size_t i = 0; i < waypoints.size(); ++i) {
-    Waypoint& waypoint = waypoints[i];
-    const bool isLanding = EqualNoCase(waypoint.Type, "landing");
-    if (!isLanding && !EqualNoCase(waypoint.Type, "takeoff")) MoveWaypoint(waypoint, offsets);
+  Waypoint* before = nullptr;
+  for (auto& waypoint : waypoints) {
+    if (IsTriggers(waypoint)) continue;
+    const bool isLanding = IsOfKind(waypoint, "landing");
+    if (!isLanding && !IsOfKind(waypoint, "takeoff")) MoveWaypoint(waypoint, offsets);
     if (EqualNoCase(waypoint.Type, "gattack")) DropTarget(waypoint.Line);
-    if (isLanding && i > 0) AddTo(waypoints[i - 1].Speed, offsets.Speed);
+    if (isLanding && before) AddTo(before->Speed, offsets.Speed);
     std::replace(waypoint.Line.begin(), waypoint.Line.end(), ',', '.');
+    before = &waypoint;
   }
 }
 

@@ -17,8 +17,10 @@ struct WaypointOffsets {
   std::int16_t Speed = 0;     // km/h, of the waypoint before a landing
 };
 
-/** Moves a route by the offsets. Take-off and landing stay at their airfield; a ground attack of
-    exactly six words loses its target. A waypoint without two coordinates stays as it is. */
+/** Moves a route by the offsets. Take-off and landing stay at their airfield, also those of later
+    versions of the game ("LANDING_104"); a ground attack of exactly six words loses its target. A
+    waypoint without two coordinates stays as it is, and so does a line of triggers, which is no
+    waypoint. */
 void OffsetWaypoints(std::vector<Waypoint>& waypoints, const WaypointOffsets& offsets);
 
 /** Gives each flight of status "grp" the route of the flight at `source`, the first moved once by

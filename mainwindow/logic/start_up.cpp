@@ -1,5 +1,7 @@
 #include "mainwindow/logic/start_up.h"
 
+#include <algorithm>
+
 #include "services/association.h"
 #include "services/error_log.h"
 #include "services/list_files.h"
@@ -44,10 +46,13 @@ void TakePath(StartArguments& arguments, const Services& services, const std::st
   arguments.ComLinePath = Absolute(services, part);
   arguments.ComLineProperties = ContainsNoCase(part, "properties");
   if (services.Files.FileExists(arguments.ComLinePath)) {
+    arguments.IsBriefing = FoldName(arguments.ComLinePath).ends_with(".properties");
     arguments.ComLineMission = GetFileName(arguments.ComLinePath);
     arguments.ComLinePath = GetParentFolderName(arguments.ComLinePath);
   }
-  if (!services.Files.FolderExists(arguments.ComLinePath)) arguments.ComLinePath.clear();
+  if (services.Files.FolderExists(arguments.ComLinePath)) return;
+  arguments.ComLinePath.clear();
+  arguments.Unfound = part;
 }
 
 /** A folder of a Steam library that looks like the game's, else the library itself. */
@@ -146,11 +151,16 @@ void ChkComLine(Document& doc, Preferences& prefs, StartArguments& arguments,
 }
 
 int FindComLineMission(const Document& doc, const StartArguments& arguments) {
-  const std::string wanted = FoldName(GetBaseName(arguments.ComLineMission));
-  if (wanted.empty()) return -1;
-  for (std::size_t i = 0; i < doc.Missions.size(); ++i)
-    if (FoldName(doc.Missions[i].BaseName) == wanted) return static_cast<int>(i);
-  return -1;
+  const std::string base = GetBaseName(arguments.ComLineMission), folded = FoldName(base);
+  if (base.empty()) return -1;
+  const auto find = [&](auto isWanted) {
+    const auto found = std::find_if(doc.Missions.begin(), doc.Missions.end(), isWanted);
+    return found == doc.Missions.end() ? -1 : static_cast<int>(found - doc.Missions.begin());
+  };
+  int found = find([&](const Mission& m) { return m.FileName == arguments.ComLineMission; });
+  if (found < 0) found = find([&](const Mission& m) { return m.BaseName == base; });
+  if (found < 0) found = find([&](const Mission& m) { return FoldName(m.BaseName) == folded; });
+  return found;
 }
 
 }  // namespace rws

@@ -16,6 +16,10 @@ struct StartArguments {
   std::string ComLinePath, ComLineMission;
   /** The argument held "properties". */
   bool ComLineProperties = false;
+  /** The argument was a briefing's file: its mission's briefing is opened. */
+  bool IsBriefing = false;
+  /** The argument, if it named nothing. */
+  std::string Unfound;
   /** The third and fourth part, which nothing uses yet. */
   bool ThirdPartEmpty = false;
   std::string FourthPart;
@@ -49,7 +53,8 @@ std::string LikelyGameFolder(const Services& services);
 void ChkComLine(Document& doc, Preferences& prefs, StartArguments& arguments,
                 const Services& services, std::string_view commandLine);
 
-/** Index of the mission that the command line named, or -1. */
+/** Index of the mission that the command line named, or -1. The exact name goes before one that
+    differs in letter case. */
 int FindComLineMission(const Document& doc, const StartArguments& arguments);
 
 }  // namespace rws

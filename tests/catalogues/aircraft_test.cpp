@@ -103,8 +103,9 @@ TEST_F(AircraftTest, ShowsAndLearnsWeapons) {
   Load(Crlf({"F,Duck,A_1", "F,Goose,G_1"}),
        Crlf({"Bombs,Bmb,A_1", "Bombs,bmb2", "none", "Rockets,r1,G_1", "none"}));
   // Each text, and "+" where the key was new.
-  const Rows rows{"DEFAULT>Default", "bmb>Bombs", "none>Empty (No Ammo)", "New>New+", "NEW>New",
-                  "p,q>p,q+",        "p,q>p,q"};
+  const Rows rows{"DEFAULT>Default", "bmb>Bombs", "none>Empty (No Ammo)",
+                  "New>New+",        "NEW>New",   "p,q>p,q+",
+                  "p,q>p,q",         ">"};
   for (const auto& row : rows) {
     const std::string key = row.substr(0, row.find('>'));
     const ShownWeapon shown = DisplayWeps(Cat, W.Services, "Duck", key);

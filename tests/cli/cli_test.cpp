@@ -52,7 +52,7 @@ TEST_F(Cli, ShowPrintsEveryField) {
             Json::parse(R"([{"Alt":"3","Speed":"4","Type":"T","Marker":"&0","X":1.0,"Y":2.0,
                              "Dist":0.0,"Line":"  T 1 2 3.0 4.0 &0"}])"));
   EXPECT_EQ(mission["BornPlaces"],
-            Json::parse(R"([{"Army":1,"Radius":3000,"Planes":[],"X":5,"Y":6}])"));
+            Json::parse(R"([{"Army":1,"Radius":3000,"Planes":[],"X":5,"Y":6,"HasNumbers":true}])"));
   EXPECT_EQ(mission["Loaded"], true);
   EXPECT_EQ(mission["MapName"], "Moscow winter");
   EXPECT_EQ(mission["Lines"].size(), 18U);

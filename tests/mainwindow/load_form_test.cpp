@@ -90,15 +90,86 @@ TEST_F(LoadFormTest, WithoutAGameTheProgramEnds) {
   EXPECT_EQ(ReadSetting(World_.Services.Settings, setting::GamePath), "");
 }
 
+TEST_F(LoadFormTest, AFaultBeforeTheWindowIsThereEndsTheProgram) {
+  World_.Services.Settings.Backend.Write = [](SettingsRoot, const std::string&, const std::string&,
+                                              const SettingData&) {
+    throw FileFault(fault::FileIo, "write", "settings", "no space left");
+  };
+  World_.Script.Expect("no space left");
+  Load("");
+  EXPECT_TRUE(Doc().Closing);
+  EXPECT_FALSE(Window->isVisible());
+  EXPECT_EQ(ReadSetting(World_.Services.Settings, setting::ForeColor, ""), "");
+}
+
+TEST_F(LoadFormTest, AFileInThePlaceOfTheImagesDoesNotStopTheStart) {
+  Box.Write("program/Aircraft Images", "");
+  Load(Box.Path("missions"));
+  EXPECT_TRUE(Window->isVisible());
+  EXPECT_EQ(Window->lstMission->RowCount(), 2);
+}
+
+TEST_F(LoadFormTest, OnlyABriefingsFileOpensTheBriefing) {
+  Box.Write("my properties/b.mis", MissionText());
+  Box.Write("my properties/b.properties", "");
+  // Argument, dialogs that open, whether the status bar tells that there is no such thing.
+  const std::tuple<const char*, int, bool> rows[] = {{"my properties/b.mis", 0, false},
+                                                     {"my properties/B.properties", 1, false},
+                                                     {"my properties", 0, false},
+                                                     {"properties", 0, true}};
+  for (const auto& [argument, dialogs, told] : rows) {
+    SCOPED_TRACE(argument);
+    int shown = 0;
+    Window = std::make_unique<frmRWS>(World_);
+    Window->ShowDialog = [&](QDialog&) { ++shown; };
+    Window->LoadForm(Box.Path(argument));
+    EXPECT_EQ(shown, dialogs);
+    EXPECT_EQ(Window->staBar->currentMessage().contains("properties\" was not found"), told);
+    Window->Unload();
+    Doc() = Document();
+  }
+}
+
+TEST_F(LoadFormTest, TheMissionOfTheCommandLineIsForTheFirstDirectoryOnly) {
+  Box.Write("empty/b.properties", "");
+  Load(Box.Path("empty/b.properties"));
+  Doc().MissionDir = Box.Path("missions");
+  Window->Start();
+  EXPECT_EQ(Row(), 0);
+}
+
+TEST_F(LoadFormTest, RestoreTakesTheLockAway) {
+  WriteSetting(World_.Services.Settings, setting::LockWT, "True");
+  WriteSetting(World_.Services.Settings, setting::LastDirPath, Box.Path("missions"));
+  Load("");
+  EXPECT_FALSE(Panel().dtMission->isEnabled());
+  Window->Unload();
+  Doc() = Document();
+  World_.Script.ExpectPath("Please locate the install directory for IL2", Box.Path("game"));
+  WriteSetting(World_.Services.Settings, setting::GamePath, "");
+  Load("-restore");
+  Doc().MissionDir = Box.Path("missions");
+  Window->Start();
+  EXPECT_TRUE(Panel().dtMission->isEnabled());
+}
+
 TEST_F(LoadFormTest, WithoutSkinsTheProgramEnds) {
   World_.Services.Files.DeleteFile(Box.Path("game/PaintSchemes/Skins/IL_2/a.bmp"));
   Box.Write("bare/il2fb.exe", "");
   WriteSetting(World_.Services.Settings, setting::GamePath, Box.Path("bare"));
   World_.Script.Expect("Check the error log file for errors.");
+  int shutDowns = 0;
+  auto& backend = World_.Services.Settings.Backend;
+  backend.Write = [&, write = backend.Write](SettingsRoot root, const std::string& key,
+                                             const std::string& name, const SettingData& data) {
+    shutDowns += name == setting::ForeColor.Name;
+    write(root, key, name, data);
+  };
   Load("");
   EXPECT_TRUE(Doc().Closing);
-  QCoreApplication::processEvents();
   EXPECT_FALSE(Window->isVisible());
+  Window->close();
+  EXPECT_EQ(shutDowns, 1) << "the event loop is never entered";
   EXPECT_EQ(ReadSetting(World_.Services.Settings, setting::GamePath), "");
 }
 

@@ -88,6 +88,7 @@ class Update {
       EXPECT_TRUE(!situation_.Backups || box_.Read(BackupName()) == old_);
     } else if (told.starts_with("Update fail. Reason unknown. Mission file restored.")) {
       EXPECT_TRUE(mission == old_);
+      EXPECT_TRUE(told.ends_with("device error")) << told;
       EXPECT_TRUE(world_.Log.at(0).ends_with("WriteMissionFile"));
     } else {
       CheckUnrestored(told, mission);
@@ -214,6 +215,36 @@ TEST(WriteMissionFile, SavesAndWritesTheFileBehindALink) {
   EXPECT_EQ(box.Read("real/a.mis"), "new\r\n");
   EXPECT_FALSE(std::filesystem::is_symlink(box.Path("app/RWS Backup/a.mis.bak")));
   EXPECT_EQ(box.Read("app/RWS Backup/a.mis.bak"), "old");
+}
+
+TEST(WriteMissionFile, DoesNotReplaceAReadOnlyMissionWithoutBackup) {
+  using std::filesystem::perms;
+  const perms rights = perms::owner_read | perms::group_read;
+  const std::string text = CrlfText("[MAIN]|  army 1|[Wing]|[x_Way]|[e]");
+  for (const bool backup : {false, true}) {
+    SCOPED_TRACE(backup);
+    test::Sandbox box;
+    World world(box.Path("app"));
+    box.MakeFolder("app");
+    world.Prefs.bBackup = backup;
+    world.Doc.MissionFiles = {box.Write("m/a.mis", text), box.Write("m/b.mis", text)};
+    std::filesystem::permissions(box.Path("m/a.mis"), rights);
+    LoadMissionArray(world.Doc, world.Services);
+    for (auto& mission : world.Doc.Missions) {
+      LoadMission(world.Doc, world.Services,
+                  static_cast<std::size_t>(&mission - &world.Doc.Missions[0]));
+      mission.Player = "r0100";
+      mission.Modified = true;
+    }
+    if (!backup) world.Script.Expect("Update fail. Reason unknown. Mission file restored.\n\n");
+    EXPECT_EQ(UpdateChanges(world.Doc, world.Services, world.Prefs, world.Shown), backup);
+    // The other mission is written in any case, and no copy is left.
+    EXPECT_EQ(box.Read("m/a.mis") == text, !backup);
+    EXPECT_TRUE(Contains(box.Read("m/b.mis"), "player r0100"));
+    EXPECT_FALSE(box.Exists("app/$$$TEMP"));
+    EXPECT_EQ(std::filesystem::status(box.Path("m/a.mis")).permissions(), rights);
+    EXPECT_TRUE(backup || world.Script.Boxes[0].Text.ends_with("the file is read-only"));
+  }
 }
 
 TEST(GetSqFile, WritesTheStemsAndCloses) {

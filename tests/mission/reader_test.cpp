@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <sstream>
 
 #include "mission/line_values.h"
@@ -234,6 +235,8 @@ TEST(LoadBornPlace, FollowsTheOrderOfEvents) {
       {"|[BornPlace0]|[BornPlace1]|[end]", 2, "", false},
       {"|[BornPlace0]|A", 1, "", true},
       {"|[BornPlace7]|[end]", 2, "", true},
+      {"|  |  3 1 2 3", 3, "", true},  // the blank line's record never gets its numbers
+      {"|3 1 2", 3, "", true},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.Tail);
@@ -246,7 +249,17 @@ TEST(LoadBornPlace, FollowsTheOrderOfEvents) {
     const BornPlace& first = mission.BornPlaces[0];
     EXPECT_EQ(Joined(first.Planes), row.FirstPlanes);
     EXPECT_TRUE(first.Army == 1 && first.Radius == 3000 && first.X == 100 && first.Y == -200);
+    EXPECT_TRUE(first.HasNumbers);
+    EXPECT_EQ(mission.BornPlaces.back().HasNumbers, row.Count < 3);
   }
+}
+
+TEST(LoadWayPoint, ASecondSectionThatFailsAtOnceLeavesTheFirst) {
+  World world;
+  const Flight& flight = ReadRoute(world, "T 1 2 3 4 &1|N 5 6 7 8 &0|[r0199_Way]|N 9 9|L 1 1 1 1");
+  EXPECT_EQ(Joined(world.Log), "Subscript out of rangeLoadWayPoint");
+  ASSERT_EQ(flight.Waypoints.size(), 2U);
+  EXPECT_EQ(flight.Waypoints[0].Line + flight.LastWaypoint, "T 1 2 3 4 &11");
 }
 
 class MissionFolder : public testing::Test {
@@ -300,6 +313,32 @@ TEST_F(MissionFolder, AMissionThatIsGoneEndsTheProgram) {
   ASSERT_EQ(world_.SettingTexts.size(), 1U);
   EXPECT_EQ(world_.SettingTexts.begin()->second, "");
   EXPECT_TRUE(world_.CloseRequests == 1 && world_.Doc.Closing && !world_.Busy);
+}
+
+#ifndef _WIN32
+TEST_F(MissionFolder, AMissionThatCannotBeLookedAtIsNotGone) {
+  const string path = box_.Write("m/a.mis", "[MAIN]\r\n");
+  List("m");
+  std::remove(path.c_str());
+  std::filesystem::create_symlink("a.mis", path);  // a link to itself
+  LoadMission(world_.Doc, world_.Services, 0);
+  EXPECT_TRUE(Joined(world_.Log).ends_with("LoadMission")) << Joined(world_.Log);
+  EXPECT_FALSE(world_.Doc.Closing || world_.Doc.Missions[0].Loaded || world_.Busy);
+}
+#endif
+
+TEST_F(MissionFolder, AFileThatCannotBeRepairedIsReadAllTheSame) {
+  const string text = "[MAIN]\n  army 1\n[Wing]\n[NStationary]\n";
+  std::filesystem::permissions(box_.Write("m/a.mis", text), std::filesystem::perms::owner_read);
+  List("m");
+  LoadMission(world_.Doc, world_.Services, 0);
+  EXPECT_EQ(world_.Doc.Missions[0].Army, "1");
+  EXPECT_EQ(box_.Read("m/a.mis"), text);
+  ASSERT_EQ(world_.Script.Notices.size(), 1U);
+  EXPECT_TRUE(world_.Script.Notices[0].find("a.mis\" could not be repaired") != string::npos &&
+              world_.Script.Notices[0].ends_with("the file is read-only"))
+      << world_.Script.Notices[0];
+  EXPECT_TRUE(world_.Log.empty());
 }
 
 TEST_F(MissionFolder, AMissionThatCannotBeReadIsTriedAgain) {

@@ -196,7 +196,7 @@ TEST(BuildMissionFile, FindsTheTail) {
       {Body() + "|[BORNPLACE]|  1 3000 100 200 0 more|  2 500 3 4|[Born]|[T]|| x |[e]",
        Body() + "|" + bases + "|  2 500 3 4|[T]|  |  x|[e]"},
       // The line that ends the skip has no indent.
-      {Body() + "|" + bases + "|loose| x|[e]", Body() + "|" + bases + "|  0 0 0 0|loose|  x|[e]"},
+      {Body() + "|" + bases + "|loose| x|[e]", Body() + "|" + bases + "|loose|  x|[e]"},
       // Home bases without a route need [Chiefs]; [Wing] is lost.
       {head + "[Wing]|[Chiefs]|  0_Chief a|" + bases + "|[BornPlace0]|  P-51 |[e]",
        head + "[Chiefs]|  0_Chief a|" + bases + "|[BornPlace0]|  P-51|[e]"},
@@ -229,7 +229,8 @@ TEST(BuildMissionFile, IsFalseWhenTheTextCannotBeMade) {
 TEST(NewBornPlace, NumbersTheListsByPlace) {
   World world;
   Mission mission;
-  mission.BornPlaces = {{1, 3000, {}, 100, -200}, {2, 500, {"A", "B c"}, 0, 7}};
+  mission.BornPlaces = {{1, 3000, {}, 100, -200}, {2, 500, {"A", "B c"}, 0, 7}, {}};
+  mission.BornPlaces[2].HasNumbers = false;
   LineArray output;
   NewBornPlace(world.Services, output, mission);
   EXPECT_EQ(output.FileText(),

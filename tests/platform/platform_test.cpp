@@ -106,6 +106,40 @@ TEST(FormPlacement, ComesBackWhereItWasOrToTheMiddle) {
   }
 }
 
+TEST(FormPlacement, AMaximisedWindowKeepsWhereItGoesBackTo) {
+  World world;
+  struct Window : QWidget {
+    Window() {
+      setObjectName("frmX");
+      setGeometry(20, 30, 300, 200);
+      Sides->setObjectName("splX");
+      for (int i = 0; i < 2; ++i) Sides->addWidget(new QWidget);
+      Sides->resize(400, 300);
+    }
+    QSplitter* Sides = new QSplitter(this);
+  };
+  const auto save = [&](const Window& window) {
+    SaveFormPos(world.Services, window);
+    SaveWindowSize(world.Services, window);
+    SaveSplitter(world.Services, *window.Sides);
+  };
+  Window window, again;
+  window.setGeometry(120, 80, 400, 300);
+  window.Sides->setSizes({100, 300 - window.Sides->handleWidth()});
+  save(window);
+  window.showMaximized();
+  QCoreApplication::processEvents();
+  EXPECT_NE(window.size(), QSize(400, 300));
+  save(window);
+  LoadWindowSize(world.Services, again);
+  LoadFormPos(world.Services, again);
+  EXPECT_EQ(again.geometry(), QRect(120, 80, 400, 300));
+  LoadMaximized(world.Services, again);
+  LoadSplitter(world.Services, *again.Sides);
+  EXPECT_TRUE(again.isMaximized());
+  EXPECT_NEAR(again.Sides->sizes().value(0), 100, 2);
+}
+
 TEST(EventPump, RefusesCommandsAndRemembersAClose) {
   struct Form : QWidget {
     int Keys = 0, Closes = 0;

@@ -94,7 +94,10 @@ TEST(OffsetWaypoints, MovesALine) {
       {"N 1", "5", {10, 10, 0}, "N 1", "5"},
       {"LANDING 15 2 0 3", "x", {10, 10, 9}, "LANDING 15 2 0 3", "x"},
       {"N 1e39 2 3 4 &0", "5", {10, 10, 0}, "N 1e39 2 3 4 &0", "5"},
-      {"N 1 y 3 4 &0", "5", {10, 10, 0}, "N 1 y 3 4 &0", "5"}};
+      {"N 1 y 3 4 &0", "5", {10, 10, 0}, "N 1 y 3 4 &0", "5"},
+      {"takeoff_005 1 2 5 4", "5", {10, 10, 0}, "takeoff_005 1 2 5 4", "5"},
+      {"LANDING_104 1 2 5 4", "5", {10, 10, 0}, "LANDING_104 1 2 5 4", "5"},
+      {"Triggers 0 10,5 20 0", "20", {10, 10, 0}, "Triggers 0 10,5 20 0", "20"}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.Line);
     std::vector<Waypoint> route(1);
@@ -110,6 +113,10 @@ TEST(OffsetWaypoints, MovesALine) {
   for (auto& waypoint : route) waypoint.Speed = "200";
   OffsetWaypoints(route, {0, 0, -15});
   EXPECT_EQ(Joined({route[0].Speed, route[1].Speed, route[2].Speed}), "200|185|200");
+  route[1].Type = "TRIGGERS";  // no waypoint: the one that it stands behind is meant
+  route[2].Type = "LANDING_104";
+  OffsetWaypoints(route, {0, 0, -15});
+  EXPECT_EQ(Joined({route[0].Speed, route[1].Speed, route[2].Speed}), "185|185|200");
 }
 
 TEST(DuplicateFlight, StepsAwayFromItsSource) {

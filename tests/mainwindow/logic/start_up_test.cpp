@@ -59,23 +59,42 @@ TEST_F(StartUp, TheCommandLineNamesADirectoryOrAMission) {
   Box.Write("m, x/" + mission, "");
   Box.Write("m, x/a.properties", "");
   Box.MakeFolder("plain");
-  // Text; path, mission and whether it is a properties file.
+  Box.Write("my properties/b.mis", "");
+  // Text; path, mission, the flag, "b" for a briefing, "?" for what names nothing.
   const std::pair<std::string, std::string> rows[] = {
       {"", "||0"},
       {folder, folder + "||0"},
       {folder + "/" + mission, folder + "|" + mission + "|0"},
-      {"\"" + folder + "/a.properties\"", folder + "|a.properties|1"},
-      {Box.Path("missing"), "||0"},
+      {"\"" + folder + "/a.properties\"", folder + "|a.properties|1b"},
+      {Box.Path("my properties"), Box.Path("my properties") + "||1"},
+      {Box.Path("my properties/b.mis"), Box.Path("my properties") + "|b.mis|1"},
+      {Box.Path("plain/a.properties.mis"), "||1?"},
+      {Box.Path("missing"), "||0?"},
       {Box.Path("plain") + ",ju87,,four", Box.Path("plain") + "||0"}};
   for (const auto& [text, expected] : rows) {
     Arguments = StartArguments();
     ChkComLine(W.Doc, W.Prefs, Arguments, W.Services, text);
     EXPECT_EQ(Arguments.ComLinePath + "|" + Arguments.ComLineMission +
-                  (Arguments.ComLineProperties ? "|1" : "|0"),
+                  (Arguments.ComLineProperties ? "|1" : "|0") + (Arguments.IsBriefing ? "b" : "") +
+                  (Arguments.Unfound.empty() ? "" : "?"),
               expected);
   }
   EXPECT_EQ(W.Doc.ExcludedNames + " " + Arguments.FourthPart, "ju87 four");
   EXPECT_TRUE(Arguments.ThirdPartEmpty);
+}
+
+TEST_F(StartUp, TheExactNameGoesBeforeAnotherCase) {
+  for (const char* name : {"B.mis", "b.MIS", "b.mis", "c.mis"}) {
+    Mission& mission = W.Doc.Missions.emplace_back();
+    mission.FileName = name;
+    mission.BaseName = std::string(name).substr(0, 1);
+  }
+  const std::pair<const char*, int> rows[] = {
+      {"b.mis", 2}, {"b.properties", 1}, {"C.mis", 3}, {"d.mis", -1}, {"", -1}};
+  for (const auto& [name, index] : rows) {
+    Arguments.ComLineMission = name;
+    EXPECT_EQ(FindComLineMission(W.Doc, Arguments), index) << name;
+  }
 }
 
 TEST_F(StartUp, RestoreWipesTheSettingsAndWhatWasReadOfThem) {
