@@ -162,7 +162,12 @@ void frmWP::EndEdit(int row, int column, const QString& text) {
 void frmWP::TakeText(int row, int column, const QString& text) {
   // Not in the code page of missions, which lacks characters that would make a text no number.
   const std::string typed = ToPath(text);
-  if (TypedValue(typed, column, Metric)) return TakeNumber(row, column, typed);
+  if (const auto value = TypedValue(typed, column, Metric)) {
+    // A look into a cell must not change what feet and miles round: 250 km/h would become 249.
+    const bool untouched = !Metric && text == CellBefore;
+    if (row > 0 && IsTypedColumn(column) && !untouched) TakeNumber(row, column, *value);
+    return;
+  }
   if (column != kWaypointRadio) return grd->SetText(row, column, CellBefore);
   Edit(session_, KindOf(column, "grd_AfterEdit"), [&] {
     SetWaypoint(session_.Doc, row, column, MarkerOf(text == kYes));
@@ -170,12 +175,9 @@ void frmWP::TakeText(int row, int column, const QString& text) {
   });
 }
 
-void frmWP::TakeNumber(int row, int column, const std::string& text) {
-  if (row == 0 || !IsTypedColumn(column)) return;
-  // A look into a cell must not change what feet and miles round: 250 km/h would become 249.
-  if (!Metric && text == ToPath(CellBefore)) return;
+void frmWP::TakeNumber(int row, int column, const std::string& value) {
   Edit(session_, KindOf(column, "grd_AfterEdit"), [&] {
-    SetWaypoint(session_.Doc, row, column, *TypedValue(text, column, Metric));
+    SetWaypoint(session_.Doc, row, column, value);
     LoadRow(row);
     WPModified = WaypointDiffers(session_.Doc, row, column);
   });
