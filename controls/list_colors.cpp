@@ -40,6 +40,12 @@ void Apply(QWidget* control, const QColor& text, const QColor& background) {
 
 }  // namespace
 
+QColor Mixed(const QColor& first, const QColor& second, float share) {
+  const auto part = [share](float a, float b) { return a * share + b * (1 - share); };
+  return QColor::fromRgbF(part(first.redF(), second.redF()), part(first.greenF(), second.greenF()),
+                          part(first.blueF(), second.blueF()));
+}
+
 QColor Readable(QColor text, const QColor& background) {
   constexpr double kEnough = 4.5, kStep = 0.04;
   const double goal = Luminance(background) > 0.18 ? 0 : 1;

@@ -100,8 +100,13 @@ void frmWP::ShowHeadings() {
 void frmWP::LoadTable() {
   ShowHeadings();
   QList<QStringList> rows;
-  for (const auto& row : WaypointRows(session_.Doc, Metric)) rows << Texts(services_.Page, row);
-  grd->SetRows(rows);
+  QSet<int> fixed;
+  for (const auto& row : WaypointRows(session_.Doc, Metric)) {
+    rows << Texts(services_.Page, row);
+    const int number = static_cast<int>(rows.size());
+    if (IsTriggersRow(session_.Doc, number)) fixed << number;
+  }
+  grd->SetRows(rows, fixed, tr("Triggers of the game: kept as they are"));
 }
 
 void frmWP::LoadRow(int row) {
@@ -110,7 +115,9 @@ void frmWP::LoadRow(int row) {
 }
 
 void frmWP::OfferKinds() {
-  const auto offered = OfferedKinds(grd->Row(), grd->RowCount());
+  // No row, and so no kind, where nothing may be changed.
+  const int row = grd->IsFixed(grd->Row()) ? 0 : grd->Row();
+  const auto offered = OfferedKinds(row, grd->RowCount());
   for (std::size_t i = 0; i < mnuPop1.size(); ++i) mnuPop1[i]->setEnabled(offered[i]);
 }
 
@@ -138,6 +145,7 @@ void frmWP::MouseStep(Qt::MouseButton button, QPoint globalPosition) {
   if (cells.RowCount() == 0 || cells.FirstCol != cells.LastCol) return;
   const int column = grd->Col();
   const bool right = button == Qt::RightButton, several = cells.RowCount() > 1;
+  if (!several && grd->IsFixed(cells.FirstRow)) return;
   if (right && several && (column == kWaypointRadio || IsTypedColumn(column)))
     EditRows(cells);
   else if (button == Qt::LeftButton && !several && column == kWaypointRadio)

@@ -176,6 +176,30 @@ TEST_F(WaypointForm, EditsSeveralRowsAtOnce) {
   EXPECT_EQ(Point(4).Alt, "1000");
 }
 
+TEST_F(WaypointForm, LeavesTriggersAlone) {
+  auto& triggers = Point(3);
+  triggers.Type = "TRIGGERS";
+  const Waypoint before = triggers;
+  Open();
+  for (const int column : {3, 4}) {
+    Click(3, column);
+    QTest::keyClick(Form->grd, Qt::Key_F2);
+    QTest::keyClick(Form->grd, '5');
+    EXPECT_EQ(Form->grd->findChild<QLineEdit*>(), nullptr);
+  }
+  Click(3, 7);
+  QTest::keyClick(Form->grd, Qt::Key_Space);
+  Click(3, 2, Qt::RightButton);
+  EXPECT_FALSE(Form->mnuPop->isVisible());
+  for (const auto* kind : Form->mnuPop1) EXPECT_FALSE(kind->isEnabled());
+  EXPECT_EQ(TakeEdits(), "");
+  Typed = "300";
+  RightClickRows(2, 4, 4);
+  EXPECT_EQ(Point(4).Speed, "300");
+  EXPECT_EQ(Joined({triggers.Alt, triggers.Speed, triggers.Type, triggers.Marker}),
+            Joined({before.Alt, before.Speed, before.Type, before.Marker}));
+}
+
 TEST_F(WaypointForm, StandsOddRoutes) {
   W.Doc.CurFlight = 7;
   Open();
