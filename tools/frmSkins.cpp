@@ -183,8 +183,8 @@ void frmSkins::Link() {
 }
 
 void frmSkins::Clear() {
-  // A picture that was only located is the user's own: its file is left alone.
-  if (services_.Files.IsSameFile(imgPic->Path(), Target())) ClearLink(services_, Target());
+  // The linked image, also when another was located meanwhile: that one is the user's own.
+  if (services_.Files.FileExists(Target())) ClearLink(services_, Target(), imgPic->Path());
   imgPic->Clear();
 }
 

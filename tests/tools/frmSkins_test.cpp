@@ -111,8 +111,20 @@ TEST_F(SkinsForm, LinksAndClearsAnImage) {
   EXPECT_EQ(W.Script.StartFolders.back(), Box.Path("own"));
   Choose(Form->cboSkins, 0);
   EXPECT_EQ(State(), "SP-CI");
+  Locate(Box.Path("own/B.jpg"));
+  Press(frmSkins::kClear);
+  EXPECT_EQ(State(), "S----");
+  EXPECT_EQ(Box.Names("images") + " " + Box.Names("own"), "A-bak.jpg,B-bak.jpg B.jpg")
+      << "the linked image, not the one on show";
+  Box.Write("images/A.jpg", Picture("JPG", Qt::green));
+  Locate(Box.Path("images/A-bak.jpg"));
+  const std::string backup = Box.Read("images/A-bak.jpg");
+  Press(frmSkins::kClear);
+  EXPECT_EQ(Box.Names("images"), "A-bak.jpg,A.jpg,B-bak.jpg");
+  EXPECT_EQ(Box.Read("images/A-bak.jpg"), backup) << "a backup on show is not replaced";
+  Choose(Form->cboSkins, 0);
   W.Services.Files.BeforeStep = [](const FileStep& now) {
-    if (now.Action == "move") throw FileFault(fault::FileIo, now.Action, now.Path, "locked");
+    if (now.Action == "delete") throw FileFault(fault::FileIo, now.Action, now.Path, "locked");
   };
   Press(frmSkins::kClear);
   EXPECT_EQ(State(), "SP-CI");
