@@ -121,6 +121,11 @@ TEST_F(WaypointForm, FlipsRadioSilenceAndChoosesTypes) {
   Click(1, 2, Qt::RightButton);
   ASSERT_TRUE(Form->mnuPop->isVisible());
   Form->mnuPop->close();
+  QTest::keyClick(Form->grd, Qt::Key_F10, Qt::ShiftModifier);
+  ASSERT_TRUE(Form->mnuPop->isVisible());
+  const QPoint below = Form->mnuPop->pos() - Form->grd->viewport()->mapToGlobal(Place(1, 2));
+  EXPECT_TRUE(below.y() > 0 && below.y() < 20) << "at its row, wherever the pointer is";
+  Form->mnuPop->close();
   EXPECT_FALSE(Form->mnuPop1[3]->isEnabled());
   Form->mnuPop1[2]->trigger();
   EXPECT_EQ(Point(1).Type, "GATTACK");
@@ -162,7 +167,7 @@ TEST_F(WaypointForm, EditsSeveralRowsAtOnce) {
     Click(1, 6);
     QTest::keyClick(Form->grd, Qt::Key_Right);
     QTest::keyClick(Form->grd, Qt::Key_Down, Qt::ShiftModifier);
-    Click(2, 7, Qt::RightButton);
+    QTest::keyClick(Form->grd, Qt::Key_F10, Qt::ShiftModifier);
     EXPECT_EQ(Point(1).Marker, marker);
     EXPECT_EQ(Point(2).Marker, marker);
   }
