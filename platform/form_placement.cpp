@@ -26,11 +26,21 @@ std::optional<int> Stored(const Services& services, const std::string& name) {
   return static_cast<int>(std::clamp(Val(text) / kTwipsPerPixel, -1e6, 1e6));
 }
 
+/** A form with its frame, as it stands when it is not maximised. */
+QRect NormalFrame(const QWidget& form) {
+  const QRect frame = form.frameGeometry(), inside = form.geometry();
+  if (!form.isMaximized()) return frame;
+  const QMargins margins(inside.left() - frame.left(), inside.top() - frame.top(),
+                         frame.right() - inside.right(), frame.bottom() - inside.bottom());
+  return form.normalGeometry().marginsAdded(margins);
+}
+
 }  // namespace
 
 void SaveFormPos(const Services& services, const QWidget& form) {
-  Store(services, Name(form, "Top"), form.y());
-  Store(services, Name(form, "Left"), form.x());
+  const QPoint place = NormalFrame(form).topLeft();
+  Store(services, Name(form, "Top"), place.y());
+  Store(services, Name(form, "Left"), place.x());
 }
 
 void LoadFormPos(const Services& services, QWidget& form) {
@@ -57,8 +67,9 @@ QSize FrameExtent(const QWidget& form) {
 }
 
 void SaveFormSize(const Services& services, const QWidget& form) {
-  Store(services, Name(form, "Width"), form.frameGeometry().width());
-  Store(services, Name(form, "Height"), form.frameGeometry().height());
+  const QSize size = NormalFrame(form).size();
+  Store(services, Name(form, "Width"), size.width());
+  Store(services, Name(form, "Height"), size.height());
 }
 
 void LoadFormSize(const Services& services, QWidget& form) {
