@@ -7,7 +7,10 @@
 
 namespace rws {
 
-/** What the forms have in common: the traps of their handlers and their title. */
+/** What the forms have in common: the traps of their handlers, their title and keys. F1 opens the
+    help at the section of the form's name, Shift+F10 the menu of the control that has the focus.
+    Escape closes, and asks first where that drops what the user typed; buttons and the title bar do
+    as they say, without a question. */
 class Dialog : public QDialog {
   Q_OBJECT
 
@@ -18,6 +21,14 @@ class Dialog : public QDialog {
   }
 
  protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
+  /** True while the form holds what the user typed and closing would drop. */
+  virtual bool HoldsUnstored() const { return false; }
+  /** Asks whether that may be dropped, where there is any. */
+  bool MayDrop() const;
+  void ShowHelp() const;
+
   /** Handles an event of a control. A fault is logged under the handler's name and ends it; none
       reaches the event loop. A handler takes all of the event's arguments or none. */
   template <class Sender, class Event, class Handler>

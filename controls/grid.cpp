@@ -12,6 +12,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "controls/list_colors.h"
+
 namespace rws {
 
 class GridCells : public QAbstractTableModel {
@@ -26,10 +28,12 @@ class GridCells : public QAbstractTableModel {
     Q_EMIT headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
   }
 
-  void SetRows(const QList<QStringList>& rows) {
+  void SetRows(const QList<QStringList>& rows, const QSet<int>& fixed, const QString& why) {
     const bool sameCount = rows.size() == Rows.size();
     if (!sameCount) beginResetModel();
     Rows = rows;
+    Fixed = fixed;
+    Why = why;
     if (!sameCount) return endResetModel();
     if (!Rows.isEmpty()) Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
   }
@@ -47,6 +51,7 @@ class GridCells : public QAbstractTableModel {
       return Rows.at(index.row()).value(index.column());
     if (role == Qt::TextAlignmentRole)
       return static_cast<int>(Columns.at(index.column()).Align | Qt::AlignVCenter);
+    if (role == Qt::ToolTipRole && Fixed.contains(index.row() + 1)) return Why;
     return {};
   }
 
@@ -73,12 +78,15 @@ class GridCells : public QAbstractTableModel {
 
   Qt::ItemFlags flags(const QModelIndex& index) const override {
     const auto flags = QAbstractTableModel::flags(index);
-    return index.isValid() && Columns.at(index.column()).Editable ? flags | Qt::ItemIsEditable
-                                                                  : flags;
+    const bool typed =
+        index.isValid() && Columns.at(index.column()).Editable && !Fixed.contains(index.row() + 1);
+    return typed ? flags | Qt::ItemIsEditable : flags;
   }
 
   QList<GridColumn> Columns;
   QList<QStringList> Rows;
+  QSet<int> Fixed;
+  QString Why;
 };
 
 class GridEditor : public QStyledItemDelegate {
@@ -98,6 +106,19 @@ class GridEditor : public QStyledItemDelegate {
     box_ = box;
     Q_EMIT grid_->EditBegan(index.row() + 1, index.column() + 1);
     return box;
+  }
+
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (!cells_->Fixed.contains(index.row() + 1)) return;
+    // The colours of the grid may be the user's own: dimmed is what lies between them.
+    constexpr float kInk = 0.55F;
+    QPalette& colors = option->palette;
+    for (const auto role : {QPalette::Text, QPalette::HighlightedText}) {
+      const auto ground = role == QPalette::Text ? QPalette::Base : QPalette::Highlight;
+      colors.setColor(role, Mixed(colors.color(role), colors.color(ground), kInk));
+    }
+    option->font.setItalic(true);
   }
 
   void setModelData(QWidget* editor, QAbstractItemModel* model,
@@ -149,14 +170,16 @@ void Grid::SetColumns(const QList<GridColumn>& columns) {
   updateGeometry();
 }
 
-void Grid::SetRows(const QList<QStringList>& rows) {
-  cells_->SetRows(rows);
+void Grid::SetRows(const QList<QStringList>& rows, const QSet<int>& fixed, const QString& why) {
+  cells_->SetRows(rows, fixed, why);
   if (!currentIndex().isValid() && !rows.isEmpty()) setCurrentIndex(cells_->index(0, 0));
 }
 
 void Grid::SetRow(int row, const QStringList& texts) { cells_->SetRow(row - 1, texts); }
 
 int Grid::RowCount() const { return cells_->rowCount(); }
+
+bool Grid::IsFixed(int row) const { return cells_->Fixed.contains(row); }
 
 Grid::Cells Grid::Selection() const {
   const QItemSelection selection = selectionModel()->selection();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QList>
+#include <QSet>
 #include <QStringList>
 #include <QTableView>
 
@@ -33,9 +34,11 @@ class Grid : public QTableView {
 
   /** Other columns than before become as wide as their headings. */
   void SetColumns(const QList<GridColumn>& columns);
-  /** Replaces all rows. The current cell, the selection and the place scrolled to stay as they are
-      when the number of rows does; else the first cell becomes the current one. */
-  void SetRows(const QList<QStringList>& rows);
+  /** Replaces all rows. Those in `fixed` are dimmed and cannot be typed into; `why` is their tool
+      tip. The current cell, the selection and the place scrolled to stay as they are when the
+     number of rows does; else the first cell becomes the current one. */
+  void SetRows(const QList<QStringList>& rows, const QSet<int>& fixed = {},
+               const QString& why = {});
 
   /** Replaces the texts of a row; one that is not there changes nothing. */
   void SetRow(int row, const QStringList& texts);
@@ -43,6 +46,7 @@ class Grid : public QTableView {
   int Row() const { return currentIndex().row() + 1; }
   int Col() const { return currentIndex().column() + 1; }
   int RowCount() const;
+  bool IsFixed(int row) const;
   Cells Selection() const;
   QString Text(int row, int column) const;
   /** Shows a text in a cell; one that is not there changes nothing. */

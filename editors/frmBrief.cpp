@@ -1,13 +1,14 @@
 #include "editors/frmBrief.h"
 
 #include <QTextCursor>
+#include <algorithm>
 
 #include "controls/list_colors.h"
 #include "editors/logic/briefing_file.h"
 #include "editors/logic/briefing_inserts.h"
+#include "editors/logic/briefing_letters.h"
 #include "platform/form_placement.h"
 #include "platform/qt_text.h"
-#include "services/help_file.h"
 #include "services/setting_values.h"
 #include "services/system_facts.h"
 
@@ -34,7 +35,7 @@ frmBrief::frmBrief(Session& session, QWidget* parent)
 void frmBrief::Connect() {
   connect(cmd[kCancel], &QPushButton::clicked, this, &QDialog::reject);
   On(cmd[kApply], &QPushButton::clicked, "cmd_Click", [this] { Apply(); });
-  On(cmd[kHelp], &QPushButton::clicked, "cmd_Click", [this] { OpenHelp(services_); });
+  On(cmd[kHelp], &QPushButton::clicked, "cmd_Click", [this] { ShowHelp(); });
   connect(txtBrief, &TextBox::MenuAsked, this,
           [this](const QPoint& place) { mnuMain->popup(place); });
   ConnectMenus();
@@ -85,9 +86,17 @@ void frmBrief::Read() {
     readFault_ = caught.Text;
     Tell("The briefing could not be read.\n" + readFault_);
   });
-  txtName->setPlainText(FromBytes(services_.Page, briefing.Name));
-  txtShort->setPlainText(FromBytes(services_.Page, briefing.Short));
-  txtBrief->setPlainText(FromBytes(services_.Page, briefing.Description));
+  before_ = {std::move(briefing.Name), std::move(briefing.Short), std::move(briefing.Description)};
+  for (std::size_t i = 0; i < before_.size(); ++i)
+    Boxes()[i]->setPlainText(
+        QString::fromStdU16String(BriefingLetters(services_.Page, before_[i])));
+  for (auto* box : Boxes()) box->document()->setModified(false);
+}
+
+bool frmBrief::HoldsUnstored() const {
+  const auto boxes = Boxes();
+  return std::any_of(boxes.begin(), boxes.end(),
+                     [](const TextBox* box) { return box->document()->isModified(); });
 }
 
 void frmBrief::Apply() {
@@ -102,10 +111,12 @@ bool frmBrief::Save() {
   }
   // From here on what stands there is this form's own, also after a failure.
   mayReplace_ = true;
-  const auto bytes = [&](const TextBox* box) { return ToBytes(services_.Page, box->Text()); };
+  const auto bytes = [&](std::size_t i) {
+    return SpellBriefing(services_.Page, before_[i], Boxes()[i]->Text().toStdU16String());
+  };
   return Trap(
       [&] {
-        SaveBriefing(services_, BriefName, {bytes(txtName), bytes(txtShort), bytes(txtBrief)});
+        SaveBriefing(services_, BriefName, {bytes(0), bytes(1), bytes(2)});
       },
       [&](const Fault& caught) { Tell("The briefing could not be saved.\n" + caught.Text); });
 }

@@ -54,6 +54,10 @@ class frmBrief : public Dialog {
   enum Tag : std::size_t { kArmyNone, kArmyRed, kArmyBlue };
   std::array<QAction*, 3> mnuTags;
 
+ protected:
+  /** A text was typed and not applied. */
+  bool HoldsUnstored() const override;
+
  private:
   void Build();
   void BuildMenus();
@@ -70,10 +74,13 @@ class frmBrief : public Dialog {
   void ModifyLabel(std::size_t index);
   void WrapInTag(std::size_t index);
   void Tell(const std::string& text) const;
+  std::array<TextBox*, 3> Boxes() const { return {txtName, txtShort, txtBrief}; }
 
   Session& session_;
   QMenuBar* bar_;
   std::array<std::string, 4> labels_;
+  /** The bytes that the texts of `Boxes` were read from. */
+  std::array<std::string, 3> before_;
   bool UseUS = false;
   /** The text on show is that of the file at `BriefName`; another that stands there is left alone.
    */

@@ -24,9 +24,8 @@ void SetLines(TextBox* box, int lines) {
 
 void frmBrief::Build() {
   constexpr int kLetters = 100, kRows = 40;
-  const CodePage& page = services_.Page;
-  const auto text = [&](const char* name, const QString& words) {
-    return Named(new TextBox(page), name, words, words);
+  const auto text = [](const char* name, const QString& words) {
+    return Named(new TextBox, name, words, words);
   };
   txtName = text("txtName", tr("Mission name"));
   txtShort = text("txtShort", tr("Short mission description"));

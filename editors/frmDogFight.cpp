@@ -2,6 +2,7 @@
 
 #include <QEvent>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QScrollBar>
 #include <algorithm>
 #include <utility>
@@ -45,12 +46,14 @@ void frmDogFight::Connect() {
     });
   });
   slide->installEventFilter(this);
+  connect(slide, &QSlider::valueChanged, this, &frmDogFight::ShowSize);
   for (std::size_t i = 0; i < lstAC.size(); ++i) {
     lstAC[i]->installEventFilter(this);
     // By whatever means the user moves: keys count as the mouse does.
     connect(lstAC[i]->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this, i] { cmd1[i]->setEnabled(models_[i].rowCount() > 0); });
     connect(cmd1[i], &QPushButton::clicked, this, [this, i] { Move(i); });
+    connect(lstAC[i], &ReportList::doubleClicked, this, [this, i] { MoveSelected(i); });
   }
   On(cmd2, &QPushButton::clicked, "cmd2_Click", [this] { SetDefault(); });
   connect(cmd[kApply], &QPushButton::clicked, this, [this] { Apply(); });
@@ -100,6 +103,8 @@ void frmDogFight::Refresh() {
     cbo->setCurrentIndex(base.Army < cbo->count() ? base.Army : -1);
     ShowColor(base.Army);
     slide->setValue(ShownRadius(base.Radius));
+    // The base's own, which the slider may not reach.
+    ShowSize(base.Radius);
     lists_ = FillHomeBase(session_.Tables.DogFightAircraft, base, services_.Page);
     for (std::size_t i = 0; i < lists_.size(); ++i) ShowList(i);
   });
@@ -115,6 +120,8 @@ void frmDogFight::ShowColor(int color) {
   lblColor->setBackgroundRole(told ? QPalette::Window : QPalette::Button);
   lblColor->setPalette(palette);
 }
+
+void frmDogFight::ShowSize(int meters) { lblSize->setText(tr("%1 m").arg(meters)); }
 
 void frmDogFight::ShowList(std::size_t list) {
   QList<QStandardItem*> items;
@@ -140,9 +147,19 @@ bool frmDogFight::eventFilter(QObject* watched, QEvent* event) {
   // The mouse alone writes the size; keys only move the slider, on purpose.
   if (watched == slide && event->type() == QEvent::MouseButtonRelease)
     LogAndLeave(services_, "slide_MouseUp", [&] { TakeRadius(); });
-  for (const auto* list : lstAC)
-    if (watched == list && event->type() == QEvent::Resize) FitColumn(*list);
+  for (std::size_t i = 0; i < lstAC.size(); ++i) {
+    if (watched != lstAC[i]) continue;
+    if (event->type() == QEvent::Resize) FitColumn(*lstAC[i]);
+    if (event->type() != QEvent::KeyPress) continue;
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    // Else it would press Apply.
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) return MoveSelected(i), true;
+  }
   return false;
+}
+
+void frmDogFight::MoveSelected(std::size_t from) {
+  if (!lstAC[from]->SelectedRows().empty()) Move(from);
 }
 
 void frmDogFight::TakeRadius() {

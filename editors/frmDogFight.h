@@ -42,6 +42,8 @@ class frmDogFight : public Dialog {
 
   QGroupBox* fra;
   QLabel *Label4, *lbl, *Label1, *lblColor, *Label2;
+  /** The size in meters: the base's own until the slider is moved. */
+  QLabel* lblSize;
   UpDown* upd;
   DropDown* cbo;
   QSlider* slide;
@@ -68,8 +70,10 @@ class frmDogFight : public Dialog {
   void ShowColor(int color);
   void ShowList(std::size_t list);
   void FitColumn(const ReportList& list);
+  void ShowSize(int meters);
   void TakeRadius();
   void Move(std::size_t from);
+  void MoveSelected(std::size_t from);
   void SetDefault();
   void Apply();
 

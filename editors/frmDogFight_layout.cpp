@@ -50,6 +50,9 @@ void frmDogFight::BuildBase() {
   lblColor->setAutoFillBackground(true);
   lblColor->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("00000000")));
   slide = Named(new QSlider(Qt::Horizontal), "slide", tr("Home Base Size"), tr("Adjust area size"));
+  lblSize = Named(new QLabel, "lblSize");
+  lblSize->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  lblSize->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("000000 m")));
   slide->setRange(kLeastRadius, kLargestRadius);
   slide->setTickInterval(kTickInterval);
   slide->setTickPosition(QSlider::TicksBelow);
@@ -66,7 +69,10 @@ void frmDogFight::BuildBase() {
   grid->addLayout(number, 0, 1, 1, 2);
   grid->addWidget(cbo, 1, 1);
   grid->addWidget(lblColor, 1, 2, Qt::AlignLeft);
-  grid->addWidget(slide, 2, 1, 1, 2);
+  auto* size = new QHBoxLayout;
+  size->addWidget(slide, 1);
+  size->addWidget(lblSize);
+  grid->addLayout(size, 2, 1, 1, 2);
   grid->setColumnStretch(2, 1);
 }
 

@@ -37,6 +37,10 @@ class frmStatic : public Dialog {
   /** What the list shows; its order is that of the lines. */
   std::vector<StaticPlane> StaticPlanes;
 
+ protected:
+  /** Aircraft were changed and not applied. */
+  bool HoldsUnstored() const override { return cmd[kApply]->isEnabled(); }
+
  private:
   void Build();
   void Connect();

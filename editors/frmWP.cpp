@@ -100,8 +100,13 @@ void frmWP::ShowHeadings() {
 void frmWP::LoadTable() {
   ShowHeadings();
   QList<QStringList> rows;
-  for (const auto& row : WaypointRows(session_.Doc, Metric)) rows << Texts(services_.Page, row);
-  grd->SetRows(rows);
+  QSet<int> fixed;
+  for (const auto& row : WaypointRows(session_.Doc, Metric)) {
+    rows << Texts(services_.Page, row);
+    const int number = static_cast<int>(rows.size());
+    if (IsTriggersRow(session_.Doc, number)) fixed << number;
+  }
+  grd->SetRows(rows, fixed, tr("Triggers of the game: kept as they are"));
 }
 
 void frmWP::LoadRow(int row) {
@@ -110,7 +115,9 @@ void frmWP::LoadRow(int row) {
 }
 
 void frmWP::OfferKinds() {
-  const auto offered = OfferedKinds(grd->Row(), grd->RowCount());
+  // No row, and so no kind, where nothing may be changed.
+  const int row = grd->IsFixed(grd->Row()) ? 0 : grd->Row();
+  const auto offered = OfferedKinds(row, grd->RowCount());
   for (std::size_t i = 0; i < mnuPop1.size(); ++i) mnuPop1[i]->setEnabled(offered[i]);
 }
 
@@ -138,6 +145,7 @@ void frmWP::MouseStep(Qt::MouseButton button, QPoint globalPosition) {
   if (cells.RowCount() == 0 || cells.FirstCol != cells.LastCol) return;
   const int column = grd->Col();
   const bool right = button == Qt::RightButton, several = cells.RowCount() > 1;
+  if (!several && grd->IsFixed(cells.FirstRow)) return;
   if (right && several && (column == kWaypointRadio || IsTypedColumn(column)))
     EditRows(cells);
   else if (button == Qt::LeftButton && !several && column == kWaypointRadio)
@@ -162,7 +170,12 @@ void frmWP::EndEdit(int row, int column, const QString& text) {
 void frmWP::TakeText(int row, int column, const QString& text) {
   // Not in the code page of missions, which lacks characters that would make a text no number.
   const std::string typed = ToPath(text);
-  if (TypedValue(typed, column, Metric)) return TakeNumber(row, column, typed);
+  if (const auto value = TypedValue(typed, column, Metric)) {
+    // A look into a cell must not change what feet and miles round: 250 km/h would become 249.
+    const bool untouched = !Metric && text == CellBefore;
+    if (row > 0 && IsTypedColumn(column) && !untouched) TakeNumber(row, column, *value);
+    return;
+  }
   if (column != kWaypointRadio) return grd->SetText(row, column, CellBefore);
   Edit(session_, KindOf(column, "grd_AfterEdit"), [&] {
     SetWaypoint(session_.Doc, row, column, MarkerOf(text == kYes));
@@ -170,12 +183,9 @@ void frmWP::TakeText(int row, int column, const QString& text) {
   });
 }
 
-void frmWP::TakeNumber(int row, int column, const std::string& text) {
-  if (row == 0 || !IsTypedColumn(column)) return;
-  // A look into a cell must not change what feet and miles round: 250 km/h would become 249.
-  if (!Metric && text == ToPath(CellBefore)) return;
+void frmWP::TakeNumber(int row, int column, const std::string& value) {
   Edit(session_, KindOf(column, "grd_AfterEdit"), [&] {
-    SetWaypoint(session_.Doc, row, column, *TypedValue(text, column, Metric));
+    SetWaypoint(session_.Doc, row, column, value);
     LoadRow(row);
     WPModified = WaypointDiffers(session_.Doc, row, column);
   });

@@ -65,7 +65,7 @@ class frmWP : public Dialog {
   void FlipRadioSilence();
   void EndEdit(int row, int column, const QString& text);
   void TakeText(int row, int column, const QString& text);
-  void TakeNumber(int row, int column, const std::string& text);
+  void TakeNumber(int row, int column, const std::string& value);
   void EditRows(const Grid::Cells& cells);
   std::string AskValue(int column);
 

@@ -51,7 +51,7 @@ void frmRWS::ClickEditBrief() {
   std::vector<std::string> captions;
   for (int row = 0; row < missionPanel->cboWeather->count(); ++row)
     captions.push_back(ToPath(missionPanel->cboWeather->itemText(row)));
-  const BriefFields fields = MakeBriefFields(session_.Doc, captions);
+  const BriefFields fields = MakeBriefFields(session_.Doc, session_.Services, captions);
   frmBrief form(session_, this);
   form.BriefName = fields.BriefName;
   form.Backups = session_.Prefs.bBackup;

@@ -26,17 +26,21 @@ std::optional<int> Stored(const Services& services, const std::string& name) {
   return static_cast<int>(std::clamp(Val(text) / kTwipsPerPixel, -1e6, 1e6));
 }
 
-/** False for a form that does not stand where it goes back to. */
-bool IsNormal(const QWidget& form) {
-  return !form.isMaximized() && !form.isMinimized() && !form.isFullScreen();
+/** A form with its frame, as it stands when it fills no screen and is no icon. */
+QRect NormalFrame(const QWidget& form) {
+  const QRect frame = form.frameGeometry(), inside = form.geometry();
+  if (!form.isMaximized() && !form.isMinimized() && !form.isFullScreen()) return frame;
+  const QMargins margins(inside.left() - frame.left(), inside.top() - frame.top(),
+                         frame.right() - inside.right(), frame.bottom() - inside.bottom());
+  return form.normalGeometry().marginsAdded(margins);
 }
 
 }  // namespace
 
 void SaveFormPos(const Services& services, const QWidget& form) {
-  if (!IsNormal(form)) return;
-  Store(services, Name(form, "Top"), form.frameGeometry().top());
-  Store(services, Name(form, "Left"), form.frameGeometry().left());
+  const QPoint place = NormalFrame(form).topLeft();
+  Store(services, Name(form, "Top"), place.y());
+  Store(services, Name(form, "Left"), place.x());
 }
 
 void LoadFormPos(const Services& services, QWidget& form) {
@@ -67,9 +71,9 @@ QSize FrameExtent(const QWidget& form) {
 }
 
 void SaveFormSize(const Services& services, const QWidget& form) {
-  if (!IsNormal(form)) return;
-  Store(services, Name(form, "Width"), form.frameGeometry().width());
-  Store(services, Name(form, "Height"), form.frameGeometry().height());
+  const QSize size = NormalFrame(form).size();
+  Store(services, Name(form, "Width"), size.width());
+  Store(services, Name(form, "Height"), size.height());
 }
 
 void LoadFormSize(const Services& services, QWidget& form) {

@@ -97,6 +97,7 @@ std::string PickSaveFile(const FileQuestion& question) {
   // Some desktops' own dialogs ask about the name as typed, before the ending is added to it.
   dialog.setOption(QFileDialog::DontUseNativeDialog);
 #endif
+  if (!question.AsksToReplace) dialog.setOption(QFileDialog::DontConfirmOverwrite);
   dialog.selectFile(FromPath(question.DefaultName));
   const auto parts = SplitAt(question.Filter, '|');
   if (parts.size() > 1) dialog.setDefaultSuffix(FromPath(Replace(parts[1], "*.", "")));

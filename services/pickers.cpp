@@ -65,12 +65,12 @@ std::string GetFile(const Services& services, std::string_view title, std::strin
 
 std::string GetSaveFile(const Services& services, std::string_view title,
                         std::string_view defaultName, std::string_view filter,
-                        std::string_view initialFolder) {
+                        std::string_view initialFolder, SaveFor use) {
   std::string path;
   LogAndLeave(services, "GetSaveFile", [&] {
     path = services.Ask.SaveFile({TitleOr(title, "Please select a file"), std::string(filter),
                                   ExistingFolder(services, std::string(initialFolder)),
-                                  std::string(defaultName)});
+                                  std::string(defaultName), use == SaveFor::Writing});
   });
   return path;
 }

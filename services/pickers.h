@@ -22,9 +22,12 @@ std::string GetFiles(const Services& services, std::vector<std::string>& result,
 std::string GetFile(const Services& services, std::string_view title, std::string_view filter,
                     const SettingValue* setting);
 
+/** A file to write, by its full path. A name that is taken is asked about, unless the file is only
+    named and never written. */
+enum class SaveFor { Writing, Naming };
 std::string GetSaveFile(const Services& services, std::string_view title,
                         std::string_view defaultName, std::string_view filter,
-                        std::string_view initialFolder);
+                        std::string_view initialFolder, SaveFor use = SaveFor::Writing);
 
 std::string GetFolder(const Services& services, std::string_view title, bool allowNewFolder,
                       std::string_view initialFolder);

@@ -19,6 +19,8 @@ enum class Answer { Ok, Cancel, Yes, No };
  */
 struct FileQuestion {
   std::string Title, Filter, InitialFolder, DefaultName;
+  /** To save: asks before a name is taken that stands there already. */
+  bool AsksToReplace = true;
 };
 
 /** Every question to the user, also from code without a user interface. All texts are UTF-8, paths

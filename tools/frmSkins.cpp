@@ -6,7 +6,6 @@
 #include "platform/form_placement.h"
 #include "platform/images.h"
 #include "platform/qt_text.h"
-#include "services/help_file.h"
 #include "services/notice.h"
 #include "services/paths.h"
 #include "services/pickers.h"
@@ -30,8 +29,12 @@ frmSkins::frmSkins(Session& session, QWidget* parent)
 
 void frmSkins::Connect() {
   // Choosing the row that is shown counts as well: it brings the linked image back.
-  On(cboPlanes, &QComboBox::activated, "cboPlanes_Click", [this] { PlaneChosen(); });
-  On(cboSkins, &QComboBox::activated, "cboSkins_Click", [this] { ShowScheme(); });
+  On(cboPlanes, &QComboBox::activated, "cboPlanes_Click", [this] {
+    if (MayLeaveNotesFor(0)) PlaneChosen();
+  });
+  On(cboSkins, &QComboBox::activated, "cboSkins_Click", [this] {
+    if (MayLeaveNotesFor(cboSkins->currentIndex())) ShowScheme();
+  });
   for (std::size_t i = 0; i < cmd.size(); ++i)
     On(cmd[i], &QPushButton::clicked, "cmd_Click", [this, i] { Press(i); });
 }
@@ -59,6 +62,20 @@ void frmSkins::FillPlanes() {
   if (row == planes.end()) return RefreshPanels();
   cboPlanes->SelectRow(static_cast<int>(row - planes.begin()));
   PlaneChosen();
+}
+
+bool frmSkins::HoldsUnstored() const {
+  for (std::size_t i = 0; i < txt.size(); ++i)
+    if (txt[i]->text() != shown_[i]) return true;
+  return false;
+}
+
+bool frmSkins::MayLeaveNotesFor(int scheme) {
+  const bool same = cboPlanes->currentIndex() == planeRow_ && scheme == schemeRow_;
+  if (same || MayDrop()) return true;
+  cboPlanes->setCurrentIndex(planeRow_);
+  cboSkins->setCurrentIndex(schemeRow_);
+  return false;
 }
 
 void frmSkins::PlaneChosen() {
@@ -110,6 +127,8 @@ void frmSkins::ShowPicture(PictureBox& box, const std::string& path) {
 }
 
 void frmSkins::RefreshPanels() {
+  planeRow_ = cboPlanes->currentIndex();
+  schemeRow_ = cboSkins->currentIndex();
   const std::string scheme = Scheme(), file = NotesFile();
   const bool picture = !imgPic->IsEmpty() && !scheme.empty() && !file.empty();
   const bool linkable = picture && !services_.Files.FileExists(Target());
@@ -165,7 +184,7 @@ void frmSkins::Act(std::size_t button) {
     case kUpdate:
       return Update();
     default:
-      return OpenHelp(services_);
+      return ShowHelp();
   }
 }
 
@@ -183,8 +202,8 @@ void frmSkins::Link() {
 }
 
 void frmSkins::Clear() {
-  // A picture that was only located is the user's own: its file is left alone.
-  if (services_.Files.IsSameFile(imgPic->Path(), Target())) ClearLink(services_, Target());
+  // The linked image, also when another was located meanwhile: that one is the user's own.
+  if (services_.Files.FileExists(Target())) ClearLink(services_, Target(), imgPic->Path());
   imgPic->Clear();
 }
 

@@ -47,6 +47,10 @@ class frmSkins : public Dialog {
   enum Command : std::size_t { kLink, kLocate, kExit, kClear, kUpdate, kHelp };
   std::array<QPushButton*, 6> cmd;
 
+ protected:
+  /** Notes were typed and not stored. */
+  bool HoldsUnstored() const override;
+
  private:
   void Build();
   void BuildSkins();
@@ -60,6 +64,9 @@ class frmSkins : public Dialog {
 
   void FillPlanes();
   void PlaneChosen();
+  /** Asks before another aircraft or the row of another scheme drops notes. False when they are to
+      be kept; both lists then go back to their rows. */
+  bool MayLeaveNotesFor(int scheme);
   void LoadPlaneSkinList();
   void FillSkins(const SchemeList& schemes);
   void ShowScheme();
@@ -83,6 +90,8 @@ class frmSkins : public Dialog {
   Session& session_;
   /** `cboSkins` in the system's own spelling, and the folder of the bitmaps. */
   SchemeList schemes_;
+  /** The rows that are on show, of which another was chosen meanwhile. */
+  int planeRow_ = -1, schemeRow_ = -1;
   /** The notes as they were shown. */
   std::array<QString, 3> shown_;
 };

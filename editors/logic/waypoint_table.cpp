@@ -83,6 +83,10 @@ WaypointRow OneWaypointRow(const Document& doc, int row, bool metric) {
   return MakeRow(index, At(FlightOf(doc.Missions, doc).Waypoints, row - 1), metric);
 }
 
+bool IsTriggersRow(const Document& doc, int row) {
+  return At(FlightOf(doc.Missions, doc).Waypoints, row - 1).Type == "TRIGGERS";
+}
+
 std::string RouteCaption(const Document& doc, const Catalogues& catalogues,
                          const Services& services) {
   const Flight& flight = FlightOf(doc.Missions, doc);
@@ -122,6 +126,7 @@ bool WaypointDiffers(const Document& doc, int row, int column) {
 void SetWaypoints(Document& doc, int first, int last, int column, std::string_view value,
                   int currentRow, const std::function<void(bool differs)>& written) {
   for (int row = first; row <= last; ++row) {
+    if (IsTriggersRow(doc, row)) continue;
     SetWaypoint(doc, row, column, value);
     written(WaypointDiffers(doc, currentRow, column));
   }

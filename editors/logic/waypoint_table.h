@@ -68,6 +68,10 @@ using WaypointRow = std::array<std::string, kWaypointColumns>;
 std::vector<WaypointRow> WaypointRows(const Document& doc, bool metric);
 WaypointRow OneWaypointRow(const Document& doc, int row, bool metric);
 
+/** True for a row of settings that later games keep among the waypoints: a "TRIGGERS" line. It is
+    shown, and nothing in it is ever changed. */
+bool IsTriggersRow(const Document& doc, int row);
+
 /** Name of the aircraft and of the flight. */
 std::string RouteCaption(const Document& doc, const Catalogues& catalogues,
                          const Services& services);
@@ -85,8 +89,9 @@ std::string_view MarkerOf(bool radioSilence);
 void SetWaypoint(Document& doc, int row, int column, std::string_view value);
 /** True if that field differs from the one in the shadow. */
 bool WaypointDiffers(const Document& doc, int row, int column);
-/** Writes one value to all rows from `first` to `last`, and after each hands on whether the field
-    of `currentRow` differs: the current one and not the one just written, on purpose. */
+/** Writes one value to all rows from `first` to `last` but those of triggers, and after each hands
+    on whether the field of `currentRow` differs: the current one and not the one just written, on
+    purpose. */
 void SetWaypoints(Document& doc, int first, int last, int column, std::string_view value,
                   int currentRow, const std::function<void(bool differs)>& written);
 

@@ -77,6 +77,17 @@ TEST_F(AllFormsTest, TabReachesEveryControl) {
   });
 }
 
+TEST_F(AllFormsTest, F1OpensTheHelpOfTheDialog) {
+  Box.Write("program/RWS.HLP.html", "help");
+  ForEachForm([this](QWidget& form) {
+    if (&form == Window.get()) return;
+    QTest::keyClick(form.focusWidget() ? form.focusWidget() : &form, Qt::Key_F1);
+    const std::string section = "#" + form.objectName().toStdString() + "\"";
+    EXPECT_NE(Box.Read("program/RWS.HLP.at.html").find(section), std::string::npos);
+  });
+  EXPECT_EQ(World_.ShellCalls.size(), AllForms(World_, Window.get()).size());
+}
+
 TEST_F(AllFormsTest, NoTwoMnemonicsOfAWindowAreEqual) {
   ForEachForm([](QWidget& form) {
     std::map<QChar, std::string> owners;

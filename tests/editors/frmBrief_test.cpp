@@ -4,7 +4,6 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QContextMenuEvent>
 
 #include "services/faults.h"
 #include "tests/support/form_test.h"
@@ -46,7 +45,7 @@ TEST_F(BriefForm, TypesAndLeaves) {
   QTest::keyClick(form.txtName, Qt::Key_Tab);
   EXPECT_TRUE(form.txtShort->hasFocus());
   QTest::keyClick(form.txtShort, Qt::Key_Return, Qt::ShiftModifier);
-  for (const QChar letter : QStringLiteral("\u0416\u20AC\u0416"))
+  for (const QChar letter : QStringLiteral("\u0416\u20AC"))
     QTest::sendKeyEvent(QTest::Click, form.txtShort, Qt::Key_unknown, letter, {});
   for (const auto& pasted : {QStringLiteral("x\u0416"), QStringLiteral("d\r\ne")}) {
     QApplication::clipboard()->setText(pasted);
@@ -54,12 +53,12 @@ TEST_F(BriefForm, TypesAndLeaves) {
   }
   Box.Write("RWS.HLP.html", "help");
   form.cmd[frmBrief::kHelp]->click();
-  EXPECT_EQ(Joined(W.ShellCalls), "open " + Box.Path("RWS.HLP.html"));
+  EXPECT_EQ(Joined(W.ShellCalls), "open " + Box.Path("RWS.HLP.at.html"));
+  EXPECT_NE(Box.Read("RWS.HLP.at.html").find("#frmBrief\""), std::string::npos);
   EXPECT_TRUE(form.isVisible());
   form.cmd[frmBrief::kApply]->click();
   const std::string written =
-      "Name A\r\nShort \\n\x80"
-      "d\\ne\\n\r\nDescription \\n\r\n";
+      "Name A\r\nShort \\n\\u0416\x80x\\u0416d\\ne\\n\r\nDescription \\n\r\n";
   EXPECT_EQ(File(), written);
   for (const bool byButton : {false, true}) {
     Open().txtName->setPlainText(QStringLiteral("other"));
@@ -67,6 +66,30 @@ TEST_F(BriefForm, TypesAndLeaves) {
     EXPECT_FALSE(Form->isVisible());
     EXPECT_EQ(File(), written);
   }
+}
+
+TEST_F(BriefForm, ShowsEscapedLettersAndKeepsTheirSpelling) {
+  Box.Write("m.properties", "Name \\u0416\\u00E9 \xE9\r\nShort s\r\nDescription d");
+  frmBrief& form = Open();
+  EXPECT_EQ(form.txtName->Text(), QStringLiteral("\u0416\u00E9 \u00E9"));
+  form.txtName->moveCursor(QTextCursor::End);
+  QTest::keyClicks(form.txtName, "!");
+  form.cmd[frmBrief::kApply]->click();
+  EXPECT_EQ(File(), "Name \\u0416\\u00E9 \xE9!\r\nShort s\\n\r\nDescription d\\n\r\n");
+}
+
+TEST_F(BriefForm, EscapeAsksBeforeATextIsDropped) {
+  QTest::keyClick(Open().txtName, Qt::Key_Escape);
+  EXPECT_FALSE(Form->isVisible()) << "nothing was typed";
+  for (const auto answer : {Answer::No, Answer::Yes}) {
+    QTest::keyClicks(Open().txtShort, "x");
+    W.Script.Expect("not stored yet.\nDo you want to drop them?", answer);
+    QTest::keyClick(Form->txtShort, Qt::Key_Escape);
+    EXPECT_EQ(Form->isVisible(), answer == Answer::No);
+  }
+  QTest::keyClicks(Open().txtShort, "x");
+  Form->close();
+  EXPECT_FALSE(Form->isVisible()) << "the title bar asks nothing";
 }
 
 TEST_F(BriefForm, InsertsAtTheActiveControl) {
@@ -120,8 +143,8 @@ TEST_F(BriefForm, LabelsTagsAndPopup) {
   QTest::mouseClick(Form->txtBrief->viewport(), Qt::RightButton);
   EXPECT_TRUE(Form->mnuMain->isVisible());
   Form->mnuMain->close();
-  QContextMenuEvent key(QContextMenuEvent::Keyboard, QPoint(5, 5), QPoint(5, 5));
-  QApplication::sendEvent(Form->txtBrief->viewport(), &key);
+  Form->txtBrief->setFocus();
+  QTest::keyClick(Form->txtBrief, Qt::Key_F10, Qt::ShiftModifier);
   EXPECT_TRUE(Form->mnuMain->isVisible());
 }
 

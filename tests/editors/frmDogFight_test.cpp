@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QWheelEvent>
+
 #include "tests/support/form_test.h"
 
 namespace rws::test {
@@ -45,6 +48,7 @@ TEST_F(HomeBaseForm, ShowsEachBaseAndKeepsWhatItCannotShow) {
   QTest::mouseClick(Form->upd->Up, Qt::LeftButton);
   EXPECT_EQ(Form->lbl->text(), "1");
   EXPECT_EQ(Form->cbo->currentIndex(), -1);
+  EXPECT_EQ(Form->lblSize->text(), "10000 m") << "beyond the slider";
   EXPECT_EQ(Swatch(), Form->palette().color(QPalette::Button));
   EXPECT_EQ(Shown(kAvailable) + "/" + Shown(kReserve), "P-51|/Bf 109|B-17");
   QTest::mouseClick(Form->slide, Qt::RightButton);
@@ -64,9 +68,15 @@ TEST_F(HomeBaseForm, TakesColorAndTheSizeOfTheMouseAlone) {
   EXPECT_EQ(Swatch(), QColor(0, 0, 192));
   QTest::keyClick(Form->slide, Qt::Key_End);
   EXPECT_EQ(Form->slide->value(), 9950);
-  EXPECT_EQ(Shadow(0).Radius, 3000);
-  QTest::mouseClick(Form->slide, Qt::LeftButton, {}, {2, 5});
+  EXPECT_EQ(Form->lblSize->text(), "9950 m");
+  QWheelEvent wheel({5, 5}, Form->slide->mapToGlobal(QPointF(5, 5)), {}, {0, -120}, {}, {},
+                    Qt::NoScrollPhase, false);
+  QApplication::sendEvent(Form->slide, &wheel);
   EXPECT_LT(Form->slide->value(), 9950);
+  EXPECT_EQ(Shadow(0).Radius, 3000);
+  const int before = Form->slide->value();
+  QTest::mouseClick(Form->slide, Qt::LeftButton, {}, {2, 5});
+  EXPECT_LT(Form->slide->value(), before);
   EXPECT_EQ(Shadow(0).Radius, Form->slide->value());
   EXPECT_EQ(TakeEdits(), "Home base colour|Home base size");
 
@@ -82,16 +92,21 @@ TEST_F(HomeBaseForm, TakesColorAndTheSizeOfTheMouseAlone) {
 TEST_F(HomeBaseForm, MovesTheAircraftSelectedByMouseOrKeys) {
   Open();
   EXPECT_FALSE(Form->cmd1[0]->isEnabled() || Form->cmd1[1]->isEnabled());
+  QTest::keyClick(Form->lstAC[kReserve], Qt::Key_Return);
+  EXPECT_EQ(Joined(Shadow(0).Planes), "") << "nothing is selected";
   ClickItem(kReserve, 0);
-  QTest::mouseClick(Form->cmd1[kReserve], Qt::LeftButton);
+  QTest::mouseDClick(
+      Form->lstAC[kReserve]->viewport(), Qt::LeftButton, {},
+      Form->lstAC[kReserve]->visualRect(Form->lstAC[kReserve]->currentIndex()).center());
+  EXPECT_TRUE(Form->isVisible());
   EXPECT_EQ(Joined(Shadow(0).Planes), "Bf-109|B-17D|P-51D");
   EXPECT_EQ(Shown(kAvailable) + "/" + Shown(kReserve), "Bf 109|B-17|P-51/");
   EXPECT_FALSE(Form->cmd1[0]->isEnabled() || Form->cmd1[1]->isEnabled());
 
   ClickItem(kAvailable, 0);
   QTest::keyClick(Form->lstAC[kAvailable], Qt::Key_Down, Qt::ShiftModifier);
-  Form->cmd1[kAvailable]->setFocus();
-  QTest::keyClick(Form->cmd1[kAvailable], Qt::Key_Return);
+  QTest::keyClick(Form->lstAC[kAvailable], Qt::Key_Return);
+  EXPECT_TRUE(Form->isVisible());
   EXPECT_EQ(Joined(Shadow(0).Planes), "P-51D");
   QTest::keyClick(Form->lstAC[kAvailable], Qt::Key_A, Qt::ControlModifier);
   QTest::mouseClick(Form->cmd1[kAvailable], Qt::LeftButton);

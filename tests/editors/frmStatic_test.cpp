@@ -88,6 +88,8 @@ TEST_F(StaticForm, ChangesTheSelectedRowsAndAppliesThem) {
   EXPECT_EQ(Rows(), "I-16,F,USSR|[I-16,F,Default]|[I-16,F,Default]");
   EXPECT_FALSE(MissionChanged(W.Doc, 0)) << "nothing before Apply";
   EXPECT_EQ(TakeEdits(), "");
+  W.Script.Expect("Do you want to drop them?", Answer::No);
+  QTest::keyClick(Form->lstStatic, Qt::Key_Escape);
   Form->cmd[frmStatic::kApply]->click();
   EXPECT_FALSE(Form->isVisible());
   EXPECT_TRUE(Form->Static());

@@ -121,6 +121,11 @@ TEST_F(WaypointForm, FlipsRadioSilenceAndChoosesTypes) {
   Click(1, 2, Qt::RightButton);
   ASSERT_TRUE(Form->mnuPop->isVisible());
   Form->mnuPop->close();
+  QTest::keyClick(Form->grd, Qt::Key_F10, Qt::ShiftModifier);
+  ASSERT_TRUE(Form->mnuPop->isVisible());
+  const QPoint below = Form->mnuPop->pos() - Form->grd->viewport()->mapToGlobal(Place(1, 2));
+  EXPECT_TRUE(below.y() > 0 && below.y() < 20) << "at its row, wherever the pointer is";
+  Form->mnuPop->close();
   EXPECT_FALSE(Form->mnuPop1[3]->isEnabled());
   Form->mnuPop1[2]->trigger();
   EXPECT_EQ(Point(1).Type, "GATTACK");
@@ -162,7 +167,7 @@ TEST_F(WaypointForm, EditsSeveralRowsAtOnce) {
     Click(1, 6);
     QTest::keyClick(Form->grd, Qt::Key_Right);
     QTest::keyClick(Form->grd, Qt::Key_Down, Qt::ShiftModifier);
-    Click(2, 7, Qt::RightButton);
+    QTest::keyClick(Form->grd, Qt::Key_F10, Qt::ShiftModifier);
     EXPECT_EQ(Point(1).Marker, marker);
     EXPECT_EQ(Point(2).Marker, marker);
   }
@@ -174,6 +179,30 @@ TEST_F(WaypointForm, EditsSeveralRowsAtOnce) {
   EXPECT_EQ(W.Script.Boxes.back().Icon, Icon::Critical);
   EXPECT_EQ(Point(3).Alt, "305") << "what was written stays";
   EXPECT_EQ(Point(4).Alt, "1000");
+}
+
+TEST_F(WaypointForm, LeavesTriggersAlone) {
+  auto& triggers = Point(3);
+  triggers.Type = "TRIGGERS";
+  const Waypoint before = triggers;
+  Open();
+  for (const int column : {3, 4}) {
+    Click(3, column);
+    QTest::keyClick(Form->grd, Qt::Key_F2);
+    QTest::keyClick(Form->grd, '5');
+    EXPECT_EQ(Form->grd->findChild<QLineEdit*>(), nullptr);
+  }
+  Click(3, 7);
+  QTest::keyClick(Form->grd, Qt::Key_Space);
+  Click(3, 2, Qt::RightButton);
+  EXPECT_FALSE(Form->mnuPop->isVisible());
+  for (const auto* kind : Form->mnuPop1) EXPECT_FALSE(kind->isEnabled());
+  EXPECT_EQ(TakeEdits(), "");
+  Typed = "300";
+  RightClickRows(2, 4, 4);
+  EXPECT_EQ(Point(4).Speed, "300");
+  EXPECT_EQ(Joined({triggers.Alt, triggers.Speed, triggers.Type, triggers.Marker}),
+            Joined({before.Alt, before.Speed, before.Type, before.Marker}));
 }
 
 TEST_F(WaypointForm, StandsOddRoutes) {

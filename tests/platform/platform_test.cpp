@@ -2,14 +2,17 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QFileDialog>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 #include <QWidget>
 #include <filesystem>
 
 #include "controls/drop_down.h"
 #include "platform/event_pump.h"
 #include "platform/form_placement.h"
+#include "platform/qt_prompts.h"
 #include "platform/qt_text.h"
 #include "platform/settings_store.h"
 #include "platform/text_editor.h"
@@ -85,6 +88,20 @@ TEST(DropDown, IsFilledWithoutASignal) {
   list.SelectRow(1);
   list.SelectRow(1);
   EXPECT_EQ(changed.count(), 1) << "an equal write is no change";
+}
+
+TEST(QtPrompts, AskBeforeAFileIsReplacedUnlessItIsOnlyNamed) {
+  for (const bool asks : {true, false}) {
+    bool confirms = !asks;
+    QTimer::singleShot(0, [&] {
+      auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+      ASSERT_NE(dialog, nullptr);
+      confirms = !dialog->testOption(QFileDialog::DontConfirmOverwrite);
+      dialog->reject();
+    });
+    EXPECT_EQ(MakeQtPrompts().SaveFile({"Save", "Sound|*.wav", "/", "a.wav", asks}), "");
+    EXPECT_EQ(confirms, asks);
+  }
 }
 
 TEST(FormPlacement, ComesBackWhereItWasOrToTheMiddle) {

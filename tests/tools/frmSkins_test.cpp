@@ -4,6 +4,7 @@
 
 #include <QBuffer>
 
+#include "platform/qt_text.h"
 #include "services/faults.h"
 #include "tests/support/form_test.h"
 
@@ -101,8 +102,9 @@ TEST_F(SkinsForm, LinksAndClearsAnImage) {
   EXPECT_EQ(Box.Read("images/B.jpg"), Box.Read("own/B.jpg"));
   EXPECT_EQ(Form->txt[frmSkins::kSkinner]->text(), QStringLiteral("Ivan"))
       << "typed and not stored yet";
+  Press(frmSkins::kUpdate);
   Press(frmSkins::kClear);
-  EXPECT_EQ(Box.Names("images"), "A.jpg,B-bak.jpg");
+  EXPECT_EQ(Box.Names("images"), "A.jpg,B-bak.jpg,P-39Ä.ini");
   EXPECT_EQ(State(), "S----");
 
   Choose(Form->cboSkins, 0);
@@ -111,8 +113,20 @@ TEST_F(SkinsForm, LinksAndClearsAnImage) {
   EXPECT_EQ(W.Script.StartFolders.back(), Box.Path("own"));
   Choose(Form->cboSkins, 0);
   EXPECT_EQ(State(), "SP-CI");
+  Locate(Box.Path("own/B.jpg"));
+  Press(frmSkins::kClear);
+  EXPECT_EQ(State(), "S----");
+  EXPECT_EQ(Box.Names("images") + " " + Box.Names("own"), "A-bak.jpg,B-bak.jpg,P-39Ä.ini B.jpg")
+      << "the linked image, not the one on show";
+  Box.Write("images/A.jpg", Picture("JPG", Qt::green));
+  Locate(Box.Path("images/A-bak.jpg"));
+  const std::string backup = Box.Read("images/A-bak.jpg");
+  Press(frmSkins::kClear);
+  EXPECT_EQ(Box.Names("images"), "A-bak.jpg,A.jpg,B-bak.jpg,P-39Ä.ini");
+  EXPECT_EQ(Box.Read("images/A-bak.jpg"), backup) << "a backup on show is not replaced";
+  Choose(Form->cboSkins, 0);
   W.Services.Files.BeforeStep = [](const FileStep& now) {
-    if (now.Action == "move") throw FileFault(fault::FileIo, now.Action, now.Path, "locked");
+    if (now.Action == "delete") throw FileFault(fault::FileIo, now.Action, now.Path, "locked");
   };
   Press(frmSkins::kClear);
   EXPECT_EQ(State(), "SP-CI");
@@ -139,13 +153,30 @@ TEST_F(SkinsForm, KeepsNotesInTheSideFile) {
   EXPECT_EQ(Form->txt[frmSkins::kSkinner]->text(), QStringLiteral("Jürgen"));
   EXPECT_EQ(Form->txt[frmSkins::kCountry]->text(), QString());
 
+  Form->txt[frmSkins::kCountry]->insert(QStringLiteral("USSR"));
+  const auto chooseAsks = [&](DropDown* list, int row, Answer answer) {
+    W.Script.Expect("Do you want to drop them?", answer);
+    Choose(list, row);
+    return ToPath(Form->cboPlanes->currentText() + QLatin1Char(' ') +
+                  Form->cboSkins->currentText() + QLatin1Char(' ') +
+                  Form->txt[frmSkins::kCountry]->text());
+  };
+  EXPECT_EQ(chooseAsks(Form->cboSkins, 1, Answer::No), "P-39Ä A USSR");
+  EXPECT_EQ(chooseAsks(Form->cboPlanes, 0, Answer::No), "P-39Ä A USSR");
+  W.Script.Expect("Do you want to drop them?", Answer::No);
+  QTest::keyClick(Form->txt[frmSkins::kCountry], Qt::Key_Escape);
+  EXPECT_TRUE(Form->isVisible());
+  EXPECT_EQ(chooseAsks(Form->cboSkins, 1, Answer::Yes), "P-39Ä B ");
+  Choose(Form->cboSkins, 0);
+
   W.Services.Files.BeforeStep = [](const FileStep& now) {
     if (now.Path.ends_with(".ini")) throw FileFault(fault::FileIo, now.Action, now.Path, "locked");
   };
   Choose(Form->cboSkins, 0);
   EXPECT_EQ(State(), "SP-C-") << "notes that cannot be read cannot be written over";
   Press(frmSkins::kHelp);
-  EXPECT_EQ(W.ShellCalls.back(), "open " + Box.Path("RWS.HLP.html"));
+  EXPECT_EQ(W.ShellCalls.back(), "open " + Box.Path("RWS.HLP.at.html"));
+  EXPECT_NE(Box.Read("RWS.HLP.at.html").find("#frmSkins\""), std::string::npos);
   Press(frmSkins::kExit);
   EXPECT_FALSE(Form->isVisible());
   EXPECT_TRUE(W.SettingTexts.count("software\\hollowbyte\\rws edit\\frmskinsleft"));

@@ -113,6 +113,8 @@ TEST(View, StretchesThePictureOverItsOuterSizeAndComesBackAsItWas) {
     view.move(90, 60);
     view.resize(400, 300);
     shownSize = view.frameGeometry().size();
+    view.showMaximized();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view.width() > shownSize.width(); }));
     QTest::keyClick(&view, Qt::Key_Escape);
     EXPECT_FALSE(view.isVisible());
   }

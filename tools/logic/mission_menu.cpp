@@ -29,7 +29,7 @@ std::string PickTarget(const Document& doc, const Services& services, const std:
                                             Buttons::OkCancel, Icon::None, kProgramTitle);
   if (answer != Answer::Ok) return "";
   return GetSaveFile(services, "Select destination to copy sound file to", GetFileName(source),
-                     kSoundFilter, start);
+                     kSoundFilter, start, SaveFor::Naming);
 }
 
 /** The part of a path below the game directory, however that is spelled; "" when it lies outside.
@@ -62,9 +62,29 @@ void Attach(Document& doc, const Services& services, const std::string& path) {
   mission.BriefSoundLine = line;
 }
 
-std::string BriefPath(const std::string& missionPath) {
-  return StripFileName(missionPath) +
-         Replace(FoldName(GetFileName(missionPath)), ".mis", ".properties");
+/** The line ends at a blank for whoever reads it: the sound is then never found. */
+void TellOfBlanks(const Document& doc, const Services& services, const std::string& path) {
+  const std::string below = BelowGamePath(doc, services, path);
+  const std::string named = below.empty() ? path : below;
+  if (!Contains(named, " ")) return;
+  services.Ask.MsgBox("The game cannot use \"" + named +
+                          "\": it reads the path of a sound up to the first blank only.\n"
+                          "Give the sound, and the folders it lies in, names without blanks.",
+                      Buttons::Ok, Icon::Exclamation, kProgramTitle);
+}
+
+/** In lower case, but where letter case counts the mission's own briefing goes first, and that of
+    another mission is never given. */
+std::string BriefPath(const Services& services, const std::string& missionPath) {
+  const std::string folder = StripFileName(missionPath), name = GetFileName(missionPath);
+  const std::string lowered = folder + Replace(FoldName(name), ".mis", ".properties");
+  const std::string own = PropertiesPath(name).empty() ? lowered : folder + PropertiesPath(name);
+  // What the lowered name opens or makes.
+  const std::string opened = services.Files.FileExists(own) ? services.Files.Resolve(own) : lowered;
+  const std::string owner = folder + GetBaseName(opened) + ".mis";
+  const bool isOfAnother =
+      services.Files.FileExists(owner) && !services.Files.IsSameFile(owner, missionPath);
+  return opened == own || isOfAnother ? own : lowered;
 }
 
 }  // namespace
@@ -79,6 +99,7 @@ bool AddSoundFile(Document& doc, const Services& services) {
     WriteSetting(services.Settings, setting::SoundTo, GetParentFolderName(target));
     Attach(doc, services, target);
     attached = true;
+    TellOfBlanks(doc, services, target);
   });
   return attached;
 }
@@ -93,10 +114,11 @@ void ViewMissionText(const Document& doc, const Services& services) {
   });
 }
 
-BriefFields MakeBriefFields(const Document& doc, const std::vector<std::string>& weatherCaptions) {
+BriefFields MakeBriefFields(const Document& doc, const Services& services,
+                            const std::vector<std::string>& weatherCaptions) {
   const Mission& mission = CurrentMissionRecord(doc);
   BriefFields fields;
-  fields.BriefName = BriefPath(CurrentMissionPath(doc));
+  fields.BriefName = BriefPath(services, CurrentMissionPath(doc));
   fields.MissionPath = mission.DirPath;
   fields.Map = mission.MapName;
   fields.Clouds = mission.CloudHeight;

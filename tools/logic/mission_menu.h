@@ -11,7 +11,8 @@ namespace rws {
 
 /** Asks for a sound and for its place, and attaches that place to the current mission. No file is
     copied, for all that the questions say: the sound must stand there already or be put there by
-    the user. True if something was attached. */
+    the user. A path with a blank is attached too, after a box that tells that the game cannot use
+    it. True if something was attached. */
 bool AddSoundFile(Document& doc, const Services& services);
 
 /** Shows the file of the current mission in the system's text editor and does not wait for it. A
@@ -20,7 +21,8 @@ void ViewMissionText(const Document& doc, const Services& services);
 
 /** What the briefing editor is opened with. */
 struct BriefFields {
-  /** Full path of the ".properties" file, its name in lower case. */
+  /** Full path of the ".properties" file, its name in lower case unless a system that minds
+      it has one of the mission's own spelling, or that name is another mission's. */
   std::string BriefName;
   /** Folder of the mission. */
   std::string MissionPath;
@@ -34,6 +36,7 @@ struct BriefFields {
 };
 
 /** The fields for the current mission. `weatherCaptions` are the rows of the weather list. */
-BriefFields MakeBriefFields(const Document& doc, const std::vector<std::string>& weatherCaptions);
+BriefFields MakeBriefFields(const Document& doc, const Services& services,
+                            const std::vector<std::string>& weatherCaptions);
 
 }  // namespace rws

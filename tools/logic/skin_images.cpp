@@ -18,9 +18,10 @@ void LinkImage(const Services& services, const std::string& picture, const std::
   services.Files.CopyFile(picture, target);
 }
 
-void ClearLink(const Services& services, const std::string& target) {
+void ClearLink(const Services& services, const std::string& target, const std::string& shown) {
   const FileSystem& files = services.Files;
   const std::string backup = LinkTarget(StripFileName(target), GetBaseName(target) + "-bak");
+  if (files.IsSameFile(backup, shown)) return;
   if (!files.FileExists(backup)) return files.MoveFile(target, backup);
   // Not deleted first: should the image then not be renamed, the old backup would be lost.
   files.CopyFile(target, backup);

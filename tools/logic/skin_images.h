@@ -16,7 +16,8 @@ std::string LinkTarget(std::string_view imagesPath, std::string_view scheme);
 void LinkImage(const Services& services, const std::string& picture, const std::string& target);
 
 /** Gives a linked image the name of its backup, "-bak" behind the scheme's name, in place of an
-    earlier backup. */
-void ClearLink(const Services& services, const std::string& target);
+    earlier backup. Nothing is renamed when that backup is the picture on show, `shown`, which may
+    be any file of the user's. */
+void ClearLink(const Services& services, const std::string& target, const std::string& shown);
 
 }  // namespace rws

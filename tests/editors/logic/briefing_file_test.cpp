@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "editors/logic/briefing_inserts.h"
+#include "editors/logic/briefing_letters.h"
 #include "services/faults.h"
 #include "tests/support/doubles.h"
 #include "tests/support/sandbox.h"
@@ -77,6 +78,38 @@ TEST(BriefingFile, AFailingStepLosesNothing) {
     EXPECT_EQ(box.Names("m"), "a.properties");
     EXPECT_EQ(box.Read("m/a.properties"), step == "sync folder" ? kWritten : "old");
   }
+}
+
+TEST(BriefingLetters, AreShownAndKeepTheirSpelling) {
+  const struct {
+    const char* Before;
+    std::u16string Shown, Edited;
+    const char* After;
+  } rows[] = {
+      {"a\xE9\x80", u"a\u00E9\u20AC", u"\u00E9\u0416", "\xE9\\u0416"},
+      {"\\u0416\\u04AF\\u04af", u"\u0416\u04AF\u04AF", u"\u0416x\u04AF", "\\u0416x\\u04af"},
+      // Both spellings of a letter, edited before, between and behind.
+      {"\xE9 one \\u00e9 two \xE9", u"\u00E9 one \u00E9 two \u00E9", u"\u00E9 on \u00E9 to \u00E9s",
+       "\xE9 on \\u00e9 to \xE9s"},
+      {"\\u0041A\\u0041", u"AAA", u"AABAA", "\\u0041ABA\\u0041"},
+      {"x\\u00E9", u"x\u00E9", u"\u00E9x\u00E9\u00E8", "\\u00E9x\\u00E9\xE8"},
+      {"\\uD83D\\uDE00", u"\U0001F600", u"\U0001F600\U0001F601", "\\uD83D\\uDE00\\uD83D\\uDE01"},
+      {"\\\\u0416", u"\\\u0416", u"\\\u0416!", "\\\\u0416!"},
+      // No letters: halves, breaks, what is cut short.
+      {"\\uD83Dx\\u000A\\u2028\\u041\\u04 6\\u", u"\\uD83Dx\\u000A\\u2028\\u041\\u04 6\\u",
+       u"\\uD83D", "\\uD83D"},
+      {"\\u0416", u"\u0416", u"", ""},
+  };
+  for (const CodePage page; const auto& row : rows) {
+    SCOPED_TRACE(row.Before);
+    EXPECT_EQ(BriefingLetters(page, row.Before), row.Shown);
+    EXPECT_EQ(SpellBriefing(page, row.Before, row.Shown), row.Before);
+    EXPECT_EQ(SpellBriefing(page, row.Before, row.Edited), row.After);
+  }
+  // Another text altogether.
+  std::string all;
+  for (int i = 0; i < 2000; ++i) all += "\\u0416";
+  EXPECT_EQ(SpellBriefing(CodePage(1251), all, std::u16string(2000, u'x')), std::string(2000, 'x'));
 }
 
 TEST(BriefingInserts, ValuesAndClocks) {

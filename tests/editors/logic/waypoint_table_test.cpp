@@ -94,6 +94,10 @@ TEST(WaypointTable, ComparesSeveralRowsWithTheCurrentOnesShadow) {
   SetWaypoints(doc, 2, 3, kWaypointAlt, "9", 3, tell);
   EXPECT_EQ(doc.Missions[0].Flights[0].Waypoints[2].Alt, "9") << "the shadow's route is shorter";
   EXPECT_TRUE(told.back());
+  doc.Missions[0].Flights[0].Waypoints[1].Type = "TRIGGERS";
+  SetWaypoints(doc, 1, 3, kWaypointAlt, "7", 1, tell);
+  EXPECT_EQ(doc.Missions[0].Flights[0].Waypoints[1].Alt, "9") << "the row of triggers";
+  EXPECT_EQ(doc.Missions[0].Flights[0].Waypoints[2].Alt, "7");
   doc.CurFlight = 1;
   EXPECT_THROW(WaypointRows(doc, true), Fault);
 }

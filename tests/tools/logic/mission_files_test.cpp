@@ -39,11 +39,14 @@ struct Menu : test::Desk {
     World.Script.Expect("Are you sure you want to delete\n", answer);
     return DeleteMission(World.Doc, World.Services);
   }
-  bool AddSound(const std::string& target, Answer answer = Answer::Ok) {
+  /** `warning` is the text of the box behind the last question, if one comes. */
+  bool AddSound(const std::string& target, const std::string& warning = "",
+                Answer answer = Answer::Ok) {
     World.Script.ExpectPath("Choose sound file to copy", Box.Path("tapes/gun.1.wav"));
     World.Script.Expect("gun.1 is ready to copy", answer);
     if (answer == Answer::Ok)
       World.Script.ExpectPath("Select destination to copy sound file to", target);
+    if (!warning.empty()) World.Script.Expect(warning);
     return AddSoundFile(World.Doc, World.Services);
   }
   /** The folder and, behind ";", the folder "out". */
@@ -194,11 +197,18 @@ TEST(MissionFiles, TheBriefingOfAMissionInAnotherCaseIsNotTouched) {
 
 TEST(MissionMenu, ASoundIsRecordedAndNotCopied) {
   Menu desk;
+  bool asks = true;
+  const auto save = desk.World.Services.Ask.SaveFile;
+  desk.World.Services.Ask.SaveFile = [&](const FileQuestion& question) {
+    asks = question.AsksToReplace;
+    return save(question);
+  };
   EXPECT_TRUE(desk.AddSound(desk.Box.Path("game/snd/gun.wav")));
   const std::string sound = BuildPath(desk.Box.Path("game"), "snd\\gun.wav");
   EXPECT_EQ(desk.Record().BriefSoundLine, "  briefSound snd/gun.wav");
   EXPECT_EQ(desk.Record().BriefSound, sound);
   EXPECT_EQ(desk.Box.Names("game/snd"), "");
+  EXPECT_FALSE(asks) << "the sound must stand there, and nothing replaces it";
   EXPECT_EQ(test::Joined(desk.World.Script.StartFolders),
             desk.Box.Path("game") + "|" + desk.Box.Path("game"));
   EXPECT_EQ(desk.Setting(setting::SoundFrom), desk.Box.Path("tapes"));
@@ -207,8 +217,11 @@ TEST(MissionMenu, ASoundIsRecordedAndNotCopied) {
   // Outside the game the whole path is the line; without a blank in it no file name is found.
   EXPECT_TRUE(desk.AddSound("/gamer/gun.wav"));
   EXPECT_EQ(desk.Record().BriefSoundLine + desk.Record().BriefSound, "/gamer/gun.wav" + sound);
+  EXPECT_TRUE(desk.AddSound(desk.Box.Path("game/my snd/a gun.wav"),
+                            "\"my snd/a gun.wav\": it reads the path of a sound up to the first"));
+  EXPECT_EQ(desk.Record().BriefSoundLine, "  briefSound my snd/a gun.wav") << "told, and attached";
   desk.Record() = {};
-  EXPECT_FALSE(desk.AddSound("", Answer::Cancel));
+  EXPECT_FALSE(desk.AddSound("", "", Answer::Cancel));
   EXPECT_FALSE(desk.AddSound(""));
   for (const std::string bad : {"\xE6\x97\xA5.wav", "a\nb.wav"})
     EXPECT_FALSE(desk.AddSound(desk.Box.Path("game/snd/" + bad))) << "no mission can hold it";
@@ -238,7 +251,8 @@ TEST(MissionMenu, TheBriefingIsOpenedWithWhatTheMissionHas) {
   const auto fields = [&](const std::string& clouds, const std::string& time) {
     desk.Record().CloudType = clouds;
     desk.Record().Time = time;
-    const BriefFields made = MakeBriefFields(desk.World.Doc, {"Clear", "Good"});
+    const BriefFields made =
+        MakeBriefFields(desk.World.Doc, desk.World.Services, {"Clear", "Good"});
     EXPECT_EQ(made.BriefName, desk.Box.Path("In.mis/-a b.properties"));
     EXPECT_EQ(made.MissionPath, desk.Record().DirPath);
     return test::Joined({made.Weather, made.Map, made.MisTime, made.Clouds});
@@ -247,6 +261,29 @@ TEST(MissionMenu, TheBriefingIsOpenedWithWhatTheMissionHas) {
   EXPECT_EQ(fields("", "noon"), "Clear|Moscow||1500");
   for (const std::string none : {"7", "-1", "99999"}) EXPECT_EQ(fields(none, ""), "|Moscow||1500");
 }
+
+#ifndef _WIN32
+TEST(MissionMenu, ABriefingIsNotThatOfAMissionInAnotherCase) {
+  const struct {
+    const char *Briefings, *Opened;
+    bool Other;
+  } rows[] = {{"", "b.properties", false},
+              {"", "B.properties", true},
+              {"b.properties", "b.properties", false},
+              {"b.properties", "B.properties", true},
+              {"B.properties", "B.properties", true},
+              {"b.properties|B.properties", "B.properties", true}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(std::string(row.Briefings) + (row.Other ? " of two" : ""));
+    Menu desk("B.mis", "in.mis", "");
+    if (row.Other) desk.Box.Write("in.mis/b.mis", "other");
+    for (const auto briefing : SplitAt(row.Briefings, '|'))
+      if (!briefing.empty()) desk.Box.Write("in.mis/" + std::string(briefing), "P");
+    EXPECT_EQ(MakeBriefFields(desk.World.Doc, desk.World.Services, {}).BriefName,
+              desk.Box.Path("in.mis/" + std::string(row.Opened)));
+  }
+}
+#endif
 
 }  // namespace
 }  // namespace rws

@@ -98,7 +98,7 @@ TEST(SkinImages, LinkAndClearLoseNoPicture) {
       if (row.Work == std::string_view("link"))
         LinkImage(world.Services, box.Path("p.jpg"), target);
       else
-        ClearLink(world.Services, target);
+        ClearLink(world.Services, target, target);
     });
     EXPECT_EQ(done, std::string_view(row.FailAt).empty());
     std::vector<std::string> after;
