@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMap>
 #include <QStringList>
 #include <QStringListModel>
 
@@ -7,8 +8,22 @@
 
 namespace rws {
 
-/** A list of texts, one selected; -1 is none. A right click selects nothing by itself. Tens of
-    thousands of rows are not felt. */
+/** The texts of a list box, some of them struck out. */
+class RowTexts : public QStringListModel {
+  Q_OBJECT
+
+ public:
+  using QStringListModel::QStringListModel;
+
+  /** Why a row is struck out, by row; told by its tip and to a screen reader. */
+  QMap<int, QString> Struck;
+
+  QVariant data(const QModelIndex& index, int role) const override;
+};
+
+/** A list of texts, one selected; -1 is none. A right click selects nothing by itself, and neither
+    a click beside the rows nor one with Ctrl takes the selection away. Tens of thousands of rows
+    are not felt. */
 class ListBox : public ReportList {
   Q_OBJECT
 
@@ -17,16 +32,25 @@ class ListBox : public ReportList {
 
   void SetRows(const QStringList& rows);
   void SetRowText(int row, const QString& text) { rows_.setData(rows_.index(row), text); }
+  /** Strikes a row out until the rows are set anew; `why` is told. */
+  void StrikeRow(int row, const QString& why);
   int RowCount() const { return rows_.rowCount(); }
   /** Selects a row and brings it into view; a row that is not there selects none. */
   void SelectRow(int row) { SelectOnly(row); }
+  /** A text in the place of the rows when there are none; read to the user as well. */
+  void SetEmptyText(const QString& text);
+  QString EmptyText() const { return emptyText_; }
 
  protected:
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                       const QEvent* event) const override;
 
  private:
-  QStringListModel rows_;
+  RowTexts rows_;
+  QString emptyText_;
 };
 
 }  // namespace rws

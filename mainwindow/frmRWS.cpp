@@ -1,14 +1,18 @@
 #include "mainwindow/frmRWS.h"
 
 #include <QGuiApplication>
+#include <algorithm>
 
+#include "mainwindow/logic/no_missions.h"
 #include "mission/reader.h"
 #include "platform/qt_text.h"
 #include "services/arrays.h"
 #include "services/error_log.h"
 #include "services/text.h"
 #include "services/trapped.h"
+#include "session/current.h"
 #include "session/doors.h"
+#include "session/loading.h"
 
 /** The pictures stand in a library; without this call the linker would leave them out. */
 static void InitIcons() { Q_INIT_RESOURCE(icons); }
@@ -57,8 +61,7 @@ void frmRWS::ConnectList() {
                     ListMouseReleased(button, row, position);
                   }));
   connect(lstMission, &ListBox::MenuKeyPressed, this,
-          Trapped(services, "lstMission_MouseUp",
-                  [this](QPoint position) { OpenMissionMenu(position); }));
+          Trapped(services, "lstMission_MouseUp", [this](QPoint) { OpenMissionMenuAtItsRow(); }));
 }
 
 void frmRWS::ConnectButtons() {
@@ -131,17 +134,33 @@ void frmRWS::InitForm() {
   });
 }
 
+void frmRWS::ShowNoMissions() {
+  session_.Doc.Missions.clear();
+  session_.Doc.MissionShadow.clear();
+  InitForm();
+  missionPanel->ShowNoMission();
+  flightArea->ShowNoFlights();
+  const Loading clearing(session_.Doc);
+  flightArea->fraFlight->cboWeap->Fill({});
+  flightArea->fraFlight->txtDStart->clear();
+  flightArea->fraFlight->lblDelayStart->clear();
+  lstMission->SetEmptyText(FromPath(WhyNoMissions(session_.Doc, session_.Services)));
+  LightUpdate(false);
+  EnableMission(false);
+}
+
 void frmRWS::Start() {
   Document& doc = session_.Doc;
+  const std::string current = CurrentMissionPath(doc);
   ShowDirectory();
   if (!GetMissionFiles(doc, session_.Services)) {
     Arguments.ComLineMission.clear();
-    doc.Missions.clear();
-    doc.MissionShadow.clear();
-    InitForm();
-    LightUpdate(false);
-    return EnableMission(false);
+    return ShowNoMissions();
   }
+  // Missions may have come or gone before it; by its place only when it is gone itself.
+  const auto& files = doc.MissionFiles;
+  const auto found = std::find(files.begin(), files.end(), current);
+  if (found != files.end()) doc.CurMission = static_cast<int>(found - files.begin());
   EnableMission(true);
   LoadMissionArray(doc, session_.Services);
   doc.MissionShadow.clear();
@@ -181,7 +200,8 @@ void frmRWS::ShowMission() {
   });
   if (!doc.Missions.empty()) {
     const auto current = static_cast<std::size_t>(doc.CurMission);
-    if (!doc.Missions[current].Loaded)
+    // A mission that was moved away or deleted must not reach the reader, which would end the run.
+    if (!doc.Missions[current].Loaded && !lstMission->IsGone(doc.CurMission))
       ResumeNext([&] { LoadMission(doc, session_.Services, current); });
     if (doc.Closing) return;
     const Mission& mission = doc.Missions[current];

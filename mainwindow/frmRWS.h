@@ -124,7 +124,10 @@ class frmRWS : public QMainWindow {
   void FollowList(LeaveBy by);
   void ListMouseReleased(Qt::MouseButton button, int row, QPoint globalPosition);
   bool LeaveMission(LeaveBy by, int& mission);
+  void LightCurrentMission();
+  bool RefuseGone(int mission);
   void OpenMissionMenu(QPoint globalPosition);
+  void OpenMissionMenuAtItsRow();
 
   void EndMissionCommand(bool reread);
   void EndFileCommand(ToolOutcome outcome);
@@ -159,6 +162,7 @@ class frmRWS : public QMainWindow {
   void LightUpdate(bool lit);
   void EnableMission(bool enabled);
   void ShowDirectory();
+  void ShowNoMissions();
 
   Session& session_;
   QSplitter* splSides;

@@ -1,3 +1,5 @@
+#include <QShortcut>
+
 #include "mainwindow/frmRWS.h"
 #include "services/help_file.h"
 #include "services/trapped.h"
@@ -11,6 +13,9 @@ void frmRWS::ConnectHelp() {
     connect(mnuH[entry], &QAction::triggered, this,
             Trapped(session_.Services, "mnuH_Click", [this, run](bool) { (this->*run)(); }));
   };
+  connect(
+      new QShortcut(Qt::Key_F1, this), &QShortcut::activated, this,
+      Trapped(session_.Services, "mnuH_Click", [this] { OpenHelp(session_.Services, "frmRWS"); }));
   command(kContents, &frmRWS::ClickContents);
   command(kAbout, &frmRWS::ClickAbout);
   command(kCheckForUpdates, &frmRWS::ClickCheckForUpdates);

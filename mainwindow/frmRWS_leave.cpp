@@ -11,8 +11,31 @@
 
 namespace rws {
 
+void frmRWS::LightCurrentMission() {
+  const int current = session_.Doc.CurMission;
+  if (lstMission->SelectedMission() != current) lstMission->SelectMission(current);
+}
+
+/** The menu works on the current mission, which need not be the one that is lit after Cancel. */
 void frmRWS::OpenMissionMenu(QPoint globalPosition) {
-  if (!session_.Doc.Missions.empty()) Popups.OpenMenu(*mnuMisPop, globalPosition);
+  if (session_.Doc.Missions.empty()) return;
+  LightCurrentMission();
+  Popups.OpenMenu(*mnuMisPop, globalPosition);
+}
+
+void frmRWS::OpenMissionMenuAtItsRow() {
+  LightCurrentMission();
+  const QRect row = lstMission->visualRect(lstMission->currentIndex());
+  OpenMissionMenu(lstMission->viewport()->mapToGlobal(row.bottomLeft()));
+}
+
+/** True, told, for a mission that was moved away or deleted and still has its row. */
+bool frmRWS::RefuseGone(int mission) {
+  if (!lstMission->IsGone(mission)) return false;
+  Notice("\"" + GetFileName(At(session_.Doc.MissionFiles, mission)) +
+         "\" is no longer in this folder; Directory reads the folder again.");
+  LightCurrentMission();
+  return true;
 }
 
 /** Settles the changes of the mission being left. An Update rereads the directory, so the mission
@@ -20,8 +43,13 @@ void frmRWS::OpenMissionMenu(QPoint globalPosition) {
 bool frmRWS::LeaveMission(LeaveBy by, int& mission) {
   Document& doc = session_.Doc;
   const std::string wanted = At(doc.MissionFiles, mission);
-  if (!WarnSave(doc, session_.Services, session_.Prefs, by, [this] { return ClickUpdate(); }))
-    return false;
+  const auto update = [this] {
+    const bool written = ClickUpdate();
+    // The mission that could not be written stays, and is the one to look at.
+    if (!written) LightCurrentMission();
+    return written;
+  };
+  if (!WarnSave(doc, session_.Services, session_.Prefs, by, update)) return false;
   const auto found = std::find(doc.MissionFiles.begin(), doc.MissionFiles.end(), wanted);
   if (doc.Closing || found == doc.MissionFiles.end()) return false;
   mission = static_cast<int>(found - doc.MissionFiles.begin());
@@ -31,7 +59,8 @@ bool frmRWS::LeaveMission(LeaveBy by, int& mission) {
 /** Goes to the mission that the list shows, if the current one may be left. */
 void frmRWS::FollowList(LeaveBy by) {
   int mission = lstMission->SelectedMission();
-  if (mission < 0 || mission == session_.Doc.CurMission || !LeaveMission(by, mission)) return;
+  if (mission < 0 || RefuseGone(mission) || mission == session_.Doc.CurMission) return;
+  if (!LeaveMission(by, mission)) return;
   session_.Doc.CurMission = mission;
   ShowMission();
   if (lstMission->SelectedMission() != mission) lstMission->SelectMission(mission);

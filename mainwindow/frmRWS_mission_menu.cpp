@@ -44,6 +44,7 @@ void frmRWS::EndMissionCommand(bool reread) {
 }
 
 void frmRWS::EndFileCommand(ToolOutcome outcome) {
+  if (outcome == ToolOutcome::Gone) return lstMission->MarkGone(session_.Doc.CurMission);
   if (outcome != ToolOutcome::Nothing) EndMissionCommand(outcome == ToolOutcome::Reread);
 }
 

@@ -39,7 +39,9 @@ void frmRWS::SetPrefs() {
     form.LockWT = prefs.bLockWT;
     form.SndPlayer = prefs.bSndPlayer;
     form.SavePromptMode = prefs.SavePromptMode;
-    form.GamePath = doc.GamePath;
+    // A wrong folder chosen in the form last time is in use until the setting is read again: now.
+    form.GamePath = ReadSetting(session_.Services.Settings, setting::GamePath);
+    if (form.GamePath.empty()) form.GamePath = doc.GamePath;
     form.ForeColor = prefs.ForeColor;
     form.BackColor = prefs.BackColor;
     form.LoadForm();

@@ -66,6 +66,8 @@ void frmRWS::TakeToolResult(const ToolResult& result) {
     case ToolOutcome::Nothing:
     case ToolOutcome::Cancelled:
       return;
+    case ToolOutcome::Gone:
+      return lstMission->MarkGone(doc.CurMission);
     case ToolOutcome::RowText:
       return lstMission->SetRowText(lstMission->RowOf(doc.CurMission), FromPath(result.Text));
     case ToolOutcome::Rows:
@@ -90,6 +92,8 @@ void frmRWS::GoToFolder(const std::string& folder) {
   doc.CurMission = 0;
   doc.CurFlight = 0;
   doc.Missions.clear();
+  // The first mission there, also where one has the name of the last.
+  doc.MissionFiles.clear();
   Start();
 }
 

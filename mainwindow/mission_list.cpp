@@ -8,6 +8,8 @@ void MissionList::ShowMissions(const std::vector<MissionRow>& rows) {
   QStringList names;
   names.reserve(static_cast<qsizetype>(rows.size()));
   missions_.clear();
+  gone_.clear();
+  SetEmptyText(QString());
   for (const auto& row : rows) {
     names << row.Name;
     missions_.push_back(row.Mission);
@@ -18,6 +20,11 @@ void MissionList::ShowMissions(const std::vector<MissionRow>& rows) {
 int MissionList::MissionAt(int row) const {
   if (row < 0 || row >= std::ssize(missions_)) return -1;
   return missions_[static_cast<std::size_t>(row)];
+}
+
+void MissionList::MarkGone(int mission) {
+  gone_.insert(mission);
+  StrikeRow(RowOf(mission), tr("no longer in this folder"));
 }
 
 int MissionList::RowOf(int mission) const {

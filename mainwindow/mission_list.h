@@ -1,5 +1,6 @@
 #pragma once
 
+#include <set>
 #include <vector>
 
 #include "controls/list_box.h"
@@ -28,10 +29,14 @@ class MissionList : public ListBox {
   int SelectedMission() const { return MissionAt(CurrentRow()); }
   /** Selects a mission and brings it into view; one that is not listed selects none. */
   void SelectMission(int mission) { SelectRow(RowOf(mission)); }
+  /** Marks a mission whose file is gone until the rows are shown anew. */
+  void MarkGone(int mission);
+  bool IsGone(int mission) const { return gone_.count(mission) > 0; }
 
  private:
   /** By row. */
   std::vector<int> missions_;
+  std::set<int> gone_;
 };
 
 }  // namespace rws

@@ -13,6 +13,7 @@
 #include "services/units.h"
 #include "session/current.h"
 #include "session/doors.h"
+#include "session/loading.h"
 
 namespace rws {
 
@@ -87,6 +88,18 @@ void MissionPanel::ShowMission() {
   ResumeNext([&] { ShowStationary(); });
 }
 
+void MissionPanel::ShowNoMission() {
+  const Showing showing(session_);
+  const Loading loading(session_.Doc);
+  txtWeather->clear();
+  txtWeather->setToolTip(tr("Current cloud height"));
+  dtMission->setTime(QTime(0, 0));
+  for (auto* box : {chkST, chkWL}) box->setChecked(false);
+  imgSnd->hide();
+  lbl[9]->setText(tr("Modify Stationary Aircraft"));
+  cmdModSA->setToolTip(tr("Modify Stationary ground aircraft"));
+}
+
 /** A constant of 2, which is neither on nor off, shows as half checked; other numbers cannot be
     shown. */
 void MissionPanel::ShowConstant(CheckBox* box, int value) {
@@ -108,7 +121,7 @@ void MissionPanel::ShowStationary() {
       CountStationary(session_.Doc, static_cast<std::size_t>(session_.Doc.CurMission));
   const QString text = FromPath(StationaryText(count));
   lbl[9]->setText(text);
-  if (count >= 1) cmdModSA->setToolTip(text);
+  cmdModSA->setToolTip(count >= 1 ? text : tr("Modify Stationary ground aircraft"));
   cmdModSA->setEnabled(count >= 1);
 }
 
@@ -118,6 +131,7 @@ void MissionPanel::WeatherChosen(int row) {
 }
 
 void MissionPanel::CloudsChanged(const QString& text) {
+  if (session_.Doc.Missions.empty()) return;
   LogAndLeave(session_.Services, kCloudHeight.Handler, [&] {
     const double value = Val(ToPath(text));
     // Each of these writes runs this handler again, with the value that then counts.
@@ -126,7 +140,8 @@ void MissionPanel::CloudsChanged(const QString& text) {
     if (value < udClouds->Minimum())
       return txtWeather->setText(QString::number(udClouds->Minimum()));
     txtWeather->setToolTip(FromPath(MetersToFeet(ToPath(text))) + tr(" feet"));
-    if (session_.Doc.bLoading) return;
+    // Half a number is put back when the box is left, which a command need not do.
+    if (session_.Doc.bLoading || !IsNumeric(ToPath(text))) return;
     Edit(session_, kCloudHeight,
          [&] { CurrentMission(session_).CloudHeight = ToBytes(session_.Services.Page, text); });
   });
@@ -142,6 +157,7 @@ bool MissionPanel::MayLeaveClouds() {
 }
 
 void MissionPanel::TimeChanged() {
+  if (session_.Doc.Missions.empty()) return;
   // Runs while controls are filled as well: showing a mission writes its time back in the spelling
   // of the conversion.
   const bool done = Edit(session_, kTime, [&] {

@@ -2,7 +2,6 @@
 
 #include <QGroupBox>
 #include <QLabel>
-#include <QTimeEdit>
 #include <QToolButton>
 #include <QWidget>
 #include <map>
@@ -10,6 +9,7 @@
 #include "controls/check_box.h"
 #include "controls/drop_down.h"
 #include "controls/guarded_edit.h"
+#include "controls/time_picker.h"
 #include "controls/up_down.h"
 #include "mission/writer.h"
 #include "session/doors.h"
@@ -27,6 +27,8 @@ class MissionPanel : public QWidget {
   /** Fills every control from the current mission. A value that cannot be shown leaves its control
      as it is. */
   void ShowMission();
+  /** Empties every control: there is no mission. */
+  void ShowNoMission();
   /** Enables or disables everything; disabled when there is no mission. */
   void EnableControls(bool enabled);
   /** Shows whether the current mission has a sound, and which. */
@@ -39,7 +41,7 @@ class MissionPanel : public QWidget {
   DropDown* cboWeather;
   GuardedEdit* txtWeather;
   UpDown* udClouds;
-  QTimeEdit* dtMission;
+  TimePicker* dtMission;
   CheckBox *chkST, *chkWL;
   QToolButton *cmdCount, *cmdModSA, *imgSnd;
 

@@ -29,8 +29,7 @@ void MissionPanel::BuildValues() {
   txtWeather = new GuardedEdit;
   udClouds = new UpDown(50, 2500, 100, 50);
   udClouds->SetBuddy(txtWeather);
-  dtMission = new QTimeEdit;
-  dtMission->setDisplayFormat(QStringLiteral("HH:mm"));
+  dtMission = new TimePicker;
   dtMission->setWrapping(true);
   chkST = new CheckBox(tr("&Static Time"));
   chkWL = new CheckBox(tr("No User &Loadout"));

@@ -2,8 +2,11 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QProgressDialog>
 #include <QTimer>
 #include <QWidget>
+#include <QWindow>
+#include <algorithm>
 
 namespace rws {
 
@@ -29,6 +32,17 @@ bool IsCommand(QEvent::Type type) {
   }
 }
 
+/** True for a progress dialog, all that lies in it, and its window: what cancels the scan. */
+bool IsOfProgress(QObject* watched) {
+  for (QObject* object = watched; object; object = object->parent())
+    if (qobject_cast<QProgressDialog*>(object)) return true;
+  if (!watched->isWindowType()) return false;
+  const auto windows = QApplication::topLevelWidgets();
+  return std::any_of(windows.begin(), windows.end(), [&](const QWidget* window) {
+    return qobject_cast<const QProgressDialog*>(window) && window->windowHandle() == watched;
+  });
+}
+
 }  // namespace
 
 EventPump::EventPump(qint64 interval) : interval_(interval) { sincePump_.start(); }
@@ -44,6 +58,7 @@ void EventPump::Pump() {
 }
 
 bool EventPump::eventFilter(QObject* watched, QEvent* event) {
+  if (IsCommand(event->type()) && IsOfProgress(watched)) return false;
   auto* widget = qobject_cast<QWidget*>(watched);
   if (widget && event->type() == QEvent::Close) {
     event->ignore();

@@ -6,7 +6,8 @@
 namespace rws {
 
 /** Lets the window repaint while a scan runs on its thread. Commands are refused meanwhile: keys
-   and clicks are dropped, and a close is remembered and carried out when the scan has ended. */
+   and clicks are dropped, but for those on a progress dialog, and a close is remembered and carried
+    out when the scan has ended. */
 class EventPump : public QObject {
   Q_OBJECT
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <unordered_map>
 
 #include "services/arrays.h"
 #include "services/code_page.h"
@@ -17,18 +18,6 @@ constexpr std::size_t kWriteChunk = 64 * 1024;
 
 bool IsAbsolute(const std::string& path) {
   return !path.empty() && (IsSeparator(path[0]) || (path.size() > 1 && path[1] == ':'));
-}
-
-/** The name in `folder` that equals `name` but for its case, first in sorted order. */
-std::optional<std::string> FindEntry(const std::string& folder, std::string_view name) {
-  std::vector<std::string> matches;
-  const std::string wanted = FoldName(name);
-  ResumeNext([&] {
-    for (auto& entry : os::ListFolder(folder))
-      if (FoldName(entry.Name) == wanted) matches.push_back(entry.Name);
-  });
-  if (matches.empty()) return {};
-  return *std::min_element(matches.begin(), matches.end());
 }
 
 /** Sorts names without regard to case, ties by bytes; the folded forms are made once. */
@@ -62,6 +51,54 @@ std::string NameBeside(const std::string& path) {
 }
 
 }  // namespace
+
+/** The names of a folder by their folded form. */
+class NameIndex {
+ public:
+  explicit NameIndex(std::string folder) : folder_(std::move(folder)) {
+    for (auto& entry : os::ListFolder(folder_)) Add(std::move(entry.Name));
+  }
+  bool IsOf(const std::string& folder) const { return folder == folder_; }
+
+  std::vector<std::string> Find(std::string_view name) const {
+    const auto found = names_.find(FoldName(name));
+    return found == names_.end() ? std::vector<std::string>() : found->second;
+  }
+  void Moved(const std::string& from, const std::string& to) {
+    if (GetParentFolderName(from) == folder_)
+      std::erase(names_[FoldName(GetFileName(from))], GetFileName(from));
+    if (GetParentFolderName(to) == folder_) Add(GetFileName(to));
+  }
+
+ private:
+  void Add(std::string name) { names_[FoldName(name)].push_back(std::move(name)); }
+
+  std::string folder_;
+  std::unordered_map<std::string, std::vector<std::string>> names_;
+};
+
+KnownFolder::KnownFolder(const FileSystem& files, const std::string& folder) : files_(files) {
+  ResumeNext([&] { files_.known_ = std::make_shared<NameIndex>(files.Resolve(folder)); });
+}
+
+KnownFolder::~KnownFolder() { files_.known_.reset(); }
+
+/** The name in `folder` that equals `name` but for its case, first in sorted order. */
+std::optional<std::string> FileSystem::FindEntry(const std::string& folder,
+                                                 std::string_view name) const {
+  std::vector<std::string> matches;
+  if (known_ && known_->IsOf(folder)) {
+    matches = known_->Find(name);
+  } else {
+    const std::string wanted = FoldName(name);
+    ResumeNext([&] {
+      for (auto& entry : os::ListFolder(folder))
+        if (FoldName(entry.Name) == wanted) matches.push_back(entry.Name);
+    });
+  }
+  if (matches.empty()) return {};
+  return *std::min_element(matches.begin(), matches.end());
+}
 
 void FileSystem::Step(std::string_view action, const std::string& path) const {
   if (BeforeStep) BeforeStep({action, path});
@@ -200,6 +237,7 @@ void FileSystem::MoveFile(const std::string& from, const std::string& to) const 
     SyncFolderOf(wanted);
     os::DeleteFile(source);
   }
+  if (known_) known_->Moved(source, wanted);
   SyncFolderOf(wanted);
   if (GetParentFolderName(source) != GetParentFolderName(wanted)) SyncFolderOf(source);
 }

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +21,8 @@ struct FolderEntry {
   std::string Name;
   bool IsFolder;
 };
+
+class NameIndex;
 
 /** The only code that touches the disk. Takes "\" and "/"; finds a name in any letter case on
     systems that mind it, the exact spelling first, else the first match in sorted order. What it
@@ -81,12 +85,32 @@ class FileSystem {
       const std::string& path, const std::function<bool(const std::string&)>& wanted) const;
 
  private:
+  friend class KnownFolder;
+  std::optional<std::string> FindEntry(const std::string& folder, std::string_view name) const;
   void Step(std::string_view action, const std::string& path) const;
   void WriteBeside(const std::string& path, const std::string& beside, std::string_view bytes,
                    const std::string& rightsFrom) const;
   void WriteWhole(const std::string& target, std::string_view bytes,
                   const std::string& rightsFrom) const;
   void SyncFolderOf(const std::string& path) const;
+
+  /** Names of the folder that is known by heart, if one is. */
+  mutable std::shared_ptr<NameIndex> known_;
+};
+
+/** While it lives, names that are not in a folder are looked for in a list that was made once and
+    follows the moves of this file system, instead of in the whole folder each time: for work on
+    thousands of files of one folder. Names that others make there in another letter case meanwhile
+    are not found. One at a time; a folder that cannot be read is not known. */
+class KnownFolder {
+ public:
+  KnownFolder(const FileSystem& files, const std::string& folder);
+  ~KnownFolder();
+  KnownFolder(const KnownFolder&) = delete;
+  KnownFolder& operator=(const KnownFolder&) = delete;
+
+ private:
+  const FileSystem& files_;
 };
 
 }  // namespace rws

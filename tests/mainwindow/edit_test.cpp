@@ -1,3 +1,5 @@
+#include <QWheelEvent>
+
 #include "services/text.h"
 #include "tests/mainwindow/window_fixture.h"
 
@@ -75,7 +77,7 @@ TEST_F(WindowTest, ABadCloudHeightKeepsTheFocusAndSwallowsTheClick) {
   Click(Panel().chkST);
   EXPECT_FALSE(Panel().chkST->isChecked()) << "the click that tried to leave must do nothing";
   EXPECT_TRUE(Panel().txtWeather->hasFocus());
-  EXPECT_EQ(Panel().txtWeather->text(), "100") << "the whole number of the record's text";
+  EXPECT_EQ(Panel().txtWeather->text(), "1000") << "junk has not reached the record";
   spoil();
   QTest::keyClick(Panel().txtWeather, Qt::Key_Tab);
   EXPECT_TRUE(Panel().txtWeather->hasFocus());
@@ -83,6 +85,33 @@ TEST_F(WindowTest, ABadCloudHeightKeepsTheFocusAndSwallowsTheClick) {
   EXPECT_FALSE(Panel().txtWeather->hasFocus()) << "a good number may be left";
   Click(Panel().chkST);
   EXPECT_TRUE(Panel().chkST->isChecked());
+}
+
+TEST_F(WindowTest, TheTimeIsTypedOverAndTheWheelPassesBy) {
+  OpenThree();
+  Window->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(Window.get()));
+  TimePicker& picker = *Panel().dtMission;
+  auto* text = picker.findChild<QLineEdit*>();
+  const auto turn = [&] {
+    const QPointF middle = picker.rect().center();
+    QWheelEvent wheel(middle, picker.mapToGlobal(middle), {}, {0, 120}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&picker, &wheel);
+  };
+  turn();
+  EXPECT_FALSE(Lit()) << "the pointer only passed by";
+  // Between the digits, where a third one would make no time.
+  const int digit = picker.fontMetrics().horizontalAdvance(u'0');
+  QTest::mouseClick(text, Qt::LeftButton, {}, QPoint(digit * 3 / 2, text->height() / 2));
+  QTest::keyClicks(&picker, "0745");
+  EXPECT_EQ(picker.time(), QTime(7, 45));
+  QTest::keyClick(&picker, Qt::Key_A, Qt::ControlModifier);
+  QTest::keyClicks(&picker, "2105");
+  EXPECT_EQ(picker.time(), QTime(21, 5));
+  EXPECT_EQ(Doc().Missions[0].Time, "21.08333");
+  turn();
+  EXPECT_NE(picker.time(), QTime(21, 5));
 }
 
 TEST_F(WindowTest, AFailedUpdateKeepsTheEdits) {

@@ -83,6 +83,11 @@ TEST_F(HelpTest, OpensFromTheMenuOrSaysWhyNot) {
   Box.Write("program/RWS.HLP.html", "help");
   Window->mnuH[frmRWS::kContents]->trigger();
   EXPECT_EQ(Joined(World_.ShellCalls), "open " + Box.Path("program/RWS.HLP.html"));
+  Window->show();
+  Window->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(Window.get()));
+  QTest::keyClick(Window.get(), Qt::Key_F1);
+  EXPECT_NE(Box.Read("program/RWS.HLP.at.html").find("RWS.HLP.html#frmRWS"), std::string::npos);
   World_.Services.System.Execute = [](auto&, auto&) { return 31; };
   World_.Script.Expect("no program could be started");
   Window->mnuH[frmRWS::kContents]->trigger();

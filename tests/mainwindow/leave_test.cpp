@@ -1,5 +1,6 @@
 #include <optional>
 
+#include "services/setting_values.h"
 #include "tests/mainwindow/window_fixture.h"
 
 namespace rws::test {
@@ -68,6 +69,7 @@ TEST_F(LeaveTest, LeavingByYesStaysWhenTheUpdateFails) {
   FailEveryWrite();
   ClickRow(1);
   EXPECT_EQ(Doc().CurMission, 0);
+  EXPECT_EQ(Row(), 0) << "what is lit is what is shown";
   EXPECT_EQ(Doc().Missions[0].CloudType, "5");
   EXPECT_FALSE(IsWritten());
 }
@@ -90,6 +92,48 @@ TEST_F(LeaveTest, ARightClickOpensTheMenuOnTheMissionThatWasCurrent) {
   ClickRow(1, Qt::RightButton);
   EXPECT_EQ(Doc().CurMission, 0) << "the row holds another mission by now";
   EXPECT_EQ(Row(), 0);
+}
+
+TEST_F(LeaveTest, TheMenuLightsItsMission) {
+  std::vector<int> lit;
+  for (const bool byKey : {false, true}) {
+    OpenAgain();
+    Window->Popups.OpenMenu = [&](QMenu&, QPoint) { lit.push_back(Row()); };
+    World_.Script.Expect(kQuestion, Answer::Cancel);
+    PressKey(Qt::Key_Down);
+    EXPECT_EQ(Row(), 1) << "after Cancel the other row stays lit";
+    if (!byKey) World_.Script.Expect(kQuestion, Answer::Cancel);
+    byKey ? PressMenuKey(*Window->lstMission) : ClickRow(1, Qt::RightButton);
+  }
+  EXPECT_EQ(lit, (std::vector<int>{0, 0}));
+}
+
+TEST_F(LeaveTest, ThereIsAlwaysALitRow) {
+  OpenThree();
+  const auto selected = [this] { return Window->lstMission->SelectedRows(); };
+  auto* view = Window->lstMission->viewport();
+  QTest::mouseClick(view, Qt::LeftButton, {}, QPoint(5, view->height() - 5));
+  EXPECT_EQ(selected(), QList<int>{0});
+  const QRect row = Window->lstMission->visualRect(Window->lstMission->model()->index(0, 0));
+  QTest::mouseClick(view, Qt::LeftButton, Qt::ControlModifier, row.center());
+  EXPECT_EQ(selected(), QList<int>{0});
+  QTest::keyClick(Window->lstMission, Qt::Key_Down, Qt::ControlModifier);
+  EXPECT_EQ(selected(), QList<int>{1});
+  EXPECT_EQ(Doc().CurMission, 1);
+}
+
+TEST_F(LeaveTest, TheCurrentMissionIsFoundAgainByName) {
+  OpenThree();
+  ClickRow(1);
+  Box.Write("missions/aa.mis", MissionText());
+  Edit();
+  Click(Window->cmd[frmRWS::kUpdate]);
+  EXPECT_EQ(Row(), 2);
+  EXPECT_EQ(At(Doc().Missions, Doc().CurMission).BaseName, "b");
+  WriteSetting(World_.Services.Settings, setting::LastDirPath, Doc().MissionDir);
+  World_.Script.ExpectPath("Select a mission directory", Doc().MissionDir);
+  Click(Window->cmd[frmRWS::kDirectory]);
+  EXPECT_EQ(Row(), 0) << "another directory begins at its first mission";
 }
 
 TEST_F(LeaveTest, AKeyThatWentDownElsewhereIsNotHeard) {

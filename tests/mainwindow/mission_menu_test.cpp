@@ -65,19 +65,21 @@ TEST_F(MissionMenuTest, ASoundIsAttachedByName) {
 }
 
 TEST_F(MissionMenuTest, FilesTakeTheirBriefingAlong) {
-  World_.Script.ExpectPath("SaveAs", Box.Path("missions/b 2.mis"));
+  World_.Script.ExpectPath("SaveAs", Box.Path("missions/a 2.mis"));
   Choose(frmRWS::kSaveAs);
-  EXPECT_EQ(Box.Names("missions"), "a.mis,b 2.mis,b 2.properties,b.mis,b.properties,c.mis");
+  EXPECT_EQ(Box.Names("missions"), "a 2.mis,a 2.properties,a.mis,b.mis,b.properties,c.mis");
   EXPECT_EQ(Window->lstMission->RowCount(), 4);
-  EXPECT_EQ(Shown(), "b 2") << "the row stays, whichever mission is in it now";
+  EXPECT_EQ(Shown(), "b") << "found again in another row";
+  EXPECT_EQ(Row(), 2);
 
   Box.MakeFolder("other");
   World_.Script.ExpectPath("Select a directory to move the mission to", Box.Path("other"));
   Choose(frmRWS::kMove);
-  EXPECT_EQ(Box.Names("other"), "b 2.mis,b 2.properties");
-  EXPECT_EQ(Shown(), "b");
+  EXPECT_EQ(Box.Names("other"), "b.mis,b.properties");
+  EXPECT_EQ(Shown(), "c") << "that one is gone; the row stays";
 
-  World_.Script.Expect("Are you sure you want to delete\nb?", Answer::Yes);
+  ClickRow(0);
+  World_.Script.Expect("Are you sure you want to delete\na 2?", Answer::Yes);
   Choose(frmRWS::kDelete);
   EXPECT_EQ(World_.Script.Boxes.back().Title, "Confirm Delete");
   EXPECT_EQ(Box.Names("missions"), "a.mis,c.mis");
@@ -92,6 +94,45 @@ TEST_F(MissionMenuTest, AFailedMoveLeavesAllAsItWas) {
   EXPECT_EQ(Box.Read("other/b.mis"), "another");
   EXPECT_EQ(Box.Names("missions"), "a.mis,b.mis,b.properties,c.mis");
   EXPECT_TRUE(Lit()) << "the edit is still there";
+}
+
+TEST_F(MissionMenuTest, AHalfDoneMoveOrDeleteMarksTheRow) {
+  Box.MakeFolder("other");
+  for (const bool moves : {true, false}) {
+    SCOPED_TRACE(moves);
+    Box.Write("missions/b.mis", MissionText());
+    Window->Start();
+    ClickRow(1);
+    Edit();
+    World_.Services.Files.BeforeStep = [&](const FileStep& step) {
+      if (step.Action == (moves ? "move" : "delete") && step.Path.ends_with("b.properties"))
+        throw FileFault(fault::Permission, "take", step.Path, "denied");
+    };
+    if (moves)
+      World_.Script.ExpectPath("Select a directory to move the mission to", Box.Path("other"));
+    else
+      World_.Script.Expect("Are you sure you want to delete\nb?", Answer::Yes);
+    Choose(moves ? frmRWS::kMove : frmRWS::kDelete);
+    EXPECT_TRUE(Window->staBar->currentMessage().contains(QStringLiteral("denied")));
+    const auto* model = Window->lstMission->model();
+    EXPECT_EQ(model->index(1, 0).data(Qt::AccessibleTextRole), "b, no longer in this folder");
+    EXPECT_TRUE(model->index(1, 0).data(Qt::FontRole).value<QFont>().strikeOut());
+    EXPECT_TRUE(Lit()) << "nothing is reread";
+
+    World_.Script.Expect("Do you wish to save the changes to this mission?", Answer::No);
+    ClickRow(2);
+    EXPECT_EQ(Shown(), "c");
+    ClickRow(1);
+    EXPECT_EQ(Shown(), "c");
+    EXPECT_EQ(Row(), 2);
+    EXPECT_TRUE(Window->staBar->currentMessage().startsWith(QStringLiteral("\"b.mis\" is no")));
+    EXPECT_FALSE(Doc().Closing);
+    World_.Services.Files.BeforeStep = {};
+    Window->Start();
+    EXPECT_EQ(Window->lstMission->RowCount(), 2);
+    EXPECT_EQ(Shown(), "c");
+    EXPECT_EQ(model->index(1, 0).data(Qt::AccessibleTextRole), QVariant());
+  }
 }
 
 TEST_F(MissionMenuTest, HomeBasesReachTheFileWithASecondEdit) {

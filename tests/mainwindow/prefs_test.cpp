@@ -63,8 +63,10 @@ TEST_F(SetPrefsTest, TakesStoresAndShowsEverything) {
   const auto& plane = *Window->flightArea->planes->fraPlane[0];
   EXPECT_EQ(Joined({ToPath(plane.cboPSkin->itemText(1)), ToPath(plane.cboPNoseArt->itemText(1))}),
             "Cap|Star");
-  Apply([](frmPrefs& form) {
+  Doc().GamePath = Box.Path("parent of a wrong folder");
+  Apply([this](frmPrefs& form) {
     EXPECT_FALSE(form.cmd[0]->isEnabled());
+    EXPECT_EQ(form.GamePath, Box.Path("game2")) << "the stored one";
     form.chkWA->click();
     form.chkLock->click();
   });

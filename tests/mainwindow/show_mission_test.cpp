@@ -1,4 +1,5 @@
 #include "services/setting_values.h"
+#include "services/text.h"
 #include "tests/mainwindow/window_fixture.h"
 
 namespace rws::test {
@@ -47,19 +48,29 @@ TEST_F(WindowTest, KeepsWhatACurrentValueCannotReplace) {
   EXPECT_FALSE(Panel().cmdCount->isEnabled());
   EXPECT_TRUE(Window->mnuMissionPop[frmRWS::kSpawnPoints]->isVisible());
   EXPECT_EQ(Panel().lbl[9]->text(), "No stationary aircraft for this mission");
+  EXPECT_EQ(Panel().cmdModSA->toolTip(), "Modify Stationary ground aircraft");
+  const auto logged = World_.Log.size();
+  Panel().dtMission->setTime(QTime(3, 0));
+  EXPECT_EQ(World_.Log.size(), logged) << "no flight is no fault";
   EXPECT_EQ(Window->flightArea->fraFlight->title(), "None");
   Click(Panel().chkWL);
   EXPECT_EQ(Doc().Missions[1].WeaponsConstant, 0);
 }
 
 TEST_F(WindowTest, AnotherDirectoryMayHoldNoMission) {
-  OpenThree();
+  Box.Write("missions/c.mis", Replace(MissionText(), "  army 1",
+                                      "  army 1\r\n  player r0100\r\n"
+                                      "  briefSound Quick/go.wav"));
+  Open();
+  ClickRow(0);
   Edit();
+  const auto logged = World_.Log.size();
   WriteSetting(World_.Services.Settings, setting::LastDirPath, Box.Path("missions/gone/deeper"));
   World_.Script.ExpectPath("Select a mission directory", "");
   Click(Window->cmd[frmRWS::kDirectory]);
   EXPECT_EQ(World_.Script.StartFolders.back(), Box.Path("missions"));
-  EXPECT_EQ(Window->lstMission->RowCount(), 3);
+  EXPECT_EQ(Window->lstMission->RowCount(), 1);
+  EXPECT_NE(Window->staPanels[1]->text(), "");
   EXPECT_TRUE(Lit()) << "cancelled";
 
   World_.Script.ExpectPath("Select a mission directory", Box.Path("program"));
@@ -67,10 +78,33 @@ TEST_F(WindowTest, AnotherDirectoryMayHoldNoMission) {
   EXPECT_EQ(Window->lstMission->RowCount(), 0);
   EXPECT_FALSE(Lit() || Panel().isEnabled() || Window->mnuMisPop->isEnabled());
   EXPECT_EQ(Panel().fraMission->title(), "Mission Map:");
+  EXPECT_EQ(Panel().txtWeather->text() + Window->staPanels[1]->text(), "");
+  EXPECT_EQ(Panel().dtMission->time(), QTime(0, 0));
+  EXPECT_FALSE(Panel().imgSnd->isVisible());
+  EXPECT_EQ(Window->flightArea->lstPlanes->RowCount(), 0);
+  EXPECT_EQ(Window->flightArea->fraFlight->txtFuel->text(), "0");
+  EXPECT_FALSE(Window->flightArea->planes->fraPlane[0]->IsHighlighted());
+  EXPECT_EQ(World_.Log.size(), logged) << World_.Log.back();
+  const auto text = [this] { return Window->lstMission->EmptyText().toStdString(); };
+  EXPECT_TRUE(Contains(text(), "no missions in \"" + Box.Path("program") + "\"")) << text();
+  EXPECT_TRUE(Contains(text(), "with Directory, or")) << text();
   EXPECT_EQ(Window->staPanels[0]->text().toStdString(), Box.Path("program"));
   EXPECT_EQ(ReadSetting(World_.Services.Settings, setting::LastDirPath), Box.Path("program"));
   Window->Popups.OpenMenu = [](QMenu&, QPoint) { FAIL() << "a menu over no mission"; };
   QTest::mouseClick(Window->lstMission->viewport(), Qt::RightButton);
+  PressMenuKey(*Window->lstMission);
+  World_.Services.Files.BeforeStep = [](const FileStep& step) {
+    if (step.Action == "list") throw FileFault(fault::Permission, "list", step.Path, "denied");
+  };
+  Window->Start();
+  EXPECT_TRUE(Contains(text(), "cannot be read") && Contains(text(), "denied")) << text();
+  Doc().MissionDir = Box.Path("gone");
+  Window->Start();
+  EXPECT_TRUE(Contains(text(), "does not exist")) << text();
+  World_.Services.Files.BeforeStep = {};
+  Doc().MissionDir = Box.Path("missions");
+  Window->Start();
+  EXPECT_EQ(text(), "");
 }
 
 TEST_F(WindowTest, AMissionThatCannotBeReadIsTriedAgainAndOneThatIsGoneEndsTheProgram) {
@@ -123,6 +157,18 @@ TEST_F(WindowTest, TabGoesDownTheLeftSide) {
   // The time picker has a stop for the hours and one for the minutes.
   EXPECT_EQ(reached.join(" ").toStdString(),
             "lstMission cboWeather txtWeather dtMission dtMission chkST chkWL cmdCount cmd(3)");
+  // On the way round every list and box is met.
+  for (int i = 0; i < 60; ++i) {
+    reached << QApplication::focusWidget()->objectName();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  }
+  for (const auto* control : Window->findChildren<QWidget*>()) {
+    const bool isListOrBox =
+        qobject_cast<const ReportList*>(control) || qobject_cast<const QComboBox*>(control) ||
+        qobject_cast<const GuardedEdit*>(control) || qobject_cast<const QCheckBox*>(control);
+    if (!isListOrBox || !control->isVisible() || !control->isEnabled()) continue;
+    EXPECT_TRUE(reached.contains(control->objectName())) << control->objectName().toStdString();
+  }
 }
 
 }  // namespace

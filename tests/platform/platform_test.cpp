@@ -3,10 +3,14 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QFileDialog>
+#include <QMouseEvent>
+#include <QProgressDialog>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 #include <QWidget>
+#include <QWindow>
 #include <filesystem>
 
 #include "controls/drop_down.h"
@@ -172,6 +176,20 @@ TEST(EventPump, RefusesCommandsAndRemembersAClose) {
   QCoreApplication::processEvents();
   EXPECT_EQ(form.Closes, 1);
   EXPECT_EQ(form.Keys, 0) << "a key pressed during a scan is gone";
+
+  QProgressDialog progress(&form);
+  progress.setMinimumDuration(1 << 30);
+  progress.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&progress));
+  const QPointF middle = progress.findChild<QPushButton*>()->geometry().center();
+  QWindow* window = progress.windowHandle();
+  for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
+    QApplication::postEvent(
+        window, new QMouseEvent(type, middle, window->mapToGlobal(middle), Qt::LeftButton,
+                                type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
+                                Qt::NoModifier));
+  EventPump(0).Pump();
+  EXPECT_TRUE(progress.wasCanceled()) << "what ends the scan is no command to refuse";
 }
 
 }  // namespace

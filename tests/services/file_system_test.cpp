@@ -143,6 +143,20 @@ TEST_F(FileSystemTest, ResolveFindsAnyLetterCaseTheExactOneFirst) {
   EXPECT_TRUE(Files.FolderExists(Box.Path("m/net/")));
 }
 
+TEST_F(FileSystemTest, AKnownFolderFollowsItsMoves) {
+  if (!test::kPosixFiles) GTEST_SKIP() << test::kNeedsPosixFiles;
+  Box.Write("in/B.mis", "b");
+  Box.Write("in/c.mis", "c");
+  const KnownFolder known(Files, Box.Path("in"));
+  const auto ontoOther = [&] { Files.MoveFile(Box.Path("in/c.mis"), Box.Path("in/b.mis")); };
+  EXPECT_EQ(FaultOf(ontoOther).Number, fault::FileExists);
+  Files.MoveFile(Box.Path("in/B.mis"), Box.Path("in/d.mis"));
+  EXPECT_FALSE(Files.FileExists(Box.Path("in/b.mis")));
+  EXPECT_EQ(Files.ReadFile(Box.Path("in/D.mis")), "b");
+  Box.Write("other/X.mis", "x");
+  EXPECT_EQ(Files.ReadFile(Box.Path("other/x.mis")), "x") << "another folder is looked at";
+}
+
 TEST_F(FileSystemTest, WritingKeepsTheSpellingAndRenamingMayChangeIt) {
   Box.Write("M/A.Mis", "old");
   Files.ReplaceFile(Box.Path("m\\a.mis"), "new");

@@ -16,6 +16,42 @@ ToolOutcome Outcome(const Services& services, Body&& body) {
   return outcome;
 }
 
+bool Stands(const Services& services, const std::string& path) {
+  return !path.empty() && services.Files.FileExists(path) && services.Files.Resolve(path) == path;
+}
+
+/** An operation that takes the mission away. */
+struct Taking {
+  std::string Mission, Briefing;
+  /** What becomes of the mission, for the user; "" when it was not there at all. */
+  std::string Done;
+};
+
+Taking Take(const Services& services, const std::string& mission, const std::string& briefing,
+            const std::string& done) {
+  return {mission, briefing, Stands(services, mission) ? done : ""};
+}
+
+/** The same for such an operation, which notes what it is about to do in the record that it is
+    given: a failure tells what was done and what was not. */
+template <class Body>
+ToolOutcome OutcomeOfTaking(const Services& services, Body&& body) {
+  ToolOutcome outcome = ToolOutcome::Nothing;
+  Taking taking;
+  const auto tell = [&](const Fault& caught) {
+    std::string told = caught.Text;
+    if (!taking.Mission.empty() && !Stands(services, taking.Mission)) {
+      outcome = ToolOutcome::Gone;
+      if (!taking.Done.empty()) told += ". The mission " + taking.Done + ".";
+      if (Stands(services, taking.Briefing))
+        told += " Its briefing is still in \"" + taking.Briefing + "\".";
+    }
+    if (services.Ask.Notice) services.Ask.Notice(told);
+  };
+  Trap([&] { outcome = body(taking); }, tell);
+  return outcome;
+}
+
 /** Where letter case counts, a briefing found under another spelling may be that of another
     mission: "A.properties" is not that of "a.mis" when there is an "A.mis". */
 bool IsOfAnotherMission(const Services& services, const std::string& mission,
@@ -94,13 +130,14 @@ ToolOutcome SaveMissionAs(const Document& doc, const Services& services) {
 }
 
 ToolOutcome DeleteMission(const Document& doc, const Services& services) {
-  return Outcome(services, [&] {
+  return OutcomeOfTaking(services, [&](Taking& taking) {
     const std::string path = CurrentMissionPath(doc);
     const Answer answer =
         services.Ask.MsgBox("Are you sure you want to delete\n" + GetBaseName(path) + "?",
                             Buttons::YesNo, Icon::Exclamation, "Confirm Delete");
     if (answer != Answer::Yes) return ToolOutcome::Cancelled;
     const std::string properties = ExistingProperties(services, path);
+    taking = Take(services, path, properties, "is deleted");
     services.Files.DeleteFile(path);
     if (!properties.empty()) services.Files.DeleteFile(properties);
     return ToolOutcome::Reread;
@@ -108,7 +145,7 @@ ToolOutcome DeleteMission(const Document& doc, const Services& services) {
 }
 
 ToolOutcome MoveMission(const Document& doc, const Services& services) {
-  return Outcome(services, [&] {
+  return OutcomeOfTaking(services, [&](Taking& taking) {
     const std::string path = CurrentMissionPath(doc);
     const std::string start =
         ReadSetting(services.Settings, setting::LastMovePath, CurrentMissionRecord(doc).DirPath);
@@ -118,6 +155,7 @@ ToolOutcome MoveMission(const Document& doc, const Services& services) {
     RequireFolder(services, target);
     const std::string properties = ExistingProperties(services, path);
     const std::string name = GetFileName(path);
+    taking = Take(services, path, properties, "is now in \"" + target + "\"");
     services.Files.MoveFile(path, BuildPath(target, name));
     if (!properties.empty())
       services.Files.MoveFile(properties, BuildPath(target, PropertiesPath(name)));

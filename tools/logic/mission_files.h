@@ -9,8 +9,8 @@
 
 /** What the menu of the mission list does to the files of the current mission. A mission takes its
     briefing, the ".properties" file beside it, along. The files are taken as they stand on disk:
-    unsaved edits are neither asked about nor written. A failure is told in the status bar, ends the
-    operation where it stands and undoes nothing. */
+    unsaved edits are neither asked about nor written. A failure is told in the status bar, with
+   what was done and what was not, ends the operation where it stands and undoes nothing. */
 namespace rws {
 
 /** Full path of the current mission; "" when the list holds none. */

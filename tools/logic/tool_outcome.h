@@ -10,6 +10,9 @@ enum class ToolOutcome {
   Cancelled,
   /** The row of the current mission shows another text. */
   RowText,
+  /** The file of the current mission is gone and the rest failed: its row says so, nothing is
+     reread. */
+  Gone,
   /** Files have other names now; every row shows its `BaseName` anew. */
   Rows,
   /** The files of the directory have changed and must be reread. */

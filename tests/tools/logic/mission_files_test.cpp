@@ -117,12 +117,17 @@ TEST(MissionFiles, AFailureAtAnyStepLeavesWholeFilesAndIsTold) {
         Result outcome{};
         step.During(
             desk.World.Services.Files, [&] { outcome = row.Run(desk); }, reason);
-        EXPECT_EQ(outcome, step.Failed() ? Result::Nothing : Result::Reread);
+        const bool taken = !desk.Box.Exists("in/a.mis");
+        const Result stopped = taken ? Result::Gone : Result::Nothing;
+        EXPECT_EQ(outcome, step.Failed() ? stopped : Result::Reread);
         while (stage < row.Stages.size() && desk.Both() != row.Stages[stage]) ++stage;
         ASSERT_LT(stage, row.Stages.size()) << step.Path() << ": " << desk.Both();
         const std::string notices = desk.Notices();
         EXPECT_EQ(Contains(notices, reason), step.Failed()) << notices;
         EXPECT_TRUE(Contains(notices, step.Path())) << notices;
+        const bool left = step.Failed() && taken && desk.Box.Exists("in/a.properties");
+        EXPECT_EQ(Contains(notices, "Its briefing is still in"), left) << notices;
+        EXPECT_EQ(Contains(notices, ". The mission is "), step.Failed() && taken) << notices;
         EXPECT_EQ(test::Joined(desk.World.Log), "");
       });
       EXPECT_EQ(stage, row.Stages.size() - 1);
@@ -169,8 +174,10 @@ TEST(MissionFiles, RefuseWhatWouldCostAFile) {
     SCOPED_TRACE(row.Name);
     Menu desk;
     if (!row.Existing.empty()) desk.Box.Write(row.Existing, "X");
-    EXPECT_EQ(row.Run(desk), Result::Nothing);
+    const Result outcome = row.Run(desk);
     EXPECT_EQ(desk.Both(), row.Disk);
+    const bool there = desk.Box.Exists("in/a.mis") || row.Name == "gone, save";
+    EXPECT_EQ(outcome, there ? Result::Nothing : Result::Gone);
     EXPECT_TRUE(Contains(desk.Notices(), row.Notice)) << desk.Notices();
     EXPECT_EQ(desk.Setting(setting::LastSavAsPath) + desk.Setting(setting::LastMovePath), "");
   }
