@@ -29,6 +29,7 @@ Aircraft MakeAircraft(std::string_view line, const std::string& side, const Line
   aircraft.Companion = Column(columns, 4);
   aircraft.Flyable = Column(columns, 0) == "F";
   aircraft.NoseArtOk = Column(columns, 5) == "*";
+  aircraft.ParkedClass = Trim(Column(columns, 6));
   GetWeapons(weapons, aircraft.Class, aircraft.Weapons);
   return aircraft;
 }
@@ -76,7 +77,16 @@ std::string GetPlaneName(const Catalogues& catalogues, const Services& services,
   };
   for (const auto& aircraft : catalogues.Aircraft)
     if (matches(aircraft.Class) || matches(aircraft.Name)) return aircraft.Name;
+  for (const auto& aircraft : catalogues.Aircraft)
+    if (!wanted.empty() && matches(aircraft.ParkedClass)) return aircraft.Name;
   return std::string(nameOrClass);
+}
+
+const Aircraft* FindParked(const Catalogues& catalogues, std::string_view parkedClass) {
+  if (parkedClass.empty()) return nullptr;
+  for (const auto& aircraft : catalogues.Aircraft)
+    if (aircraft.ParkedClass == parkedClass) return &aircraft;
+  return nullptr;
 }
 
 std::string GetIntPlaneName(const Catalogues& catalogues, std::string_view name) {

@@ -17,9 +17,14 @@ namespace rws {
  */
 void LoadAircraftArray(Document& doc, Catalogues& catalogues, const Services& services);
 
-/** Display name for a name or class in any letter case; an unknown one comes back as it is. */
+/** Display name for a name or class in any letter case, that of a parked one included; an unknown
+    one comes back as it is. */
 std::string GetPlaneName(const Catalogues& catalogues, const Services& services,
                          std::string_view nameOrClass);
+
+/** The aircraft whose parked ones have this exact class, which no flying one has; null when there
+   is none. */
+const Aircraft* FindParked(const Catalogues& catalogues, std::string_view parkedClass);
 
 /** Class of an exact display name; an unknown one comes back as it is. */
 std::string GetIntPlaneName(const Catalogues& catalogues, std::string_view name);

@@ -18,6 +18,7 @@ struct Aircraft {
   std::vector<std::string> Weapons;  // "display text,key", the default first, the empty one last
   bool Flyable = false;
   bool NoseArtOk = false;
+  std::string ParkedClass = {};  // of parked ones where it is another than `Class`, mostly ""
 };
 
 struct Country {

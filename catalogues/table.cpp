@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "catalogues/table_text.h"
 #include "services/text.h"
 
 namespace rws {
@@ -9,7 +10,7 @@ namespace rws {
 std::optional<LineArray> ReadTable(const Services& services, const std::string& name) {
   const std::string path = DataFile(services, name);
   if (!services.Files.FileExists(path)) return {};
-  const std::string bytes = services.Files.ReadFile(path);
+  const std::string bytes = TableText(services.Page, services.Files.ReadFile(path));
   LineArray lines;
   lines.Reserve(bytes.size() + 2, 0);
   for (std::size_t start = 0; start < bytes.size();) {

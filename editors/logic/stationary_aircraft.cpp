@@ -44,6 +44,12 @@ ClassFacts FactsOf(const std::string& planeClass, const Catalogues& catalogues,
   facts.Name = GetPlaneName(catalogues, services, planeClass);
   facts.Flyable = IsFlyable(catalogues, planeClass);
   facts.Known = IsKnownPlane(catalogues, planeClass);
+  if (const Aircraft* parked = FindParked(catalogues, planeClass)) {
+    facts.Flyable = parked->Flyable;
+    facts.Known = true;
+    facts.Side = page.LCase(parked->Side);
+    return facts;
+  }
   const std::string lower = page.LCase(planeClass);
   for (const auto& aircraft : catalogues.Aircraft) {
     if (aircraft.Class.size() != lower.size() || page.LCase(aircraft.Class) != lower) continue;
@@ -51,6 +57,14 @@ ClassFacts FactsOf(const std::string& planeClass, const Catalogues& catalogues,
     break;
   }
   return facts;
+}
+
+/** The game knows some aircraft by another class when they are parked. */
+std::string ParkedClassOf(const Catalogues& catalogues, std::string_view name) {
+  const std::string planeClass = GetIntPlaneName(catalogues, name);
+  const std::ptrdiff_t row = GetPlaneIndex(catalogues, planeClass);
+  const std::string parked = row < 0 ? "" : At(catalogues.Aircraft, row).ParkedClass;
+  return parked.empty() ? planeClass : parked;
 }
 
 /** What the rows of one country have in common. */
@@ -137,7 +151,7 @@ bool ChangeStaticPlanes(std::vector<StaticPlane>& planes, const std::vector<std:
                         const Catalogues& catalogues, std::string_view name,
                         std::string_view code) {
   if (Trim(name).empty() || name == "Cancel") return false;
-  const std::string planeClass = GetIntPlaneName(catalogues, NameInRow(name));
+  const std::string planeClass = ParkedClassOf(catalogues, NameInRow(name));
   for (const std::size_t index : chosen) {
     StaticPlane& plane = At(planes, static_cast<std::ptrdiff_t>(index));
     // Its line has no place for a class.

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <set>
 
@@ -105,6 +106,38 @@ TEST_F(ShippedTables, HoldOnlyCharactersOfTheEncoding) {
       ASSERT_TRUE(isText && !undefined.contains(c)) << name;
     }
   }
+}
+
+TEST_F(ShippedTables, AreReadRightOnEverySystem) {
+  const auto namesOn = [&](int page) {
+    W.Services.Page = CodePage(page);
+    Tables.Squadrons.clear();
+    LoadRegiments(Tables, W.Services);
+    LoadAircraftArray(W.Doc, Tables, W.Services);
+    std::string names;
+    for (const auto& squadron : Tables.Squadrons)
+      for (const auto& regiment : squadron.Regiments) names += regiment.UserData + "\n";
+    return W.Services.Page.ToUtf8(names);
+  };
+  const std::string western = namesOn(1252), russian = namesOn(1251), baltic = namesOn(1257);
+  EXPECT_TRUE(Contains(western, "M\xC3\xB6lders"));
+  EXPECT_TRUE(Contains(russian, "Molders"));
+  EXPECT_EQ(Tables.Aircraft.size(), 365u);
+  for (const std::string& names : {russian, baltic}) {
+    EXPECT_EQ(std::count(names.begin(), names.end(), '\n'),
+              std::count(western.begin(), western.end(), '\n'));
+    EXPECT_EQ(std::count(names.begin(), names.end(), '?'),
+              std::count(western.begin(), western.end(), '?'));
+  }
+}
+
+TEST_F(ShippedTables, ParkedClassesAreNoSecondAircraft) {
+  for (const auto& aircraft : Tables.Aircraft) {
+    if (aircraft.ParkedClass.empty()) continue;
+    EXPECT_EQ(GetPlaneName(Tables, W.Services, aircraft.ParkedClass), aircraft.Name);
+    EXPECT_FALSE(IsKnownPlane(Tables, aircraft.ParkedClass));
+  }
+  EXPECT_EQ(GetPlaneName(Tables, W.Services, "SWORDFISH"), "Swordfish Mk.I 1936");
 }
 
 }  // namespace

@@ -5,6 +5,8 @@
 #include "catalogues/maps.h"
 #include "catalogues/paint_schemes.h"
 #include "catalogues/squadrons.h"
+#include "catalogues/table_text.h"
+#include "services/checksum.h"
 #include "services/faults.h"
 #include "services/paths.h"
 #include "services/setting_values.h"
@@ -84,6 +86,26 @@ TEST_F(TablesTest, ReadsCountriesAndHomeBaseAircraft) {
   EXPECT_EQ(plane.DisplayName + " " + plane.InternalName + " " + plane.State,
             "Avenger AvengerMkIII R");
   EXPECT_TRUE(plane.NotDefault && !Cat.DogFightAircraft[1].NotDefault);
+}
+
+TEST(TableText, KeepsColumnsWhateverThePageLacks) {
+  const std::string mark = "\xEF\xBB\xBF";
+  const std::tuple<int, std::string, std::string> rows[] = {
+      {1251, "\xFC,own page", "\xFC,own page"},
+      {1251, mark + "M\xC3\xBCller,\xD0\x90", "Muller,\xC0"},
+      {1252, mark + "M\xC3\xBCller,\xD0\x90", "M\xFCller,?"},
+      {1253, mark + "\xC3\x9F\xC3\x86\xC5\x93,\xC5\xBD", "ssAEoe,Z"},
+      {1250, mark + "\xE2\x80\x9A\xC3\xB0\xC2\xB8",
+       "\x82"
+       "d\xB8"},
+      {1251, mark + "\xC2\xBE\xCB\x86", "3/4?"}};
+  for (const auto& [page, bytes, text] : rows) EXPECT_EQ(TableText(CodePage(page), bytes), text);
+}
+
+TEST(Sha1, OfPublishedExamples) {
+  EXPECT_EQ(Sha1("abc"), "a9993e364706816aba3e25717850c26c9cd0d89d");
+  EXPECT_EQ(Sha1(""), "da39a3ee5e6b4b0d3255bfef95601890afd80709");
+  EXPECT_EQ(Sha1(std::string(1'000'000, 'a')), "34aa973cd4c4daa4f61eeb2bdbad27316534016f");
 }
 
 TEST_F(TablesTest, IsSilentOverMissingEmptyAndFolderTables) {

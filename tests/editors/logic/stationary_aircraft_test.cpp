@@ -10,7 +10,8 @@ namespace {
 Catalogues MakeTables() {
   Catalogues tables;
   tables.Aircraft = {{"Red", "I-16", "I_16", "", "", {}, true, false},
-                     {"Blue", "Bf 109", "BF_109", "", "", {}, false, false}};
+                     {"Blue", "Bf 109", "BF_109", "", "", {}, false, false},
+                     {"Red", "Fulmar", "Fulmar1", "", "", {}, false, false, "FULMAR"}};
   tables.Countries = {{"USSR", "VVS", "ru", "RED"},
                       {"None", "No air force", "nn", "white"},
                       {"Mars", "MAF", "ma", "zz"},
@@ -33,6 +34,7 @@ TEST(StaticRows, TellClassCountryAndColour) {
       {"0_Static v.planes.Plane$BF_109 1 1 2 3 0 ma", "BF_109,ma,Bf 109,-,Mars,blue"},
       {"0_Static v.planes.Plane$BF_109 1 1 2 3 0 nn", "BF_109,nn,Bf 109,-,None,white"},
       {"0_Static v.planes.Plane$X$Y 1 1 2 3 0  ru", "X$Y,null,X$Y,-,Default,not"},
+      {"0_Static v.planes.Plane$FULMAR 1 1 2 3 0 ma", "FULMAR,ma,Fulmar,-,Mars,red"},
       {"planes.Plane", ",null,,-,Default,not"},
   };
   for (const auto& c : cases) {
@@ -55,6 +57,8 @@ TEST(StaticPlanes, AreWrittenBackByPlace) {
   } cases[] = {
       {"1_I_16 p.planes.Plane$I_16 1 1 2 3 0.0 ru 2 ru", "Bf 109", "de",
        "  1_BF_109 p.planes.Plane$BF_109 1 1 2 3 0.0 de 2 ru"},
+      {"1 p.planes.Plane$I_16 1 1 2 3 0 ru", "Fulmar", "gb",
+       "  1 p.planes.Plane$FULMAR 1 1 2 3 0 gb"},
       {" 1 p.planes.Plane$I_16 ru 1 2 3 0 ru", "I-16", "de",
        "  1 p.planes.Plane$I_16 ru 1 2 3 0 de"},
       {"1 p.planes.Plane$I_16 1 1 2 3 0", "Bf 109     x", "ru",
