@@ -40,7 +40,9 @@ void LabelButton::paintEvent(QPaintEvent*) {
   QPalette colors = palette();
   if (color_ != LabelColor::Black && isEnabled()) {
     const QColor told = FromBgr(static_cast<std::int32_t>(color_));
-    colors.setColor(QPalette::WindowText, Readable(told, colors.color(QPalette::Window)));
+    const QColor behind = colors.color(QPalette::Window), ground = BackgroundFor(told, behind);
+    if (ground != behind) painter.fillRect(rect(), ground);
+    colors.setColor(QPalette::WindowText, told);
     QFont link = font();
     link.setUnderline(true);
     painter.setFont(link);

@@ -29,13 +29,24 @@ double Contrast(const QColor& a, const QColor& b) {
   return (brighter + 0.05) / (darker + 0.05);
 }
 
-void Apply(QWidget* control, const QColor& text, const QColor& background) {
-  QPalette palette = control->palette();
-  for (const auto group : {QPalette::Active, QPalette::Inactive}) {
-    palette.setColor(group, QPalette::Text, text);
-    palette.setColor(group, QPalette::Base, background);
-  }
-  control->setPalette(palette);
+void Apply(QWidget* control, const Preferences& prefs) {
+  // What is not set here follows the desktop.
+  QPalette own;
+  if (!prefs.bDesktopColors)
+    for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+      own.setColor(group, QPalette::Text, FromBgr(prefs.ForeColor));
+      own.setColor(group, QPalette::Base, FromBgr(prefs.BackColor));
+    }
+  control->setPalette(own);
+  if (!qobject_cast<QAbstractItemView*>(control)) return;
+  constexpr float kPale = 0.35F;
+  const QPalette shown = control->palette();
+  const QColor ground = shown.color(QPalette::Active, QPalette::Base);
+  own.setColor(QPalette::Inactive, QPalette::Highlight,
+               Mixed(shown.color(QPalette::Active, QPalette::Highlight), ground, kPale));
+  own.setColor(QPalette::Inactive, QPalette::HighlightedText,
+               shown.color(QPalette::Active, QPalette::Text));
+  control->setPalette(own);
 }
 
 }  // namespace
@@ -58,16 +69,31 @@ QColor Readable(QColor text, const QColor& background) {
   return text;
 }
 
-void ApplyListColors(QWidget& form, std::int32_t text, std::int32_t background) {
-  for (auto* list : form.findChildren<QAbstractItemView*>())
-    Apply(list, FromBgr(text), FromBgr(background));
-  for (auto* box : form.findChildren<QPlainTextEdit*>())
-    Apply(box, FromBgr(text), FromBgr(background));
+QColor BackgroundFor(const QColor& told, const QColor& behind) {
+  // Red on white has 4, the least that is told.
+  constexpr double kEnough = 3;
+  for (const QColor& ground : {behind, QColor(Qt::white)})
+    if (Contrast(told, ground) >= kEnough) return ground;
+  return Qt::black;
+}
+
+void ApplyListColors(QWidget& form, const Preferences& prefs) {
+  for (auto* list : form.findChildren<QAbstractItemView*>()) Apply(list, prefs);
+  for (auto* box : form.findChildren<QPlainTextEdit*>()) Apply(box, prefs);
   for (auto* box : form.findChildren<QLineEdit*>()) {
     // A drop-down hands its own colours to the box in it, whenever they change.
     auto* owner = qobject_cast<QComboBox*>(box->parentWidget());
-    Apply(owner ? static_cast<QWidget*>(owner) : box, FromBgr(text), FromBgr(background));
+    Apply(owner ? static_cast<QWidget*>(owner) : box, prefs);
   }
+}
+
+void ToldColors::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+  QStyledItemDelegate::initStyleOption(option, index);
+  const QVariant told = index.data(Qt::ForegroundRole);
+  if (!told.isValid()) return;
+  const QColor behind = option->palette.color(QPalette::Base);
+  const QColor ground = BackgroundFor(told.value<QBrush>().color(), behind);
+  if (ground != behind) option->backgroundBrush = ground;
 }
 
 }  // namespace rws

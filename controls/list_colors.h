@@ -1,8 +1,11 @@
 #pragma once
 
 #include <QColor>
+#include <QStyledItemDelegate>
 #include <QWidget>
 #include <cstdint>
+
+#include "services/preferences.h"
 
 namespace rws {
 
@@ -17,8 +20,25 @@ QColor Readable(QColor text, const QColor& background);
 /** A colour between two; `share` is that of the first, from 0 to 1. */
 QColor Mixed(const QColor& first, const QColor& second, float share);
 
+/** The background of a told text colour, which stays as told: `behind` where it can be read on
+   that, else white or black. */
+QColor BackgroundFor(const QColor& told, const QColor& behind);
+
 /** Gives all lists, grids, trees and text boxes of a form the two colours that the user has chosen,
-    always as a pair. Blue-green-red numbers. */
-void ApplyListColors(QWidget& form, std::int32_t text, std::int32_t background);
+    always as a pair, or those of the desktop. What is selected in a list without the focus is
+    paler. */
+void ApplyListColors(QWidget& form, const Preferences& prefs);
+
+/** Draws the told colours of rows, each with a background of its own where the list's does not
+    do. */
+class ToldColors : public QStyledItemDelegate {
+  Q_OBJECT
+
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+};
 
 }  // namespace rws

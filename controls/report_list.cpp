@@ -7,9 +7,12 @@
 #include <algorithm>
 #include <utility>
 
+#include "controls/list_colors.h"
+
 namespace rws {
 
 ReportList::ReportList(QWidget* parent) : QTreeView(parent) {
+  setItemDelegate(new ToldColors(this));
   setRootIsDecorated(false);
   setUniformRowHeights(true);
   setAllColumnsShowFocus(true);
