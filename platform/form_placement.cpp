@@ -28,8 +28,12 @@ std::optional<int> Stored(const Services& services, const std::string& name) {
 
 /** A form with its frame, as it stands when it is not maximised. */
 QRect NormalFrame(const QWidget& form) {
-  const QRect frame = form.frameGeometry(), inside = form.geometry();
-  if (!form.isMaximized()) return frame;
+  if (!form.isMaximized()) return form.frameGeometry();
+  // The frame of a maximised window may be thinner; that of another window tells.
+  const QWidget* like = &form;
+  if (form.parentWidget() && !form.parentWidget()->window()->isMaximized())
+    like = form.parentWidget()->window();
+  const QRect frame = like->frameGeometry(), inside = like->geometry();
   const QMargins margins(inside.left() - frame.left(), inside.top() - frame.top(),
                          frame.right() - inside.right(), frame.bottom() - inside.bottom());
   return form.normalGeometry().marginsAdded(margins);
