@@ -66,6 +66,7 @@ std::vector<NamedForm> AllForms(Session& session, QWidget* parent) {
                         form.Backup = session.Prefs.bBackup;
                         form.ForeColor = session.Prefs.ForeColor;
                         form.BackColor = session.Prefs.BackColor;
+                        form.DesktopColors = session.Prefs.bDesktopColors;
                       }),
       Named<frmSkins>("frmSkins", session, parent,
                       [&session](frmSkins& form) { form.Plane = CurrentFlight(session).Class; }),

@@ -29,27 +29,31 @@ double Contrast(const QColor& a, const QColor& b) {
   return (brighter + 0.05) / (darker + 0.05);
 }
 
-void Apply(QWidget* control, const QColor& text, const QColor& background) {
-  QPalette palette = control->palette();
-  for (const auto group : {QPalette::Active, QPalette::Inactive}) {
-    palette.setColor(group, QPalette::Text, text);
-    palette.setColor(group, QPalette::Base, background);
-  }
-  control->setPalette(palette);
+void Apply(QWidget* control, const Preferences& prefs) {
+  // What is not set here follows the desktop.
+  QPalette own;
+  if (!prefs.bDesktopColors)
+    for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+      own.setColor(group, QPalette::Text, FromBgr(prefs.ForeColor));
+      own.setColor(group, QPalette::Base, FromBgr(prefs.BackColor));
+    }
+  control->setPalette(own);
+  if (!qobject_cast<QAbstractItemView*>(control)) return;
+  constexpr float kPale = 0.35F;
+  const QPalette shown = control->palette();
+  const QColor ground = shown.color(QPalette::Active, QPalette::Base);
+  own.setColor(QPalette::Inactive, QPalette::Highlight,
+               Mixed(shown.color(QPalette::Active, QPalette::Highlight), ground, kPale));
+  own.setColor(QPalette::Inactive, QPalette::HighlightedText,
+               shown.color(QPalette::Active, QPalette::Text));
+  control->setPalette(own);
 }
 
 }  // namespace
 
-QColor GroundFor(const QColor& text, const QColor& there) {
-  // Less than for a page of text: pure red has more on no light background but white.
-  constexpr double kEnough = 3.4;
-  if (Contrast(text, there) >= kEnough) return there;
-  return Contrast(text, Qt::white) >= kEnough ? Qt::white : Qt::black;
-}
-
 void SetToldColor(QWidget& control, std::optional<QColor> told, const QColor& there) {
   QPalette colors;
-  const QColor ground = told ? GroundFor(*told, there) : there;
+  const QColor ground = told ? BackgroundFor(*told, there) : there;
   if (told)
     for (const auto group : {QPalette::Active, QPalette::Inactive}) {
       colors.setColor(group, QPalette::WindowText, *told);
@@ -65,28 +69,31 @@ QColor Mixed(const QColor& first, const QColor& second, float share) {
                           part(first.blueF(), second.blueF()));
 }
 
-QColor Readable(QColor text, const QColor& background) {
-  constexpr double kEnough = 4.5, kStep = 0.04;
-  const double goal = Luminance(background) > 0.18 ? 0 : 1;
-  const auto mix = [&](double part) {
-    return std::clamp(part + (goal > part ? kStep : -kStep), 0.0, 1.0);
-  };
-  for (int step = 0; step < 25 && Contrast(text, background) < kEnough; ++step)
-    text = QColor::fromRgbF(float(mix(text.redF())), float(mix(text.greenF())),
-                            float(mix(text.blueF())));
-  return text;
+QColor BackgroundFor(const QColor& told, const QColor& behind) {
+  // Red on white has 4, the least that is told.
+  constexpr double kEnough = 3;
+  for (const QColor& ground : {behind, QColor(Qt::white)})
+    if (Contrast(told, ground) >= kEnough) return ground;
+  return Qt::black;
 }
 
-void ApplyListColors(QWidget& form, std::int32_t text, std::int32_t background) {
-  for (auto* list : form.findChildren<QAbstractItemView*>())
-    Apply(list, FromBgr(text), FromBgr(background));
-  for (auto* box : form.findChildren<QPlainTextEdit*>())
-    Apply(box, FromBgr(text), FromBgr(background));
+void ApplyListColors(QWidget& form, const Preferences& prefs) {
+  for (auto* list : form.findChildren<QAbstractItemView*>()) Apply(list, prefs);
+  for (auto* box : form.findChildren<QPlainTextEdit*>()) Apply(box, prefs);
   for (auto* box : form.findChildren<QLineEdit*>()) {
     // A drop-down hands its own colours to the box in it, whenever they change.
     auto* owner = qobject_cast<QComboBox*>(box->parentWidget());
-    Apply(owner ? static_cast<QWidget*>(owner) : box, FromBgr(text), FromBgr(background));
+    Apply(owner ? static_cast<QWidget*>(owner) : box, prefs);
   }
+}
+
+void ToldColors::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+  QStyledItemDelegate::initStyleOption(option, index);
+  const QVariant told = index.data(Qt::ForegroundRole);
+  if (!told.isValid()) return;
+  const QColor behind = option->palette.color(QPalette::Base);
+  const QColor ground = BackgroundFor(told.value<QBrush>().color(), behind);
+  if (ground != behind) option->backgroundBrush = ground;
 }
 
 }  // namespace rws

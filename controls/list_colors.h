@@ -1,23 +1,17 @@
 #pragma once
 
 #include <QColor>
+#include <QStyledItemDelegate>
 #include <QWidget>
 #include <cstdint>
 #include <optional>
+
+#include "services/preferences.h"
 
 namespace rws {
 
 /** The colour of a blue-green-red number. */
 QColor FromBgr(std::int32_t color);
-
-/** A told text colour, made lighter or darker just as far as it takes to read it on this
- * background.
- */
-QColor Readable(QColor text, const QColor& background);
-
-/** The background for a told text colour that keeps it readable: the one that is there if it does,
-    else white, or black for a colour that white does not suit. */
-QColor GroundFor(const QColor& text, const QColor& there);
 
 /** Gives the text of a label or box a told colour with the background that it needs in front of
     what is `there`; without one, what the desktop gives. A disabled control stays dimmed. */
@@ -26,8 +20,25 @@ void SetToldColor(QWidget& control, std::optional<QColor> told, const QColor& th
 /** A colour between two; `share` is that of the first, from 0 to 1. */
 QColor Mixed(const QColor& first, const QColor& second, float share);
 
+/** The background of a told text colour, which stays as told: `behind` where it can be read on
+   that, else white or black. */
+QColor BackgroundFor(const QColor& told, const QColor& behind);
+
 /** Gives all lists, grids, trees and text boxes of a form the two colours that the user has chosen,
-    always as a pair. Blue-green-red numbers. */
-void ApplyListColors(QWidget& form, std::int32_t text, std::int32_t background);
+    always as a pair, or those of the desktop. What is selected in a list without the focus is
+    paler. */
+void ApplyListColors(QWidget& form, const Preferences& prefs);
+
+/** Draws the told colours of rows, each with a background of its own where the list's does not
+    do. */
+class ToldColors : public QStyledItemDelegate {
+  Q_OBJECT
+
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+};
 
 }  // namespace rws

@@ -12,6 +12,7 @@
 namespace rws {
 
 ReportList::ReportList(QWidget* parent) : QTreeView(parent) {
+  setItemDelegate(new ToldColors(this));
   setRootIsDecorated(false);
   setUniformRowHeights(true);
   setAllColumnsShowFocus(true);

@@ -71,7 +71,7 @@ void frmBrief::LoadSettings() {
     mnuMod[i]->setText(FromPath(labels_[i]).replace(QLatin1Char('&'), QLatin1String("&&")));
   }
   mnuConvert->setChecked(UseUS);
-  ApplyListColors(*this, session_.Prefs.ForeColor, session_.Prefs.BackColor);
+  ApplyListColors(*this, session_.Prefs);
   mnuLabel->setChecked(ReadFlag(settings, setting::LabelInsert));
 }
 

@@ -43,8 +43,7 @@ void frmChgAC::LoadForm() {
         LoadFormSize(services_, *this);
         LoadFormPos(services_, *this);
       },
-      [&] { ApplyListColors(*this, session_.Prefs.ForeColor, session_.Prefs.BackColor); },
-      [&] { FillPlanes(); }, [&] { FillTree(); },
+      [&] { ApplyListColors(*this, session_.Prefs); }, [&] { FillPlanes(); }, [&] { FillTree(); },
       [&] {
         const std::string name = GetPlaneName(session_.Tables, services_, ACName);
         fraPlane->SetCaption(tr("%1 Selected").arg(FromBytes(services_.Page, name)));
@@ -68,12 +67,11 @@ void frmChgAC::FillPlanes() {
 
 void frmChgAC::FillTree() {
   const CodePage& page = services_.Page;
-  const QColor background = FromBgr(session_.Prefs.BackColor);
   nodes_.clear();
   tree_ = MakeGroupTree(session_.Tables, page, ChangeModeOf(Mode), Group);
   for (const auto& group : tree_.Groups) {
     auto* root = new QStandardItem(FromBytes(page, group.Text));
-    if (group.Color) root->setForeground(Readable(FromBgr(*group.Color), background));
+    if (group.Color) root->setForeground(FromBgr(*group.Color));
     QList<QStandardItem*> children;
     for (const auto& regiment : group.Regiments) {
       children << new QStandardItem(FromBytes(page, regiment.Code));

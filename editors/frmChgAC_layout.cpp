@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 
 #include "controls/layouts.h"
+#include "controls/list_colors.h"
 #include "editors/frmChgAC.h"
 
 namespace rws {
@@ -35,6 +36,7 @@ void frmChgAC::Build() {
   tview = Named(new QTreeView, "tview", tr("Squadron or country"),
                 tr("Choose the squadron or country"));
   tview->setModel(&nodes_);
+  tview->setItemDelegate(new ToldColors(tview));
   tview->setHeaderHidden(true);
   tview->setUniformRowHeights(true);
   tview->setEditTriggers(QTreeView::NoEditTriggers);

@@ -69,7 +69,7 @@ void frmDogFight::LoadForm() {
   ResumeNext([&] {
     const Loading loading(session_.Doc);
     setWindowTitle(FromPath(kProgramTitle));
-    ApplyListColors(*this, session_.Prefs.ForeColor, session_.Prefs.BackColor);
+    ApplyListColors(*this, session_.Prefs);
     RowCount = static_cast<int>(SafeUBound(session_.Tables.DogFightAircraft));
     BaseCount = static_cast<int>(SafeUBound(At(session_.Doc.MissionShadow, Idx).BornPlaces));
     upd->SetRange(0, BaseCount);

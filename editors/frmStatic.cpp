@@ -37,8 +37,7 @@ void frmStatic::Connect() {
 void frmStatic::LoadForm() {
   static_ = false;
   StaticPlanes.clear();
-  ApplyListColors(*this, session_.Prefs.ForeColor, session_.Prefs.BackColor);
-  lstStatic->SetBackground(FromBgr(session_.Prefs.BackColor));
+  ApplyListColors(*this, session_.Prefs);
   Load("Form_Load", [&] {
     const Loading loading(session_.Doc);
     const Mission& mission = At(session_.Doc.Missions, session_.Doc.CurMission);

@@ -62,7 +62,7 @@ void frmWP::Connect() {
 void frmWP::LoadForm() {
   Load("Form_Load", [&] {
     const Loading loading(session_.Doc);
-    ApplyListColors(*this, session_.Prefs.ForeColor, session_.Prefs.BackColor);
+    ApplyListColors(*this, session_.Prefs);
     Metric = ReadFlag(services_.Settings, setting::WPMetric);
     WPModified = false;
     cmd[kApply]->setEnabled(WPModified);

@@ -44,7 +44,7 @@ void frmWPEdit::Connect() {
 
 void frmWPEdit::LoadForm() {
   Load("Form_Load", [&] {
-    ApplyListColors(*this, session_.Prefs.ForeColor, session_.Prefs.BackColor);
+    ApplyListColors(*this, session_.Prefs);
     Altitude = CInt(double(udWP[kHeight]->Value()));
     Distance = CInt(double(udWP[kDistance]->Value()));
     Speed = CInt(double(udWP[kSpeed]->Value()));

@@ -47,7 +47,7 @@ QVariant StaticListModel::data(const QModelIndex& index, int role) const {
       return tr("Installed game does not support this aircraft you need to change it.");
     case Qt::ForegroundRole: {
       const auto color = ArmyColor(row.ColorWord);
-      return color ? QVariant(Readable(FromBgr(*color), background_)) : QVariant();
+      return color ? QVariant(FromBgr(*color)) : QVariant();
     }
     case Qt::FontRole: {
       // Colour is not the only sign of an aircraft that the game lacks.

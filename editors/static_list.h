@@ -17,9 +17,6 @@ class StaticListModel : public RowModel<StaticRow> {
  public:
   explicit StaticListModel(const CodePage& page, QObject* parent = nullptr);
 
-  /** The list's background, on which the colours of the rows must be read. */
-  void SetBackground(const QColor& background) { background_ = background; }
-
   QVariant data(const QModelIndex& index, int role) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
@@ -27,7 +24,6 @@ class StaticListModel : public RowModel<StaticRow> {
   QString Text(const StaticRow& row, int column) const;
 
   const CodePage& page_;
-  QColor background_ = Qt::white;
 };
 
 /** `lstStatic`: the parked aircraft of the current mission. A row's place says nothing about its
@@ -41,7 +37,6 @@ class StaticList : public ReportList {
   /** Shows these rows in the order that the headers were clicked for. What was selected stays so;
       without a selection the first row gets it. */
   void SetRows(std::vector<StaticRow> rows);
-  void SetBackground(const QColor& background) { model_.SetBackground(background); }
   int RowCount() const { return model_.rowCount(); }
   const StaticRow& At(int row) const;
   /** The aircraft of the selected rows, in list order. */

@@ -76,7 +76,7 @@ QVariant FlightListModel::data(const QModelIndex& index, int role) const {
     case Qt::ForegroundRole:
       return FromBgr(row.Color);
     case Qt::BackgroundRole: {
-      const QColor ground = GroundFor(FromBgr(row.Color), Behind);
+      const QColor ground = BackgroundFor(FromBgr(row.Color), Behind);
       return ground == Behind ? QVariant() : QVariant(ground);
     }
     case Qt::FontRole: {

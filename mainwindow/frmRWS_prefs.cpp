@@ -44,6 +44,7 @@ void frmRWS::SetPrefs() {
     if (form.GamePath.empty()) form.GamePath = doc.GamePath;
     form.ForeColor = prefs.ForeColor;
     form.BackColor = prefs.BackColor;
+    form.DesktopColors = prefs.bDesktopColors;
     form.LoadForm();
     Popups.ShowDialog(form);
     if (!form.Applied) return;
@@ -56,10 +57,13 @@ void frmRWS::ApplyPrefs(const frmPrefs& form) {
   Document& doc = session_.Doc;
   Preferences& prefs = session_.Prefs;
   const Services& services = session_.Services;
-  if (form.ForeColor != prefs.ForeColor || form.BackColor != prefs.BackColor) {
+  if (form.ForeColor != prefs.ForeColor || form.BackColor != prefs.BackColor ||
+      form.DesktopColors != prefs.bDesktopColors) {
     prefs.ForeColor = form.ForeColor;
     prefs.BackColor = form.BackColor;
-    ApplyListColors(*this, prefs.ForeColor, prefs.BackColor);
+    prefs.bDesktopColors = form.DesktopColors;
+    StoreFlag(services, setting::DesktopColors, prefs.bDesktopColors);
+    ApplyListColors(*this, prefs);
   }
   ChangeAssociation(prefs, services, form.Associate);
   if (form.LockWT != prefs.bLockWT) {

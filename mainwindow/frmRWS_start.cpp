@@ -111,7 +111,7 @@ void frmRWS::FillForm(const std::string& commandLine) {
   doc.MissionDir = Arguments.ComLinePath.empty()
                        ? ReadSetting(settings, setting::LastDirPath, doc.GamePath)
                        : Arguments.ComLinePath;
-  ApplyListColors(*this, prefs.ForeColor, prefs.BackColor);
+  ApplyListColors(*this, prefs);
   // The window is there while long scans run; the pump keeps it alive and commands out.
   show();
   LoadTables();

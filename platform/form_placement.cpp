@@ -26,10 +26,19 @@ std::optional<int> Stored(const Services& services, const std::string& name) {
   return static_cast<int>(std::clamp(Val(text) / kTwipsPerPixel, -1e6, 1e6));
 }
 
+/** False for a form that does not stand where it goes back to. */
+bool IsNormal(const QWidget& form) {
+  return !form.isMaximized() && !form.isMinimized() && !form.isFullScreen();
+}
+
 /** A form with its frame, as it stands when it fills no screen and is no icon. */
 QRect NormalFrame(const QWidget& form) {
-  const QRect frame = form.frameGeometry(), inside = form.geometry();
-  if (!form.isMaximized() && !form.isMinimized() && !form.isFullScreen()) return frame;
+  if (IsNormal(form)) return form.frameGeometry();
+  // The frame of a maximised window may be thinner; that of another window tells.
+  const QWidget* like = &form;
+  if (form.parentWidget() && !form.parentWidget()->window()->isMaximized())
+    like = form.parentWidget()->window();
+  const QRect frame = like->frameGeometry(), inside = like->geometry();
   const QMargins margins(inside.left() - frame.left(), inside.top() - frame.top(),
                          frame.right() - inside.right(), frame.bottom() - inside.bottom());
   return form.normalGeometry().marginsAdded(margins);

@@ -16,6 +16,8 @@ struct Preferences {
   bool bAssociate = false;
   std::int32_t ForeColor = 0x800000;
   std::int32_t BackColor = 0xFFFFFF;
+  /** Lists have the desktop's colours instead of these two. */
+  bool bDesktopColors = false;
 };
 
 }  // namespace rws

@@ -31,6 +31,7 @@ inline constexpr SettingValue SaveWarn{"RWSSaveWarn", "0"};
 /** Colours are decimal text of blue-green-red numbers: 0x800000 and 0xFFFFFF. */
 inline constexpr SettingValue ForeColor{"RWSForeColor", "8388608"};
 inline constexpr SettingValue BackColor{"RWSBackColor", "16777215"};
+inline constexpr SettingValue DesktopColors{"RWSDesktopColors", "False"};
 inline constexpr SettingValue SoundFrom{"RWSSoundFrom", ""};
 inline constexpr SettingValue SoundTo{"RWSSoundTo", ""};
 inline constexpr SettingValue LastSavAsPath{"LastSavAsPath", ""};

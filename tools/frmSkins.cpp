@@ -42,8 +42,7 @@ void frmSkins::Connect() {
 void frmSkins::LoadForm() {
   Load(
       "Form_Load", [&] { LoadFormPos(services_, *this); },
-      [&] { ApplyListColors(*this, session_.Prefs.ForeColor, session_.Prefs.BackColor); },
-      [&] { FillPlanes(); });
+      [&] { ApplyListColors(*this, session_.Prefs); }, [&] { FillPlanes(); });
   cboPlanes->setFocus();
 }
 

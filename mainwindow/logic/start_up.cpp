@@ -73,6 +73,7 @@ void ReadStartSettings(Preferences& prefs, const Services& services) {
   prefs.SavePromptMode = ReadNumber(settings, setting::SaveWarn, kSaveAsk, kSaveNever);
   prefs.ForeColor = ReadNumber(settings, setting::ForeColor, 0, kWhite);
   prefs.BackColor = ReadNumber(settings, setting::BackColor, 0, kWhite);
+  prefs.bDesktopColors = ReadFlag(settings, setting::DesktopColors);
   prefs.bLockWT = ReadFlag(settings, setting::LockWT);
   prefs.bAssociate = IsAssociated(services);
   prefs.bSndPlayer = ReadFlag(settings, setting::SndPlayer);

@@ -35,7 +35,8 @@ frmPrefs::frmPrefs(Session& session, QWidget* parent)
 void frmPrefs::Connect() {
   const auto modified = [this] { ChkModify(); };
   for (auto* option : optSave) On(option, &QRadioButton::toggled, "frmPrefs.ChkModify", modified);
-  for (auto* box : {chkBackup, chkWA, chkLock, chkSnd})
+  On(chkDesktop, &QCheckBox::toggled, "frmPrefs.cmdColor_Click", [this] { ShowColors(); });
+  for (auto* box : {chkBackup, chkWA, chkLock, chkSnd, chkDesktop})
     On(box, &QCheckBox::toggled, "frmPrefs.ChkModify", modified);
   On(cmd[kApply], &QPushButton::clicked, "frmPrefs.cmd_Click", [this] { ClickApply(); });
   connect(cmd[kExit], &QPushButton::clicked, this, &QDialog::reject);
@@ -48,6 +49,8 @@ void frmPrefs::Connect() {
 void frmPrefs::LoadForm() {
   bLoading = true;
   Applied = GameChanged = false;
+  // The path in use may be what a wrong folder left, for this run only.
+  GamePath = ReadSetting(services_.Settings, setting::GamePath, GamePath);
   Load(
       "frmPrefs.Form_Activate", [&] { LoadFormPos(services_, *this); }, [&] { ShowFields(); });
   stPath_->setText(FromPath(GamePath));
@@ -65,6 +68,7 @@ void frmPrefs::ShowFields() {
   ShowPath(GamePath);
   foreColor_ = ForeColor;
   backColor_ = BackColor;
+  chkDesktop->setChecked(DesktopColors);
   ShowColors();
   At(optSave, SavePromptMode)->setChecked(true);
 }
@@ -76,12 +80,15 @@ void frmPrefs::ShowPath(const std::string& path) {
 }
 
 void frmPrefs::ShowColors() {
+  const bool told = !chkDesktop->isChecked();
   for (auto* sample : lblColor) {
-    QPalette colors = sample->palette();
-    colors.setColor(QPalette::WindowText, FromBgr(foreColor_));
-    colors.setColor(QPalette::Window, FromBgr(backColor_));
+    QPalette colors = palette();
+    colors.setColor(QPalette::WindowText,
+                    told ? FromBgr(foreColor_) : colors.color(QPalette::Text));
+    colors.setColor(QPalette::Window, told ? FromBgr(backColor_) : colors.color(QPalette::Base));
     sample->setPalette(colors);
   }
+  for (auto* button : cmdColor) button->setEnabled(told);
 }
 
 int frmPrefs::SaveRow() const {
@@ -99,6 +106,7 @@ bool frmPrefs::Differs() const {
          chkBackup->isChecked() != ReadFlag(settings, setting::Backup) ||
          chkLock->isChecked() != ReadFlag(settings, setting::LockWT) ||
          chkSnd->isChecked() != ReadFlag(settings, setting::SndPlayer) ||
+         chkDesktop->isChecked() != session_.Prefs.bDesktopColors ||
          foreColor_ != session_.Prefs.ForeColor || backColor_ != session_.Prefs.BackColor ||
          path_ != pathAtEntry_;
 }
@@ -117,6 +125,7 @@ void frmPrefs::ClickApply() {
   GamePath = path_;
   ForeColor = foreColor_;
   BackColor = backColor_;
+  DesktopColors = chkDesktop->isChecked();
   Applied = true;
   accept();
 }

@@ -24,6 +24,7 @@ class frmPrefs : public Dialog {
  public:
   frmPrefs(Session& session, QWidget* parent);
 
+  /** Shows the stored game directory; `GamePath`, the one in use, where none is stored. */
   void LoadForm();
   /** Ends every way of closing. */
   void done(int result) override;
@@ -34,6 +35,8 @@ class frmPrefs : public Dialog {
   std::string GamePath;
   /** Blue-green-red numbers. */
   std::int32_t ForeColor = 0, BackColor = 0;
+  /** The desktop's colours instead. */
+  bool DesktopColors = false;
 
   /** Out: closed by Apply. */
   bool Applied = false;
@@ -43,7 +46,7 @@ class frmPrefs : public Dialog {
   /** What happens to edits, the switches, the colours, the game directory. */
   QGroupBox *fra, *fra1, *fra2, *fra3;
   std::array<QRadioButton*, 3> optSave;
-  QCheckBox *chkBackup, *chkWA, *chkLock, *chkSnd;
+  QCheckBox *chkBackup, *chkWA, *chkLock, *chkSnd, *chkDesktop;
   enum Color : std::size_t { kText, kBackground };
   std::array<QPushButton*, 2> cmdColor;
   /** Samples of both colours together. */

@@ -22,6 +22,8 @@ void frmPrefs::Build() {
   chkWA = box("chkWA", tr("Associate RWS to mission files"));
   chkLock = box("chkLock", tr("Lock Weapons && Time controls"));
   chkSnd = box("chkSnd", tr("Use Windows default media player to play sound"));
+  chkDesktop = box("chkDesktop", tr("As the &desktop"));
+  chkDesktop->setToolTip(tr("Lists take the colors of the desktop"));
   cmdColor = {
       Named(new QPushButton(tr("&Text...")), "cmdColor(0)", tr("Text color"), tr("Set text color")),
       Named(new QPushButton(tr("&Background...")), "cmdColor(1)", tr("Background color"),
@@ -54,6 +56,7 @@ void frmPrefs::PlaceControls() {
     colors->addWidget(sample, i, 0);
     colors->addWidget(cmdColor[static_cast<std::size_t>(i)], i, 1);
   }
+  colors->addWidget(chkDesktop, static_cast<int>(lblColor.size()), 0, 1, 2);
   colors->setColumnStretch(0, 1);
 
   auto* path = new QHBoxLayout(fra3);

@@ -70,6 +70,12 @@ TEST_F(SetPrefsTest, TakesStoresAndShowsEverything) {
     form.chkWA->click();
     form.chkLock->click();
   });
+  const auto base = [this] { return Window->lstMission->palette().color(QPalette::Base); };
+  Apply([](frmPrefs& form) { form.chkDesktop->click(); });
+  EXPECT_EQ(base(), Window->palette().color(QPalette::Base));
+  EXPECT_EQ(Stored(setting::DesktopColors), "True");
+  Apply([](frmPrefs& form) { form.chkDesktop->click(); });
+  EXPECT_EQ(base(), QColor(255, 0, 0)) << "the told ones again";
   EXPECT_FALSE(Prefs.bAssociate);
   EXPECT_TRUE(flight.udDStart->isEnabled() && Panel().dtMission->isEnabled());
   EXPECT_EQ(Stored(setting::LockWT), "False");

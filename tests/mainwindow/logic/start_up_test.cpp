@@ -101,6 +101,7 @@ TEST_F(StartUp, RestoreWipesTheSettingsAndWhatWasReadOfThem) {
   const Settings& settings = W.Services.Settings;
   WriteSetting(settings, setting::SaveWarn, "2");
   WriteSetting(settings, setting::ForeColor, "255");
+  WriteSetting(settings, setting::DesktopColors, "True");
   WriteSetting(settings, setting::LockWT, "True");
   W.Doc.GamePath = "kept";
   W.Prefs.bBackup = false;
@@ -110,6 +111,7 @@ TEST_F(StartUp, RestoreWipesTheSettingsAndWhatWasReadOfThem) {
   EXPECT_TRUE(W.SettingTexts.empty());
   EXPECT_EQ(W.Prefs.SavePromptMode, kSaveAsk);
   EXPECT_EQ(W.Prefs.ForeColor, 0x800000);
+  EXPECT_FALSE(W.Prefs.bDesktopColors);
   EXPECT_TRUE(W.Prefs.bBackup && !W.Prefs.bLockWT);
   EXPECT_EQ(W.Doc.GamePath, "kept");
 }

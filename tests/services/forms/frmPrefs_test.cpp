@@ -4,6 +4,7 @@
 
 #include "platform/qt_text.h"
 #include "services/forms/frmCam.h"
+#include "services/setting_values.h"
 #include "tests/support/form_test.h"
 
 namespace rws::test {
@@ -31,12 +32,13 @@ using CompatibilityForm = FormTest<frmCam>;
 TEST_F(PrefsTest, ApplyIsLitWhileSomethingDiffers) {
   EXPECT_FALSE(Form->cmd[frmPrefs::kApply]->isEnabled());
   W.Services.Ask.Color = [](std::int32_t before) { return before ^ 1; };
-  const std::array<QAbstractButton*, 6> twice{Form->chkBackup,
+  const std::array<QAbstractButton*, 7> twice{Form->chkBackup,
                                               Form->chkWA,
                                               Form->chkLock,
                                               Form->chkSnd,
                                               Form->cmdColor[frmPrefs::kText],
-                                              Form->cmdColor[frmPrefs::kBackground]};
+                                              Form->cmdColor[frmPrefs::kBackground],
+                                              Form->chkDesktop};
   for (auto* control : twice) {
     SCOPED_TRACE(ToPath(control->objectName()));
     control->click();
@@ -48,6 +50,13 @@ TEST_F(PrefsTest, ApplyIsLitWhileSomethingDiffers) {
     control->click();
     EXPECT_FALSE(Form->cmd[frmPrefs::kApply]->isEnabled());
   }
+  Form->chkDesktop->click();
+  EXPECT_FALSE(Form->cmdColor[frmPrefs::kText]->isEnabled());
+  EXPECT_EQ(Form->lblColor[frmPrefs::kText]->palette().color(QPalette::Window),
+            Form->palette().color(QPalette::Base));
+  Form->cmd[frmPrefs::kApply]->click();
+  EXPECT_TRUE(Form->DesktopColors);
+  EXPECT_EQ(Form->BackColor, 0xFFFFFF) << "what was told stays";
 }
 
 TEST_F(PrefsTest, APathWithoutSkinsClosesTheForm) {
@@ -57,6 +66,13 @@ TEST_F(PrefsTest, APathWithoutSkinsClosesTheForm) {
   EXPECT_EQ(W.Doc.GamePath, Box.Path("wrong")) << "the parent, until it is read again";
   const std::string log = Joined(W.Log);
   EXPECT_NE(log.find("SkinsDoes not exist! RWS will not run!"), std::string::npos) << log;
+  const auto shown = [this] {
+    Open([this](frmPrefs& form) { form.GamePath = W.Doc.GamePath; });
+    return ToPath(Form->lblPath->text());
+  };
+  EXPECT_EQ(shown(), Box.Path("wrong")) << "nothing is stored";
+  WriteSetting(W.Services.Settings, setting::GamePath, Box.Path("old"));
+  EXPECT_EQ(shown(), Box.Path("old"));
   Form->show();
   W.Script.ExpectPath(kPick, "");
   Form->cmdChg->click();
