@@ -144,8 +144,7 @@ class frmRWS : public QMainWindow {
   void ClickAbout();
   void ClickCheckForUpdates();
   bool SettleEdits();
-  Progress ShowProgress();
-  void RunTool(bool rereads, const std::function<ToolResult()>& tool);
+  void RunTool(bool rereads, const std::function<ToolResult(const ToolSeam&)>& tool);
   void TakeToolResult(const ToolResult& result);
   void GoToFolder(const std::string& folder);
   void ClickSkinManager();

@@ -97,6 +97,8 @@ bool frmRWS::ClickUpdate() {
   LightUpdate(false);
   // What could not be written lives in memory only; it is neither erased nor reread.
   if (!allWritten) return false;
+  // Nor is what an earlier Update failed to write.
+  if (IsAnyPending(session_.Doc)) return true;
   session_.Doc.Missions.clear();
   Start();
   return true;

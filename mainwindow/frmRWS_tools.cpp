@@ -1,4 +1,5 @@
 #include "mainwindow/frmRWS.h"
+#include "mainwindow/tool_progress.h"
 #include "platform/qt_text.h"
 #include "services/error_log.h"
 #include "services/setting_values.h"
@@ -17,18 +18,20 @@ void frmRWS::ConnectTools() {
   const Services& services = session_.Services;
   command(mnuTools[kSkinManager], "mnuTools_Click", [this] { ClickSkinManager(); });
   command(mnuTools[kRenameAll], "mnuTools_Click", [&, this] {
-    RunTool(true, [&, this] { return RenameAll(doc, services, ShowProgress()); });
+    RunTool(true, [&](const ToolSeam& seam) { return RenameAll(doc, services, seam); });
   });
   command(mnuTools[kConvertFolder], "mnuTools_Click", [&, this] {
-    RunTool(true, [&, this] { return ConvertMissionFolder(doc, services, ShowProgress()); });
+    RunTool(true, [&](const ToolSeam& seam) { return ConvertMissionFolder(doc, services, seam); });
   });
   command(mnuTools[kCopyFrom], "mnuTools_Click", [&, this] {
-    RunTool(true, [&, this] { return CopyFrom(doc, services, ShowProgress()); });
+    RunTool(true, [&](const ToolSeam& seam) { return CopyFrom(doc, services, seam); });
   });
   for (std::size_t i = 0; i < mnuCases.size(); ++i)
     command(mnuCases[i], "mnuCase_Click", [&, this, i] {
       // Only a name that is typed ends in a reread.
-      RunTool(i == kManual, [&, i] { return RenameCase(doc, services, static_cast<int>(i)); });
+      RunTool(i == kManual, [&, i](const ToolSeam& seam) {
+        return RenameCase(doc, services, static_cast<int>(i), seam);
+      });
     });
 }
 
@@ -36,27 +39,20 @@ void frmRWS::ConnectTools() {
     cancelled. */
 bool frmRWS::SettleEdits() {
   Document& doc = session_.Doc;
-  if (doc.Missions.empty() || !CurrentMission(session_).Modified) return true;
-  if (!WarnSave(doc, session_.Services, session_.Prefs, LeaveBy::Mouse,
-                [this] { return ClickUpdate(); }))
+  if (!IsAnyPending(doc)) return true;
+  if (!SettlePending(doc, session_.Services, session_.Prefs, [this] { return ClickUpdate(); }))
     return false;
   // Answered No, the file's own state is shown again: what follows may end without a reread.
-  if (!doc.Closing && !CurrentMission(session_).Loaded) ShowMission();
+  if (!doc.Closing && !doc.Missions.empty() && !CurrentMission(session_).Loaded) ShowMission();
   return !doc.Closing;
 }
 
-Progress frmRWS::ShowProgress() {
-  return [this](std::size_t done, std::size_t of) {
-    // Left standing, the last would hide the panels for good; cleared later, a failure would go
-    // too.
-    if (done == of) return staBar->clearMessage();
-    staBar->showMessage(tr("File %1 of %2").arg(done).arg(of));
-  };
-}
-
-void frmRWS::RunTool(bool rereads, const std::function<ToolResult()>& tool) {
-  if (rereads && !SettleEdits()) return;
-  const ToolResult result = tool();
+void frmRWS::RunTool(bool rereads, const std::function<ToolResult(const ToolSeam&)>& tool) {
+  ToolProgress progress(*this, *staBar, Popups.ToolStep);
+  ToolSeam seam;
+  if (rereads) seam.Settle = [this] { return SettleEdits(); };
+  seam.Told = [&](std::size_t done, std::size_t of) { return progress.Told(done, of); };
+  const ToolResult result = tool(seam);
   if (!session_.Doc.Closing) TakeToolResult(result);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMenu>
+#include <QProgressDialog>
 #include <functional>
 
 #include "controls/show_dialog.h"
@@ -15,6 +16,8 @@ struct Popups {
   /** Opens a menu there and returns when it has closed. */
   std::function<void(QMenu& menu, QPoint globalPosition)> OpenMenu =
       [](QMenu& menu, QPoint globalPosition) { menu.exec(globalPosition); };
+  /** Called after each file of a long tool with the dialog that can cancel it. */
+  std::function<void(QProgressDialog& dialog)> ToolStep = [](QProgressDialog&) {};
 };
 
 }  // namespace rws

@@ -79,6 +79,7 @@ struct Mission {
   LineArray Lines;
   std::vector<Flight> Flights;
   bool Modified = false;
+  bool NotWritten = false;  // the last Update failed: its edits live in memory only
   std::vector<BornPlace> BornPlaces;
   bool HasBornPlace = false;
   std::string BriefSoundLine;

@@ -1,6 +1,9 @@
 #include "mission/update.h"
 
+#include <string>
 #include <type_traits>
+#include <utility>
+#include <vector>
 
 #include "mission/fields.h"
 #include "mission/mission_file.h"
@@ -65,6 +68,34 @@ void TellFailure(const Services& services, std::string text, const std::string& 
   services.Ask.MsgBox(text, Buttons::Ok, Icon::Critical, kProgramTitle);
 }
 
+constexpr char kSaveQuestion[] = "Do you wish to save the changes to this mission?";
+
+Answer AskToSave(const Services& services, const Preferences& prefs, LeaveBy by,
+                 const std::string& question) {
+  if (prefs.SavePromptMode == kSaveAsk)
+    return services.Ask.MsgBox(question, Buttons::YesNoCancel, Icon::Question, kProgramTitle);
+  if (prefs.SavePromptMode == kSaveAlways) return Answer::Yes;
+  // The keyboard cannot leave a modified mission in this mode, the mouse can; the difference is
+  // deliberate.
+  return by == LeaveBy::Mouse ? Answer::No : Answer::Cancel;
+}
+
+std::vector<std::size_t> PendingMissions(const Document& doc) {
+  std::vector<std::size_t> pending;
+  for (std::size_t i = 0; i < doc.Missions.size(); ++i)
+    if (doc.Missions[i].Modified || doc.Missions[i].NotWritten) pending.push_back(i);
+  return pending;
+}
+
+/** Names the missions when it is not the current one alone. */
+std::string PendingQuestion(const Document& doc, const std::vector<std::size_t>& pending) {
+  std::string question = kSaveQuestion;
+  if (pending.size() == 1 && std::cmp_equal(pending[0], doc.CurMission)) return question;
+  question += "\n\nNot written yet:";
+  for (const auto i : pending) question += "\n" + doc.Missions[i].BaseName;
+  return question;
+}
+
 bool UpdateMission(Document& doc, const Services& services, const Preferences& prefs,
                    const ShownValues& shown, std::size_t mission) {
   LineArray lines;
@@ -98,7 +129,8 @@ bool UpdateChanges(Document& doc, const Services& services, const Preferences& p
   const bool done = LogAndLeave(services, "UpdateChanges", [&] {
     for (std::size_t i = 0; i < doc.Missions.size(); ++i) {
       if (!doc.Missions[i].Modified) continue;
-      allWritten &= UpdateMission(doc, services, prefs, shown, i);
+      doc.Missions[i].NotWritten = !UpdateMission(doc, services, prefs, shown, i);
+      allWritten &= !doc.Missions[i].NotWritten;
       doc.Missions[i].Modified = false;
     }
     services.Window.LightUpdate(false);
@@ -118,18 +150,28 @@ bool WarnSave(Document& doc, const Services& services, const Preferences& prefs,
               const std::function<bool()>& clickUpdate) {
   const auto current = static_cast<std::size_t>(doc.CurMission);
   if (!doc.Missions[current].Modified) return true;
-  Answer answer = Answer::Yes;
-  if (prefs.SavePromptMode == kSaveAsk)
-    answer = services.Ask.MsgBox("Do you wish to save the changes to this mission?",
-                                 Buttons::YesNoCancel, Icon::Question, kProgramTitle);
-  // The keyboard cannot leave a modified mission in this mode, the mouse can; the difference is
-  // deliberate.
-  if (prefs.SavePromptMode == kSaveNever)
-    answer = by == LeaveBy::Mouse ? Answer::No : Answer::Cancel;
+  const Answer answer = AskToSave(services, prefs, by, kSaveQuestion);
   if (answer == Answer::Cancel) return false;
   if (answer == Answer::Yes) return clickUpdate();
   DropEdits(doc, current);
   return true;
+}
+
+bool IsAnyPending(const Document& doc) { return !PendingMissions(doc).empty(); }
+
+bool SettlePending(Document& doc, const Services& services, const Preferences& prefs,
+                   const std::function<bool()>& clickUpdate) {
+  const auto pending = PendingMissions(doc);
+  if (pending.empty()) return true;
+  const Answer answer = AskToSave(services, prefs, LeaveBy::Mouse, PendingQuestion(doc, pending));
+  if (answer == Answer::Cancel) return false;
+  for (const auto i : pending) {
+    if (answer == Answer::Yes)
+      doc.Missions[i].Modified = true;
+    else
+      DropEdits(doc, i);
+  }
+  return answer != Answer::Yes || clickUpdate();
 }
 
 }  // namespace rws

@@ -30,6 +30,15 @@ enum class LeaveBy { Mouse, Key };
 bool WarnSave(Document& doc, const Services& services, const Preferences& prefs, LeaveBy by,
               const std::function<bool()>& clickUpdate);
 
+/** True if edits of any mission live in memory only, also those that an Update failed to write,
+    which for all else count as saved. */
+bool IsAnyPending(const Document& doc);
+
+/** Settles all of these before files are changed and read anew, as leaving a mission by the mouse
+    does. False if that was cancelled or a mission could not be written. */
+bool SettlePending(Document& doc, const Services& services, const Preferences& prefs,
+                   const std::function<bool()>& clickUpdate);
+
 /** Drops the edits of a mission. Its record becomes unread, so that the file's own state returns
    when it is shown next; the shadow may hold records that were added since. */
 void DropEdits(Document& doc, std::size_t mission);

@@ -131,6 +131,12 @@ TEST_F(WindowTest, AFailedUpdateKeepsTheEdits) {
   EXPECT_EQ(Doc().Missions[0].CloudType, "5");
 
   World_.Services.Files.BeforeStep = {};
+  ClickRow(1);
+  Edit();
+  Click(Window->cmd[frmRWS::kUpdate]);
+  EXPECT_NE(FileText("b"), MissionText());
+  ClickRow(0);
+  EXPECT_EQ(Panel().cboWeather->currentIndex(), 5) << "an Update of another mission drops nothing";
   Panel().txtWeather->setText("1300");
   EXPECT_TRUE(Lit());
   Click(Window->cmd[frmRWS::kUpdate]);

@@ -22,39 +22,92 @@ class ToolsMenuTest : public WindowTest {
   }
 };
 
-TEST_F(ToolsMenuTest, RenameAllSettlesTheEditsFirst) {
+constexpr char kQuestion[] = "Do you wish to save the changes to this mission?";
+
+TEST_F(ToolsMenuTest, SettlesTheEditsBehindItsQuestions) {
   Edit();
-  World_.Script.Expect("Do you wish to save the changes to this mission?", Answer::Cancel);
+  World_.Script.ExpectInput("Enter the new mission name.", "");
+  Choose(Window->mnuTools[frmRWS::kRenameAll]);
+  EXPECT_TRUE(Lit()) << "a cancelled tool has neither written nor dropped anything";
+
+  ExpectNewName("Sortie", "9");
+  World_.Script.Expect(kQuestion, Answer::Cancel);
   Choose(Window->mnuTools[frmRWS::kRenameAll]);
   EXPECT_EQ(Rows(), "a|b|c");
   EXPECT_TRUE(Lit());
 
-  World_.Script.Expect("Do you wish to save the changes to this mission?", Answer::Yes);
   ExpectNewName("Sortie", "9");
+  World_.Script.Expect(kQuestion, Answer::Yes);
   Choose(Window->mnuTools[frmRWS::kRenameAll]);
   EXPECT_EQ(Rows(), "Sortie09|Sortie10|Sortie11");
   EXPECT_NE(FileText("Sortie09").find("CloudType 5"), std::string::npos);
+
+  Edit();
+  Box.Write("missions/Sortie10.mistmp", "");
+  ExpectNewName("Sortie", "10");
+  World_.Script.Expect(kQuestion, Answer::No);
+  Panel().cboWeather->SelectRow(1);
+  Choose(Window->mnuTools[frmRWS::kRenameAll]);
+  EXPECT_EQ(Panel().cboWeather->currentIndex(), 5) << "the file's own state, without a reread";
+  EXPECT_FALSE(Lit());
 }
 
-TEST_F(ToolsMenuTest, AnEditGivenUpIsNotShownAfterACancelledTool) {
+TEST_F(ToolsMenuTest, EditsThatAnUpdateFailedToWriteArePending) {
   Edit();
-  World_.Script.Expect("Do you wish to save the changes to this mission?", Answer::No);
-  World_.Script.ExpectInput("Enter the new mission name.", "");
+  World_.Services.Files.BeforeStep = [](const FileStep& step) {
+    if (step.Action == "take name") throw FileFault(fault::FileIo, "write", step.Path, "disk full");
+  };
+  constexpr char kFailed[] = "Update fail. Reason unknown. Mission file restored.";
+  World_.Script.Expect(kFailed);
+  Click(Window->cmd[frmRWS::kUpdate]);
+  ClickRow(1);
+  ExpectNewName("n", "1");
+  World_.Script.Expect(std::string(kQuestion) + "\n\nNot written yet:\na", Answer::Yes);
+  World_.Script.Expect(kFailed);
   Choose(Window->mnuTools[frmRWS::kRenameAll]);
-  EXPECT_EQ(Panel().cboWeather->currentIndex(), 2);
+  EXPECT_EQ(Rows(), "a|b|c");
   EXPECT_FALSE(Lit());
+
+  World_.Services.Files.BeforeStep = {};
+  ExpectNewName("n", "1");
+  World_.Script.Expect("Not written yet:\na", Answer::Yes);
+  Choose(Window->mnuTools[frmRWS::kRenameAll]);
+  EXPECT_NE(FileText("n01").find("CloudType 5"), std::string::npos);
+  EXPECT_EQ(Row(), 1) << "the renamed mission stays the current one";
+  ExpectNewName("n", "1");
+  Choose(Window->mnuTools[frmRWS::kRenameAll]);
+}
+
+TEST_F(ToolsMenuTest, CancelInTheProgressGivesTheOldNamesBack) {
+  ClickRow(2);
+  for (const int at : {2, 5}) {
+    SCOPED_TRACE(at);
+    Window->Popups.ToolStep = [&](QProgressDialog& dialog) {
+      EXPECT_FALSE(dialog.isVisible()) << "only after half a second";
+      EXPECT_EQ(dialog.maximum(), 6);
+      if (dialog.value() == at) dialog.findChild<QPushButton*>()->click();
+    };
+    ExpectNewName("n", "1");
+    Choose(Window->mnuTools[frmRWS::kRenameAll]);
+    EXPECT_EQ(Rows(), "a|b|c");
+    EXPECT_EQ(Box.Names("missions"), "a.mis,b.mis,c.mis");
+    EXPECT_EQ(Row(), 2);
+    EXPECT_TRUE(Window->staBar->currentMessage().startsWith(QStringLiteral("Cancelled.")));
+  }
 }
 
 TEST_F(ToolsMenuTest, ConvertGoesToTheDestination) {
   Box.Write("campaign/x.mis", Crlf({"[MAIN]", "  player r0100", "  CloudType 1", "[Wing]"}));
-  Box.MakeFolder("single");
+  Box.Write("single/a.mis", MissionText());
+  ClickRow(1);
   World_.Script.ExpectPath("Please select the campaign directory", Box.Path("campaign"));
   World_.Script.ExpectPath("Please select the destination directory", Box.Path("single"));
   // An empty answer, not a cancelled one.
   World_.Services.Ask.InputBox = [](auto&&...) { return std::optional<std::string>(""); };
   Choose(Window->mnuTools[frmRWS::kConvertFolder]);
   EXPECT_EQ(Box.Read("single/x.mis"), Crlf({"[MAIN]", "  CloudType 1", "[Wing]"}));
-  EXPECT_EQ(Rows(), "x");
+  EXPECT_EQ(Rows(), "a|x");
+  EXPECT_EQ(Row(), 0);
   EXPECT_EQ(Window->staPanels[0]->text().toStdString(), Box.Path("single"));
   // A message would cover the panel.
   EXPECT_EQ(Window->staBar->currentMessage(), "");
@@ -88,6 +141,7 @@ TEST_F(ToolsMenuTest, ARenamedRowIsFoundAgain) {
   World_.Script.ExpectInput("Enter the new name for A", "z 1");
   Choose(Window->mnuCases[frmRWS::kManual]);
   EXPECT_EQ(Rows(), "b|c|z 1");
+  EXPECT_EQ(Row(), 2) << "under its new name";
 }
 
 TEST_F(ToolsMenuTest, TheSkinManagerOpensForTheCurrentAircraft) {

@@ -25,8 +25,8 @@ class Conversion {
         destination_(std::move(destination)),
         name_(std::move(name)) {}
 
-  /** False if the program is to close. */
-  bool Run(const Document& doc, const Progress& progress) {
+  /** False if the program is to close or the user has cancelled. */
+  bool Run(const Document& doc, const ToolSeam& seam) {
     std::vector<std::string> missions, briefings;
     ListFiles(services_, missions, source_, "*.mis", true, "");
     ListFiles(services_, briefings, source_, "*.properties", true, "");
@@ -34,7 +34,9 @@ class Conversion {
       if (doc.Closing) return false;
       // The two lists are paired by position, whatever the names are.
       Convert(i, missions[i], i < briefings.size() ? briefings[i] : "");
-      FileDone(services_, progress, i + 1, missions.size());
+      if (FileDone(services_, seam, i + 1, missions.size())) continue;
+      TellCancelled(services_, "Missions converted: " + std::to_string(i + 1));
+      return false;
     }
     return !doc.Closing;
   }
@@ -103,7 +105,7 @@ void StripPlayerLines(const Services& services, const std::string& source,
 }
 
 ToolResult ConvertMissionFolder(const Document& doc, const Services& services,
-                                const Progress& progress) {
+                                const ToolSeam& seam) {
   ToolResult result;
   NoticeAndLeave(services, [&] {
     const std::string source = PickSource(doc, services);
@@ -117,7 +119,8 @@ ToolResult ConvertMissionFolder(const Document& doc, const Services& services,
         "You may enter a new mission name for the converted mission(s).", kProgramTitle, "");
     if (!name) return;
     RequireFileName(*name);
-    if (Conversion(services, source, destination, *name).Run(doc, progress))
+    if (!MayBegin(seam)) return;
+    if (Conversion(services, source, destination, *name).Run(doc, seam))
       result = {ToolOutcome::GoToFolder, destination};
   });
   return result;

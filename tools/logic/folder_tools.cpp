@@ -34,10 +34,16 @@ void CopyMission(const Services& services, const std::string& mission, const std
 
 }  // namespace
 
-void FileDone(const Services& services, const Progress& progress, std::size_t done,
-              std::size_t of) {
-  if (progress) progress(done, of);
+bool FileDone(const Services& services, const ToolSeam& seam, std::size_t done, std::size_t of) {
+  const bool goOn = !seam.Told || seam.Told(done, of);
   if (services.System.PumpEvents) services.System.PumpEvents();
+  return goOn;
+}
+
+bool MayBegin(const ToolSeam& seam) { return !seam.Settle || seam.Settle(); }
+
+void TellCancelled(const Services& services, const std::string& whatStands) {
+  if (services.Ask.Notice) services.Ask.Notice("Cancelled. " + whatStands);
 }
 
 void RequireFileName(const std::string& name) {
@@ -46,7 +52,7 @@ void RequireFileName(const std::string& name) {
                     "it holds a character that a file name cannot have");
 }
 
-ToolResult CopyFrom(const Document& doc, const Services& services, const Progress& progress) {
+ToolResult CopyFrom(const Document& doc, const Services& services, const ToolSeam& seam) {
   ToolResult result;
   NoticeAndLeave(services, [&] {
     std::vector<std::string> files;
@@ -54,10 +60,14 @@ ToolResult CopyFrom(const Document& doc, const Services& services, const Progres
              &setting::CopyToDir);
     if (files.empty()) return;
     RequireFolder(services, doc.MissionDir);
+    if (!MayBegin(seam)) return;
     for (std::size_t i = 0; i < files.size(); ++i) {
       CopyMission(services, files[i], doc.MissionDir);
-      FileDone(services, progress, i + 1, files.size());
+      const bool goOn = FileDone(services, seam, i + 1, files.size());
       if (doc.Closing) return;
+      if (goOn) continue;
+      TellCancelled(services, "Missions copied: " + std::to_string(i + 1));
+      break;
     }
     result.Outcome = ToolOutcome::Reread;
   });

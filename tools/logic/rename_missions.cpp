@@ -14,43 +14,71 @@ constexpr char kDetour[] = "tmp";
 /** A mission on its way to a new name. The first two are where the files stand now; "" is no
     briefing. */
 struct Renaming {
-  std::string Mission, Briefing, NewMission, NewBriefing;
+  std::string Mission, Briefing, NewMission, NewBriefing, OldMission, OldBriefing;
 };
 
 Renaming MakeRenaming(const Services& services, const std::string& path, const std::string& name) {
   const std::string target = StripFileName(path) + name + ".mis";
-  return {path, ExistingProperties(services, path), target, PropertiesPath(target)};
+  const std::string briefing = ExistingProperties(services, path);
+  return {path, briefing, target, PropertiesPath(target), path, briefing};
 }
 
-void Tell(const Services& services, const std::string& reason) {
-  if (services.Ask.Notice) services.Ask.Notice(reason);
-}
-
-/** Renames the file and keeps `path` at where it stands. False, told, if that failed. */
-bool MoveTo(const Services& services, std::string& path, const std::string& to) {
-  if (path == to) return true;
+/** Renames the file and keeps `path` at where it stands. Gives the reason if that failed. */
+std::string MoveTo(const Services& services, std::string& path, const std::string& to) {
+  if (path == to) return "";
   const std::string reason = FileRename(services, path, to);
   const FileSystem& files = services.Files;
   // A rename may be done and only its flush have failed.
-  const bool gone = !files.FileExists(path) || files.Resolve(path) != path;
-  if (reason.empty() || (gone && files.FileExists(to))) path = to;
-  if (!reason.empty()) Tell(services, reason);
+  if (reason.empty() ||
+      ((!files.FileExists(path) || files.Resolve(path) != path) && files.FileExists(to)))
+    path = to;
+  return reason;
+}
+
+/** The mission and then its briefing, to names that `to` tells; the first failure ends it. */
+std::string MoveBoth(const Services& services, Renaming& file, const std::string& mission,
+                     const std::string& briefing) {
+  std::string reason = MoveTo(services, file.Mission, mission);
+  if (reason.empty() && !file.Briefing.empty()) reason = MoveTo(services, file.Briefing, briefing);
+  return reason;
+}
+
+std::string ToDetour(const Services& services, Renaming& file) {
+  return MoveBoth(services, file, file.NewMission + kDetour, file.NewBriefing + kDetour);
+}
+
+/** Gives what is on the detour these names; what is not stays. Both are tried. */
+std::string FromDetour(const Services& services, Renaming& file, const std::string& mission,
+                       const std::string& briefing) {
+  std::string reason;
+  if (file.Mission == file.NewMission + kDetour) reason = MoveTo(services, file.Mission, mission);
+  if (file.Briefing == file.NewBriefing + kDetour) {
+    const std::string second = MoveTo(services, file.Briefing, briefing);
+    if (reason.empty()) reason = second;
+  }
+  return reason;
+}
+
+std::string ToName(const Services& services, Renaming& file) {
+  return FromDetour(services, file, file.NewMission, file.NewBriefing);
+}
+
+/** Tells why a rename failed and under which names the files stand now. */
+void TellFailed(const Services& services, const Renaming& file, std::string reason) {
+  if (file.Mission != file.OldMission || file.Briefing != file.OldBriefing) {
+    reason += ". Mission \"" + GetBaseName(file.OldMission) + "\" now stands as \"" +
+              GetFileName(file.Mission) + "\"";
+    if (!file.Briefing.empty())
+      reason += ", its briefing as \"" + GetFileName(file.Briefing) + "\"";
+    reason += ".";
+  }
+  if (services.Ask.Notice) services.Ask.Notice(reason);
+}
+
+/** True if `reason` is none; told otherwise. */
+bool Succeeded(const Services& services, const Renaming& file, const std::string& reason) {
+  if (!reason.empty()) TellFailed(services, file, reason);
   return reason.empty();
-}
-
-bool ToDetour(const Services& services, Renaming& file) {
-  return MoveTo(services, file.Mission, file.NewMission + kDetour) &&
-         (file.Briefing.empty() || MoveTo(services, file.Briefing, file.NewBriefing + kDetour));
-}
-
-/** Gives what is on the detour its name; what is not stays. */
-bool ToName(const Services& services, Renaming& file) {
-  bool done = true;
-  if (file.Mission == file.NewMission + kDetour)
-    done = MoveTo(services, file.Mission, file.NewMission);
-  if (file.Briefing == file.NewBriefing + kDetour)
-    done = MoveTo(services, file.Briefing, file.NewBriefing) && done;
-  return done;
 }
 
 /** The arrays follow the name on disk: a mission that is not found there ends the program. */
@@ -63,30 +91,68 @@ void Follow(Document& doc, std::size_t index, const std::string& path) {
   }
 }
 
-/** First all to the detour, then all to their names: a new name may be the old one of a mission
-    whose turn has not come. After a failure those on the detour still get their names. */
-bool Rename(Document& doc, const Services& services, std::vector<Renaming>& files,
-            const Progress& progress) {
-  const std::size_t steps = files.size() * 2;
-  std::size_t started = 0;
-  bool done = true;
-  // After a failure no more progress is told: it would take the place of the reason.
-  const auto fileDone = [&](std::size_t step) {
-    FileDone(services, done ? progress : Progress(), step, steps);
-  };
-  while (done && started < files.size()) {
-    done = !doc.Closing && ToDetour(services, files[started]);
-    Follow(doc, started, files[started].Mission);
-    ++started;
-    fileDone(started);
+/** A run over all missions. */
+class Numbering {
+ public:
+  Numbering(Document& doc, const Services& services, const ToolSeam& seam,
+            std::vector<Renaming> files)
+      : doc_(doc), services_(services), seam_(seam), files_(std::move(files)) {}
+
+  /** First all to the detour, then all to their names: a new name may be the old one of a mission
+      whose turn has not come. After a failure those on the detour still get their names; after a
+      cancel all get their old ones. False if one of these happened. */
+  bool Run() {
+    const std::size_t steps = files_.size() * 2;
+    while (done_ && started_ < files_.size()) {
+      done_ = !doc_.Closing && Try(started_, ToDetour);
+      ++started_;
+      if (!Told(started_, steps)) return TakeBack();
+    }
+    for (std::size_t i = 0; i < started_; ++i) {
+      done_ = Try(i, ToName) && done_;
+      if (!Told(files_.size() + i + 1, steps)) return TakeBack();
+    }
+    return done_;
   }
-  for (std::size_t i = 0; i < started; ++i) {
-    done = ToName(services, files[i]) && done;
-    Follow(doc, i, files[i].Mission);
-    fileDone(files.size() + i + 1);
+
+ private:
+  template <class Move>
+  bool Try(std::size_t i, Move move) {
+    const bool moved = Succeeded(services_, files_[i], move(services_, files_[i]));
+    Follow(doc_, i, files_[i].Mission);
+    return moved;
   }
-  return done;
-}
+
+  /** After a failure no more progress is told, which would take the place of the reason. */
+  bool Told(std::size_t step, std::size_t steps) const {
+    return FileDone(services_, done_ ? seam_ : ToolSeam(), step, steps);
+  }
+
+  /** By the detour again: an old name may be the new one of another. */
+  bool TakeBack() {
+    bool back = true;
+    for (std::size_t i = 0; i < started_; ++i) {
+      if (files_[i].Mission == files_[i].NewMission) back = Try(i, ToDetour) && back;
+      FileDone(services_, {}, 0, 0);
+    }
+    const auto toOld = [](const Services& services, Renaming& file) {
+      return FromDetour(services, file, file.OldMission, file.OldBriefing);
+    };
+    for (std::size_t i = 0; i < started_; ++i) {
+      back = Try(i, toOld) && back;
+      FileDone(services_, {}, 0, 0);
+    }
+    if (back) TellCancelled(services_, "All missions have their old names.");
+    return false;
+  }
+
+  Document& doc_;
+  const Services& services_;
+  const ToolSeam& seam_;
+  std::vector<Renaming> files_;
+  std::size_t started_ = 0;
+  bool done_ = true;
+};
 
 std::string AskNewName(const Services& services) {
   return services.Ask
@@ -103,8 +169,6 @@ std::vector<Renaming> Numbered(const Document& doc, const Services& services,
   for (const auto& path : doc.MissionFiles) {
     const double number = start + static_cast<double>(files.size());
     files.push_back(MakeRenaming(services, path, name + FormatNumber(number, "0#")));
-    // The look for a briefing that is not there reads the whole folder.
-    FileDone(services, {}, 0, 0);
   }
   return files;
 }
@@ -165,19 +229,19 @@ std::string NewName(const Services& services, int index, const std::string& base
     detour. */
 bool RenameOne(const Services& services, Renaming& file) {
   const std::string path = file.Mission;
-  if (!ToDetour(services, file)) return false;
+  if (!Succeeded(services, file, ToDetour(services, file))) return false;
   if (file.Briefing.empty()) {
-    const std::string reason = "it has no briefing and stays as " + GetFileName(file.Mission);
-    Tell(services, FileFault(fault::FileNotFound, "rename", path, reason).Text);
+    const std::string reason = "it has no briefing";
+    TellFailed(services, file, FileFault(fault::FileNotFound, "rename", path, reason).Text);
     return false;
   }
-  ToName(services, file);
+  Succeeded(services, file, ToName(services, file));
   return file.Mission == file.NewMission;
 }
 
 }  // namespace
 
-ToolResult RenameAll(Document& doc, const Services& services, const Progress& progress) {
+ToolResult RenameAll(Document& doc, const Services& services, const ToolSeam& seam) {
   ToolResult result;
   NoticeAndLeave(services, [&] {
     const std::string name = AskNewName(services);
@@ -185,21 +249,24 @@ ToolResult RenameAll(Document& doc, const Services& services, const Progress& pr
     RequireFileName(name);
     const auto typed = services.Ask.InputBox("Please enter a starting number.", kProgramTitle, "1");
     const auto start = ParseNumber(typed.value_or(""));
-    if (!start || doc.MissionFiles.empty()) return;
+    if (!start || doc.MissionFiles.empty() || !MayBegin(seam) || doc.MissionFiles.empty()) return;
+    const KnownFolder known(services.Files, GetParentFolderName(doc.MissionFiles[0]));
     auto files = Numbered(doc, services, name, *start);
     result.Outcome = ToolOutcome::Rows;
-    if (Rename(doc, services, files, progress)) result.Outcome = ToolOutcome::Reread;
+    if (Numbering(doc, services, seam, std::move(files)).Run())
+      result.Outcome = ToolOutcome::Reread;
   });
   return result;
 }
 
-ToolResult RenameCase(Document& doc, const Services& services, int index) {
+ToolResult RenameCase(Document& doc, const Services& services, int index, const ToolSeam& seam) {
   ToolResult result;
   NoticeAndLeave(services, [&] {
     const std::string path = CurrentMissionPath(doc);
     if (path.empty()) return;
     const std::string name = NewName(services, index, GetBaseName(path));
-    if (name.empty()) return;
+    if (name.empty() || !MayBegin(seam)) return;
+    if (CurrentMissionPath(doc) != path) throw FileNotFoundFault(path);
     // The row shows a case at once, whatever becomes of the file.
     if (index != 0) result = {ToolOutcome::RowText, name};
     Renaming file = MakeRenaming(services, path, name);

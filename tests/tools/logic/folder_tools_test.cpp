@@ -43,22 +43,22 @@ struct Bench : test::Desk {
         EXPECT_EQ(record->FileName + record->BaseName, GetFileName(path) + GetBaseName(path));
     }
   }
-  ToolResult All() { return RenameAll(World.Doc, World.Services, Told); }
-  ToolResult Case(int index) { return RenameCase(World.Doc, World.Services, index); }
+  ToolResult All() { return RenameAll(World.Doc, World.Services, Seam); }
+  ToolResult Case(int index) { return RenameCase(World.Doc, World.Services, index, Seam); }
   ToolResult Convert(const std::string& to = "out") {
     World.Script.ExpectPath("Please select the campaign directory", Box.Path("from"));
     World.Script.ExpectPath("Please select the destination directory", Box.Path(to));
-    return ConvertMissionFolder(World.Doc, World.Services, Told);
+    return ConvertMissionFolder(World.Doc, World.Services, Seam);
   }
   ToolResult Copy(const std::string& names) {
     Strings paths;
     for (const auto name : SplitAt(names, '|'))
       if (!name.empty()) paths.push_back(Box.Path("from/" + std::string(name)));
     World.Script.ExpectPath("Select files to copy", test::Joined(paths));
-    return CopyFrom(World.Doc, World.Services, Told);
+    return CopyFrom(World.Doc, World.Services, Seam);
   }
 
-  Progress Told;
+  ToolSeam Seam;
   std::deque<std::string> Answers;
   Strings Asked, Contents;
 };
@@ -73,7 +73,7 @@ TEST(FolderTools, MissionsAreRenamedAndNoneIsReplaced) {
     std::string Disk, Notice = "", Text = "";
   };
   const std::string one = "in/a.mis=1", pair = "in/a.mis=1|in/a.properties=P",
-                    left = "a.mis=1|a.properties=P", stays = "has no briefing";
+                    left = "a.mis=1|a.properties=P", stays = "has no briefing. Mission \"";
   std::vector<Row> rows = {
       {"in/a.mis=1|in/a.properties=A|in/b.mis=2|in/C.MIS=3|in/c.properties=C", "N|9", kAll,
        Out::Reread, "N09.mis=1|N09.properties=A|N10.mis=2|N11.mis=3|c.properties=C"},
@@ -103,9 +103,12 @@ TEST(FolderTools, MissionsAreRenamedAndNoneIsReplaced) {
        "A"},
       {pair + "|in/b.mistmp=X", "b", 0, Out::Nothing, left + "|b.mistmp=X", "b.mistmp"},
       {pair + "|in/b.propertiestmp=X", "b", 0, Out::RowText,
-       "a.properties=P|b.mistmp=1|b.propertiestmp=X", "b.propertiestmp", "b"},
-      {pair + "|in/b.mis=X", "b", 0, Out::RowText, "b.mis=X|b.mistmp=1|b.properties=P", "b.mis",
-       "b"}};
+       "a.properties=P|b.mistmp=1|b.propertiestmp=X",
+       "stands as \"b.mistmp\", its briefing as \"a.properties\".", "b"},
+      {pair + "|in/b.mis=X", "b", 0, Out::RowText, "b.mis=X|b.mistmp=1|b.properties=P",
+       "already exists: \"", "b"},
+      {pair + "|in/b.mis=X", "b", 0, Out::RowText, "b.mis=X|b.mistmp=1|b.properties=P",
+       ". Mission \"a\" now stands as \"b.mistmp\", its briefing as \"b.properties\".", "b"}};
   if (test::kPosixFiles) {
     rows.push_back({"in/A.mis=1|in/a.mis=2|in/a.properties=B", "n|1", kAll, Out::Reread,
                     "n01.mis=1|n02.mis=2|n02.properties=B"});
@@ -270,8 +273,9 @@ TEST(FolderTools, EachFileIsToldAndACloseEndsTheRun) {
     SCOPED_TRACE(row.Tool);
     Bench desk(kWorld, kTools[row.Tool].Answers);
     std::string told;
-    desk.Told = [&](std::size_t done, std::size_t of) {
+    desk.Seam.Told = [&](std::size_t done, std::size_t of) {
       told += std::to_string(done) + "/" + std::to_string(of) + " ";
+      return true;
     };
     desk.World.Services.System.PumpEvents = [&] { desk.World.Doc.Closing = !told.empty(); };
     const Out outcome = kTools[row.Tool].Run(desk).Outcome;
@@ -280,6 +284,62 @@ TEST(FolderTools, EachFileIsToldAndACloseEndsTheRun) {
     EXPECT_EQ(desk.Disk(row.Folder), row.Disk);
     desk.ExpectFollowed();
   }
+}
+
+TEST(FolderTools, ACancelledNumberingGivesAllTheirOldNames) {
+  // The new names are old ones of others.
+  const std::string files = "in/n01.mis=1|in/n01.properties=A|in/n02.mis=2|in/n03.mis=3",
+                    before = "n01.mis=1|n01.properties=A|n02.mis=2|n03.mis=3";
+  for (std::size_t last = 1; last < 6; ++last)
+    test::ForEachFailingStep([&](test::FailingStep& step) {
+      Bench desk(files, "n|2");
+      std::size_t told = 0;
+      desk.Seam.Told = [&](std::size_t done, std::size_t) { return (told = done) < last; };
+      Out outcome{};
+      step.During(desk.World.Services.Files, [&] { outcome = desk.All().Outcome; });
+      SCOPED_TRACE(std::to_string(last) + step.Path());
+      EXPECT_TRUE(outcome == Out::Rows || step.Failed());
+      desk.ExpectFollowed();
+      EXPECT_EQ(desk.Disk() == before || step.Failed(), true) << desk.Disk();
+      EXPECT_EQ(Contains(desk.Notices(), "Cancelled"), !step.Failed()) << desk.Notices();
+    });
+  for (const auto& [tool, disk] : {std::pair{3, "x.mis=3\r\n|x.properties=X"},
+                                   std::pair{4,
+                                             "a.mis=1|a.properties=A|b.mis=2|b.properties=B|"
+                                             "x.mis=3\r\n|x.properties=X"}}) {
+    Bench desk(kWorld, kTools[tool].Answers);
+    desk.Seam.Told = [](auto...) { return false; };
+    const Out outcome = kTools[tool].Run(desk).Outcome;
+    EXPECT_TRUE(outcome == (tool == 3 ? Out::Nothing : Out::Reread)) << "what is copied is shown";
+    EXPECT_EQ(desk.Disk(tool == 3 ? "out" : "in"), disk);
+    EXPECT_TRUE(Contains(desk.Notices(), "Cancelled"));
+  }
+}
+
+TEST(FolderTools, SettlesBehindTheLastQuestionAndBeforeTheFirstChange) {
+  for (const Tool& tool : kTools) {
+    SCOPED_TRACE(&tool - kTools);
+    if (&tool == &kTools[2]) continue;  // does not reread
+    Bench desk(kWorld, tool.Answers);
+    const std::string before = desk.Disk("in") + desk.Disk("out");
+    int settled = 0;
+    desk.Seam.Settle = [&] {
+      desk.World.Script.AllAsked();
+      EXPECT_TRUE(tool.Answers.empty() || desk.Answers.empty());
+      return ++settled > 1;
+    };
+    EXPECT_TRUE(tool.Run(desk).Outcome == Out::Nothing);
+    EXPECT_EQ(settled, 1);
+    EXPECT_EQ(desk.Disk("in") + desk.Disk("out"), before);
+  }
+  Bench desk(kWorld, "n");
+  desk.Seam.Settle = [&] {
+    desk.World.Doc.MissionFiles.erase(desk.World.Doc.MissionFiles.begin());
+    return true;
+  };
+  desk.Case(0);
+  EXPECT_TRUE(desk.Box.Exists("in/b.mis")) << "the mission that was asked about is not there";
+  EXPECT_TRUE(Contains(desk.Notices(), "a.mis"));
 }
 
 }  // namespace
