@@ -12,6 +12,7 @@
 #include "services/faults.h"
 #include "services/list_files.h"
 #include "services/paths.h"
+#include "services/system_code_page.h"
 
 namespace {
 
@@ -22,6 +23,7 @@ constexpr int kFailed = 1, kBadUsage = 2;
 struct Options {
   std::vector<std::string> Files;
   std::string File, Output, Tables, Game;
+  int CodePage = SystemCodePage();
 };
 
 void Complain(const std::string& text) { std::cerr << "rws-cli: " << text << "\n"; }
@@ -32,6 +34,7 @@ Services NewServices(const Options& options, const std::string& called) {
   services.ProgramPath =
       GetParentFolderName(program.empty() ? services.Files.GetAbsolutePathName(called) : program);
   services.AppPath = options.Tables.empty() ? services.ProgramPath : options.Tables;
+  services.Page = CodePage(options.CodePage);
   services.LogSink = [](const std::string& line) { Complain(line); };
   return services;
 }
@@ -102,6 +105,9 @@ int Run(const std::vector<std::string>& arguments) {
                  "Folder of the data tables (default: the program's own)");
   app.add_option("--game", options.Game,
                  "Game directory (default: the nearest folder above the mission that is one)");
+  app.add_option("--codepage", options.CodePage,
+                 "Code page of the missions (default: the one of the system)")
+      ->check(CLI::IsMember({1250, 1251, 1252, 1253, 1254, 1257}));
   auto* show = app.add_subcommand("show", "Print each mission's records, a JSON object a line");
   show->add_option("FILE", options.Files, "Mission files")->required();
   auto* rewrite = app.add_subcommand(

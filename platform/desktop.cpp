@@ -3,7 +3,6 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QLocale>
 #include <QStandardPaths>
 
 #include "platform/qt_prompts.h"
@@ -11,6 +10,7 @@
 #include "platform/qt_text.h"
 #include "platform/settings_store.h"
 #include "services/setting_values.h"
+#include "services/system_code_page.h"
 #include "services/text.h"
 #include "services/update_check.h"
 
@@ -28,8 +28,7 @@ std::string UserFolder() {
 
 CodePage ChosenCodePage(const Settings& settings) {
   const int chosen = ReadNumber(settings, setting::CodePage, 0, 9999);
-  if (chosen != 0) return CodePage(chosen);
-  return CodePage(CodePageOfLocale(ToPath(QLocale::system().name())));
+  return CodePage(chosen != 0 ? chosen : SystemCodePage());
 }
 
 /** A value of the environment stands for the one of the settings, for this run only. */

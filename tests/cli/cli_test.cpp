@@ -62,6 +62,28 @@ TEST_F(Cli, ShowPrintsEveryField) {
   EXPECT_EQ(Json::parse(out_)["BriefSound"], BuildPath("elsewhere", "a\\b.wav"));
 }
 
+#ifndef _WIN32
+TEST_F(Cli, ReadsInThePageOfTheLocaleOrTheOneGiven) {
+  // The letter is a Cyrillic capital in one page and no letter in the other.
+  box_.Write("a.mis", test::CrlfText("[Wing]|[r0100]|  Planes 1|  skin0 \xD7.bmp|[end]"));
+  struct Row {
+    const char *Locale, *Arguments, *Letter;
+  };
+  const Row rows[] = {{"C.UTF-8", "", R"(\u00d7)"},
+                      {"ru_RU.UTF-8", "", R"(\u00f7)"},
+                      {"ru_RU.UTF-8", "--codepage 1252", R"(\u00d7)"},
+                      {"C", "--codepage 1251", R"(\u00f7)"}};
+  const std::string before = std::getenv("LC_ALL") ? std::getenv("LC_ALL") : "";
+  for (const auto& row : rows) {
+    SCOPED_TRACE(std::string(row.Locale) + " " + row.Arguments);
+    setenv("LC_ALL", row.Locale, 1);
+    EXPECT_EQ(Run(std::string("show a.mis ") + row.Arguments), 0) << err_;
+    EXPECT_NE(out_.find(std::string(R"("Skin":")") + row.Letter), out_.npos);
+  }
+  setenv("LC_ALL", before.c_str(), 1);
+}
+#endif
+
 TEST_F(Cli, RewriteGivesWhatAnUpdateWouldWrite) {
   std::string broken = kMission;  // its line ends are repaired in memory only
   std::replace(broken.begin(), broken.end(), '\r', '\n');
@@ -96,7 +118,8 @@ TEST_F(Cli, ExitsWithOneOrTwo) {
   box_.Write("a.mis", kMission);
   box_.Write("unwritable.mis", test::CrlfText("[MAIN]|[Wing]|[BornPlace]|  1 2 3 4"));
   const std::string rows =  // exit code and arguments
-      "0 --help|2|2 shew a.mis|2 show|2 show --no-such-option a.mis|2 rewrite a.mis|"
+      "0 --help|2|2 shew a.mis|2 show|2 show --no-such-option a.mis|2 show --codepage 1 a.mis|2 "
+      "rewrite a.mis|"
       "2 rewrite a.mis --output|1 show .|1 rewrite gone.mis --output out.mis|"
       "1 rewrite unwritable.mis --output out.mis|1 rewrite a.mis --output no/such/out.mis|"
       "0 --version";
