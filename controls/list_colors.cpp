@@ -40,6 +40,24 @@ void Apply(QWidget* control, const QColor& text, const QColor& background) {
 
 }  // namespace
 
+QColor Mixed(const QColor& first, const QColor& second, float share) {
+  const auto part = [share](float a, float b) { return a * share + b * (1 - share); };
+  return QColor::fromRgbF(part(first.redF(), second.redF()), part(first.greenF(), second.greenF()),
+                          part(first.blueF(), second.blueF()));
+}
+
+QColor Readable(QColor text, const QColor& background) {
+  constexpr double kEnough = 4.5, kStep = 0.04;
+  const double goal = Luminance(background) > 0.18 ? 0 : 1;
+  const auto mix = [&](double part) {
+    return std::clamp(part + (goal > part ? kStep : -kStep), 0.0, 1.0);
+  };
+  for (int step = 0; step < 25 && Contrast(text, background) < kEnough; ++step)
+    text = QColor::fromRgbF(float(mix(text.redF())), float(mix(text.greenF())),
+                            float(mix(text.blueF())));
+  return text;
+}
+
 QColor GroundFor(const QColor& text, const QColor& there) {
   // Less than for a page of text: pure red has more on no light background but white.
   constexpr double kEnough = 3.4;
@@ -57,24 +75,6 @@ void SetToldColor(QWidget& control, std::optional<QColor> told, const QColor& th
     }
   control.setPalette(colors);
   control.setAutoFillBackground(ground != there);
-}
-
-QColor Mixed(const QColor& first, const QColor& second, float share) {
-  const auto part = [share](float a, float b) { return a * share + b * (1 - share); };
-  return QColor::fromRgbF(part(first.redF(), second.redF()), part(first.greenF(), second.greenF()),
-                          part(first.blueF(), second.blueF()));
-}
-
-QColor Readable(QColor text, const QColor& background) {
-  constexpr double kEnough = 4.5, kStep = 0.04;
-  const double goal = Luminance(background) > 0.18 ? 0 : 1;
-  const auto mix = [&](double part) {
-    return std::clamp(part + (goal > part ? kStep : -kStep), 0.0, 1.0);
-  };
-  for (int step = 0; step < 25 && Contrast(text, background) < kEnough; ++step)
-    text = QColor::fromRgbF(float(mix(text.redF())), float(mix(text.greenF())),
-                            float(mix(text.blueF())));
-  return text;
 }
 
 void ApplyListColors(QWidget& form, std::int32_t text, std::int32_t background) {
