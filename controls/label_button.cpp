@@ -40,12 +40,12 @@ void LabelButton::paintEvent(QPaintEvent*) {
   QPalette colors = palette();
   if (color_ != LabelColor::Black && isEnabled()) {
     const QColor told = FromBgr(static_cast<std::int32_t>(color_));
-    const QColor there = colors.color(QPalette::Window), ground = GroundFor(told, there);
+    const QColor behind = colors.color(QPalette::Window), ground = BackgroundFor(told, behind);
+    if (ground != behind) painter.fillRect(rect(), ground);
     colors.setColor(QPalette::WindowText, told);
     QFont link = font();
     link.setUnderline(true);
     painter.setFont(link);
-    if (ground != there) painter.fillRect(contentsRect(), ground);
   }
   style()->drawItemText(&painter, contentsRect(), Qt::AlignVCenter | Qt::TextShowMnemonic, colors,
                         isEnabled(), text(), QPalette::WindowText);

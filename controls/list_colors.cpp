@@ -13,6 +13,18 @@ QColor FromBgr(std::int32_t color) {
   return QColor(color & 0xFF, (color >> 8) & 0xFF, (color >> 16) & 0xFF);
 }
 
+void SetToldColor(QWidget& control, std::optional<QColor> told, const QColor& behind) {
+  QPalette colors;
+  const QColor ground = told ? BackgroundFor(*told, behind) : behind;
+  if (told)
+    for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+      colors.setColor(group, QPalette::WindowText, *told);
+      if (ground != behind) colors.setColor(group, QPalette::Window, ground);
+    }
+  control.setPalette(colors);
+  control.setAutoFillBackground(ground != behind);
+}
+
 namespace {
 
 /** How bright a colour looks, from 0 to 1. */
@@ -58,23 +70,12 @@ QColor Readable(QColor text, const QColor& background) {
   return text;
 }
 
-QColor GroundFor(const QColor& text, const QColor& there) {
-  // Less than for a page of text: pure red has more on no light background but white.
-  constexpr double kEnough = 3.4;
-  if (Contrast(text, there) >= kEnough) return there;
-  return Contrast(text, Qt::white) >= kEnough ? Qt::white : Qt::black;
-}
-
-void SetToldColor(QWidget& control, std::optional<QColor> told, const QColor& there) {
-  QPalette colors;
-  const QColor ground = told ? GroundFor(*told, there) : there;
-  if (told)
-    for (const auto group : {QPalette::Active, QPalette::Inactive}) {
-      colors.setColor(group, QPalette::WindowText, *told);
-      if (ground != there) colors.setColor(group, QPalette::Window, ground);
-    }
-  control.setPalette(colors);
-  control.setAutoFillBackground(ground != there);
+QColor BackgroundFor(const QColor& told, const QColor& behind) {
+  // Red on white has 4, the least that is told.
+  constexpr double kEnough = 3;
+  for (const QColor& ground : {behind, QColor(Qt::white)})
+    if (Contrast(told, ground) >= kEnough) return ground;
+  return Qt::black;
 }
 
 void ApplyListColors(QWidget& form, std::int32_t text, std::int32_t background) {

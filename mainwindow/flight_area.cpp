@@ -203,6 +203,7 @@ void FlightArea::SetGroupEntries() {
 }
 
 void FlightArea::MissionTimeChanged() {
+  if (CurrentMission(session_).Flights.empty()) return;
   const int flight = session_.Doc.CurFlight;
   const FlightSelection selection = lstPlanes->Selection();
   if (!selection.Several || selection.Flights.size() < 2) return fraFlight->LoadFlight(flight);
