@@ -13,6 +13,18 @@ QColor FromBgr(std::int32_t color) {
   return QColor(color & 0xFF, (color >> 8) & 0xFF, (color >> 16) & 0xFF);
 }
 
+void SetToldColor(QWidget& control, std::optional<QColor> told, const QColor& behind) {
+  QPalette colors;
+  const QColor ground = told ? BackgroundFor(*told, behind) : behind;
+  if (told)
+    for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+      colors.setColor(group, QPalette::WindowText, *told);
+      if (ground != behind) colors.setColor(group, QPalette::Window, ground);
+    }
+  control.setPalette(colors);
+  control.setAutoFillBackground(ground != behind);
+}
+
 namespace {
 
 /** How bright a colour looks, from 0 to 1. */

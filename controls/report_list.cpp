@@ -52,12 +52,12 @@ void ReportList::SelectSeveral(const QList<int>& rows, int focused) {
 void ReportList::initViewItemOption(QStyleOptionViewItem* option) const {
   QTreeView::initViewItemOption(option);
   if (hasFocus()) return;
-  constexpr float kShare = 0.3F;
+  constexpr float kPale = 0.35F;
   QPalette& colors = option->palette;
+  const QColor lit = colors.color(QPalette::Active, QPalette::Highlight);
+  const QColor pale = Mixed(lit, colors.color(QPalette::Active, QPalette::Base), kPale);
   for (const auto group : {QPalette::Active, QPalette::Inactive}) {
-    const QColor ground = colors.color(group, QPalette::Base);
-    const QColor lit = colors.color(group, QPalette::Highlight);
-    colors.setColor(group, QPalette::Highlight, Mixed(lit, ground, kShare));
+    colors.setColor(group, QPalette::Highlight, pale);
     colors.setColor(group, QPalette::HighlightedText, colors.color(group, QPalette::Text));
   }
 }

@@ -1,6 +1,5 @@
 #include "mainwindow/flight_list.h"
 
-#include <QEvent>
 #include <QFont>
 #include <QHeaderView>
 #include <algorithm>
@@ -75,10 +74,6 @@ QVariant FlightListModel::data(const QModelIndex& index, int role) const {
       return ToolTip(row, index.column());
     case Qt::ForegroundRole:
       return FromBgr(row.Color);
-    case Qt::BackgroundRole: {
-      const QColor ground = BackgroundFor(FromBgr(row.Color), Behind);
-      return ground == Behind ? QVariant() : QVariant(ground);
-    }
     case Qt::FontRole: {
       // Colour is not the only sign of an aircraft that the game lacks.
       QFont font;
@@ -112,7 +107,6 @@ FlightList::FlightList(const CodePage& page, QWidget* parent) : ReportList(paren
   header()->setSectionResizeMode(1, QHeaderView::Interactive);
   header()->setSectionResizeMode(2, QHeaderView::Interactive);
   FitColumns();
-  model_.Behind = palette().color(QPalette::Base);
   connect(header(), &QHeaderView::sectionClicked, this, &FlightList::HeaderClicked);
 }
 
@@ -121,11 +115,6 @@ void FlightList::FitColumns() {
   const int digit = fontMetrics().horizontalAdvance(QLatin1Char('0'));
   setColumnWidth(1, digit * 18);
   setColumnWidth(2, digit * 11);
-}
-
-void FlightList::changeEvent(QEvent* event) {
-  ReportList::changeEvent(event);
-  if (event->type() == QEvent::PaletteChange) model_.Behind = palette().color(QPalette::Base);
 }
 
 void FlightList::SetRows(std::vector<FlightRow> rows) {
@@ -141,7 +130,9 @@ void FlightList::HeaderClicked(int column) {
   model_.SortRows(column == 2 ? FlightSort::BySquad : FlightSort::ByPlane, descending_);
   QList<int> rows;
   for (const std::size_t flight : selection.Flights) rows << RowOf(static_cast<int>(flight));
-  if (!rows.isEmpty()) SelectSeveral(rows, RowOf(selection.Focused));
+  const int focused = RowOf(selection.Focused);
+  if (rows.isEmpty() && focused >= 0) rows << focused;
+  if (!rows.isEmpty()) SelectSeveral(rows, focused);
 }
 
 const FlightRow& FlightList::At(int row) const { return rws::At(model_.Rows(), row); }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QColor>
 #include <QHash>
 #include <QIcon>
 #include <vector>
@@ -21,9 +20,6 @@ class FlightListModel : public RowModel<FlightRow> {
   explicit FlightListModel(const CodePage& page, QObject* parent = nullptr);
 
   void SortRows(FlightSort by, bool descending);
-
-  /** The list's own background: a row whose colour it does not suit gets another. */
-  QColor Behind = Qt::white;
 
   QVariant data(const QModelIndex& index, int role) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
@@ -71,9 +67,6 @@ class FlightList : public ReportList {
 
   /** "" after a rebuild, "single" or "multiple" after a selection with the mouse. */
   std::string Tag;
-
- protected:
-  void changeEvent(QEvent* event) override;
 
  private:
   void HeaderClicked(int column);

@@ -59,14 +59,6 @@ ClassFacts FactsOf(const std::string& planeClass, const Catalogues& catalogues,
   return facts;
 }
 
-/** The game knows some aircraft by another class when they are parked. */
-std::string ParkedClassOf(const Catalogues& catalogues, std::string_view name) {
-  const std::string planeClass = GetIntPlaneName(catalogues, name);
-  const std::ptrdiff_t row = GetPlaneIndex(catalogues, planeClass);
-  const std::string parked = row < 0 ? "" : At(catalogues.Aircraft, row).ParkedClass;
-  return parked.empty() ? planeClass : parked;
-}
-
 /** What the rows of one country have in common. */
 struct CountryFacts {
   std::string Name;
@@ -151,7 +143,7 @@ bool ChangeStaticPlanes(std::vector<StaticPlane>& planes, const std::vector<std:
                         const Catalogues& catalogues, std::string_view name,
                         std::string_view code) {
   if (Trim(name).empty() || name == "Cancel") return false;
-  const std::string planeClass = ParkedClassOf(catalogues, NameInRow(name));
+  const std::string planeClass = GetIntPlaneName(catalogues, NameInRow(name));
   for (const std::size_t index : chosen) {
     StaticPlane& plane = At(planes, static_cast<std::ptrdiff_t>(index));
     // Its line has no place for a class.

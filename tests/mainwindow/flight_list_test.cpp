@@ -32,13 +32,6 @@ TEST_F(FlightListTest, ShowsRowsSortedBySideAndPlane) {
   EXPECT_EQ(data(1, 0, Qt::AccessibleTextRole).toString(),
             "MYSTERY, Not supported by the installed game");
   EXPECT_EQ(data(0, 0, Qt::AccessibleTextRole).toString(), "Ju 88, Blue army");
-  EXPECT_FALSE(data(0, 0, Qt::BackgroundRole).isValid());
-  QPalette dark = List().palette();
-  dark.setColor(QPalette::Base, Qt::black);
-  List().setPalette(dark);
-  EXPECT_EQ(data(0, 0, Qt::ForegroundRole).value<QColor>(), QColor(0, 0, 255));
-  EXPECT_EQ(data(0, 0, Qt::BackgroundRole).value<QColor>(), QColor(Qt::white));
-  EXPECT_FALSE(data(2, 0, Qt::BackgroundRole).isValid()) << "red is readable on black";
   // The first row in sort order is shown, though it is not flight 0.
   EXPECT_EQ(Doc().CurFlight, 1);
   EXPECT_EQ(Area().fraFlight->title(), "Ju 88 - Flight of 2 - Default");

@@ -121,7 +121,7 @@ TEST_F(LoadFormTest, OnlyABriefingsFileOpensTheBriefing) {
     SCOPED_TRACE(argument);
     int shown = 0;
     Window = std::make_unique<frmRWS>(World_);
-    Window->ShowDialog = [&](QDialog&) { ++shown; };
+    Window->Popups.ShowDialog = [&](QDialog&) { ++shown; };
     Window->LoadForm(Box.Path(argument));
     EXPECT_EQ(shown, dialogs);
     EXPECT_EQ(Window->staBar->currentMessage().contains("properties\" was not found"), told);
