@@ -63,18 +63,6 @@ void Apply(QWidget* control, const Preferences& prefs) {
 
 }  // namespace
 
-void SetToldColor(QWidget& control, std::optional<QColor> told, const QColor& there) {
-  QPalette colors;
-  const QColor ground = told ? BackgroundFor(*told, there) : there;
-  if (told)
-    for (const auto group : {QPalette::Active, QPalette::Inactive}) {
-      colors.setColor(group, QPalette::WindowText, *told);
-      if (ground != there) colors.setColor(group, QPalette::Window, ground);
-    }
-  control.setPalette(colors);
-  control.setAutoFillBackground(ground != there);
-}
-
 QColor Mixed(const QColor& first, const QColor& second, float share) {
   const auto part = [share](float a, float b) { return a * share + b * (1 - share); };
   return QColor::fromRgbF(part(first.redF(), second.redF()), part(first.greenF(), second.greenF()),
