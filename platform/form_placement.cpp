@@ -31,13 +31,13 @@ bool IsNormal(const QWidget& form) {
   return !form.isMaximized() && !form.isMinimized() && !form.isFullScreen();
 }
 
-/** A form with its frame, as it stands when it fills no screen and is no icon. */
-QRect NormalFrame(const QWidget& form) {
+/** A form with its frame, as it stands when it fills no screen and is no icon. Its frame may be
+    thinner then than usual: where no window beside it tells the usual one, there is none, and what
+    is stored stays. */
+std::optional<QRect> NormalFrame(const QWidget& form) {
   if (IsNormal(form)) return form.frameGeometry();
-  // The frame of a maximised window may be thinner; that of another window tells.
-  const QWidget* like = &form;
-  if (form.parentWidget() && !form.parentWidget()->window()->isMaximized())
-    like = form.parentWidget()->window();
+  const QWidget* like = form.parentWidget() ? form.parentWidget()->window() : nullptr;
+  if (!like || !IsNormal(*like)) return {};
   const QRect frame = like->frameGeometry(), inside = like->geometry();
   const QMargins margins(inside.left() - frame.left(), inside.top() - frame.top(),
                          frame.right() - inside.right(), frame.bottom() - inside.bottom());
@@ -47,9 +47,10 @@ QRect NormalFrame(const QWidget& form) {
 }  // namespace
 
 void SaveFormPos(const Services& services, const QWidget& form) {
-  const QPoint place = NormalFrame(form).topLeft();
-  Store(services, Name(form, "Top"), place.y());
-  Store(services, Name(form, "Left"), place.x());
+  const auto frame = NormalFrame(form);
+  if (!frame) return;
+  Store(services, Name(form, "Top"), frame->y());
+  Store(services, Name(form, "Left"), frame->x());
 }
 
 void LoadFormPos(const Services& services, QWidget& form) {
@@ -80,9 +81,10 @@ QSize FrameExtent(const QWidget& form) {
 }
 
 void SaveFormSize(const Services& services, const QWidget& form) {
-  const QSize size = NormalFrame(form).size();
-  Store(services, Name(form, "Width"), size.width());
-  Store(services, Name(form, "Height"), size.height());
+  const auto frame = NormalFrame(form);
+  if (!frame) return;
+  Store(services, Name(form, "Width"), frame->width());
+  Store(services, Name(form, "Height"), frame->height());
 }
 
 void LoadFormSize(const Services& services, QWidget& form) {

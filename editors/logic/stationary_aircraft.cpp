@@ -144,11 +144,14 @@ bool ChangeStaticPlanes(std::vector<StaticPlane>& planes, const std::vector<std:
                         std::string_view code) {
   if (Trim(name).empty() || name == "Cancel") return false;
   const std::string planeClass = GetIntPlaneName(catalogues, NameInRow(name));
+  const std::ptrdiff_t row = GetPlaneIndex(catalogues, planeClass);
+  const std::string parked = row < 0 ? "" : At(catalogues.Aircraft, row).ParkedClass;
   for (const std::size_t index : chosen) {
     StaticPlane& plane = At(planes, static_cast<std::ptrdiff_t>(index));
     // Its line has no place for a class.
     if (plane.PlaneClass.empty()) continue;
-    plane.PlaneClass = planeClass;
+    // One that is this aircraft already keeps the class that the game parks it by.
+    if (parked.empty() || plane.PlaneClass != parked) plane.PlaneClass = planeClass;
     plane.Country = code.empty() ? kNoCountry : code;
   }
   return true;

@@ -58,6 +58,8 @@ TEST(StaticPlanes, AreWrittenBackByPlace) {
       {"1_I_16 p.planes.Plane$I_16 1 1 2 3 0.0 ru 2 ru", "Bf 109", "de",
        "  1_BF_109 p.planes.Plane$BF_109 1 1 2 3 0.0 de 2 ru"},
       {"1 p.planes.Plane$I_16 1 1 2 3 0 ru", "Fulmar", "gb",
+       "  1 p.planes.Plane$Fulmar1 1 1 2 3 0 gb"},
+      {"1 p.planes.Plane$FULMAR 1 1 2 3 0 ru", "Fulmar", "gb",
        "  1 p.planes.Plane$FULMAR 1 1 2 3 0 gb"},
       {" 1 p.planes.Plane$I_16 ru 1 2 3 0 ru", "I-16", "de",
        "  1 p.planes.Plane$I_16 ru 1 2 3 0 de"},
