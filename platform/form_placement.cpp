@@ -31,13 +31,14 @@ bool IsNormal(const QWidget& form) {
   return !form.isMaximized() && !form.isMinimized() && !form.isFullScreen();
 }
 
-/** A form with its frame, as it stands when it fills no screen and is no icon. Its frame may be
-    thinner then than usual: where no window beside it tells the usual one, there is none, and what
-    is stored stays. */
+/** A form with its frame, as it stands when it fills no screen and is no icon. The frame of a
+    maximised one may be thinner; that of the window below a dialog tells the usual one. A main
+    window has none below: what is stored of it stays, or each start would move it. */
 std::optional<QRect> NormalFrame(const QWidget& form) {
   if (IsNormal(form)) return form.frameGeometry();
-  const QWidget* like = form.parentWidget() ? form.parentWidget()->window() : nullptr;
-  if (!like || !IsNormal(*like)) return {};
+  if (!form.parentWidget()) return {};
+  const QWidget* below = form.parentWidget()->window();
+  const QWidget* like = IsNormal(*below) ? below : &form;
   const QRect frame = like->frameGeometry(), inside = like->geometry();
   const QMargins margins(inside.left() - frame.left(), inside.top() - frame.top(),
                          frame.right() - inside.right(), frame.bottom() - inside.bottom());

@@ -91,8 +91,10 @@ TEST(View, StretchesThePictureOverItsOuterSizeAndComesBackAsItWas) {
   const Sandbox box;
   World world;
   QSize shownSize;
+  QWidget parent;
+  parent.show();
   {
-    frmView view(world.Services, nullptr);
+    frmView view(world.Services, &parent);
     view.FileName = box.Write("Red Star.bmp", Encoded(Skin(), "BMP"));
     view.LoadForm();
     view.show();
@@ -124,8 +126,6 @@ TEST(View, StretchesThePictureOverItsOuterSizeAndComesBackAsItWas) {
   EXPECT_EQ(world.SettingTexts[base + "left"], "1350");
 
   world.SettingTexts[base + "height"] = "9000000";
-  QWidget parent;
-  parent.show();
   QTimer::singleShot(0, [&] {
     auto* view = qobject_cast<frmView*>(QApplication::activeModalWidget());
     ASSERT_NE(view, nullptr);
