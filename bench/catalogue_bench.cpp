@@ -48,7 +48,8 @@ void FlightListOf128(benchmark::State& state) {
     flights[i].Class = loaded.Tables.Aircraft[i * 13 % loaded.Tables.Aircraft.size()].Class;
     flights[i].Planes = "4";
   }
-  FlightArea area(loaded, nullptr);
+  Popups popups;
+  FlightArea area(loaded, popups, nullptr);
   area.show();
   for (auto _ : state) area.LoadPlaneList(-1);
 }
