@@ -329,7 +329,8 @@ TEST_F(MissionFolder, AMissionThatCannotBeLookedAtIsNotGone) {
 
 TEST_F(MissionFolder, AFileThatCannotBeRepairedIsReadAllTheSame) {
   const string text = "[MAIN]\n  army 1\n[Wing]\n[NStationary]\n";
-  std::filesystem::permissions(box_.Write("m/a.mis", text), std::filesystem::perms::owner_read);
+  std::filesystem::permissions(test::ToFsPath(box_.Write("m/a.mis", text)),
+                               std::filesystem::perms::owner_read);
   List("m");
   LoadMission(world_.Doc, world_.Services, 0);
   EXPECT_EQ(world_.Doc.Missions[0].Army, "1");

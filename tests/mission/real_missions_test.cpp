@@ -40,7 +40,8 @@ std::string Rewritten(World& world) {
 void ExpectToolAgrees(const fs::path& path, const std::string& rewritten) {
   const std::string before = Bytes(path);
   const test::Sandbox box;
-  const int code = test::RunCli(box.Path(), "rewrite \"" + path.string() + "\" --output out.mis");
+  const int code =
+      test::RunCli(box.Path(), "rewrite \"" + fs::absolute(path).string() + "\" --output out.mis");
   EXPECT_EQ(code == 0, rewritten != "<none>");
   EXPECT_TRUE(box.Read("out.mis") == rewritten);
   EXPECT_TRUE(Bytes(path) == before);

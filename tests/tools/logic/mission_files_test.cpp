@@ -225,7 +225,7 @@ TEST(MissionMenu, ASoundIsRecordedAndNotCopied) {
   EXPECT_TRUE(desk.AddSound("/gamer/gun.wav"));
   EXPECT_EQ(desk.Record().BriefSoundLine + desk.Record().BriefSound, "/gamer/gun.wav" + sound);
   EXPECT_TRUE(desk.AddSound(desk.Box.Path("game/my snd/a gun.wav"),
-                            "\"my snd/a gun.wav\": it reads the path of a sound up to the first"));
+                            "a gun.wav\": it reads the path of a sound up to the first"));
   EXPECT_EQ(desk.Record().BriefSoundLine, "  briefSound my snd/a gun.wav") << "told, and attached";
   desk.Record() = {};
   EXPECT_FALSE(desk.AddSound("", "", Answer::Cancel));
