@@ -92,7 +92,12 @@ void ToldColors::initStyleOption(QStyleOptionViewItem* option, const QModelIndex
   const QVariant told = index.data(Qt::ForegroundRole);
   if (!told.isValid()) return;
   const QColor behind = option->palette.color(QPalette::Base);
-  const QColor ground = BackgroundFor(told.value<QBrush>().color(), behind);
+  const QColor color = told.value<QBrush>().color();
+  QColor ground = BackgroundFor(color, behind);
+  // One background for the rows of both sides: bands would part what belongs together.
+  for (const QColor& side : {QColor(Qt::red), QColor(Qt::blue)})
+    if (const QColor own = BackgroundFor(side, behind); ground == behind && own != behind)
+      ground = BackgroundFor(color, own);
   if (ground != behind) option->backgroundBrush = ground;
 }
 

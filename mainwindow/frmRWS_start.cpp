@@ -120,7 +120,8 @@ void frmRWS::FillForm(const std::string& commandLine) {
   doc.CurFlight = 0;
   Start();
   if (!Arguments.Unfound.empty())
-    Notice("\"" + Arguments.Unfound + "\" was not found; the folder of the last run is shown.");
+    Notice("\"" + Arguments.Unfound + "\" was not found; \"" + doc.MissionDir +
+           "\" is shown instead.");
   if (Arguments.IsBriefing && comLineMissionFound_) ClickEditBrief();
 }
 

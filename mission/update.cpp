@@ -129,6 +129,8 @@ bool UpdateChanges(Document& doc, const Services& services, const Preferences& p
   const bool done = LogAndLeave(services, "UpdateChanges", [&] {
     for (std::size_t i = 0; i < doc.Missions.size(); ++i) {
       if (!doc.Missions[i].Modified) continue;
+      // Also when the fault of a mission that has gone ends the loop.
+      doc.Missions[i].NotWritten = true;
       doc.Missions[i].NotWritten = !UpdateMission(doc, services, prefs, shown, i);
       allWritten &= !doc.Missions[i].NotWritten;
       doc.Missions[i].Modified = false;

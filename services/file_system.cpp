@@ -187,6 +187,10 @@ void FileSystem::WriteBeside(const std::string& path, const std::string& beside,
 
 void FileSystem::WriteWhole(const std::string& target, std::string_view bytes,
                             const std::string& rightsFrom) const {
+  // A device or a pipe would be replaced by a file of its name.
+  os::EntryKind kind;
+  if (os::Stat(target, kind) && kind == os::EntryKind::Other)
+    throw FileFault(fault::Permission, "write", target, "it is a device or a pipe");
   const std::string beside = NameBeside(target);
   WriteBeside(target, beside, bytes, rightsFrom);
   RemovedUnlessKept written(beside);

@@ -65,6 +65,7 @@ std::optional<Briefing> ReadBriefing(const Services& services, const std::string
 }
 
 void SaveBriefing(const Services& services, const std::string& path, const Briefing& briefing) {
+  if (services.Files.FileExists(path)) services.Files.RequireWritable(path);
   const std::string backup = BackupPath(services, GetFileName(path));
   // Asks for the backup and not for the briefing, so that an ordinary save makes no backup; this is
   // deliberate. The move replaces nothing: where the name is taken it is a fault, and no byte of

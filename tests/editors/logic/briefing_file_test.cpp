@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "editors/logic/briefing_inserts.h"
 #include "editors/logic/briefing_letters.h"
 #include "services/faults.h"
@@ -64,13 +66,15 @@ TEST(BriefingFile, SaveTestsTheBackupAndNotTheFile) {
 
 TEST(BriefingFile, AFailingStepLosesNothing) {
   for (const std::string step :
-       {"create folder", "create", "write", "flush", "take name", "sync folder"}) {
+       {"create folder", "create", "write", "flush", "take name", "sync folder", "read-only"}) {
     SCOPED_TRACE(step);
     Sandbox box;
     World w(box.Path());
     // The flush behind the new folder is not the one meant here.
     if (step == "sync folder") box.MakeFolder("RWS Backup");
     const std::string path = box.Write("m/a.properties", "old");
+    if (step == "read-only")
+      std::filesystem::permissions(test::ToFsPath(path), std::filesystem::perms::owner_read);
     w.Services.Files.BeforeStep = [&](const FileStep& taken) {
       if (taken.Action == step) throw FileFault(fault::FileIo, step, taken.Path, "full");
     };
