@@ -13,7 +13,7 @@ QColor FromBgr(std::int32_t color) {
   return QColor(color & 0xFF, (color >> 8) & 0xFF, (color >> 16) & 0xFF);
 }
 
-void SetToldColor(QWidget& control, std::optional<QColor> told, const QColor& behind) {
+void SetFixedColor(QWidget& control, std::optional<QColor> told, const QColor& behind) {
   QPalette colors;
   const QColor ground = told ? BackgroundFor(*told, behind) : behind;
   if (told)
@@ -70,7 +70,7 @@ QColor Mixed(const QColor& first, const QColor& second, float share) {
 }
 
 QColor BackgroundFor(const QColor& told, const QColor& behind) {
-  // Red on white has 4, the least that is told.
+  // Red on white has 4, the least of the colours in use.
   constexpr double kEnough = 3;
   for (const QColor& ground : {behind, QColor(Qt::white)})
     if (Contrast(told, ground) >= kEnough) return ground;
@@ -87,7 +87,7 @@ void ApplyListColors(QWidget& form, const Preferences& prefs) {
   }
 }
 
-void ToldColors::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+void FixedColors::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
   QStyledItemDelegate::initStyleOption(option, index);
   const QVariant told = index.data(Qt::ForegroundRole);
   if (!told.isValid()) return;

@@ -13,14 +13,14 @@ namespace rws {
 /** The colour of a blue-green-red number. */
 QColor FromBgr(std::int32_t color);
 
-/** Gives the text of a label or box a told colour with the background that it needs in front of
+/** Gives the text of a label or box a fixed colour with the background that it needs in front of
     what is `there`; without one, what the desktop gives. A disabled control stays dimmed. */
-void SetToldColor(QWidget& control, std::optional<QColor> told, const QColor& there);
+void SetFixedColor(QWidget& control, std::optional<QColor> told, const QColor& there);
 
 /** A colour between two; `share` is that of the first, from 0 to 1. */
 QColor Mixed(const QColor& first, const QColor& second, float share);
 
-/** The background of a told text colour, which stays as told: `behind` where it can be read on
+/** The background of a text colour that is not to change: `behind` where it can be read on
    that, else white or black. */
 QColor BackgroundFor(const QColor& told, const QColor& behind);
 
@@ -29,9 +29,9 @@ QColor BackgroundFor(const QColor& told, const QColor& behind);
     paler. */
 void ApplyListColors(QWidget& form, const Preferences& prefs);
 
-/** Draws the told colours of rows, each with a background of its own where the list's does not
+/** Draws the fixed colours of rows, each with a background of its own where the list's does not
     do. */
-class ToldColors : public QStyledItemDelegate {
+class FixedColors : public QStyledItemDelegate {
   Q_OBJECT
 
  public:

@@ -12,7 +12,7 @@
 namespace rws {
 
 ReportList::ReportList(QWidget* parent) : QTreeView(parent) {
-  setItemDelegate(new ToldColors(this));
+  setItemDelegate(new FixedColors(this));
   setRootIsDecorated(false);
   setUniformRowHeights(true);
   setAllColumnsShowFocus(true);

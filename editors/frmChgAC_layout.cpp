@@ -36,7 +36,7 @@ void frmChgAC::Build() {
   tview = Named(new QTreeView, "tview", tr("Squadron or country"),
                 tr("Choose the squadron or country"));
   tview->setModel(&nodes_);
-  tview->setItemDelegate(new ToldColors(tview));
+  tview->setItemDelegate(new FixedColors(tview));
   tview->setHeaderHidden(true);
   tview->setUniformRowHeights(true);
   tview->setEditTriggers(QTreeView::NoEditTriggers);

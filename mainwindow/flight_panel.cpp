@@ -170,8 +170,8 @@ void FlightPanel::ShowStartTime() {
 
 void FlightPanel::ColorDelay() {
   const bool delayed = txtDStart->text() != QStringLiteral("0");
-  SetToldColor(*lbl[7], delayed ? std::optional(FromBgr(kDelayed)) : std::nullopt,
-               palette().color(QPalette::Window));
+  SetFixedColor(*lbl[7], delayed ? std::optional(FromBgr(kDelayed)) : std::nullopt,
+                palette().color(QPalette::Window));
 }
 
 void FlightPanel::changeEvent(QEvent* event) {

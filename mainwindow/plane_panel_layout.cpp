@@ -131,8 +131,8 @@ void PlanePanel::Highlight(bool on) {
 void PlanePanel::ColorMark(bool red) {
   markRed_ = red;
   if (!chkMark) return;
-  SetToldColor(*chkMark, red ? std::optional(FromBgr(kRed)) : std::nullopt,
-               palette().color(QPalette::Window));
+  SetFixedColor(*chkMark, red ? std::optional(FromBgr(kRed)) : std::nullopt,
+                palette().color(QPalette::Window));
 }
 
 void PlanePanel::ColorLabel(LabelButton* label, LabelColor color) {

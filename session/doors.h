@@ -12,8 +12,8 @@ namespace rws {
 
 /** What the Update button makes of an edit. */
 enum class Lighting {
-  Told,  // lit or dark by the comparison, at once
-  None   // as it is; the command compares later, or never
+  AtOnce,  // lit or dark by the comparison
+  None     // as it is; the command compares later, or never
 };
 
 /** One kind of edit. */
@@ -22,7 +22,7 @@ struct EditKind {
   const char* Handler;
   /** What is edited, for the user. */
   const char* What;
-  Lighting Lights = Lighting::Told;
+  Lighting Lights = Lighting::AtOnce;
 };
 
 /** What listeners of a session are told, after it has happened. */
@@ -53,13 +53,13 @@ class Showing {
 
 /** The user changes records. A failure is logged and ends the change; what it wrote until then
     stays, and does not light Update. Within `Show` it is no edit: handlers that run while controls
-    are filled write as told. An edit within an edit is part of it: listeners hear of the outer one,
-    once. False if it failed. */
+    are filled write all the same. An edit within an edit is part of it: listeners hear of the outer
+   one, once. False if it failed. */
 template <class Body>
 bool Edit(Session& session, const EditKind& kind, Body&& change) {
   const auto whole = [&] {
     change();
-    if (kind.Lights == Lighting::Told) SetModify(session);
+    if (kind.Lights == Lighting::AtOnce) SetModify(session);
   };
   const bool shown = session.Showing > 0;
   ++session.Editing;

@@ -27,7 +27,7 @@ bool Holds(QWidget& control, const QColor& color, int off = 0) {
   return false;
 }
 
-TEST(ListColors, AToldColorKeepsABackgroundThatItIsReadOn) {
+TEST(ListColors, AFixedColorKeepsABackgroundThatItIsReadOn) {
   const QColor red(Qt::red), blue(Qt::blue), black(Qt::black), white(Qt::white), dark(40, 40, 43);
   const struct {
     QColor Told, Behind, Background;
