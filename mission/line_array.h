@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,7 +11,9 @@ namespace rws {
 
 /** The lines of a mission file, without their line ends. They stand in one buffer, each followed by
     carriage return and line feed, so that reading and writing a file is one copy and two records
-    compare at the speed of memory. Indexes count from 0. */
+    compare at the speed of memory. A copy shares the buffer until one of the two is changed:
+   copying, and comparing two that share, costs nothing. A view of a line or of the text is good
+   until this array is changed. Indexes count from 0. */
 class LineArray {
  public:
   LineArray() = default;
@@ -18,10 +21,12 @@ class LineArray {
       needs no end. More than `kLargest` bytes are an overflow. */
   static LineArray FromFile(std::string bytes);
 
-  std::size_t size() const { return starts_.size(); }
-  bool empty() const { return starts_.empty(); }
+  std::size_t size() const { return Kept().Starts.size(); }
+  bool empty() const { return Kept().Starts.empty(); }
   std::string_view operator[](std::size_t index) const {
-    return std::string_view(text_).substr(starts_[index], End(index) - starts_[index]);
+    const Buffer& kept = Kept();
+    const std::size_t start = kept.Starts[index];
+    return std::string_view(kept.Text).substr(start, End(kept, index) - start);
   }
 
   void Add(std::string_view line) { Add({}, line); }
@@ -29,27 +34,45 @@ class LineArray {
   void Add(std::string_view indent, std::string_view line);
   /** Appends the lines `first` to `last` - 1 of another array as they are. */
   void AddRange(const LineArray& lines, std::size_t first, std::size_t last);
+  /** Changes nothing, and goes on sharing, when the line is this one already. */
   void Set(std::size_t index, std::string_view line);
   void Reserve(std::size_t bytes, std::size_t lines);
 
   /** The text of a file that holds these lines. */
-  const std::string& FileText() const { return text_; }
+  const std::string& FileText() const { return Kept().Text; }
   /** Offset in `FileText` at which a line begins, and at which it ends. */
-  std::size_t Start(std::size_t index) const { return starts_[index]; }
-  std::size_t End(std::size_t index) const {
-    return (index + 1 < starts_.size() ? starts_[index + 1] : text_.size()) - 2;
-  }
+  std::size_t Start(std::size_t index) const { return Kept().Starts[index]; }
+  std::size_t End(std::size_t index) const { return End(Kept(), index); }
   /** Index of the line that holds an offset of `FileText`. */
   std::size_t LineAt(std::size_t offset) const;
 
-  bool operator==(const LineArray& other) const { return text_ == other.text_; }
+  bool operator==(const LineArray& other) const {
+    return buffer_ == other.buffer_ || FileText() == other.FileText();
+  }
+  /** True if both hold one buffer, so that the second takes no memory of its own. */
+  bool SharesWith(const LineArray& other) const { return buffer_ == other.buffer_; }
 
   /** A mission of a gigabyte is no mission; a file that grows past it is given up. */
   static constexpr std::size_t kLargest = std::size_t{1} << 30;
 
  private:
-  std::string text_;
-  std::vector<std::uint32_t> starts_;
+  struct Buffer {
+    std::string Text;
+    std::vector<std::uint32_t> Starts;
+  };
+
+  static const Buffer kNone;
+
+  static std::size_t End(const Buffer& buffer, std::size_t index) {
+    const auto& starts = buffer.Starts;
+    return (index + 1 < starts.size() ? starts[index + 1] : buffer.Text.size()) - 2;
+  }
+  const Buffer& Kept() const { return buffer_ ? *buffer_ : kNone; }
+  /** The buffer to change, which is no other's from now on. */
+  Buffer& Own();
+
+  /** Null while nothing was ever added. */
+  std::shared_ptr<Buffer> buffer_;
 };
 
 }  // namespace rws

@@ -51,5 +51,32 @@ TEST(LineArray, AddsLinesAndFindsThem) {
     EXPECT_EQ(lines.LineAt(offset), expected[offset]) << offset;
 }
 
+TEST(LineArray, SharesItsTextUntilOneIsChanged) {
+  const auto bytes = [](const LineArray& lines) { return lines.FileText().data(); };
+  using Change = void (*)(LineArray & lines, std::string_view own);
+  const std::pair<const char*, Change> rows[] = {
+      {"Set", [](LineArray& lines, std::string_view own) { lines.Set(0, own); }},
+      {"Add", [](LineArray& lines, std::string_view own) { lines.Add(own); }},
+      {"AddRange", [](LineArray& lines, std::string_view) { lines.AddRange(lines, 1, 2); }},
+      {"Reserve", [](LineArray& lines, std::string_view) { lines.Reserve(1000, 1000); }}};
+  for (const auto& [name, change] : rows) {
+    SCOPED_TRACE(name);
+    const auto kept = LineArray::FromFile("a\r\nlong enough for the heap\r\n");
+    LineArray alone = LineArray::FromFile(kept.FileText()), copy = kept;
+    EXPECT_TRUE(copy.SharesWith(kept) && bytes(copy) == bytes(kept));
+    copy.Set(1, "long enough for the heap");
+    EXPECT_TRUE(copy.SharesWith(kept));
+    change(copy, copy[1]);
+    change(alone, alone[1]);
+    EXPECT_FALSE(copy.SharesWith(kept));
+    EXPECT_EQ(LinesOf(copy), LinesOf(alone));
+    EXPECT_EQ(LinesOf(kept), "2:a|long enough for the heap");
+    // One that is alone is changed in its place.
+    const char* const before = bytes(copy);
+    copy.Set(1, "no longer than before");
+    EXPECT_EQ(bytes(copy), before);
+  }
+}
+
 }  // namespace
 }  // namespace rws
