@@ -1,6 +1,7 @@
 #include "cli/records_json.h"
 
 #include <nlohmann/json.hpp>
+#include <string_view>
 #include <type_traits>
 
 #include "mission/fields.h"
@@ -48,8 +49,11 @@ Json Value(const Element& record) requires requires {
 }
 {
   Json json;
-  ForEachField<Element>(
-      [&](const auto& field) { json[field.Name] = Value(record.*field.Pointer); });
+  ForEachField<Element>([&](const auto& field) {
+    // The same as `Lines` in a mission that was only read.
+    if (field.Name == std::string_view("AsRead")) return;
+    json[field.Name] = Value(record.*field.Pointer);
+  });
   return json;
 }
 

@@ -79,10 +79,11 @@ struct FieldsOf<Mission> {
       RWS_FIELD(BaseName, No), RWS_FIELD(MapName, Exactly), RWS_FIELD(MapPath, No),
       RWS_FIELD(Time, Exactly), RWS_FIELD(CloudHeight, Exactly), RWS_FIELD(CloudType, Exactly),
       RWS_FIELD(Army, Exactly), RWS_FIELD(Player, Exactly), RWS_FIELD(PlayerNum, Exactly),
-      RWS_FIELD(Lines, Exactly), RWS_FIELD(Flights, Inside), RWS_FIELD(Modified, No),
-      RWS_FIELD(NotWritten, No), RWS_FIELD(BornPlaces, Inside), RWS_FIELD(HasBornPlace, No),
-      RWS_FIELD(BriefSoundLine, Exactly), RWS_FIELD(BriefSound, Exactly),
-      RWS_FIELD(TimeConstant, Exactly), RWS_FIELD(WeaponsConstant, Exactly));
+      RWS_FIELD(Lines, Exactly), RWS_FIELD(AsRead, No), RWS_FIELD(Flights, Inside),
+      RWS_FIELD(Modified, No), RWS_FIELD(NotWritten, No), RWS_FIELD(BornPlaces, Inside),
+      RWS_FIELD(HasBornPlace, No), RWS_FIELD(BriefSoundLine, Exactly),
+      RWS_FIELD(BriefSound, Exactly), RWS_FIELD(TimeConstant, Exactly),
+      RWS_FIELD(WeaponsConstant, Exactly));
 };
 
 #undef RWS_FIELD

@@ -156,8 +156,10 @@ void ReadMissionText(Document& doc, const Services& services, std::size_t missio
                      std::string bytes) {
   Mission& record = At(doc.Missions, static_cast<std::ptrdiff_t>(mission));
   record.Lines = LineArray::FromFile(std::move(bytes));
+  record.AsRead = LineArray();
   ReadHeader(doc, services, record);
   record.Loaded = LoadMissionParams(doc, services, mission);
+  if (record.Loaded) record.AsRead = record.Lines;
 }
 
 void LoadMission(Document& doc, const Services& services, std::size_t mission) {

@@ -77,6 +77,9 @@ struct Mission {
   std::string Player;
   std::string PlayerNum;
   LineArray Lines;
+  /** The lines of the file when it was read or last written; none while unread. Tells whether
+      another program has changed the file since. */
+  LineArray AsRead;
   std::vector<Flight> Flights;
   bool Modified = false;
   bool NotWritten = false;  // the last Update failed: its edits live in memory only
