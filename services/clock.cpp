@@ -23,6 +23,13 @@ std::string ClockToHours(std::string_view clock) {
   return std::string(parts[0]) + fraction;
 }
 
+std::string TimeText(const DateTime& time) {
+  char text[64];
+  std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", time.Year, time.Month, time.Day,
+                time.Hour, time.Minute, time.Second);
+  return text;
+}
+
 std::string StampText(const DateTime& time) {
   char text[64];
   std::snprintf(text, sizeof text, "%02d-%02d-%02d %02d-%02d-%02d", time.Month, time.Day,

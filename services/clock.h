@@ -18,6 +18,9 @@ std::string HoursToClock(std::string_view hours);
 /** A clock text "h.mm" as decimal hours: "12.30" gives "12.5". The hours part is kept as it is. */
 std::string ClockToHours(std::string_view clock);
 
+/** "yyyy-mm-dd hh:mm:ss", a time as it is told to the user. */
+std::string TimeText(const DateTime& time);
+
 /** "mm-dd-yy hh-mm-ss", the stamp of later backups. */
 std::string StampText(const DateTime& time);
 

@@ -144,6 +144,10 @@ bool FileSystem::FolderExists(const std::string& path) const {
 
 bool FileSystem::IsGone(const std::string& path) const { return os::IsGone(Resolve(path)); }
 
+FileStamp FileSystem::Stamp(const std::string& path) const { return os::Stamp(Resolve(path)); }
+
+DateTime FileSystem::LocalTime(const FileStamp& stamp) { return os::LocalTime(stamp.Modified); }
+
 void FileSystem::RequireWritable(const std::string& path) const {
   const std::string target = FollowLinks(path);
   if (os::IsReadOnly(target))
@@ -186,7 +190,7 @@ void FileSystem::WriteBeside(const std::string& path, const std::string& beside,
 }
 
 void FileSystem::WriteWhole(const std::string& target, std::string_view bytes,
-                            const std::string& rightsFrom) const {
+                            const std::string& rightsFrom, IfReadOnly readOnly) const {
   // A device or a pipe would be replaced by a file of its name.
   os::EntryKind kind;
   if (os::Stat(target, kind) && kind == os::EntryKind::Other)
@@ -195,15 +199,15 @@ void FileSystem::WriteWhole(const std::string& target, std::string_view bytes,
   WriteBeside(target, beside, bytes, rightsFrom);
   RemovedUnlessKept written(beside);
   Step("take name", target);
-  os::RenameOver(beside, target);
+  os::RenameOver(beside, target, readOnly == IfReadOnly::Replace);
   written.Keep();
   SyncFolderOf(target);
 }
 
 void FileSystem::ReplaceFile(const std::string& path, std::string_view bytes,
-                             const std::string& rightsFrom) const {
+                             const std::string& rightsFrom, IfReadOnly readOnly) const {
   const std::string target = FollowLinks(path);
-  WriteWhole(target, bytes, rightsFrom.empty() ? target : FollowLinks(rightsFrom));
+  WriteWhole(target, bytes, rightsFrom.empty() ? target : FollowLinks(rightsFrom), readOnly);
 }
 
 void FileSystem::AppendToFile(const std::string& path, std::string_view bytes) const {
@@ -219,7 +223,35 @@ void FileSystem::CopyFile(const std::string& from, const std::string& to) const 
   const std::string target = Resolve(to);
   if (os::SameFile(source, target))
     throw FileFault(fault::Permission, "copy", source, "source and target are the same file");
-  WriteWhole(os::FollowLinks(target), ReadFile(source), source);
+  WriteWhole(os::FollowLinks(target), ReadFile(source), source, IfReadOnly::AsTheSystemDoes);
+}
+
+/** A whole copy, on disk, of a name that nothing bears yet. */
+void FileSystem::CopyNew(const std::string& source, const std::string& target) const {
+  const std::string bytes = ReadFile(source);
+  const std::string beside = NameBeside(target);
+  WriteBeside(target, beside, bytes, source);
+  RemovedUnlessKept written(beside);
+  os::CopyTime(source, beside);
+  Step("take name", target);
+  if (!os::RenameNew(beside, target)) throw InvalidCallFault();
+  written.Keep();
+  SyncFolderOf(target);
+}
+
+void FileSystem::LinkOrCopy(const std::string& from, const std::string& to) const {
+  const std::string source = FollowLinks(from);
+  const std::string target = Resolve(to);
+  if (os::Exists(target)) throw FileExistsFault(target);
+  const auto link = [&] {
+    Step("link", source);
+    os::Link(source, target);
+  };
+  const bool linked = Trap(link, [&](const Fault& caught) {
+    if (caught.Number == fault::FileExists) throw Fault(caught);
+    CopyNew(source, target);
+  });
+  if (linked) SyncFolderOf(target);
 }
 
 void FileSystem::MoveFile(const std::string& from, const std::string& to) const {
@@ -232,13 +264,7 @@ void FileSystem::MoveFile(const std::string& from, const std::string& to) const 
       isItself ? BuildPath(GetParentFolderName(target), GetFileName(to)) : target;
   Step("move", source);
   if (!os::RenameNew(source, wanted)) {
-    const std::string bytes = ReadFile(source);
-    const std::string beside = NameBeside(wanted);
-    WriteBeside(wanted, beside, bytes, source);
-    RemovedUnlessKept written(beside);
-    if (!os::RenameNew(beside, wanted)) throw InvalidCallFault();
-    written.Keep();
-    SyncFolderOf(wanted);
+    CopyNew(source, wanted);
     os::DeleteFile(source);
   }
   if (known_) known_->Moved(source, wanted);

@@ -8,6 +8,9 @@
 #include <string_view>
 #include <vector>
 
+#include "services/clock.h"
+#include "services/file_stamp.h"
+
 namespace rws {
 
 /** A single action on the disk, about to be taken. */
@@ -20,6 +23,13 @@ struct FileStep {
 struct FolderEntry {
   std::string Name;
   bool IsFolder;
+};
+
+/** What becomes of a read-only file that is to be replaced. */
+enum class IfReadOnly {
+  /** On Windows it is refused, elsewhere it is replaced. */
+  AsTheSystemDoes,
+  Replace
 };
 
 class NameIndex;
@@ -41,6 +51,10 @@ class FileSystem {
    * there.
    */
   bool IsGone(const std::string& path) const;
+  /** Size and time of a file, links followed; looks at it only, and never fails. */
+  FileStamp Stamp(const std::string& path) const;
+  /** When the file of a stamp was last changed, by the clock on the wall. */
+  static DateTime LocalTime(const FileStamp& stamp);
   /** A fault, with the reason, for a file that may not be written. */
   void RequireWritable(const std::string& path) const;
   /** The spelling on disk of `path`; of parts that do not exist, the one given. */
@@ -64,12 +78,18 @@ class FileSystem {
       flush of the folder fail, that is a fault although the new content stands. Access rights come
       from the old file, or from the one named. */
   void ReplaceFile(const std::string& path, std::string_view bytes,
-                   const std::string& rightsFrom = "") const;
+                   const std::string& rightsFrom = "",
+                   IfReadOnly readOnly = IfReadOnly::AsTheSystemDoes) const;
   /** Adds `bytes` at the end of the file, making it when there is none. Not flushed to disk. */
   void AppendToFile(const std::string& path, std::string_view bytes) const;
   /** Copies over whatever file stands at `to`, which is whole or as it was. Onto itself is refused.
    */
   void CopyFile(const std::string& from, const std::string& to) const;
+  /** Gives the file the second name `to`, never over an existing file, or makes a whole copy with
+      its rights and time of change where the file system refuses that. While both names lead to one
+      file, who writes into it by one name changes it under the other too; `ReplaceFile` and
+      `DeleteFile` part them. */
+  void LinkOrCopy(const std::string& from, const std::string& to) const;
   /** Moves or renames; never over an existing file. Between file systems the source is deleted only
       when the copy is on disk. */
   void MoveFile(const std::string& from, const std::string& to) const;
@@ -90,8 +110,9 @@ class FileSystem {
   void Step(std::string_view action, const std::string& path) const;
   void WriteBeside(const std::string& path, const std::string& beside, std::string_view bytes,
                    const std::string& rightsFrom) const;
-  void WriteWhole(const std::string& target, std::string_view bytes,
-                  const std::string& rightsFrom) const;
+  void WriteWhole(const std::string& target, std::string_view bytes, const std::string& rightsFrom,
+                  IfReadOnly readOnly) const;
+  void CopyNew(const std::string& source, const std::string& target) const;
   void SyncFolderOf(const std::string& path) const;
 
   /** Names of the folder that is known by heart, if one is. */

@@ -6,6 +6,9 @@
 #include <string_view>
 #include <vector>
 
+#include "services/clock.h"
+#include "services/file_stamp.h"
+
 /** The operating system's file calls, in one file for each system. Paths are exact spellings; every
     failure is a fault that names the path and the system's reason. Only `FileSystem` uses these. */
 namespace rws::os {
@@ -24,6 +27,10 @@ struct Entry {
 bool Stat(const std::string& path, EntryKind& kind);
 /** True if the system says that nothing stands at `path`; false also when it cannot tell. */
 bool IsGone(const std::string& path);
+/** Size and time of what stands at `path`, links followed. */
+FileStamp Stamp(const std::string& path);
+/** A time in nanoseconds since 1970 as the clock on the wall showed it. */
+DateTime LocalTime(std::int64_t nanoseconds);
 /** True for a file that nobody may write, or not this user. */
 bool IsReadOnly(const std::string& path);
 /** True if something stands at `path`, a dangling link included. */
@@ -56,14 +63,20 @@ std::unique_ptr<OutputFile> OpenOutput(const std::string& path, OpenMode mode,
 
 /** Gives a new file the access rights of the one that it is to replace or copies. */
 void CopyMode(const std::string& from, const std::string& to);
+/** Gives a copy the time of the last change of the file that it copies, where that can be done. */
+void CopyTime(const std::string& from, const std::string& to);
 /** Flushes the folder that `path` lies in, so that a name made or removed there survives a power
  * cut. */
 void SyncFolderOf(const std::string& path);
-/** Renames over whatever stands at `to`, in one step. */
-void RenameOver(const std::string& from, const std::string& to);
+/** Renames over whatever stands at `to`, in one step. Some systems refuse to replace a read-only
+    file so; with `evenReadOnly` they do not. */
+void RenameOver(const std::string& from, const std::string& to, bool evenReadOnly);
 /** Renames; a file at `to` is a fault, also where the system's own call would replace it. Returns
     false, with nothing done, when the two lie on different file systems. */
 bool RenameNew(const std::string& from, const std::string& to);
+/** Gives the file at `from` the second name `to`, in one step; a file at `to` is a fault, and so is
+    a file system that knows no second names. */
+void Link(const std::string& from, const std::string& to);
 void DeleteFile(const std::string& path);
 void CreateFolder(const std::string& path);
 /** The running program's own file, links followed; "" where the system does not tell. */

@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 #include <filesystem>
 #include <utility>
 
@@ -27,6 +28,8 @@ namespace {
       error == EACCES || error == EPERM || error == EROFS ? fault::Permission : fault::FileIo;
   throw FileFault(number, action, path, std::strerror(error));
 }
+
+constexpr std::int64_t kNanoseconds = 1'000'000'000;
 
 EntryKind KindOf(mode_t mode) {
   if (S_ISREG(mode)) return EntryKind::File;
@@ -90,6 +93,21 @@ bool Stat(const std::string& path, EntryKind& kind) {
 bool IsGone(const std::string& path) {
   struct stat info;
   return ::stat(path.c_str(), &info) != 0 && (errno == ENOENT || errno == ENOTDIR);
+}
+
+FileStamp Stamp(const std::string& path) {
+  struct stat info;
+  if (::stat(path.c_str(), &info) != 0) return {};
+  return {true, static_cast<std::uint64_t>(info.st_size),
+          std::int64_t{info.st_mtim.tv_sec} * kNanoseconds + info.st_mtim.tv_nsec};
+}
+
+DateTime LocalTime(std::int64_t nanoseconds) {
+  const auto seconds = static_cast<std::time_t>(nanoseconds / kNanoseconds);
+  std::tm local{};
+  ::localtime_r(&seconds, &local);
+  return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
+          local.tm_hour,        local.tm_min,     local.tm_sec};
 }
 
 bool IsReadOnly(const std::string& path) {
@@ -186,6 +204,12 @@ void CopyMode(const std::string& from, const std::string& to) {
   (void)!::chmod(to.c_str(), info.st_mode & 07777);
 }
 
+void CopyTime(const std::string& from, const std::string& to) {
+  std::error_code error;
+  const auto time = std::filesystem::last_write_time(from, error);
+  if (!error) std::filesystem::last_write_time(to, time, error);
+}
+
 void SyncFolderOf(const std::string& path) {
   const std::string parent = std::filesystem::path(path).parent_path().string();
   const int folder =
@@ -200,7 +224,7 @@ void SyncFolderOf(const std::string& path) {
     Fail("flush", parent, error);
 }
 
-void RenameOver(const std::string& from, const std::string& to) {
+void RenameOver(const std::string& from, const std::string& to, bool) {
   if (::rename(from.c_str(), to.c_str()) != 0) Fail("rename", from, errno);
 }
 
@@ -215,6 +239,12 @@ bool RenameNew(const std::string& from, const std::string& to) {
   if (::rename(from.c_str(), to.c_str()) == 0) return true;
   if (errno == EXDEV) return false;
   Fail("rename", from, errno);
+}
+
+void Link(const std::string& from, const std::string& to) {
+  if (::link(from.c_str(), to.c_str()) == 0) return;
+  if (errno == EEXIST) throw FileExistsFault(to);
+  Fail("link", from, errno);
 }
 
 void DeleteFile(const std::string& path) {

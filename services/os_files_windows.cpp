@@ -56,6 +56,9 @@ std::string Narrow(const std::wstring& wide) {
   throw FileFault(number, action, path, std::system_category().message(static_cast<int>(error)));
 }
 
+/** A file's time counts tenths of a microsecond from 1601 on. */
+constexpr std::int64_t kTick = 100, kTicksTo1970 = 116'444'736'000'000'000;
+
 class Handle {
  public:
   Handle(const std::string& path, const std::string& shownAs, DWORD access, DWORD creation)
@@ -121,6 +124,24 @@ bool IsGone(const std::string& path) {
   if (::GetFileAttributesW(Wide(path).c_str()) != INVALID_FILE_ATTRIBUTES) return false;
   const DWORD error = ::GetLastError();
   return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+}
+
+FileStamp Stamp(const std::string& path) {
+  WIN32_FILE_ATTRIBUTE_DATA info;
+  if (!::GetFileAttributesExW(Wide(path).c_str(), GetFileExInfoStandard, &info)) return {};
+  const std::int64_t ticks = static_cast<std::int64_t>(info.ftLastWriteTime.dwHighDateTime) << 32 |
+                             info.ftLastWriteTime.dwLowDateTime;
+  return {true, std::uint64_t{info.nFileSizeHigh} << 32 | info.nFileSizeLow,
+          (ticks - kTicksTo1970) * kTick};
+}
+
+DateTime LocalTime(std::int64_t nanoseconds) {
+  const std::int64_t ticks = nanoseconds / kTick + kTicksTo1970;
+  const FILETIME time{static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
+  SYSTEMTIME universal{}, local{};
+  ::FileTimeToSystemTime(&time, &universal);
+  ::SystemTimeToTzSpecificLocalTime(nullptr, &universal, &local);
+  return {local.wYear, local.wMonth, local.wDay, local.wHour, local.wMinute, local.wSecond};
 }
 
 bool IsReadOnly(const std::string& path) {
@@ -207,14 +228,32 @@ std::unique_ptr<OutputFile> OpenOutput(const std::string& path, OpenMode mode,
 
 void CopyMode(const std::string&, const std::string&) {}
 
+void CopyTime(const std::string& from, const std::string& to) {
+  std::error_code error;
+  const auto time = std::filesystem::last_write_time(Wide(from), error);
+  if (!error) std::filesystem::last_write_time(Wide(to), time, error);
+}
+
 void SyncFolderOf(const std::string&) {
   // NTFS keeps its folders in a journal; write-through renames do the rest.
 }
 
-void RenameOver(const std::string& from, const std::string& to) {
-  if (!::MoveFileExW(Wide(from).c_str(), Wide(to).c_str(),
-                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
-    Fail("rename", from, ::GetLastError());
+void RenameOver(const std::string& from, const std::string& to, bool evenReadOnly) {
+  const auto rename = [&] {
+    return ::MoveFileExW(Wide(from).c_str(), Wide(to).c_str(),
+                         MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+  };
+  if (rename()) return;
+  const DWORD error = ::GetLastError();
+  const DWORD attributes = ::GetFileAttributesW(Wide(to).c_str());
+  const bool isReadOnly =
+      attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+  if (!evenReadOnly || !isReadOnly) Fail("rename", from, error);
+  ::SetFileAttributesW(Wide(to).c_str(), attributes & ~DWORD{FILE_ATTRIBUTE_READONLY});
+  if (rename()) return;
+  const DWORD second = ::GetLastError();
+  ::SetFileAttributesW(Wide(to).c_str(), attributes);
+  Fail("rename", from, second);
 }
 
 bool RenameNew(const std::string& from, const std::string& to) {
@@ -223,6 +262,13 @@ bool RenameNew(const std::string& from, const std::string& to) {
   if (error == ERROR_NOT_SAME_DEVICE) return false;
   if (error == ERROR_ALREADY_EXISTS || error == ERROR_FILE_EXISTS) throw FileExistsFault(to);
   Fail("rename", from, error);
+}
+
+void Link(const std::string& from, const std::string& to) {
+  if (::CreateHardLinkW(Wide(to).c_str(), Wide(from).c_str(), nullptr)) return;
+  const DWORD error = ::GetLastError();
+  if (error == ERROR_ALREADY_EXISTS || error == ERROR_FILE_EXISTS) throw FileExistsFault(to);
+  Fail("link", from, error);
 }
 
 void DeleteFile(const std::string& path) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <tuple>
@@ -198,6 +199,70 @@ TEST_F(FileSystemTest, FollowsLinksAndCopiesNoFileOntoItself) {
     EXPECT_EQ(FaultOf([&] { Files.CopyFile(other, real); }).Number, fault::Permission);
   }
   EXPECT_EQ(Box.Read("real/a.mis"), "B");
+}
+
+TEST_F(FileSystemTest, AStampTellsAChange) {
+  const std::string path = Box.Write("M/a.mis", "12345");
+  const fs::path file = test::ToFsPath(path);
+  EXPECT_EQ(Files.Stamp(Box.Path("M/gone.mis")), FileStamp());
+  const auto time = fs::file_time_type(std::chrono::seconds(1'000'000'000));
+  fs::last_write_time(file, time);
+  const FileStamp stamp = Files.Stamp(Box.Path("m/A.MIS"));
+  EXPECT_TRUE(stamp.Exists && stamp.Size == 5);
+  EXPECT_EQ(Files.Stamp(path), stamp);
+  fs::last_write_time(file, time + std::chrono::microseconds(3));
+  EXPECT_EQ(Files.Stamp(path).Modified, stamp.Modified + 3000);
+  fs::last_write_time(file, time + std::chrono::seconds(61));
+  // A minute and a second, whatever the zone; the start is full hours and minutes everywhere.
+  FileStamp minute{true, 0, 1'700'000'040'000'000'000};
+  const DateTime before = FileSystem::LocalTime(minute);
+  minute.Modified += 61'000'000'000;
+  const DateTime after = FileSystem::LocalTime(minute);
+  EXPECT_EQ(before.Second, 0);
+  EXPECT_EQ(after.Second, 1);
+  EXPECT_EQ((before.Minute + 1) % 60, after.Minute);
+  EXPECT_TRUE(before.Year == 2023 && before.Month == 11 && (before.Day == 14 || before.Day == 15));
+}
+
+TEST(FileSystem, LinkOrCopyIsWholeAndNeverOverAnExistingFile) {
+  const std::string whole(150000, 'o');
+  const auto rights = fs::perms::owner_read | fs::perms::owner_write;
+  for (const bool refused : {false, true}) {
+    SCOPED_TRACE(refused ? "links refused" : "links");
+    const int steps = test::ForEachFailingStep([&](test::FailingStep& step) {
+      const test::Sandbox box;
+      const std::string source = box.Write("a.mis", whole), target = box.Path("b.mis");
+      const std::string other = box.Write("c.mis", "C");
+      fs::permissions(test::ToFsPath(source), rights);
+      fs::last_write_time(test::ToFsPath(source), fs::file_time_type(std::chrono::hours(300000)));
+      FileSystem files;
+      std::string reason, refusal;
+      step.During(files, [&] {
+        const auto failing = files.BeforeStep;
+        files.BeforeStep = [&](const FileStep& next) {
+          if (refused && next.Action == "link") throw InvalidCallFault();
+          failing(next);
+        };
+        Trap([&] { files.LinkOrCopy(source, target); },
+             [&](const Fault& caught) { reason = caught.Text; });
+      });
+      Trap([&] { files.LinkOrCopy(source, other); },
+           [&](const Fault& caught) { refusal = caught.Text; });
+      EXPECT_NE(refusal.find(other), refusal.npos) << refusal;
+      EXPECT_TRUE(box.Read("a.mis") == whole && box.Read("c.mis") == "C");
+      const bool made = box.Read("b.mis") == whole;
+      EXPECT_EQ(box.Names(), made ? "a.mis,b.mis,c.mis" : "a.mis,c.mis");
+      EXPECT_TRUE(made || !reason.empty());
+      EXPECT_TRUE(step.Failed() || reason.empty()) << reason;
+      if (!made) return;
+      EXPECT_EQ(files.IsSameFile(source, target), !refused && step.Action() != "link");
+      EXPECT_EQ(files.Stamp(target), files.Stamp(source));
+      if (test::kPosixFiles) {
+        EXPECT_EQ(fs::status(test::ToFsPath(target)).permissions(), rights);
+      }
+    });
+    EXPECT_EQ(steps, refused ? 8 : 2);
+  }
 }
 
 }  // namespace
