@@ -5,6 +5,8 @@
 
 #include "mission/flight_values.h"
 #include "mission/line_values.h"
+#include "mission/update_note.h"
+#include "services/checksum.h"
 #include "services/error_log.h"
 #include "services/paths.h"
 #include "services/pickers.h"
@@ -14,13 +16,25 @@ namespace rws {
 
 namespace {
 
-std::string Stamp(const Services& services) { return StampText(services.System.Now()); }
-
 /** A copy that an earlier failure left may be the only one of its mission: it steps aside. */
 void KeepEarlierCopy(const Services& services, const std::string& temporary) {
   if (services.Files.FileExists(temporary))
-    services.Files.MoveFile(temporary, temporary + Stamp(services));
+    MoveWithNote(services, temporary, FreeStampedName(services, temporary, ""));
 }
+
+/** Sees to it that no note outlives its copy, whatever becomes of an Update. */
+class NoteGoesWithCopy {
+ public:
+  NoteGoesWithCopy(const Services& services, const std::string& copy)
+      : services_(services), copy_(copy) {}
+  ~NoteGoesWithCopy() { DropNote(services_, copy_); }
+  NoteGoesWithCopy(const NoteGoesWithCopy&) = delete;
+  NoteGoesWithCopy& operator=(const NoteGoesWithCopy&) = delete;
+
+ private:
+  const Services& services_;
+  const std::string& copy_;
+};
 
 void TellNotRestored(const Services& services, const std::string& path, const Fault& cause,
                      const std::string& whatStands) {
@@ -40,6 +54,7 @@ bool HoldSame(const Services& services, const std::string& a, const std::string&
 void Restore(const Services& services, const std::string& temporary, const std::string& path,
              const Fault& cause) {
   if (HoldSame(services, temporary, path)) {
+    PartFromBackups(services, path);
     ResumeNext([&] { services.Files.DeleteFile(temporary); });
     return;
   }
@@ -57,36 +72,49 @@ void Restore(const Services& services, const std::string& temporary, const std::
 
 }  // namespace
 
-std::string BackupPath(const Services& services, const std::string& fileName) {
+std::string BackupFolder(const Services& services) {
   const std::string folder = BuildPath(services.AppPath, "RWS Backup");
   if (!services.Files.FolderExists(folder)) services.Files.CreateFolder(folder);
+  return folder;
+}
+
+std::string BackupPath(const Services& services, const std::string& fileName) {
+  const std::string folder = BackupFolder(services);
   const std::string plain = BuildPath(folder, fileName + ".bak");
   if (!services.Files.FileExists(plain)) return plain;
-  return BuildPath(folder, fileName + "." + Stamp(services) + ".bak");
+  return BuildPath(folder, fileName + "." + StampText(services.System.Now()) + ".bak");
 }
 
 bool WriteMissionFile(const Services& services, const Mission& mission, const LineArray& lines,
                       bool backup, std::string* reason) {
   // A link stays where it is; the file behind it is saved and written.
   const std::string path = services.Files.FollowLinks(BuildPath(mission.DirPath, mission.FileName));
-  const std::string temporary = BuildPath(services.AppPath, "$$$TEMP");
-  bool copied = false;
+  const std::string temporary = CopyPath(services);
+  bool begun = false, copied = false;
+  const NoteGoesWithCopy noteGoes(services, temporary);
   const auto write = [&] {
     KeepEarlierCopy(services, temporary);
-    services.Files.CopyFile(path, temporary);
+    const std::string old = services.Files.ReadFile(path);
+    const std::string fullPath = services.Files.GetAbsolutePathName(path);
+    WriteNote(services, temporary, {fullPath, Sha1(old), Sha1(lines.FileText())});
+    begun = true;
+    services.Files.ReplaceFile(temporary, old, path);
     copied = true;
     if (backup)
-      services.Files.MoveFile(path, BackupPath(services, mission.FileName));
+      services.Files.LinkOrCopy(path, BackupPath(services, mission.FileName));
     else
       services.Files.RequireWritable(path);
-    // By now the copy may be the only file that has the mission's access rights.
-    services.Files.ReplaceFile(path, lines.FileText(), temporary);
+    services.Files.ReplaceFile(path, lines.FileText(), path,
+                               backup ? IfReadOnly::Replace : IfReadOnly::AsTheSystemDoes);
     services.Files.DeleteFile(temporary);
   };
   return Trap(write, [&](const Fault& caught) {
     LogError(services, caught.Text, "WriteMissionFile");
     if (reason) *reason = caught.Text;
     if (copied) return Restore(services, temporary, path, caught);
+    // The mission has not been touched yet.
+    if (begun && services.Files.FileExists(temporary))
+      ResumeNext([&] { services.Files.DeleteFile(temporary); });
     if (services.Files.FileExists(path)) return;
     TellNotRestored(services, path, caught, "");
     throw Fault(caught);

@@ -7,17 +7,22 @@
 
 namespace rws {
 
+/** "RWS Backup", which is made when it is not there. */
+std::string BackupFolder(const Services& services);
+
 /** Path of a file's next backup in "RWS Backup", which is made when it is not there. The first one
     keeps the plain name for good; later ones carry their time. */
 std::string BackupPath(const Services& services, const std::string& fileName);
 
-/** Puts a mission's new lines on disk. In this order: a copy in "$$$TEMP"; with backups on, the old
-    file moved to "RWS Backup"; the new file written beside and given the mission's name; the copy
-    deleted. Each step is on disk before the next begins. With backups off a read-only mission is a
-   failure. The new file has the access rights of the old one. A failure is logged and the copy
-   moved back, or deleted where the mission still stands as it was; false then, and `reason` tells
-   why. Where another file stands at the mission's path that move is refused, since nothing is ever
-   replaced by it: a box tells where the good copy lies and the fault goes up to the caller. */
+/** Puts a mission's new lines on disk. In this order: a note that tells the mission and a copy of
+   it in "$$$TEMP"; with backups on, the old file linked or copied into "RWS Backup"; the new file
+    written beside, taking the mission's name when it is whole; copy and note deleted. Each step is
+   on disk before the next begins, and at every moment the mission's path holds the old file or the
+   new one, whole. With backups off a read-only mission is a failure. The new file has the access
+   rights of the old one. A failure is logged and the copy moved back, or deleted where the mission
+   still stands as it was; false then, and `reason` tells why. Where another file stands at the
+   mission's path that move is refused, since nothing is ever replaced by it: a box tells where the
+   good copy lies and the fault goes up to the caller. */
 bool WriteMissionFile(const Services& services, const Mission& mission, const LineArray& lines,
                       bool backup, std::string* reason = nullptr);
 

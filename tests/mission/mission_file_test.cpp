@@ -6,6 +6,7 @@
 #include <functional>
 #include <set>
 
+#include "mission/interrupted.h"
 #include "mission/reader.h"
 #include "mission/update.h"
 #include "mission/writer.h"
@@ -85,6 +86,7 @@ class Update {
     if (result_) {
       EXPECT_TRUE(mission == new_);
       EXPECT_FALSE(box_.Exists("app/$$$TEMP"));
+      EXPECT_TRUE(failed_ || !box_.Exists("app/$$$TEMP.note"));
       EXPECT_TRUE(!situation_.Backups || box_.Read(BackupName()) == old_);
     } else if (told.starts_with("Update fail. Reason unknown. Mission file restored.")) {
       EXPECT_TRUE(mission == old_);
@@ -94,6 +96,7 @@ class Update {
       CheckUnrestored(told, mission);
     }
     NoStrays();
+    NothingIsLeftForTheNextStart();
   }
 
  private:
@@ -104,10 +107,9 @@ class Update {
   void NothingIsLost() const {
     const std::string mission = box_.Read("m/m.mis");
     const bool missionIsOld = mission == old_, missionIsNew = mission == new_;
-    EXPECT_TRUE(missionIsOld || missionIsNew || mission == "<none>");
-    const bool oldIsKept =
-        box_.Read("app/$$$TEMP") == old_ || (situation_.Backups && box_.Read(BackupName()) == old_);
-    EXPECT_TRUE(missionIsOld || missionIsNew || oldIsKept);
+    EXPECT_TRUE(missionIsOld || missionIsNew) << mission.substr(0, 100);
+    const std::string backup = box_.Read(BackupName());
+    EXPECT_TRUE(!situation_.Backups || backup == old_ || (missionIsOld && backup == "<none>"));
     EXPECT_TRUE(!situation_.HasBackup || box_.Read("app/RWS Backup/m.mis.bak") == kEarlierBackup);
     EXPECT_TRUE(!situation_.HasCopy || box_.Read("app/$$$TEMP") == kEarlierCopy ||
                 box_.Read("app/$$$TEMP" + kStamp) == kEarlierCopy);
@@ -133,11 +135,31 @@ class Update {
   }
 
   void NoStrays() const {
-    EXPECT_TRUE(box_.Names("m") == "" || box_.Names("m") == "m.mis") << box_.Names("m");
+    EXPECT_EQ(box_.Names("m"), "m.mis");
     const std::string names = box_.Names("app") + "," + box_.Names("app/RWS Backup");
-    const std::set<std::string> known = {
-        "", "RWS Backup", "$$$TEMP", "$$$TEMP" + kStamp, "m.mis.bak", "m.mis." + kStamp + ".bak"};
-    for (const auto name : SplitAt(names, ',')) EXPECT_TRUE(known.contains(std::string(name)));
+    const std::set<std::string> known = {"",
+                                         "RWS Backup",
+                                         "$$$TEMP",
+                                         "$$$TEMP.note",
+                                         "$$$TEMP" + kStamp,
+                                         "m.mis.bak",
+                                         "m.mis." + kStamp + ".bak"};
+    for (const auto name : SplitAt(names, ','))
+      EXPECT_TRUE(known.contains(std::string(name))) << name;
+  }
+
+  /** The mission stands whole, so that only the earlier copy, of which nothing is known, is told.
+   */
+  void NothingIsLeftForTheNextStart() const {
+    for (const auto& found : FindInterrupted(world_.Services)) {
+      EXPECT_EQ(found.State, InterruptedState::Unknown);
+      EXPECT_EQ(world_.Services.Files.ReadFile(found.Copy), kEarlierCopy);
+    }
+    const std::string left = box_.Names("app");
+    EXPECT_EQ(left.find(".note"), left.npos) << left;
+    EXPECT_TRUE(situation_.HasCopy || !box_.Exists("app/$$$TEMP"));
+    EXPECT_FALSE(world_.Services.Files.IsSameFile(box_.Path("m/m.mis"), box_.Path(BackupName())));
+    NothingIsLost();
   }
 
   Situation situation_;

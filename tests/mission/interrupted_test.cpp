@@ -1,0 +1,205 @@
+#include "mission/interrupted.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "mission/update_note.h"
+#include "services/checksum.h"
+#include "services/faults.h"
+#include "tests/support/doubles.h"
+#include "tests/support/failing_step.h"
+#include "tests/support/sandbox.h"
+
+namespace rws {
+namespace {
+
+using test::World;
+
+const std::string kStamp = "03-04-26 05-06-07";
+
+/** A program that starts after an Update of "m/a.mis" was cut off. */
+struct Start {
+  Start() { Box.MakeFolder("m"); }
+
+  /** Leaves a copy of this content and a note on it. */
+  std::string Leave(const std::string& name, const std::string& content,
+                    const std::string& old = "old") const {
+    const std::string copy = Box.Write("app/" + name, content);
+    WriteNote(Services(), copy, {Box.Path("m/a.mis"), Sha1(old), Sha1("new")});
+    return copy;
+  }
+  std::string Apps() const { return Box.Names("app"); }
+  rws::Services& Services() const { return World_.Services; }
+
+  test::Sandbox Box;
+  mutable World World_{Box.Path("app")};
+};
+
+TEST(FindInterrupted, TellsWhatIsNeededAndDropsWhatIsDone) {
+  using Make = void (*)(const Start& at);
+  struct Row {
+    const char* What;
+    Make Prepare;
+    std::optional<InterruptedState> State;
+    std::string Left;
+  };
+  const std::string both = "$$$TEMP,$$$TEMP.note";
+  const Row rows[] = {
+      {"missing", [](const Start& at) { at.Leave("$$$TEMP", "old"); }, InterruptedState::Missing,
+       both},
+      {"torn", [](const Start& at) { at.Leave("$$$TEMP", "old"), at.Box.Write("m/a.mis", "ne"); },
+       InterruptedState::Torn, both},
+      {"emptied", [](const Start& at) { at.Leave("$$$TEMP", "old"), at.Box.Write("m/a.mis", ""); },
+       InterruptedState::Torn, both},
+      {"not begun",
+       [](const Start& at) { at.Leave("$$$TEMP", "old"), at.Box.Write("m/a.mis", "old"); },
+       {},
+       ""},
+      {"written",
+       [](const Start& at) { at.Leave("$$$TEMP", "old"), at.Box.Write("m/a.mis", "new"); },
+       {},
+       ""},
+      {"stepped aside",
+       [](const Start& at) {
+         at.Leave("$$$TEMP", "old");
+         MoveWithNote(at.Services(), CopyPath(at.Services()), CopyPath(at.Services()) + kStamp);
+       },
+       InterruptedState::Missing, "$$$TEMP" + kStamp + ",$$$TEMP" + kStamp + ".note"},
+      {"no note", [](const Start& at) { at.Box.Write("app/$$$TEMP", "old"); },
+       InterruptedState::Unknown, "$$$TEMP"},
+      {"torn note",
+       [](const Start& at) {
+         const std::string note = NotePath(at.Leave("$$$TEMP", "old"));
+         std::filesystem::resize_file(test::ToFsPath(note), 150);
+       },
+       InterruptedState::Unknown, both},
+      {"note on another copy", [](const Start& at) { at.Leave("$$$TEMP", "other"); },
+       InterruptedState::Unknown, both},
+      {"note alone",
+       [](const Start& at) { at.Leave("$$$TEMP", "old"), at.Box.Remove("app/$$$TEMP"); },
+       {},
+       ""},
+      {"half a copy, dismissed",
+       [](const Start& at) {
+         at.Box.Write("app/$$$TEMP.rws0", "ol"), at.Box.Write("app/$$$TEMP1.kept", "old");
+       },
+       {},
+       "$$$TEMP.rws0,$$$TEMP1.kept"}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.What);
+    const Start at;
+    at.Box.MakeFolder("app");
+    row.Prepare(at);
+    const auto found = FindInterrupted(at.Services());
+    ASSERT_EQ(found.size(), row.State ? 1U : 0U);
+    EXPECT_EQ(at.Apps(), row.Left);
+    if (!row.State) continue;
+    EXPECT_EQ(found[0].State, *row.State);
+    const bool known = row.State != InterruptedState::Unknown;
+    EXPECT_EQ(found[0].Mission, known ? at.Box.Path("m/a.mis") : "");
+    EXPECT_TRUE(at.Services().Files.FileExists(found[0].Copy));
+    EXPECT_GT(found[0].Time.Year, 2020);
+  }
+}
+
+/** A path may hold line ends, and a mission that cannot be read now may be read later. */
+TEST(FindInterrupted, TakesOddPathsAndLeavesWhatItCannotRead) {
+  if (!test::kPosixFiles) GTEST_SKIP() << test::kNeedsPosixFiles;
+  const Start at;
+  const std::string odd = at.Box.Write("m/\r\n\xE9.mis", "torn"), copy = at.Leave("$$$TEMP", "old");
+  WriteNote(at.Services(), copy, {odd, Sha1("old"), Sha1("new")});
+  ASSERT_EQ(FindInterrupted(at.Services()).size(), 1U);
+  EXPECT_EQ(FindInterrupted(at.Services())[0].Mission, odd);
+  at.Services().Files.BeforeStep = [&](const FileStep& step) {
+    if (step.Path == odd) throw FileFault(fault::FileIo, step.Action, odd, "device error");
+  };
+  EXPECT_TRUE(FindInterrupted(at.Services()).empty());
+  EXPECT_EQ(at.Apps(), "$$$TEMP,$$$TEMP.note");
+}
+
+TEST(FindInterrupted, PartsMissionAndBackup) {
+  const Start at;
+  const std::string mission = at.Box.Write("m/a.mis", "old");
+  at.Box.Write("app/RWS Backup/b.bak", "other");
+  const std::string backup = at.Box.Path("app/RWS Backup/a.mis.bak");
+  at.Leave("$$$TEMP", "old");
+  at.Services().Files.LinkOrCopy(mission, backup);
+  EXPECT_TRUE(FindInterrupted(at.Services()).empty());
+  at.Box.Write("m/a.mis", "edited by another program");
+  EXPECT_EQ(at.Box.Read("app/RWS Backup/a.mis.bak"), "old");
+  EXPECT_EQ(at.Apps() + at.Box.Names("app/RWS Backup"), "RWS Backupa.mis.bak,b.bak");
+}
+
+TEST(GiveBack, AnyStepFailsAndNothingIsLost) {
+  for (const std::string stands : {"<none>", "torn"}) {
+    SCOPED_TRACE(stands);
+    const int steps = test::ForEachFailingStep([&](test::FailingStep& step) {
+      const Start at;
+      if (stands == "torn") at.Box.Write("m/a.mis", stands);
+      at.Box.Write("app/RWS Backup/a.mis.bak", "first");
+      at.Box.Write("app/RWS Backup/a.mis." + kStamp + ".bak", "second");
+      at.Leave("$$$TEMP", "old");
+      const auto found = FindInterrupted(at.Services());
+      ASSERT_EQ(found.size(), 1U);
+      std::string reason;
+      step.During(at.Services().Files, [&] {
+        Trap([&] { GiveBack(at.Services(), found[0]); },
+             [&](const Fault& caught) { reason = caught.Text; });
+      });
+      SCOPED_TRACE("failed: " + step.Action() + " " + step.Path() + " " + reason);
+      const std::string mission = at.Box.Read("m/a.mis"),
+                        aside = at.Box.Read("app/RWS Backup/a.mis." + kStamp + " 2.bak");
+      EXPECT_TRUE(mission == "old" ||
+                  (!reason.empty() && mission == stands && at.Box.Read("app/$$$TEMP") == "old"));
+      EXPECT_TRUE(aside == stands || mission == stands);
+      EXPECT_EQ(at.Box.Read("app/RWS Backup/a.mis.bak") +
+                    at.Box.Read("app/RWS Backup/a.mis." + kStamp + ".bak"),
+                "firstsecond");
+      EXPECT_EQ(at.Box.Names("m"), mission == "<none>" ? "" : "a.mis");
+      if (!step.Failed()) {
+        EXPECT_EQ(reason + at.Apps(), "RWS Backup");
+      }
+      // The next start offers it again, or has nothing left to do.
+      EXPECT_EQ(FindInterrupted(at.Services()).size(), mission == "old" ? 0U : 1U);
+      EXPECT_EQ(at.Apps(), mission == "old" ? "RWS Backup" : "$$$TEMP,$$$TEMP.note,RWS Backup");
+    });
+    EXPECT_GE(steps, stands == "torn" ? 9 : 4);
+  }
+}
+
+TEST(GiveBack, ReplacesNothingThatItDoesNotKnow) {
+  const Start at;
+  at.Leave("$$$TEMP", "old");
+  auto found = FindInterrupted(at.Services());
+  ASSERT_EQ(found.size(), 1U);
+  at.Box.Write("m/a.mis", "made anew");
+  EXPECT_FALSE(ResumeNext([&] { GiveBack(at.Services(), found[0]); }));
+  found[0].State = InterruptedState::Unknown;
+  EXPECT_FALSE(ResumeNext([&] { GiveBack(at.Services(), found[0]); }));
+  EXPECT_EQ(at.Box.Read("m/a.mis") + "," + at.Apps(), "made anew,$$$TEMP,$$$TEMP.note");
+}
+
+TEST(Dismiss, KeepsEachCopyWithItsNote) {
+  test::ForEachFailingStep([&](test::FailingStep& step) {
+    const Start at;
+    at.Box.Write("app/$$$TEMP" + kStamp + ".kept", "dismissed before");
+    at.Leave("$$$TEMP", "old");
+    const auto found = FindInterrupted(at.Services());
+    ASSERT_EQ(found.size(), 1U);
+    std::string kept;
+    step.During(at.Services().Files,
+                [&] { ResumeNext([&] { kept = Dismiss(at.Services(), found[0]); }); });
+    SCOPED_TRACE(step.Action() + " " + step.Path());
+    const std::string name = "$$$TEMP" + kStamp + " 2.kept";
+    EXPECT_TRUE(kept.empty() ? step.Failed() : kept == at.Box.Path("app/" + name));
+    const bool moved = at.Box.Exists("app/" + name);
+    EXPECT_EQ(at.Box.Read(moved ? "app/" + name : "app/$$$TEMP"), "old");
+    EXPECT_TRUE(ReadNote(at.Services(), at.Box.Path(moved ? "app/" + name : "app/$$$TEMP")));
+    EXPECT_EQ(at.Box.Read("app/$$$TEMP" + kStamp + ".kept"), "dismissed before");
+    EXPECT_EQ(FindInterrupted(at.Services()).size(), moved ? 0U : 1U);
+  });
+}
+
+}  // namespace
+}  // namespace rws
