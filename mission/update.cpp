@@ -6,9 +6,11 @@
 #include <vector>
 
 #include "mission/fields.h"
+#include "mission/line_ends.h"
 #include "mission/mission_file.h"
 #include "services/error_log.h"
 #include "services/numbers.h"
+#include "services/paths.h"
 
 namespace rws {
 
@@ -96,19 +98,77 @@ std::string PendingQuestion(const Document& doc, const std::vector<std::size_t>&
   return question;
 }
 
+std::string PathOf(const Mission& mission) { return BuildPath(mission.DirPath, mission.FileName); }
+
+/** True if another program has written the mission's file since it was read. */
+bool ChangedOutside(const Services& services, const Mission& mission) {
+  const std::string path = PathOf(mission);
+  if (mission.AsRead.empty() || services.Files.IsGone(path)) return false;
+  std::string bytes = services.Files.ReadFile(path);
+  if (bytes == mission.AsRead.FileText()) return false;
+  if (auto repaired = RepairedLineEnds(bytes)) bytes = std::move(*repaired);
+  return !(LineArray::FromFile(std::move(bytes)) == mission.AsRead);
+}
+
+bool AskToReplace(const Services& services, const std::string& path) {
+  const DateTime time = FileSystem::LocalTime(services.Files.Stamp(path));
+  const std::string question =
+      "Another program has changed \"" + path + "\" since it was read, last on " + TimeText(time) +
+      ".\n\nReplace it by the mission as it is here? What stands there now is kept in \"RWS "
+      "Backup\".";
+  return services.Ask.MsgBox(question, Buttons::YesNo, Icon::Exclamation, kProgramTitle) ==
+         Answer::Yes;
+}
+
+/** Writes the lines over the mission's file. What another program has put there is replaced only
+    when the user agrees, and never without a backup. */
+bool ReplaceMission(const Services& services, const Preferences& prefs, const Mission& mission,
+                    const LineArray& lines) {
+  bool refused = false, backup = prefs.bBackup;
+  std::string reason;
+  const auto look = [&] {
+    if (!ChangedOutside(services, mission)) return;
+    refused = !AskToReplace(services, PathOf(mission));
+    if (refused || backup) return;
+    services.Files.RequireWritable(PathOf(mission));
+    backup = true;
+  };
+  const bool looked = Trap(look, [&](const Fault& caught) {
+    LogError(services, caught.Text, "WriteMissionFile");
+    reason = caught.Text;
+  });
+  if (refused) return false;
+  if (looked && WriteMissionFile(services, mission, lines, backup, &reason)) return true;
+  TellFailure(services, "Update fail. Reason unknown. Mission file restored.", reason);
+  return false;
+}
+
+/** Writes a mission whose file has gone. */
+bool WriteAnew(const Services& services, const std::string& path, const LineArray& lines) {
+  const auto write = [&] { services.Files.ReplaceFile(path, lines.FileText()); };
+  return Trap(write, [&](const Fault& caught) {
+    LogError(services, caught.Text, "SaveMission");
+    TellFailure(services, "\"" + path + "\" could not be written.", caught.Text);
+  });
+}
+
+enum class IfGone { Fail, Write };
+
 bool UpdateMission(Document& doc, const Services& services, const Preferences& prefs,
-                   const ShownValues& shown, std::size_t mission) {
+                   const ShownValues& shown, std::size_t mission, IfGone ifGone) {
   LineArray lines;
   std::string reason;
   if (!BuildMissionFile(doc, services, lines, mission, shown, &reason)) {
     TellFailure(services, "Update Failed. Reason unknown. Update aborted.", reason);
     return false;
   }
-  if (!WriteMissionFile(services, doc.Missions[mission], lines, prefs.bBackup, &reason)) {
-    TellFailure(services, "Update fail. Reason unknown. Mission file restored.", reason);
-    return false;
-  }
-  return true;
+  Mission& record = doc.Missions[mission];
+  const std::string path = PathOf(record);
+  const bool written = ifGone == IfGone::Write && services.Files.IsGone(path)
+                           ? WriteAnew(services, path, lines)
+                           : ReplaceMission(services, prefs, record, lines);
+  if (written) record.AsRead = std::move(lines);
+  return written;
 }
 
 }  // namespace
@@ -124,20 +184,36 @@ bool MissionChanged(const Document& doc, std::size_t mission) {
 }
 
 bool UpdateChanges(Document& doc, const Services& services, const Preferences& prefs,
-                   const ShownValues& shown) {
+                   const ShownValues& shown,
+                   const std::function<void(std::size_t mission)>& written) {
   bool allWritten = true;
-  const bool done = LogAndLeave(services, "UpdateChanges", [&] {
+  const bool finished = LogAndLeave(services, "UpdateChanges", [&] {
     for (std::size_t i = 0; i < doc.Missions.size(); ++i) {
       if (!doc.Missions[i].Modified) continue;
       // Also when the fault of a mission that has gone ends the loop.
       doc.Missions[i].NotWritten = true;
-      doc.Missions[i].NotWritten = !UpdateMission(doc, services, prefs, shown, i);
-      allWritten &= !doc.Missions[i].NotWritten;
+      const bool done = UpdateMission(doc, services, prefs, shown, i, IfGone::Fail);
+      doc.Missions[i].NotWritten = !done;
       doc.Missions[i].Modified = false;
+      allWritten &= done;
+      if (done && written) written(i);
     }
     services.Window.LightUpdate(false);
   });
-  return done && allWritten;
+  return finished && allWritten;
+}
+
+bool SaveMission(Document& doc, const Services& services, const Preferences& prefs,
+                 const ShownValues& shown, std::size_t mission) {
+  bool written = false;
+  LogAndLeave(services, "SaveMission", [&] {
+    Mission& record = At(doc.Missions, static_cast<std::ptrdiff_t>(mission));
+    record.NotWritten = true;
+    record.Modified = false;
+    written = UpdateMission(doc, services, prefs, shown, mission, IfGone::Write);
+    record.NotWritten = !written;
+  });
+  return written;
 }
 
 void DropEdits(Document& doc, std::size_t mission) {

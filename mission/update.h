@@ -16,11 +16,21 @@ namespace rws {
     commands that add one add it to the shadow too. */
 bool MissionChanged(const Document& doc, std::size_t mission);
 
-/** Writes every modified mission. Each that cannot be written is told to the user, counts as saved
-    until its next edit, and the rest is still attempted; only a mission that could not be restored
-    either ends the run. True if all were written. */
+/** Writes every modified mission. One whose file another program has changed since it was read is
+    only replaced when the user agrees, and what stood there is kept among the backups then, in any
+    case; No counts as a failure that has been told. Each that cannot be written is told to the
+   user, counts as saved until its next edit, and the rest is still attempted; only a mission that
+   could not be restored either ends the run. `written` is called after each that was written. True
+   if all were. */
 bool UpdateChanges(Document& doc, const Services& services, const Preferences& prefs,
-                   const ShownValues& shown);
+                   const ShownValues& shown,
+                   const std::function<void(std::size_t mission)>& written = nullptr);
+
+/** Writes one mission in the same way, modified or not. A file that has gone is simply written:
+   there is nothing then to be copied or kept. True if it was written; else its edits live in memory
+   only, and the user has been told why. The Update button stays as it is. */
+bool SaveMission(Document& doc, const Services& services, const Preferences& prefs,
+                 const ShownValues& shown, std::size_t mission);
 
 enum class LeaveBy { Mouse, Key };
 

@@ -5,8 +5,10 @@
 #include <type_traits>
 
 #include "mission/fields.h"
+#include "mission/reader.h"
 #include "services/faults.h"
 #include "services/paths.h"
+#include "services/text.h"
 #include "session/doors.h"
 #include "tests/support/doubles.h"
 #include "tests/support/sandbox.h"
@@ -166,6 +168,113 @@ TEST(UpdateChanges, AttemptsTheRestAfterAFailure) {
   world.Doc.Missions[0].Modified = true;
   world.Script.Expect("could not be restored");  // no file is there that could be called restored
   EXPECT_FALSE(UpdateChanges(world.Doc, world.Services, world.Prefs, world.Shown));
+}
+
+constexpr char kRead[] = "[MAIN]|  army 1|[Wing]|[x_Way]|[e]";
+constexpr char kWritten[] = "[MAIN]|  army 1|  player r01|[Wing]|[e]";
+
+/** A mission that was read and edited, with backups off. */
+struct Edited {
+  explicit Edited(const std::string& bytes = test::CrlfText(kRead)) : World_(Box.Path("app")) {
+    Box.MakeFolder("app");
+    World_.Prefs.bBackup = false;
+    World_.Doc.MissionFiles = {Box.Write("a.mis", bytes)};
+    LoadMissionArray(World_.Doc, World_.Services);
+    LoadMission(World_.Doc, World_.Services, 0);
+    Record().Player = "r01";
+    Record().Modified = true;
+  }
+  Mission& Record() { return World_.Doc.Missions[0]; }
+  bool Save() { return SaveMission(World_.Doc, World_.Services, World_.Prefs, World_.Shown, 0); }
+  bool Update() { return UpdateChanges(World_.Doc, World_.Services, World_.Prefs, World_.Shown); }
+
+  test::Sandbox Box;
+  World World_;
+};
+
+TEST(UpdateChanges, AsksBeforeItReplacesWhatAnotherProgramWrote) {
+  struct Row {
+    const char* What;
+    std::string Before, Now;
+    bool Asks;
+  };
+  const std::string read = test::CrlfText(kRead), other = test::CrlfText("[MAIN]|  army 2|[Wing]");
+  const std::string bare = Replace(read, "\r\n", "\n");
+  const Row rows[] = {{"as read", read, read, false},
+                      {"other lines", read, other, true},
+                      {"same size", read, Replace(read, "army 1", "army 2"), true},
+                      {"emptied", read, "", true},
+                      {"no line end at the end", read, read.substr(0, read.size() - 2), false},
+                      {"bare line feeds again", bare, bare, false}};
+  for (const auto& row : rows)
+    for (const auto answer : {Answer::Yes, Answer::No})
+      for (const bool save : {false, true}) {
+        SCOPED_TRACE(row.What + std::string(answer == Answer::Yes ? ", Yes" : ", No"));
+        Edited at(row.Before);
+        at.Box.Write("a.mis", row.Now);
+        if (row.Asks) at.World_.Script.Expect("changed \"" + at.Box.Path("a.mis"), answer);
+        const bool written = !row.Asks || answer == Answer::Yes;
+        EXPECT_EQ(save ? at.Save() : at.Update(), written);
+        EXPECT_TRUE(at.Box.Read("a.mis") == (written ? test::CrlfText(kWritten) : row.Now));
+        // What the question was about is kept, also with backups off.
+        EXPECT_EQ(at.Box.Read("app/RWS Backup/a.mis.bak"),
+                  row.Asks && written ? row.Now : "<none>");
+        EXPECT_EQ(at.Record().NotWritten, !written);
+        EXPECT_FALSE(at.Record().Modified);
+        EXPECT_FALSE(at.World_.Services.Files.FileExists(at.Box.Path("app/$$$TEMP")));
+        if (!row.Asks) continue;
+        const auto& box = at.World_.Script.Boxes.at(0);
+        EXPECT_TRUE(box.Buttons == Buttons::YesNo && box.Icon == Icon::Exclamation);
+        const auto stamp = at.World_.Services.Files.Stamp(at.Box.Path("a.mis"));
+        if (!written) {
+          EXPECT_NE(box.Text.find(TimeText(FileSystem::LocalTime(stamp))), box.Text.npos);
+        }
+      }
+}
+
+TEST(UpdateChanges, DoesNotWriteWhatItCouldNotLookAt) {
+  Edited at;
+  int reads = 0;
+  at.World_.Services.Files.BeforeStep = [&](const FileStep& step) {
+    if (step.Action == "read" && reads++ == 0)
+      throw FileFault(fault::FileIo, step.Action, step.Path, "device error");
+  };
+  at.World_.Script.Expect("Mission file restored.");
+  EXPECT_FALSE(at.Update());
+  EXPECT_EQ(at.Box.Read("a.mis"), test::CrlfText(kRead));
+  EXPECT_TRUE(at.World_.Script.Boxes[0].Text.ends_with("device error"));
+}
+
+TEST(SaveMission, WritesAgainAndAgainAndWhereTheFileHasGone) {
+  Edited at;
+  EXPECT_TRUE(at.Save());
+  at.Record().Player = "r02";
+  EXPECT_TRUE(at.Save()) << "its own writing is no change from outside";
+  at.Box.Remove("a.mis");
+  at.Record().Player = "r01";
+  EXPECT_TRUE(at.Save());
+  EXPECT_EQ(at.Box.Read("a.mis"), test::CrlfText(kWritten));
+  EXPECT_EQ(at.Box.Names("app"), "");
+  at.Box.Remove("a.mis");
+  at.World_.Services.Files.BeforeStep = [](const FileStep& step) {
+    throw FileFault(fault::FileIo, step.Action, step.Path, "disk full");
+  };
+  at.World_.Script.Expect("\"" + at.Box.Path("a.mis") + "\" could not be written.\n\n");
+  EXPECT_FALSE(at.Save());
+  EXPECT_TRUE(at.Record().NotWritten);
+  EXPECT_EQ(at.Box.Names(), "app");
+}
+
+TEST(UpdateChanges, TellsEachMissionThatWasWritten) {
+  Edited at;
+  at.World_.Doc.Missions.resize(3, at.Record());
+  at.World_.Doc.Missions[0].Modified = false;
+  at.World_.Doc.Missions[1].Loaded = false;
+  std::vector<std::size_t> written;
+  at.World_.Script.Expect("Update aborted.");
+  UpdateChanges(at.World_.Doc, at.World_.Services, at.World_.Prefs, at.World_.Shown,
+                [&](std::size_t i) { written.push_back(i); });
+  EXPECT_EQ(written, std::vector<std::size_t>{2});
 }
 
 TEST(WarnSave, LeavesBySavePromptMode) {
