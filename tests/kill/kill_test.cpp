@@ -37,11 +37,10 @@ std::string QuickFolder() {
 
 /** A folder with missions, open in a program that is about to do something. */
 struct Game {
-  explicit Game(int missions = 1) : World_(Box.Path("app")) {
+  Game(int missions, int lines) : World_(Box.Path("app")) {
     Box.MakeFolder("app");
-    // More than is written in one piece.
     std::string tail = CrlfText("[NStationary]");
-    for (int i = 0; i < 300; ++i) tail += "  " + std::string(250, 'x') + "\r\n";
+    for (int i = 0; i < lines; ++i) tail += "  " + std::string(250, 'x') + "\r\n";
     Old = CrlfText("[MAIN]|  army 1|[Wing]|[x_Way]") + tail;
     New = CrlfText("[MAIN]|  army 1|  player r01|[Wing]") + tail;
     for (int i = 0; i < missions; ++i) {
@@ -110,9 +109,13 @@ struct Game {
   int Missing = 0;
 };
 
+/** So many lines of a mission are more than is written in one piece. */
+constexpr int kTwoPieces = 270, kOnePiece = 5;
+
 struct Operation {
   const char* Name;
   int Missions;
+  int Lines;
   /** Runs before the child is made. */
   void (*Prepare)(Game& game);
   void (*Run)(Game& game);
@@ -178,11 +181,13 @@ void CheckGivenBack(Game& game, const std::string& stood) {
 }
 
 const Operation kOperations[] = {
-    {"Update", 1, [](Game& game) { game.Edit(); }, [](Game& game) { Game::Must(game.Update()); },
+    {"Update", 1, kTwoPieces, [](Game& game) { game.Edit(); },
+     [](Game& game) { Game::Must(game.Update()); },
      [](Game& game) { game.ExpectOldOrNew(), game.ExpectBackup("m00.mis.bak"); }},
-    {"UpdateWithoutBackup", 1, [](Game& game) { game.Edit(), game.World_.Prefs.bBackup = false; },
+    {"UpdateWithoutBackup", 1, kOnePiece,
+     [](Game& game) { game.Edit(), game.World_.Prefs.bBackup = false; },
      [](Game& game) { Game::Must(game.Update()); }, [](Game& game) { game.ExpectOldOrNew(); }},
-    {"UpdateWithSecondBackup", 1,
+    {"UpdateWithSecondBackup", 1, kOnePiece,
      [](Game& game) { game.Edit(), game.Box.Write("app/RWS Backup/m00.mis.bak", "earlier"); },
      [](Game& game) { Game::Must(game.Update()); },
      [](Game& game) {
@@ -190,32 +195,35 @@ const Operation kOperations[] = {
        EXPECT_EQ(game.Box.Read("app/RWS Backup/m00.mis.bak"), "earlier");
        game.ExpectBackup("m00.mis." + kStamp + ".bak");
      }},
-    {"Save", 1, [](Game& game) { game.Edit(), game.World_.Doc.Missions[0].Modified = false; },
+    {"Save", 1, kOnePiece,
+     [](Game& game) { game.Edit(), game.World_.Doc.Missions[0].Modified = false; },
      [](Game& game) { Game::Must(game.Save()); }, [](Game& game) { game.ExpectOldOrNew(); }},
-    {"SaveWhereTheFileHasGone", 1, [](Game& game) { game.Edit(), game.Box.Remove("m/m00.mis"); },
+    {"SaveWhereTheFileHasGone", 1, kTwoPieces,
+     [](Game& game) { game.Edit(), game.Box.Remove("m/m00.mis"); },
      [](Game& game) { Game::Must(game.Save()); },
      [](Game& game) {
        const std::string mission = game.Box.Read("m/m00.mis");
        EXPECT_TRUE(mission == "<none>" || mission == game.New);
        game.ExpectNothingFound();
      }},
-    {"Delete", 1, [](Game&) {},
+    {"Delete", 1, kOnePiece, [](Game&) {},
      [](Game& game) {
        Game::Must(DeleteMission(game.World_.Doc, game.World_.Services) == ToolOutcome::Reread);
      },
      CheckTaken},
-    {"Move", 1, [](Game& game) { game.Target = game.Box.Path("n"), game.Box.MakeFolder("n"); },
+    {"Move", 1, kOnePiece,
+     [](Game& game) { game.Target = game.Box.Path("n"), game.Box.MakeFolder("n"); },
      [](Game& game) {
        Game::Must(MoveMission(game.World_.Doc, game.World_.Services) == ToolOutcome::Reread);
      },
      CheckMoved},
-    {"Rename", 1, [](Game& game) { game.Typed = {"Other"}; },
+    {"Rename", 1, kOnePiece, [](Game& game) { game.Typed = {"Other"}; },
      [](Game& game) {
        Game::Must(RenameCase(game.World_.Doc, game.World_.Services, 0).Outcome ==
                   ToolOutcome::Reread);
      },
      CheckRenamed},
-    {"RenameAll", 5,
+    {"RenameAll", 5, kOnePiece,
      [](Game& game) {
        game.Typed = {"m", "1"};
      },
@@ -223,10 +231,10 @@ const Operation kOperations[] = {
        Game::Must(RenameAll(game.World_.Doc, game.World_.Services).Outcome == ToolOutcome::Reread);
      },
      CheckAllRenamed},
-    {"GiveBackMissing", 1, [](Game& game) { LeaveInterrupted(game, ""); },
+    {"GiveBackMissing", 1, kOnePiece, [](Game& game) { LeaveInterrupted(game, ""); },
      [](Game& game) { GiveBack(game.World_.Services, game.Found[0]); },
      [](Game& game) { CheckGivenBack(game, "<none>"); }},
-    {"GiveBackTorn", 1, [](Game& game) { LeaveInterrupted(game, "torn"); },
+    {"GiveBackTorn", 1, kOnePiece, [](Game& game) { LeaveInterrupted(game, "torn"); },
      [](Game& game) { GiveBack(game.World_.Services, game.Found[0]); },
      [](Game& game) { CheckGivenBack(game, "torn"); }},
 };
@@ -239,7 +247,7 @@ TEST_P(Killed, AtEverySystemCall) {
   int points = 0, missing = 0;
   for (ChildEnd end = ChildEnd::Killed; end == ChildEnd::Killed && !HasFailure(); ++points) {
     SCOPED_TRACE("killed before system call " + std::to_string(points));
-    Game game(operation.Missions);
+    Game game(operation.Missions, operation.Lines);
     operation.Prepare(game);
     end = test::RunAndKill([&] { operation.Run(game); }, points);
     if (end == ChildEnd::Refused) GTEST_SKIP() << "no process may watch another here (ptrace)";
