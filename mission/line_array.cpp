@@ -10,9 +10,7 @@ const LineArray::Buffer LineArray::kNone;
 
 LineArray LineArray::FromFile(std::string bytes) {
   if (bytes.size() > kLargest) throw OverflowFault();
-  LineArray lines;
-  Buffer& buffer = lines.Own();
-  auto& starts = buffer.Starts;
+  std::vector<std::uint32_t> starts;
   std::size_t start = 0;
   for (std::size_t hit = 0; (hit = bytes.find('\n', hit)) != bytes.npos; ++hit) {
     if (hit == start || bytes[hit - 1] != '\r') continue;
@@ -23,9 +21,10 @@ LineArray LineArray::FromFile(std::string bytes) {
     starts.push_back(static_cast<std::uint32_t>(start));
     bytes.append("\r\n");
   }
-  buffer.Text = std::move(bytes);
-  buffer.Text.shrink_to_fit();
+  bytes.shrink_to_fit();
   starts.shrink_to_fit();
+  LineArray lines;
+  lines.buffer_ = std::make_shared<Buffer>(Buffer{std::move(bytes), std::move(starts)});
   return lines;
 }
 
@@ -35,8 +34,8 @@ LineArray::Buffer& LineArray::Own() {
 }
 
 void LineArray::Add(std::string_view indent, std::string_view line) {
-  if (FileText().size() + indent.size() + line.size() > kLargest) throw OverflowFault();
   auto& [text, starts] = Own();
+  if (text.size() + indent.size() + line.size() > kLargest) throw OverflowFault();
   starts.push_back(static_cast<std::uint32_t>(text.size()));
   text.append(indent).append(line).append("\r\n", 2);
 }
@@ -44,13 +43,16 @@ void LineArray::Add(std::string_view indent, std::string_view line) {
 void LineArray::AddRange(const LineArray& lines, std::size_t first, std::size_t last) {
   if (first >= last) return;
   const std::size_t begin = lines.Start(first), size = lines.End(last - 1) + 2 - begin;
-  if (FileText().size() + size > kLargest) throw OverflowFault();
   auto& [text, starts] = Own();
-  const Buffer& source = lines.Kept();
+  if (text.size() + size > kLargest) throw OverflowFault();
   // Unsigned arithmetic brings an offset down as well as up.
   const auto shift = static_cast<std::uint32_t>(text.size() - begin);
-  for (std::size_t i = first; i < last; ++i) starts.push_back(source.Starts[i] + shift);
-  text.append(source.Text, begin, size);
+  const std::size_t before = starts.size();
+  starts.resize(before + last - first);
+  const std::uint32_t* const from = lines.Kept().Starts.data() + first;
+  std::transform(from, from + (last - first), starts.data() + before,
+                 [shift](std::uint32_t start) { return start + shift; });
+  text.append(lines.FileText(), begin, size);
 }
 
 void LineArray::Set(std::size_t index, std::string_view line) {
