@@ -207,11 +207,13 @@ bool SaveMission(Document& doc, const Services& services, const Preferences& pre
                  const ShownValues& shown, std::size_t mission) {
   bool written = false;
   LogAndLeave(services, "SaveMission", [&] {
-    Mission& record = At(doc.Missions, static_cast<std::ptrdiff_t>(mission));
-    record.NotWritten = true;
-    record.Modified = false;
+    const auto record = [&]() -> Mission& {
+      return At(doc.Missions, static_cast<std::ptrdiff_t>(mission));
+    };
+    record().NotWritten = true;
+    record().Modified = false;
     written = UpdateMission(doc, services, prefs, shown, mission, IfGone::Write);
-    record.NotWritten = !written;
+    record().NotWritten = !written;
   });
   return written;
 }
