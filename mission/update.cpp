@@ -164,10 +164,26 @@ bool UpdateMission(Document& doc, const Services& services, const Preferences& p
   }
   Mission& record = doc.Missions[mission];
   const std::string path = PathOf(record);
-  const bool written = ifGone == IfGone::Write && services.Files.IsGone(path)
-                           ? WriteAnew(services, path, lines)
-                           : ReplaceMission(services, prefs, record, lines);
-  if (written) record.AsRead = std::move(lines);
+  // A write may have failed only behind the new file: that is then no other program's.
+  const auto takeWhatStands = [&] {
+    ResumeNext([&] {
+      if (services.Files.ReadFile(path) == lines.FileText()) record.AsRead = lines;
+    });
+  };
+  bool written = false;
+  const auto write = [&] {
+    written = ifGone == IfGone::Write && services.Files.IsGone(path)
+                  ? WriteAnew(services, path, lines)
+                  : ReplaceMission(services, prefs, record, lines);
+  };
+  Trap(write, [&](const Fault& caught) {
+    takeWhatStands();
+    throw Fault(caught);
+  });
+  if (written)
+    record.AsRead = lines;
+  else
+    takeWhatStands();
   return written;
 }
 

@@ -38,7 +38,7 @@ class Update {
  public:
   explicit Update(const Situation& situation) : situation_(situation), world_(box_.Path("app")) {
     std::string tail = CrlfText("[NStationary]");
-    for (int i = 0; i < 4000; ++i) tail += "  " + std::to_string(i) + "_Static wagon\r\n";
+    for (int i = 0; i < 3200; ++i) tail += "  " + std::to_string(i) + "_Static wagon\r\n";
     old_ = CrlfText("[MAIN]|  army 1|[Wing]|[x_Way]") + tail;
     new_ = CrlfText("[MAIN]|  army 1|  player r0100|[Wing]") + tail;
     box_.Write("m/m.mis", old_);

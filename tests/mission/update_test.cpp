@@ -245,6 +245,25 @@ TEST(UpdateChanges, DoesNotWriteWhatItCouldNotLookAt) {
   EXPECT_TRUE(at.World_.Script.Boxes[0].Text.ends_with("device error"));
 }
 
+TEST(UpdateChanges, KnowsItsOwnFileAfterAFailureBehindIt) {
+  for (const bool gone : {false, true}) {
+    SCOPED_TRACE(gone);
+    Edited at;
+    const std::string path = at.Box.Path("a.mis");
+    if (gone) at.Box.Remove("a.mis");
+    at.World_.Services.Files.BeforeStep = [&](const FileStep& step) {
+      if (step.Action == "sync folder" && step.Path == path)
+        throw FileFault(fault::FileIo, step.Action, step.Path, "device error");
+    };
+    at.World_.Script.Expect(gone ? "could not be written" : "could not be restored");
+    EXPECT_FALSE(gone ? at.Save() : at.Update());
+    EXPECT_EQ(at.Box.Read("a.mis"), test::CrlfText(kWritten));
+    at.World_.Services.Files.BeforeStep = nullptr;
+    at.Record().Player = "r02";
+    EXPECT_TRUE(at.Save()) << "unasked";
+  }
+}
+
 TEST(SaveMission, WritesAgainAndAgainAndWhereTheFileHasGone) {
   Edited at;
   EXPECT_TRUE(at.Save());
