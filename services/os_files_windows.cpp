@@ -229,9 +229,14 @@ std::unique_ptr<OutputFile> OpenOutput(const std::string& path, OpenMode mode,
 void CopyMode(const std::string&, const std::string&) {}
 
 void CopyTime(const std::string& from, const std::string& to) {
-  std::error_code error;
-  const auto time = std::filesystem::last_write_time(Wide(from), error);
-  if (!error) std::filesystem::last_write_time(Wide(to), time, error);
+  WIN32_FILE_ATTRIBUTE_DATA info;
+  if (!::GetFileAttributesExW(Wide(from).c_str(), GetFileExInfoStandard, &info)) return;
+  const HANDLE file = ::CreateFileW(Wide(to).c_str(), FILE_WRITE_ATTRIBUTES,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return;
+  ::SetFileTime(file, nullptr, nullptr, &info.ftLastWriteTime);
+  ::CloseHandle(file);
 }
 
 void SyncFolderOf(const std::string&) {
