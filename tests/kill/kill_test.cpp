@@ -156,7 +156,7 @@ void LeaveInterrupted(Game& game, const std::string& stands) {
   game.World_.Services.Files.BeforeStep = [](const FileStep& step) {
     if (step.Action == "link") ::_exit(0);
   };
-  test::RunAndKill([&] { game.Update(); }, 1 << 30);
+  test::RunAndKill([&] { game.Update(); }, test::kNoCall);
   game.World_.Services.Files.BeforeStep = nullptr;
   game.Box.Remove("m/m00.mis");
   if (!stands.empty()) game.Box.Write("m/m00.mis", stands);

@@ -5,6 +5,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstdint>
+
 namespace rws::test {
 
 namespace {
@@ -35,11 +37,11 @@ ChildEnd RunAndKill(const std::function<void()>& operation, int call) {
   if (!WIFSTOPPED(status)) return EndOf(status);
   ::ptrace(PTRACE_SETOPTIONS, child, nullptr, PTRACE_O_TRACESYSGOOD | PTRACE_O_EXITKILL);
   // A call stops the child twice, before it and behind it.
-  for (int stops = 0;;) {
+  for (std::int64_t stops = 0;;) {
     const bool stopped = ::ptrace(PTRACE_SYSCALL, child, nullptr, nullptr) == 0;
     ::waitpid(child, &status, 0);
     if (!stopped || !WIFSTOPPED(status)) return EndOf(status);
-    if (WSTOPSIG(status) != kCallStop || stops++ != 2 * call) continue;
+    if (WSTOPSIG(status) != kCallStop || stops++ != std::int64_t{2} * call) continue;
     ::kill(child, SIGKILL);
     ::waitpid(child, &status, 0);
     return ChildEnd::Killed;

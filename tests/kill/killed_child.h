@@ -16,6 +16,9 @@ enum class ChildEnd {
   Crashed
 };
 
+/** Number of a call that no child comes to: it runs to its own end. */
+inline constexpr int kNoCall = 1 << 30;
+
 /** Runs `operation` in a child of this process and kills it there, before its system call of this
     number, counted from 0, is made. What the operation does to memory is not seen here. */
 ChildEnd RunAndKill(const std::function<void()>& operation, int call);
