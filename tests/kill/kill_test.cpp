@@ -123,6 +123,8 @@ struct Operation {
   void (*Check)(Game& game);
 };
 
+void PrintTo(const Operation& operation, std::ostream* out) { *out << operation.Name; }
+
 void CheckTaken(Game& game) {
   const std::string mission = game.Box.Read("m/m00.mis"), brief = game.Box.Read("m/m00.properties");
   EXPECT_TRUE(mission == game.Old || mission == "<none>");
