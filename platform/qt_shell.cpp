@@ -16,6 +16,7 @@
 #include "platform/desktop_association.h"
 #include "platform/event_pump.h"
 #include "platform/fetch.h"
+#include "platform/instance_channel.h"
 #include "platform/qt_text.h"
 #include "platform/sound_player.h"
 #include "platform/text_editor.h"
@@ -88,6 +89,14 @@ Shell MakeQtShell() {
   const auto lock = std::make_shared<QLockFile>(LockFile());
   Shell shell;
   shell.TakeInstance = [lock] { return TakeLock(*lock); };
+  shell.TellInstance = [](const std::string& path) {
+    TellListener(InstanceChannelName(LockFile()), path);
+  };
+  const auto listener = std::make_shared<std::unique_ptr<InstanceListener>>();
+  shell.HearOtherStarts = [listener](std::function<void(const std::string&)> heard) {
+    *listener =
+        std::make_unique<InstanceListener>(InstanceChannelName(LockFile()), std::move(heard));
+  };
   shell.Execute = OpenByDesktop;
   shell.OpenText = OpenInTextEditor;
   shell.StartSound = [sound](const std::string& path) { sound->Start(FromPath(path)); };

@@ -50,6 +50,10 @@ inline constexpr SettingValue LabelInsert{"LabelInsert", "False"};
 inline constexpr SettingValue WPMetric{"WPMetric", "True"};
 /** Number of the single-byte encoding of mission text; "" follows the system. */
 inline constexpr SettingValue CodePage{"CodePage", ""};
+/** Whether the main window shows its tool bar. */
+inline constexpr SettingValue ToolBar{"ToolBar", "True"};
+/** The folders opened last, newest first, a line each. */
+inline constexpr SettingValue RecentFolders{"RecentFolders", ""};
 }  // namespace setting
 
 /** One of the program's values, or its default. */

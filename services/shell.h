@@ -41,6 +41,12 @@ struct Shell {
   /** Takes the place of the one running instance for the life of the program; false when another
       holds it. A run that crashed does not. */
   std::function<bool()> TakeInstance;
+  /** Tells the instance that holds the place what this start was to open. What cannot be told
+      within half a second is dropped. */
+  std::function<void(const std::string& path)> TellInstance;
+  /** From now on calls `heard` from the event loop with what later starts were to open; for the
+      instance that holds the place. */
+  std::function<void(std::function<void(const std::string& path)> heard)> HearOtherStarts;
   /** Lets waiting user interface events run. */
   std::function<void()> PumpEvents;
   std::function<DateTime()> Now;

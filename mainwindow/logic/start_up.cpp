@@ -151,6 +151,21 @@ void ChkComLine(Document& doc, Preferences& prefs, StartArguments& arguments,
   });
 }
 
+StartArguments ArgumentsFor(const Services& services, const std::string& path) {
+  StartArguments arguments;
+  TakePath(arguments, services, path);
+  return arguments;
+}
+
+std::string PathAskedFor(const Services& services, std::string_view commandLine) {
+  std::string text = WithoutQuotes(commandLine);
+  if (!text.empty() && !Exists(services, Absolute(services, text))) {
+    text = WithoutQuotes(SplitAt(text, ',').front());
+    if (EqualNoCase(text, "-restore")) return "";
+  }
+  return Absolute(services, text);
+}
+
 int FindComLineMission(const Document& doc, const StartArguments& arguments) {
   const std::string base = GetBaseName(arguments.ComLineMission), folded = FoldName(base);
   if (base.empty()) return -1;

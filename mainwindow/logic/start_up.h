@@ -53,6 +53,13 @@ std::string LikelyGameFolder(const Services& services);
 void ChkComLine(Document& doc, Preferences& prefs, StartArguments& arguments,
                 const Services& services, std::string_view commandLine);
 
+/** What a path names: a directory, a mission in its directory or a briefing; `Unfound` for
+    anything else. */
+StartArguments ArgumentsFor(const Services& services, const std::string& path);
+
+/** The path that a command line names, from the root on; "" when it names none. Looks only. */
+std::string PathAskedFor(const Services& services, std::string_view commandLine);
+
 /** Index of the mission that the command line named, or -1. The exact name goes before one that
     differs in letter case. */
 int FindComLineMission(const Document& doc, const StartArguments& arguments);

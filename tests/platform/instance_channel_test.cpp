@@ -1,0 +1,95 @@
+#include "platform/instance_channel.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QLocalSocket>
+#include <QTemporaryDir>
+#include <QTest>
+#include <memory>
+#include <vector>
+
+#include "tests/support/doubles.h"
+
+namespace rws::test {
+namespace {
+
+class InstanceChannel : public testing::Test {
+ protected:
+  InstanceChannel() {
+#ifdef _WIN32
+    channel = InstanceChannelName(folder.filePath("lock"));
+#else
+    // Short, as the address of a socket has to be.
+    channel = folder.filePath("s");
+#endif
+    Listen();
+  }
+
+  void Listen() {
+    listener = std::make_unique<InstanceListener>(
+        channel, [this](const std::string& path) { heard.push_back(path); });
+    EXPECT_TRUE(listener->IsListening());
+  }
+  void Send(const QByteArray& bytes) {
+    QLocalSocket socket;
+    socket.connectToServer(channel);
+    ASSERT_TRUE(socket.waitForConnected());
+    socket.write(bytes);
+    while (socket.bytesToWrite() > 0 && socket.waitForBytesWritten()) QTest::qWait(0);
+    socket.disconnectFromServer();
+    QTest::qWait(0);
+  }
+  bool Hears(std::size_t count) {
+    return QTest::qWaitFor([&] { return heard.size() >= count; });
+  }
+
+  QTemporaryDir folder;
+  QString channel;
+  std::unique_ptr<InstanceListener> listener;
+  std::vector<std::string> heard;
+};
+
+TEST_F(InstanceChannel, HandsOverAPathOfAnyBytesAndLength) {
+  const std::string odd = "/games/IL 2 \xFF \xC3\xA9,\"x\".mis", far(32 * 1024, 'x');
+  EXPECT_TRUE(TellListener(channel, odd));
+  EXPECT_TRUE(Hears(1));
+  EXPECT_TRUE(TellListener(channel, far));
+  EXPECT_TRUE(Hears(2));
+  EXPECT_TRUE(heard == std::vector<std::string>({odd, far}));
+}
+
+TEST_F(InstanceChannel, GarbageIsIgnored) {
+  for (const QByteArray& bytes :
+       {QByteArray(), QByteArray("\n"), QByteArray("rws-edit open 1\n"),
+        QByteArray("rws-edit open 1\n\n"), QByteArray("rws-edit open 1\n/x"),
+        QByteArray("rws-edit open 1\n/x\n/y\n"), QByteArray("rws-edit open 1\n/\x01x\n"),
+        QByteArray("GET / HTTP/1.1\r\n\r\n"), QByteArray("rws-edit open 1\n\0x\n", 19)})
+    Send(bytes);
+  EXPECT_TRUE(TellListener(channel, "/last"));
+  EXPECT_TRUE(Hears(1));
+  EXPECT_EQ(Joined(heard), "/last");
+  EXPECT_FALSE(TellListener(channel, std::string(200 * 1024, 'x'))) << "longer than any path";
+}
+
+TEST_F(InstanceChannel, NobodyListensOrACrashedRunDid) {
+  listener.reset();
+  EXPECT_FALSE(TellListener(channel, "/x"));
+#ifndef _WIN32
+  QFile left(channel);
+  ASSERT_TRUE(left.open(QIODevice::WriteOnly));
+  left.close();
+#endif
+  EXPECT_FALSE(TellListener(channel, "/x"));
+  Listen();
+  EXPECT_TRUE(TellListener(channel, "/y"));
+  EXPECT_TRUE(Hears(1));
+}
+
+TEST_F(InstanceChannel, EachLockFileHasItsOwn) {
+  EXPECT_EQ(InstanceChannelName("/a/lock"), InstanceChannelName("/a/../a/lock"));
+  EXPECT_NE(InstanceChannelName("/a/lock"), InstanceChannelName("/b/lock"));
+}
+
+}  // namespace
+}  // namespace rws::test
