@@ -1,5 +1,6 @@
 #include "controls/guarded_edit.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QFocusEvent>
@@ -32,6 +33,8 @@ bool GuardedEdit::focusNextPrevChild(bool next) {
 }
 
 bool GuardedEdit::eventFilter(QObject* watched, QEvent* event) {
+  // Nor does the key of a menu's entry.
+  if (event->type() == QEvent::Shortcut && qobject_cast<QAction*>(watched)) return Refuses();
   auto* widget = qobject_cast<QWidget*>(watched);
   if (!widget || widget == this || widget->window() != window()) return false;
   // A button's mnemonic presses it without taking the focus.

@@ -3,12 +3,13 @@
 #include <QMap>
 #include <QStringList>
 #include <QStringListModel>
+#include <set>
 
 #include "controls/report_list.h"
 
 namespace rws {
 
-/** The texts of a list box, some of them struck out. */
+/** The texts of a list box, some of them struck out or marked. */
 class RowTexts : public QStringListModel {
   Q_OBJECT
 
@@ -17,8 +18,14 @@ class RowTexts : public QStringListModel {
 
   /** Why a row is struck out, by row; told by its tip and to a screen reader. */
   QMap<int, QString> Struck;
+  /** Rows with a mark, and what it means in words. */
+  std::set<int> Marked;
+  QString Mark;
 
   QVariant data(const QModelIndex& index, int role) const override;
+
+ private:
+  QStringList Remarks(int row) const;
 };
 
 /** A list of texts, one selected; -1 is none. A right click selects nothing by itself, and neither
@@ -34,6 +41,9 @@ class ListBox : public ReportList {
   void SetRowText(int row, const QString& text) { rows_.setData(rows_.index(row), text); }
   /** Strikes a row out until the rows are set anew; `why` is told. */
   void StrikeRow(int row, const QString& why);
+  /** Marks these rows, and no others, by an asterisk before their text, which itself stays as it
+      is; `meaning` says the mark in words. Lasts until the rows are set anew. */
+  void MarkRows(std::set<int> rows, const QString& meaning);
   int RowCount() const { return rows_.rowCount(); }
   /** Selects a row and brings it into view; a row that is not there selects none. */
   void SelectRow(int row) { SelectOnly(row); }

@@ -27,6 +27,13 @@ void MissionList::MarkGone(int mission) {
   StrikeRow(RowOf(mission), tr("no longer in this folder"));
 }
 
+void MissionList::SetUnsaved(const std::set<int>& missions) {
+  std::set<int> rows;
+  for (int row = 0; !missions.empty() && row < RowCount(); ++row)
+    if (missions.contains(MissionAt(row))) rows.insert(row);
+  MarkRows(std::move(rows), tr("unsaved"));
+}
+
 int MissionList::RowOf(int mission) const {
   const auto found = std::find(missions_.begin(), missions_.end(), mission);
   return found == missions_.end() ? -1 : static_cast<int>(found - missions_.begin());

@@ -31,6 +31,8 @@ class MissionList : public ListBox {
   void SelectMission(int mission) { SelectRow(RowOf(mission)); }
   /** Marks a mission whose file is gone until the rows are shown anew. */
   void MarkGone(int mission);
+  /** Marks these missions, and no others, as unsaved. */
+  void SetUnsaved(const std::set<int>& missions);
   bool IsGone(int mission) const { return gone_.count(mission) > 0; }
 
  private:
