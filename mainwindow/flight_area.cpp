@@ -134,12 +134,16 @@ void FlightArea::LoadPlanes() {
   });
 }
 
-void FlightArea::OpenMenu(QPoint globalPosition) {
-  if (lstPlanes->RowCount() == 0) return;
+void FlightArea::PrepareMenu() {
   // What is selected by now, also by the keyboard, not what was left.
   const std::size_t selected = lstPlanes->Selection().Flights.size();
   if (selected == 1) SetSingleMode();
   if (selected >= 2) SetGroupEntries();
+}
+
+void FlightArea::OpenMenu(QPoint globalPosition) {
+  if (lstPlanes->RowCount() == 0) return;
+  PrepareMenu();
   popups_.OpenMenu(*mnuAircraft, globalPosition);
 }
 

@@ -37,9 +37,14 @@ class FlightArea : public QWidget {
   void SetWaypointMenuCaption();
   /** Captions of a window without a flight. */
   void ResetCaptions();
+  /** Sets the entries of the menu for the flights that are selected; to be called before it opens.
+   */
+  void PrepareMenu();
   /** Shows that the mission has no flights. */
   void ShowNoFlights();
 
+  /** Lets the list get lower than it usually may, where something else needs the room. */
+  void SetTight(bool tight);
   /** Fills the fixed lists of the flight and plane panels. */
   void FillFixedLists();
   /** Empties the plane panels. */

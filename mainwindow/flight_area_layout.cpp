@@ -8,9 +8,7 @@ void FlightArea::Build() {
   lstPlanes = new FlightList(session_.Services.Page, this);
   lstPlanes->setObjectName(QStringLiteral("lstPlanes"));
   lstPlanes->setAccessibleName(tr("Flights"));
-  // Room for a usual mission's flights; the panels below keep their height.
-  constexpr int kLines = 10;
-  lstPlanes->setMinimumHeight(fontMetrics().height() * kLines);
+  SetTight(false);
   fraFlight = new FlightPanel(session_, *lstPlanes, this);
   fraGroup = new QGroupBox(this);
   fraGroup->setObjectName(QStringLiteral("fraGroup"));
@@ -23,6 +21,12 @@ void FlightArea::Build() {
   column->addWidget(fraFlight);
   column->addWidget(fraGroup);
   ResetCaptions();
+}
+
+void FlightArea::SetTight(bool tight) {
+  // Room for a usual mission's flights; the panels below keep their height.
+  const int lines = tight ? 5 : 10;
+  lstPlanes->setMinimumHeight(fontMetrics().height() * lines);
 }
 
 void FlightArea::BuildMenu() {

@@ -49,6 +49,8 @@ void frmRWS::Connect() {
   ConnectTools();
   ConnectPrefs();
   ConnectHelp();
+  ConnectMenus();
+  ConnectFolders();
 }
 
 void frmRWS::ConnectList() {
@@ -90,6 +92,7 @@ void frmRWS::ConnectPanels() {
   connect(flightArea, &FlightArea::PlayerShown, staPanels[1], &QLabel::setText);
   flight.MissionTime = [this] { return missionPanel->dtMission->time(); };
   connect(&flight, &FlightPanel::MissionTimeLocked, missionPanel->dtMission, &QWidget::setDisabled);
+  connect(bars, &MessageBars::Filled, flightArea, &FlightArea::SetTight);
   connect(missionPanel, &MissionPanel::TimeSet, flightArea, &FlightArea::MissionTimeChanged);
 }
 
@@ -98,12 +101,19 @@ void frmRWS::Notice(const std::string& text) {
   staBar->showMessage(FromPath(text), kNoticeMilliseconds);
 }
 
+void frmRWS::ShowUnsaved(const std::set<int>& missions) {
+  lstMission->SetUnsaved(missions);
+  lblUnsaved->setText(missions.empty() ? QString() : tr("%1 unsaved").arg(missions.size()));
+  setWindowModified(!missions.empty());
+}
+
 void frmRWS::ShowDirectory() { staPanels[0]->setText(FromPath(session_.Doc.MissionDir)); }
 
 void frmRWS::EnableMission(bool enabled) {
   missionPanel->EnableControls(enabled);
   flightArea->setEnabled(enabled);
   mnuMisPop->setEnabled(enabled);
+  mnuMission->menuAction()->setEnabled(enabled);
 }
 
 void frmRWS::LightUpdate(bool lit) {

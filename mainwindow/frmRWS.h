@@ -7,11 +7,14 @@
 #include <QPushButton>
 #include <QSplitter>
 #include <QStatusBar>
+#include <QToolBar>
 #include <array>
 #include <functional>
+#include <set>
 
 #include "mainwindow/flight_area.h"
 #include "mainwindow/logic/start_up.h"
+#include "mainwindow/message_bars.h"
 #include "mainwindow/mission_list.h"
 #include "mainwindow/mission_panel.h"
 #include "mainwindow/popups.h"
@@ -46,6 +49,13 @@ class frmRWS : public QMainWindow {
   /** Shows the preferences and acts on what the user has changed there. */
   void SetPrefs();
 
+  /** Marks the missions that differ from their files: in the list, in the status bar and by an
+      asterisk in the title. */
+  void ShowUnsaved(const std::set<int>& missions);
+  /** Opens a folder, a mission in its folder, or a briefing with its mission, as the command line
+      does, once pending edits are settled. */
+  void OpenPath(const std::string& path);
+
   /** A short text in the status bar that goes away by itself. */
   void Notice(const std::string& text);
   /** Ends the program without a question. */
@@ -62,9 +72,18 @@ class frmRWS : public QMainWindow {
   QStatusBar* staBar;
   /** Panel 1 shows the directory, panel 2 the player. */
   std::array<QLabel*, 2> staPanels;
+  /** How many missions are unsaved; empty without one. */
+  QLabel* lblUnsaved;
+  /** What waits for the user above the list. */
+  MessageBars* bars;
+  QToolBar* tlbMain;
 
-  QMenu *mnuFile, *mnuTool, *mnuHelp, *mnuMisPop, *mnuCase;
-  QAction* mnuExit;
+  QMenu *mnuFile, *mnuEdit, *mnuView, *mnuTool, *mnuHelp, *mnuMisPop, *mnuCase;
+  /** Hold what the menus at the rows of the two lists hold. */
+  QMenu *mnuMission, *mnuFlight;
+  QMenu* mnuRecent;
+  QAction *mnuSave, *mnuSaveAll, *mnuRevert, *mnuOpenFolder, *mnuReread, *mnuExit;
+  QAction *mnuUndo, *mnuRedo, *mnuToolBar, *mnuRestoreBackup;
   enum Tool : std::size_t {
     kSkinManager,
     kRenameAll,
@@ -98,7 +117,7 @@ class frmRWS : public QMainWindow {
 
  private:
   void LoadTables();
-  bool TakeInstance();
+  bool TakeInstance(const std::string& commandLine);
   void FillForm(const std::string& commandLine);
   void LoadPlacement();
   void SavePlacement();
@@ -106,7 +125,12 @@ class frmRWS : public QMainWindow {
 
   void Build();
   void BuildMenus();
-  void BuildMissionMenu();
+  void BuildFileMenu();
+  void BuildEditMenu();
+  void BuildViewMenu();
+  void BuildMirrorMenus();
+  void BuildToolBar();
+  void BuildMissionPopup();
   QWidget* BuildLeftSide();
   QWidget* BuildButtons();
   void BuildStatusBar();
@@ -120,6 +144,8 @@ class frmRWS : public QMainWindow {
   void ConnectTools();
   void ConnectPrefs();
   void ConnectHelp();
+  void ConnectMenus();
+  void ConnectFolders();
 
   void FollowList(LeaveBy by);
   void ListMouseReleased(Qt::MouseButton button, int row, QPoint globalPosition);
@@ -147,6 +173,10 @@ class frmRWS : public QMainWindow {
   void RunTool(bool rereads, const std::function<ToolResult(const ToolSeam&)>& tool);
   void TakeToolResult(const ToolResult& result);
   void GoToFolder(const std::string& folder);
+  void RememberFolder();
+  void FillRecent();
+  void ClickReread();
+  void HearOtherStarts();
   void ClickSkinManager();
   void ApplyPrefs(const frmPrefs& form);
   void ReloadPaintSchemes();

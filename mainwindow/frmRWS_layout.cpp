@@ -1,9 +1,8 @@
 #include <QGridLayout>
-#include <QMenuBar>
 #include <QVBoxLayout>
 
 #include "controls/elided_label.h"
-#include "controls/menu_entries.h"
+#include "controls/layouts.h"
 #include "mainwindow/frmRWS.h"
 #include "platform/qt_text.h"
 
@@ -11,10 +10,12 @@ namespace rws {
 
 void frmRWS::Build() {
   setObjectName(QStringLiteral("frmRWS"));
-  setWindowTitle(FromPath(kProgramTitle));
-  BuildMenus();
-  BuildMissionMenu();
+  // The mark stands for an asterisk, shown while something is unsaved.
+  setWindowTitle(FromPath(kProgramTitle) + QStringLiteral("[*]"));
+  BuildMissionPopup();
   flightArea = new FlightArea(session_, Popups, this);
+  BuildMenus();
+  BuildToolBar();
   splSides = new QSplitter(this);
   splSides->setObjectName(QStringLiteral("splSides"));
   splSides->setChildrenCollapsible(false);
@@ -22,40 +23,16 @@ void frmRWS::Build() {
   splSides->addWidget(flightArea);
   splSides->setStretchFactor(1, 1);
   auto* margin = new QWidget(this);
+  bars = new MessageBars(session_.Services, margin);
+  bars->setObjectName(QStringLiteral("bars"));
+  bars->SetNext(lstMission);
   auto* frame = new QVBoxLayout(margin);
-  frame->addWidget(splSides);
+  frame->addWidget(bars);
+  frame->addWidget(splSides, 1);
   setCentralWidget(margin);
   BuildStatusBar();
   SetTabOrder();
   resize(fontMetrics().averageCharWidth() * 150, fontMetrics().height() * 42);
-}
-
-void frmRWS::BuildMenus() {
-  mnuFile = menuBar()->addMenu(tr("&File"));
-  mnuFile->setObjectName(QStringLiteral("mnuFile"));
-  mnuExit = AddEntry(mnuFile, tr("E&xit"), QStringLiteral("mnuExit"));
-  mnuTool = menuBar()->addMenu(tr("&Tools"));
-  mnuTool->setObjectName(QStringLiteral("mnuTool"));
-  AddEntries<6>(mnuTool, mnuTools, "mnuTools",
-                {tr("&Skin Manager"), tr("&Rename All"), tr("&Convert Mission Folder"),
-                 tr("Copy &From"), QString(), tr("RWS &Preferences")});
-  mnuHelp = menuBar()->addMenu(tr("Hel&p"));
-  mnuHelp->setObjectName(QStringLiteral("mnuHelp"));
-  AddEntries<3>(mnuHelp, mnuH, "mnuH", {tr("&Contents"), tr("&About"), tr("Check for &Updates")});
-}
-
-void frmRWS::BuildMissionMenu() {
-  mnuMisPop = new QMenu(this);
-  mnuMisPop->setObjectName(QStringLiteral("mnuMisPop"));
-  AddEntries<9>(
-      mnuMisPop, mnuMissionPop, "mnuMissionPop",
-      {tr("Edit Mission &Brief"), tr("&View in Notepad"), tr("Edit &Spawn Points"),
-       tr("&Add Sound File"), QString(), tr("Sav&eAs"), tr("&Delete"), tr("&Move"), tr("&Rename")});
-  mnuCase = new QMenu(mnuMisPop);
-  mnuCase->setObjectName(QStringLiteral("mnuCase"));
-  AddEntries<4>(mnuCase, mnuCases, "mnuCase",
-                {tr("&Manual"), tr("&Proper Case"), tr("&Lowercase"), tr("&Uppercase")});
-  mnuMissionPop[kRename]->setMenu(mnuCase);
 }
 
 QWidget* frmRWS::BuildLeftSide() {
@@ -74,7 +51,7 @@ QWidget* frmRWS::BuildLeftSide() {
 }
 
 QWidget* frmRWS::BuildButtons() {
-  const std::array<QString, 4> captions{tr("&Directory"), tr("&Exit"), tr("Mi&nimize"),
+  const std::array<QString, 4> captions{tr("&Directory"), tr("E&xit"), tr("Mi&nimize"),
                                         tr("&Update")};
   const std::array<QString, 4> tips{tr("Select a mission directory"), tr("Close the program"),
                                     tr("Minimize the program"),
@@ -116,6 +93,12 @@ void frmRWS::BuildStatusBar() {
     staPanels[i]->setIndent(fontMetrics().averageCharWidth());
     staBar->addWidget(staPanels[i], i == 0 ? 1 : 0);
   }
+  lblUnsaved = Named(new QLabel, "lblUnsaved", tr("Unsaved missions"),
+                     tr("Missions that differ from their files"));
+  lblUnsaved->setTextFormat(Qt::PlainText);
+  lblUnsaved->setIndent(fontMetrics().averageCharWidth());
+  // Stays when a notice takes the place of the others.
+  staBar->addPermanentWidget(lblUnsaved);
 }
 
 }  // namespace rws

@@ -33,10 +33,16 @@ void MakeImagesFolder(Document& doc, const Services& services) {
 
 }  // namespace
 
-/** False for a second instance. It has written and deleted nothing then and ends at once. */
-bool frmRWS::TakeInstance() {
+/** False for a second instance. It has written and deleted nothing then and ends at once; the
+    first one is told what it was to open. */
+bool frmRWS::TakeInstance(const std::string& commandLine) {
   const Services& services = session_.Services;
   if (!services.System.TakeInstance || services.System.TakeInstance()) return true;
+  if (services.System.TellInstance)
+    ResumeNext([&] {
+      const std::string path = PathAskedFor(services, commandLine);
+      if (!path.empty()) services.System.TellInstance(path);
+    });
   services.Ask.MsgBox("Only one instance may be running at one time.", Buttons::Ok,
                       Icon::Information, kProgramTitle);
   unloaded_ = true;
@@ -70,7 +76,8 @@ void frmRWS::LoadTables() {
 
 void frmRWS::LoadForm(const std::string& commandLine) {
   // Before anything is written: a refused start must leave the first run untouched.
-  if (!TakeInstance()) return;
+  if (!TakeInstance(commandLine)) return;
+  HearOtherStarts();
   const Services& services = session_.Services;
   Trap([&] { FillForm(commandLine); },
        [&](const Fault& caught) {
@@ -98,7 +105,7 @@ void frmRWS::FillForm(const std::string& commandLine) {
   PrepareControls();
   LoadPlacement();
   doc.bLoading = true;
-  setWindowTitle(FromPath(kProgramTitle + std::string(" - ") + VersionText()));
+  setWindowTitle(FromPath(kProgramTitle + std::string(" - ") + VersionText() + "[*]"));
   prefs.bBackup = ReadFlag(settings, setting::Backup);
   doc.GamePath = ReadSetting(settings, setting::GamePath);
   LogError(services, doc.GamePath, "Start Up");
@@ -119,6 +126,7 @@ void frmRWS::FillForm(const std::string& commandLine) {
   doc.CurMission = 0;
   doc.CurFlight = 0;
   Start();
+  RememberFolder();
   if (!Arguments.Unfound.empty())
     Notice("\"" + Arguments.Unfound + "\" was not found; \"" + doc.MissionDir +
            "\" is shown instead.");
@@ -132,6 +140,7 @@ void frmRWS::LoadPlacement() {
   LoadFormPos(services, *this);
   LoadMaximized(services, *this);
   LoadSplitter(services, *splSides);
+  tlbMain->setVisible(ReadFlag(services.Settings, setting::ToolBar));
 }
 
 void frmRWS::SavePlacement() {

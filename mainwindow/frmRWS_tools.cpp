@@ -85,6 +85,7 @@ void frmRWS::GoToFolder(const std::string& folder) {
   doc.MissionDir = folder;
   ShowDirectory();
   ResumeNext([&] { WriteSetting(session_.Services.Settings, setting::LastDirPath, folder); });
+  RememberFolder();
   doc.CurMission = 0;
   doc.CurFlight = 0;
   doc.Missions.clear();

@@ -31,7 +31,7 @@ TEST_F(LoadFormTest, StartsOnTheDirectoryUsedLast) {
   WriteSetting(World_.Services.Settings, setting::LastDirPath, Box.Path("missions"));
   Load("");
   EXPECT_TRUE(Window->isVisible());
-  EXPECT_EQ(Window->windowTitle(), "RWS Edit - 2.0.0");
+  EXPECT_EQ(Window->windowTitle(), "RWS Edit - 2.0.0[*]");
   EXPECT_EQ(Window->lstMission->RowCount(), 2);
   EXPECT_EQ(Window->flightArea->fraGroup->title(), "IL-2 Series 1");
   EXPECT_EQ(Tables.Skins.size(), 1u);

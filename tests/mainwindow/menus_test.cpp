@@ -1,0 +1,173 @@
+#include <QMenuBar>
+
+#include "services/setting_values.h"
+#include "tests/mainwindow/flights_fixture.h"
+
+namespace rws::test {
+namespace {
+
+/** The menu bar over the mission of four flights, and a second one without any. */
+class MenusTest : public FlightsTest {
+ protected:
+  MenusTest() {
+    Box.Write("missions/b.mis", CrlfText("[MAIN]|  MAP x|[Wing]|[NStationary]"));
+    Open();
+    Window->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(Window.get()));
+  }
+  ~MenusTest() override { CloseMenus(); }
+
+  /** Alt and a letter, as a user who has never right clicked. */
+  QMenu* OpenByKey(Qt::Key letter) {
+    CloseMenus();
+    QTest::keyClick(Window.get(), letter, Qt::AltModifier);
+    return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  }
+  static void CloseMenus() {
+    while (auto* popup = QApplication::activePopupWidget()) popup->close();
+  }
+  static QStringList Captions(const QMenu& menu) {
+    QStringList captions;
+    for (const auto* entry : menu.actions()) captions << entry->text();
+    return captions;
+  }
+};
+
+TEST_F(MenusTest, OpenByTheirLettersWithWhatTheyHold) {
+  const std::tuple<Qt::Key, QMenu*, const char*> rows[] = {
+      {Qt::Key_F, Window->mnuFile,
+       "&Save|Save &All|Re&vert to File||&Open Folder...|Recent &Folders|&Reread Folder||E&xit"},
+      {Qt::Key_E, Window->mnuEdit, "&Undo|&Redo"},
+      {Qt::Key_V, Window->mnuView, "Tool &Bar"},
+      {Qt::Key_M, Window->mnuMission, nullptr},
+      {Qt::Key_G, Window->mnuFlight, nullptr},
+      {Qt::Key_T, Window->mnuTool, nullptr},
+      {Qt::Key_P, Window->mnuHelp, nullptr}};
+  for (const auto& [letter, menu, captions] : rows) {
+    SCOPED_TRACE(menu->objectName().toStdString());
+    EXPECT_EQ(OpenByKey(letter), menu);
+    if (captions) {
+      EXPECT_EQ(Captions(*menu).join('|'), captions);
+    }
+  }
+  CloseMenus();
+  EXPECT_EQ(Captions(*Window->mnuMission).join('|'),
+            Captions(*Window->mnuMisPop).join('|') + "||Restore a Bac&kup...");
+  EXPECT_EQ(Window->mnuFlight->actions(), Area().mnuAircraft->actions());
+}
+
+TEST_F(MenusTest, MissionWorksOnTheMissionOnShow) {
+  Edit();
+  World_.Script.Expect("Do you wish to save the changes to this mission?", Answer::Cancel);
+  ClickRow(1);
+  EXPECT_EQ(Row(), 1);
+  EXPECT_EQ(OpenByKey(Qt::Key_M), Window->mnuMission);
+  EXPECT_EQ(Row(), 0) << "the row that it works on is lit";
+  QTest::keyClick(Window->mnuMission, Qt::Key_V);
+  EXPECT_EQ(Joined(World_.ShellCalls), "text " + Box.Path("missions/a.mis"));
+}
+
+TEST_F(MenusTest, FlightFollowsTheSelection) {
+  ClickFlight(kFighter);
+  EXPECT_EQ(OpenByKey(Qt::Key_G), Window->mnuFlight);
+  EXPECT_TRUE(Area().mnuAC[FlightArea::kDuplicate]->isEnabled());
+  CloseMenus();
+  List().selectionModel()->select(List().model()->index(kLateFighter, 0),
+                                  QItemSelectionModel::Select | QItemSelectionModel::Rows);
+  OpenByKey(Qt::Key_G);
+  EXPECT_FALSE(Area().mnuAC[FlightArea::kDuplicate]->isEnabled()) << "not for several";
+  CloseMenus();
+  ClickRow(1);
+  EXPECT_FALSE(Window->mnuFlight->menuAction()->isEnabled()) << "no flights";
+  EXPECT_TRUE(Window->mnuMission->menuAction()->isEnabled());
+  ClickRow(0);
+  EXPECT_TRUE(Window->mnuFlight->menuAction()->isEnabled());
+}
+
+TEST_F(MenusTest, WithoutMissionsTheirMenusAreDark) {
+  for (const char* name : {"missions/a.mis", "missions/b.mis"}) Box.Remove(name);
+  Window->Start();
+  for (const auto* menu : {Window->mnuMission, Window->mnuFlight})
+    EXPECT_FALSE(menu->menuAction()->isEnabled());
+  EXPECT_TRUE(Window->mnuReread->isEnabled());
+  Box.Write("missions/c.mis", MissionText());
+  QTest::keyClick(Window.get(), Qt::Key_F5);
+  for (const auto* menu : {Window->mnuMission, Window->mnuFlight})
+    EXPECT_TRUE(menu->menuAction()->isEnabled());
+}
+
+TEST_F(MenusTest, KeysOfEntriesReachTheWindowButNotPastARefusedText) {
+  std::vector<std::string> done;
+  for (auto* entry : {Window->mnuSave, Window->mnuSaveAll, Window->mnuUndo, Window->mnuRedo}) {
+    entry->setEnabled(true);
+    QObject::connect(entry, &QAction::triggered,
+                     [&done, entry] { done.push_back(entry->objectName().toStdString()); });
+  }
+  const auto pressAll = [](QWidget* control) {
+    constexpr auto kShift = Qt::ControlModifier | Qt::ShiftModifier;
+    QTest::keyClick(control, Qt::Key_S, Qt::ControlModifier);
+    QTest::keyClick(control, Qt::Key_S, kShift);
+    QTest::keyClick(control, Qt::Key_Z, Qt::ControlModifier);
+    QTest::keyClick(control, Qt::Key_Z, kShift);
+    QTest::keyClick(control, Qt::Key_Y, Qt::ControlModifier);
+  };
+  Window->lstMission->setFocus();
+  pressAll(Window->lstMission);
+  EXPECT_EQ(Joined(done), "mnuSave|mnuSaveAll|mnuUndo|mnuRedo|mnuRedo");
+  done.clear();
+  Panel_().txtFuel->setFocus();
+  Panel_().txtFuel->setText("4o");
+  QTest::keyClick(Panel_().txtFuel, Qt::Key_S, Qt::ControlModifier);
+  EXPECT_EQ(Joined(done), "");
+  EXPECT_TRUE(Panel_().txtFuel->hasFocus());
+  QTest::keyClick(Panel_().txtFuel, Qt::Key_S, Qt::ControlModifier);
+  EXPECT_EQ(Joined(done), "mnuSave") << "the text has been put right";
+}
+
+TEST_F(MenusTest, TheToolBarNamesItsStepsAndStaysHidden) {
+  const auto entries = Window->tlbMain->actions();
+  EXPECT_EQ(entries.first(), Window->mnuOpenFolder);
+  EXPECT_EQ(Window->mnuOpenFolder->toolTip(), "Open Folder (Ctrl+O)");
+  Window->mnuUndo->setText("&Undo Fuel of I_SchG01");
+  EXPECT_EQ(Window->mnuUndo->toolTip(), "Undo Fuel of I_SchG01 (Ctrl+Z)");
+  EXPECT_FALSE(Window->mnuUndo->icon().pixmap(16).isNull());
+  const auto stored = [this] { return ReadFlag(World_.Services.Settings, setting::ToolBar); };
+  Window->hide();
+  EXPECT_TRUE(stored());
+  Window->show();
+  Window->mnuToolBar->trigger();
+  EXPECT_FALSE(Window->tlbMain->isVisible());
+  EXPECT_FALSE(stored());
+}
+
+TEST_F(MenusTest, UnsavedMissionsAreMarkedWithoutAnotherText) {
+  Window->ShowUnsaved({1});
+  auto* list = Window->lstMission;
+  const auto text = [&](int row, int role) {
+    return list->model()->index(row, 0).data(role).toString().toStdString();
+  };
+  EXPECT_EQ(text(1, Qt::AccessibleTextRole), "b, unsaved");
+  EXPECT_EQ(text(1, Qt::ToolTipRole), "unsaved");
+  EXPECT_EQ(text(1, Qt::DisplayRole), "b");
+  EXPECT_EQ(text(0, Qt::AccessibleTextRole), "");
+  EXPECT_EQ(Window->lblUnsaved->text(), "1 unsaved");
+  EXPECT_TRUE(Window->isWindowModified());
+  const auto picture = [list](int row) {
+    return list->viewport()->grab(list->visualRect(list->model()->index(row, 0))).toImage();
+  };
+  const QImage marked = picture(1);
+  list->setFocus();
+  QTest::keyClicks(list, "b");
+  EXPECT_EQ(Row(), 1) << "the search goes by the name";
+  list->MarkGone(1);
+  EXPECT_EQ(text(1, Qt::AccessibleTextRole), "b, no longer in this folder, unsaved");
+  Window->ShowUnsaved({});
+  EXPECT_EQ(Window->lblUnsaved->text(), "");
+  EXPECT_FALSE(Window->isWindowModified());
+  Window->Start();
+  ClickRow(0);
+  EXPECT_NE(picture(1), marked) << "the mark can be seen";
+}
+
+}  // namespace
+}  // namespace rws::test
