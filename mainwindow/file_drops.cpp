@@ -1,6 +1,7 @@
 #include "mainwindow/file_drops.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QMimeData>
 #include <QUrl>
 #include <algorithm>
@@ -64,7 +65,8 @@ std::string FileDrops::FirstFitting(const QMimeData& data) const {
   const auto urls = data.urls();
   for (const QUrl& url : urls.first(std::min(kMost, urls.size()))) {
     if (!url.isLocalFile()) continue;
-    const std::string path = ToPath(url.toLocalFile()), folded = FoldName(path);
+    const std::string path = ToPath(QDir::toNativeSeparators(url.toLocalFile())),
+                      folded = FoldName(path);
     const bool fits = folded.ends_with(".mis") || folded.ends_with(".properties");
     if (fits ? files_.FileExists(path) : files_.FolderExists(path)) return path;
   }

@@ -82,7 +82,7 @@ class frmRWS : public QMainWindow {
   /** Hold what the menus at the rows of the two lists hold. */
   QMenu *mnuMission, *mnuFlight;
   QMenu* mnuRecent;
-  QAction *mnuSave, *mnuSaveAll, *mnuRevert, *mnuOpenFolder, *mnuReread, *mnuExit;
+  QAction *mnuSave, *mnuSaveAll, *mnuRevert, *mnuOpenFolder, *mnuReread, *mnuClearRecent, *mnuExit;
   QAction *mnuUndo, *mnuRedo, *mnuToolBar, *mnuRestoreBackup;
   enum Tool : std::size_t {
     kSkinManager,

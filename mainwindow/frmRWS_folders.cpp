@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QPointer>
 
+#include "controls/guarded_edit.h"
 #include "mainwindow/file_drops.h"
 #include "mainwindow/frmRWS.h"
 #include "mainwindow/logic/recent_folders.h"
@@ -38,7 +39,12 @@ void frmRWS::ConnectFolders() {
   connect(drops, &FileDrops::Dropped, this,
           Trapped(services, "frmRWS_Drop", [this](const std::string& path) { OpenPath(path); }),
           Qt::QueuedConnection);
-  FillRecent();
+  connect(mnuClearRecent, &QAction::triggered, this,
+          Trapped(services, "mnuRecent_Click", [this](bool) {
+            ClearRecentFolders(session_.Services);
+            mnuRecent->menuAction()->setEnabled(false);
+          }));
+  mnuRecent->menuAction()->setEnabled(!RecentFolders(services).empty());
 }
 
 void frmRWS::RememberFolder() {
@@ -50,25 +56,21 @@ void frmRWS::RememberFolder() {
   mnuRecent->menuAction()->setEnabled(!RecentFolders(services).empty());
 }
 
+/** Only as the menu opens: whether a folder is there may take a while to find out. */
 void frmRWS::FillRecent() {
   const Services& services = session_.Services;
-  mnuRecent->clear();
+  auto* line = mnuRecent->actions().at(mnuRecent->actions().size() - 2);
+  while (mnuRecent->actions().first() != line) delete mnuRecent->actions().first();
   const auto folders = RecentFolders(services);
   for (std::size_t i = 0; i < folders.size(); ++i) {
-    auto* entry = mnuRecent->addAction(EntryCaption(mnuRecent->fontMetrics(), folders[i], i));
+    auto* entry = new QAction(EntryCaption(mnuRecent->fontMetrics(), folders[i], i), mnuRecent);
+    mnuRecent->insertAction(line, entry);
     entry->setEnabled(services.Files.FolderExists(folders[i]));
     entry->setToolTip(FromPath(folders[i]));
     connect(entry, &QAction::triggered, this,
             Trapped(services, "mnuRecent_Click",
                     [this, folder = folders[i]](bool) { OpenPath(folder); }));
   }
-  mnuRecent->addSeparator();
-  connect(mnuRecent->addAction(tr("&Clear")), &QAction::triggered, this,
-          Trapped(services, "mnuRecent_Click", [this](bool) {
-            ClearRecentFolders(session_.Services);
-            mnuRecent->menuAction()->setEnabled(false);
-          }));
-  mnuRecent->menuAction()->setEnabled(!folders.empty());
 }
 
 void frmRWS::ClickReread() {
@@ -103,7 +105,7 @@ void frmRWS::HearOtherStarts() {
     window->bars->Show(kSecondStart,
                        {BarKind::Info,
                         tr("\"%1\" was asked for by a second start.").arg(FromPath(path)),
-                        {{tr("&Open"), open}},
+                        {{tr("Open"), open}},
                         {}});
     QApplication::alert(window);
   });

@@ -59,6 +59,8 @@ void frmRWS::BuildFileMenu() {
   mnuOpenFolder->setShortcut(Qt::CTRL | Qt::Key_O);
   mnuRecent = Titled(mnuFile->addMenu(tr("Recent &Folders")), "mnuRecent");
   mnuRecent->setToolTipsVisible(true);
+  mnuRecent->addSeparator();
+  mnuClearRecent = AddEntry(mnuRecent, tr("&Clear"), QStringLiteral("mnuClearRecent"));
   mnuReread = AddEntry(mnuFile, tr("&Reread Folder"), QStringLiteral("mnuReread"));
   mnuReread->setShortcut(Qt::Key_F5);
   mnuFile->addSeparator();

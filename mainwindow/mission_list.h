@@ -31,7 +31,7 @@ class MissionList : public ListBox {
   void SelectMission(int mission) { SelectRow(RowOf(mission)); }
   /** Marks a mission whose file is gone until the rows are shown anew. */
   void MarkGone(int mission);
-  /** Marks these missions, and no others, as unsaved. */
+  /** Marks these missions, and no others, as unsaved until the rows are shown anew. */
   void SetUnsaved(const std::set<int>& missions);
   bool IsGone(int mission) const { return gone_.count(mission) > 0; }
 
