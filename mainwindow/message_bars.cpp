@@ -54,10 +54,16 @@ void MessageBars::Add(const std::string& id) {
   stack_->layout()->addWidget(bar);
   entries_[id] = {bar, {}};
   connect(bar, &MessageBar::CloseWanted, this, [this, id] { CloseByUser(id); });
-  connect(bar, &MessageBar::Pressed, this, [this, id](std::size_t button) {
+  connect(bar, &MessageBar::Pressed, this, [this, id](std::size_t button) { Press(id, button); });
+}
+
+void MessageBars::Press(const std::string& id, std::size_t button) {
+  const auto found = entries_.find(id);
+  if (found == entries_.end()) return;
+  LogAndLeave(services_, "bars_Click", [&] {
     // A copy: the action may put another message in the place of this one.
-    const auto action = At(entries_[id].Content.Buttons, static_cast<int>(button)).Action;
-    if (action) LogAndLeave(services_, "bars_Click", [&] { action(); });
+    const auto action = At(found->second.Content.Buttons, static_cast<int>(button)).Action;
+    if (action) action();
   });
 }
 
@@ -75,7 +81,9 @@ void MessageBars::Hide(const std::string& id) {
 }
 
 void MessageBars::CloseByUser(const std::string& id) {
-  const auto onClose = entries_.at(id).Content.OnClose;
+  const auto found = entries_.find(id);
+  if (found == entries_.end()) return;
+  const auto onClose = found->second.Content.OnClose;
   Hide(id);
   if (onClose) LogAndLeave(services_, "bars_Close", [&] { onClose(); });
 }

@@ -54,6 +54,7 @@ class MessageBars : public QScrollArea {
   void ShowFilled();
   void RememberFocus(QWidget* before, QWidget* now);
   void GiveFocusBack();
+  void Press(const std::string& id, std::size_t button);
   void CloseByUser(const std::string& id);
 
   const Services& services_;
