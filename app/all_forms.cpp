@@ -11,6 +11,7 @@
 #include "services/forms/frmCam.h"
 #include "services/forms/frmPrefs.h"
 #include "session/current.h"
+#include "tools/frmCompare.h"
 #include "tools/frmSkins.h"
 #include "tools/frmView.h"
 #include "tools/logic/mission_files.h"
@@ -41,6 +42,24 @@ NamedForm View(Session& session, QWidget* parent) {
           }};
 }
 
+/** The current mission against itself with a few edits. */
+void CompareWithShadow(const Session& session, frmCompare& form) {
+  const LineArray& lines = CurrentMission(session).Lines;
+  LineArray edited;
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    constexpr std::size_t kEvery = 40;
+    if (i % kEvery == 5) continue;
+    edited.Add(lines[i]);
+    if (i % kEvery == 8) edited.Add("  an added line");
+    if (i % kEvery == 20) edited.Set(edited.size() - 1, "  a changed line");
+  }
+  form.Subject = CurrentMissionPath(session.Doc);
+  form.BeforeCaption = "As it is on disk, 2026-11-20 18:03";
+  form.AfterCaption = "As it is here";
+  form.Before = lines.FileText();
+  form.After = edited.FileText();
+}
+
 }  // namespace
 
 std::vector<NamedForm> AllForms(Session& session, QWidget* parent) {
@@ -54,6 +73,8 @@ std::vector<NamedForm> AllForms(Session& session, QWidget* parent) {
                         form.ACName = CurrentFlight(session).Class;
                         form.Group = CurrentFlight(session).Name;
                       }),
+      Named<frmCompare>("frmCompare", session, parent,
+                        [&session](frmCompare& form) { CompareWithShadow(session, form); }),
       Named<frmDogFight>("frmDogFight", session, parent,
                          [&session](frmDogFight& form) {
                            ReadDogFight(session.Tables, session.Services);
