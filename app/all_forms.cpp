@@ -11,6 +11,7 @@
 #include "services/forms/frmCam.h"
 #include "services/forms/frmPrefs.h"
 #include "session/current.h"
+#include "tools/frmBackups.h"
 #include "tools/frmCompare.h"
 #include "tools/frmSkins.h"
 #include "tools/frmView.h"
@@ -64,6 +65,9 @@ void CompareWithShadow(const Session& session, frmCompare& form) {
 
 std::vector<NamedForm> AllForms(Session& session, QWidget* parent) {
   return {
+      Named<frmBackups>(
+          "frmBackups", session, parent,
+          [&session](frmBackups& form) { form.MissionPath = CurrentMissionPath(session.Doc); }),
       Named<frmBrief>("frmBrief", session, parent,
                       [&session](frmBrief& form) {
                         form.BriefName = PropertiesPath(CurrentMissionPath(session.Doc));
@@ -85,6 +89,7 @@ std::vector<NamedForm> AllForms(Session& session, QWidget* parent) {
                       [&session](frmPrefs& form) {
                         form.GamePath = session.Doc.GamePath;
                         form.Backup = session.Prefs.bBackup;
+                        form.BackupsKept = session.Prefs.BackupsKept;
                         form.ForeColor = session.Prefs.ForeColor;
                         form.BackColor = session.Prefs.BackColor;
                         form.DesktopColors = session.Prefs.bDesktopColors;

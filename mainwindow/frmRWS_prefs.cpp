@@ -35,6 +35,7 @@ void frmRWS::SetPrefs() {
     const Preferences& prefs = session_.Prefs;
     frmPrefs form(session_, this);
     form.Backup = prefs.bBackup;
+    form.BackupsKept = prefs.BackupsKept;
     form.Associate = prefs.bAssociate;
     form.LockWT = prefs.bLockWT;
     form.SndPlayer = prefs.bSndPlayer;
@@ -79,6 +80,8 @@ void frmRWS::ApplyPrefs(const frmPrefs& form) {
   WriteSetting(services.Settings, setting::SaveWarn, std::to_string(prefs.SavePromptMode));
   prefs.bBackup = form.Backup;
   StoreFlag(services, setting::Backup, prefs.bBackup);
+  prefs.BackupsKept = form.BackupsKept;
+  WriteSetting(services.Settings, setting::BackupsKept, std::to_string(prefs.BackupsKept));
   doc.GamePath = form.GamePath;
   WriteSetting(services.Settings, setting::GamePath, doc.GamePath);
   ReloadPaintSchemes();

@@ -19,6 +19,10 @@ constexpr char kOrigins[] = "Origins.txt";
 constexpr char kEnding[] = ".bak";
 constexpr std::size_t kChecksumSize = 8;
 
+std::string FolderPath(const Services& services) {
+  return BuildPath(services.AppPath, "RWS Backup");
+}
+
 /** A name or path as it is compared. */
 std::string Key(std::string path) {
   if (FileSystem::MindsCase()) return path;
@@ -68,13 +72,16 @@ Naming NamingOf(std::string_view backup, std::string_view mission) {
   if (!backup.starts_with(mission) || !backup.ends_with(kEnding)) return Naming::Other;
   const std::string_view rest = backup.substr(mission.size());
   if (rest == kEnding) return Naming::Plain;
-  return Like(rest, ".##-##-## ##-##-##.bak") ? Naming::Dated : Naming::Other;
+  // A second one of the same second has a number behind its time.
+  for (const char* dated : {".##-##-## ##-##-##.bak", ".##-##-## ##-##-## #.bak"})
+    if (Like(rest, dated)) return Naming::Dated;
+  return Naming::Other;
 }
 
 std::vector<std::string> FittingNames(const Services& services, const std::string& missionPath) {
   const std::string mission = Key(GetFileName(missionPath));
-  if (!services.Files.FolderExists(BackupFolder(services))) return {};
-  return services.Files.ListFileNames(BackupFolder(services), [&](const std::string& name) {
+  if (!services.Files.FolderExists(FolderPath(services))) return {};
+  return services.Files.ListFileNames(FolderPath(services), [&](const std::string& name) {
     return NamingOf(Key(name), mission) != Naming::Other;
   });
 }
@@ -118,7 +125,7 @@ std::vector<std::string> OwnDatedBackups(const Services& services, const std::st
     const auto note = lastNote.find(Key(backup));
     if (note == lastNote.end() || Key(notes[note->second].MissionPath) != mission) continue;
     if (NamingOf(Key(backup), name) == Naming::Dated)
-      byNote[note->second] = BuildPath(BackupFolder(services), backup);
+      byNote[note->second] = BuildPath(FolderPath(services), backup);
   }
   std::vector<std::string> paths;
   for (auto& [place, path] : byNote) paths.push_back(std::move(path));
@@ -127,12 +134,8 @@ std::vector<std::string> OwnDatedBackups(const Services& services, const std::st
 
 }  // namespace
 
-std::string BackupFolder(const Services& services) {
-  return BuildPath(services.AppPath, "RWS Backup");
-}
-
 std::string BackupOriginsPath(const Services& services) {
-  return BuildPath(BackupFolder(services), kOrigins);
+  return BuildPath(FolderPath(services), kOrigins);
 }
 
 void NoteBackup(const Services& services, const std::string& backupPath,
@@ -151,7 +154,7 @@ std::vector<Backup> ListBackups(const Services& services, const std::string& mis
   std::vector<Backup> backups;
   for (const auto& name : FittingNames(services, missionPath)) {
     Backup backup;
-    backup.Path = BuildPath(BackupFolder(services), name);
+    backup.Path = BuildPath(FolderPath(services), name);
     backup.Stamp = services.Files.Stamp(backup.Path);
     if (!backup.Stamp.Exists) continue;
     if (const auto noted = origins.find(Key(name)); noted != origins.end()) {
@@ -178,7 +181,7 @@ void LimitBackups(const Services& services, const std::string& missionPath, int 
 
 std::uint64_t BackupSpaceUsed(const Services& services) {
   std::uint64_t bytes = 0;
-  const std::string folder = BackupFolder(services);
+  const std::string folder = FolderPath(services);
   ResumeNext([&] {
     for (const auto& name : services.Files.ListFileNames(folder, [](auto&) { return true; }))
       bytes += services.Files.Stamp(BuildPath(folder, name)).Size;

@@ -13,8 +13,6 @@
     backups notes the whole path that each came from. */
 namespace rws {
 
-std::string BackupFolder(const Services& services);
-
 /** The list of origins. A line that was cut off as it was written is passed over, and so is one
     that was changed since: each has a checksum. Of several for a backup the last one counts. */
 std::string BackupOriginsPath(const Services& services);

@@ -171,6 +171,23 @@ std::string FormatNumber(std::string_view text, std::string_view mask) {
   return value ? FormatNumber(*value, mask) : std::string(text);
 }
 
+std::string SizeText(std::uint64_t bytes) {
+  constexpr double kKilo = 1024;
+  if (bytes < kKilo) return std::to_string(bytes) + (bytes == 1 ? " byte" : " bytes");
+  double size = static_cast<double>(bytes) / kKilo;
+  // What would be shown as 1024 is one of the next unit.
+  if (size < kKilo - 0.5) return FormatNumber(size, "0") + " KB";
+  size /= kKilo;
+  if (size < kKilo - 0.05) return FormatNumber(size, "0.0") + " MB";
+  return FormatNumber(size / kKilo, "0.0") + " GB";
+}
+
+std::string GroupedNumber(std::uint64_t number) {
+  std::string text = std::to_string(number);
+  for (std::size_t at = text.size(); at > 3;) text.insert(at -= 3, ",");
+  return text;
+}
+
 std::string RightAligned(std::string_view text, std::size_t width) {
   return std::string(width > text.size() ? width - text.size() : 0, ' ') + std::string(text);
 }

@@ -41,6 +41,12 @@ std::string FormatNumber(double value, std::string_view mask);
 /** As above for a text: one that is no number, the empty one included, comes back unchanged. */
 std::string FormatNumber(std::string_view text, std::string_view mask);
 
+/** A number of bytes for the user: "812 bytes", "14 KB", "3.2 MB". */
+std::string SizeText(std::uint64_t bytes);
+
+/** A whole number in groups of three digits: "1,234". */
+std::string GroupedNumber(std::uint64_t number);
+
 /** `text` right-aligned in `width` columns; a longer text stays whole. */
 std::string RightAligned(std::string_view text, std::size_t width);
 

@@ -7,9 +7,13 @@ namespace rws {
 /** What happens to unsaved changes when a mission is left. */
 enum SaveMode { kSaveAsk = 0, kSaveAlways = 1, kSaveNever = 2 };
 
+inline constexpr int kMostBackupsKept = 9999;
+
 /** What the user has chosen for all missions. Colours are blue-green-red numbers. */
 struct Preferences {
   bool bBackup = true;
+  /** How many dated backups of a mission stay; 0 is all. */
+  int BackupsKept = 0;
   int SavePromptMode = kSaveAsk;
   bool bLockWT = false;
   bool bSndPlayer = false;

@@ -25,6 +25,8 @@ inline constexpr SettingValue GamePath{"GamePath", ""};
 inline constexpr SettingValue WorkDir{"WorkDir", ""};
 inline constexpr SettingValue LastDirPath{"LastDirPath", ""};
 inline constexpr SettingValue Backup{"Backup", "True"};
+/** How many dated backups of a mission stay; 0 is all. */
+inline constexpr SettingValue BackupsKept{"BackupsKept", "0"};
 inline constexpr SettingValue LockWT{"RWSLockWT", ""};
 inline constexpr SettingValue SndPlayer{"RWSSndPlayer", "False"};
 inline constexpr SettingValue SaveWarn{"RWSSaveWarn", "0"};

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/qt_text.h"
+#include "services/numbers.h"
 #include "tools/compare_view.h"
 
 namespace rws {

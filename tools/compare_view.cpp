@@ -9,6 +9,7 @@
 #include <QStyledItemDelegate>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <functional>
 
 #include "controls/layouts.h"
 #include "platform/qt_text.h"
@@ -36,7 +37,13 @@ class SideView : public QTableView {
  public:
   using QTableView::QTableView;
 
+  std::function<void()> Resized;
+
  protected:
+  void resizeEvent(QResizeEvent* event) override {
+    QTableView::resizeEvent(event);
+    if (Resized) Resized();
+  }
   void keyPressEvent(QKeyEvent* event) override {
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (isReturn && currentIndex().isValid()) {
@@ -63,6 +70,7 @@ CompareView::CompareView(const CodePage& page, QWidget* parent)
 
 QTableView* CompareView::MakeSide(CompareModel::Column number, const char* name) {
   auto* list = Named(new SideView, name);
+  list->Resized = [this] { FitColumns(); };
   list->setModel(&Model);
   list->setItemDelegate(new SideDelegate(list));
   for (int column = 0; column < CompareModel::kColumns; ++column)
@@ -218,7 +226,7 @@ void CompareView::ShowPlace() {
 void CompareView::FitColumns() {
   const int letter = QFontMetrics(lstSide[0]->font()).averageCharWidth();
   const int number = (Model.LongestNumber() + 3) * letter;
-  for (auto* list : lstSide) {
+  for (auto* list : {lstSide[0], lstSide[1]}) {
     const int text =
         std::max((Model.LongestLine() + 2) * letter, list->viewport()->width() - number);
     for (int column = 0; column < CompareModel::kColumns; ++column)
@@ -237,15 +245,9 @@ void CompareView::changeEvent(QEvent* event) {
   if (event->type() == QEvent::PaletteChange) ShowColors();
 }
 
-void CompareView::resizeEvent(QResizeEvent* event) {
-  QWidget::resizeEvent(event);
-  FitColumns();
-}
-
 void CompareView::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   ShowColors();
-  FitColumns();
   if (CurrentRow() >= 0) Select(CurrentRow());
 }
 

@@ -77,7 +77,7 @@ class CompareView : public QWidget {
 
   CompareModel Model;
   std::array<QLabel*, 2> lblSide;
-  std::array<QTableView*, 2> lstSide;
+  std::array<QTableView*, 2> lstSide{};
   /** What differs, and which difference is lit. */
   QLabel *lblCounts, *lblPlace;
   enum Command : std::size_t { kPrevious, kNext };
@@ -85,7 +85,6 @@ class CompareView : public QWidget {
 
  protected:
   void changeEvent(QEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
   void showEvent(QShowEvent* event) override;
 
  private:

@@ -71,6 +71,7 @@ std::string GameInLibrary(const Services& services, const std::string& library) 
 void ReadStartSettings(Preferences& prefs, const Services& services) {
   const Settings& settings = services.Settings;
   prefs.SavePromptMode = ReadNumber(settings, setting::SaveWarn, kSaveAsk, kSaveNever);
+  prefs.BackupsKept = ReadNumber(settings, setting::BackupsKept, 0, kMostBackupsKept);
   prefs.ForeColor = ReadNumber(settings, setting::ForeColor, 0, kWhite);
   prefs.BackColor = ReadNumber(settings, setting::BackColor, 0, kWhite);
   prefs.bDesktopColors = ReadFlag(settings, setting::DesktopColors);

@@ -1,9 +1,11 @@
 #include "services/forms/frmPrefs.h"
 
 #include "controls/list_colors.h"
+#include "mission/backup_index.h"
 #include "platform/form_placement.h"
 #include "platform/qt_text.h"
 #include "services/association.h"
+#include "services/numbers.h"
 #include "services/paths.h"
 #include "services/pickers.h"
 #include "services/setting_values.h"
@@ -38,6 +40,7 @@ void frmPrefs::Connect() {
   On(chkDesktop, &QCheckBox::toggled, "frmPrefs.cmdColor_Click", [this] { ShowColors(); });
   for (auto* box : {chkBackup, chkWA, chkLock, chkSnd, chkDesktop})
     On(box, &QCheckBox::toggled, "frmPrefs.ChkModify", modified);
+  On(spnKept, &QSpinBox::valueChanged, "frmPrefs.ChkModify", [modified](int) { modified(); });
   On(cmd[kApply], &QPushButton::clicked, "frmPrefs.cmd_Click", [this] { ClickApply(); });
   connect(cmd[kExit], &QPushButton::clicked, this, &QDialog::reject);
   On(cmdChg, &QPushButton::clicked, "frmPrefs.cmdChg_Click", [this] { ClickChange(); });
@@ -61,6 +64,8 @@ void frmPrefs::LoadForm() {
 
 void frmPrefs::ShowFields() {
   chkBackup->setChecked(Backup);
+  spnKept->setValue(BackupsKept);
+  lblSpace->setText(tr("All backups take %1").arg(FromPath(SizeText(BackupSpaceUsed(services_)))));
   chkWA->setChecked(Associate);
   chkLock->setChecked(LockWT);
   chkSnd->setChecked(SndPlayer);
@@ -104,6 +109,7 @@ bool frmPrefs::Differs() const {
   return SaveRow() != ReadNumber(settings, setting::SaveWarn, kSaveAsk, kSaveNever) ||
          chkWA->isChecked() != IsAssociated(services_) ||
          chkBackup->isChecked() != ReadFlag(settings, setting::Backup) ||
+         spnKept->value() != ReadNumber(settings, setting::BackupsKept, 0, kMostBackupsKept) ||
          chkLock->isChecked() != ReadFlag(settings, setting::LockWT) ||
          chkSnd->isChecked() != ReadFlag(settings, setting::SndPlayer) ||
          chkDesktop->isChecked() != session_.Prefs.bDesktopColors ||
@@ -118,6 +124,7 @@ void frmPrefs::ChkModify() {
 
 void frmPrefs::ClickApply() {
   Backup = chkBackup->isChecked();
+  BackupsKept = spnKept->value();
   Associate = chkWA->isChecked();
   LockWT = chkLock->isChecked();
   SndPlayer = chkSnd->isChecked();

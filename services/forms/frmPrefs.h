@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSpinBox>
 #include <QStatusBar>
 #include <array>
 #include <cstdint>
@@ -30,6 +31,8 @@ class frmPrefs : public Dialog {
   void done(int result) override;
 
   bool Backup = false, Associate = false, LockWT = false, SndPlayer = false;
+  /** How many dated backups of a mission stay; 0 is all. */
+  int BackupsKept = 0;
   /** Row of `optSave`. */
   int SavePromptMode = 0;
   std::string GamePath;
@@ -47,6 +50,10 @@ class frmPrefs : public Dialog {
   QGroupBox *fra, *fra1, *fra2, *fra3;
   std::array<QRadioButton*, 3> optSave;
   QCheckBox *chkBackup, *chkWA, *chkLock, *chkSnd, *chkDesktop;
+  /** The first row of it says "all". */
+  QSpinBox* spnKept;
+  /** The caption of that box, and the space that all backups take. */
+  QLabel *lblKept, *lblSpace;
   enum Color : std::size_t { kText, kBackground };
   std::array<QPushButton*, 2> cmdColor;
   /** Samples of both colours together. */

@@ -15,6 +15,13 @@ void frmPrefs::Build() {
   optSave = {new QRadioButton(tr("Prompt to save before exiting mission")),
              new QRadioButton(tr("Do not prompt and auto save before exiting mission")),
              new QRadioButton(tr("Do not prompt and do not save before exiting mission"))};
+  spnKept = Named(new QSpinBox, "spnKept", tr("Backups of each mission to keep"),
+                  tr("The first backup of a mission stays in any case"));
+  spnKept->setRange(0, kMostBackupsKept);
+  spnKept->setSpecialValueText(tr("all"));
+  lblKept = Named(new QLabel(tr("Backups of each mission to &keep:")), "lblKept");
+  lblKept->setBuddy(spnKept);
+  lblSpace = Named(new QLabel, "lblSpace");
   const auto box = [](const char* name, const QString& caption) {
     return Named(new QCheckBox(caption), name, Spoken(caption));
   };
@@ -45,7 +52,18 @@ void frmPrefs::PlaceControls() {
   auto* saving = new QVBoxLayout(fra);
   for (auto* option : optSave) saving->addWidget(option);
   auto* switches = new QVBoxLayout(fra1);
-  for (auto* box : {chkBackup, chkWA, chkLock, chkSnd}) switches->addWidget(box);
+  switches->addWidget(chkBackup);
+  auto* kept = new QGridLayout;
+  kept->addWidget(lblKept, 0, 0);
+  kept->addWidget(spnKept, 0, 1);
+  kept->addWidget(lblSpace, 1, 0, 1, 2);
+  kept->setColumnStretch(2, 1);
+  // Below the caption of the box that makes them.
+  const int mark = style()->pixelMetric(QStyle::PM_IndicatorWidth) +
+                   style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing);
+  kept->setContentsMargins(mark, 0, 0, 0);
+  switches->addLayout(kept);
+  for (auto* box : {chkWA, chkLock, chkSnd}) switches->addWidget(box);
 
   auto* colors = new QGridLayout(fra2);
   for (int i = 0; i < std::ssize(lblColor); ++i) {

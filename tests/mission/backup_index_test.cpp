@@ -72,6 +72,7 @@ TEST_F(BackupIndex, ListsWhatFitsNewestFirstAndOtherFoldersLast) {
   Make(kB, 40, "12345");
   Noted(kC, 1, "other");
   Noted(kD, 60, "other");
+  Noted(".03-04-26 05-06-07 2.bak", 29);
   for (const char* stranger : {".bak2", ".03-04-26.bak", ".xx-04-26 05-06-07.bak", "X.bak", ""})
     Make(stranger, 0);
   Make(".bak", 0, "x", "XX.mis");
@@ -79,8 +80,8 @@ TEST_F(BackupIndex, ListsWhatFitsNewestFirstAndOtherFoldersLast) {
             ".03-04-26 05-06-07 ?03-04-26 05-06-08 .bak !03-04-26 05-06-09 "
             "!03-04-25 05-06-09");
   const auto backups = ListBackups(World.Services, Box.Path("m/X.mis"));
-  EXPECT_EQ(backups[1].Stamp.Size, 5U);
-  EXPECT_EQ(backups[3].OriginPath, Box.Path("other/X.mis"));
+  EXPECT_EQ(backups[2].Stamp.Size, 5U);
+  EXPECT_EQ(backups[4].OriginPath, Box.Path("other/X.mis"));
   EXPECT_TRUE(Listed("other/X.mis").starts_with(".03-04-26 05-06-09 ?"));
   Box.Remove("m/X.mis");
   EXPECT_TRUE(Listed().starts_with(".")) << "also for a mission that has gone";

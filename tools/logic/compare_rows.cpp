@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "services/numbers.h"
+
 namespace rws {
 
 namespace {
@@ -71,12 +73,6 @@ std::vector<std::size_t> DifferenceRows(const std::vector<CompareRow>& rows) {
     if (rows[i].Kind != HunkKind::Same && (i == 0 || rows[i - 1].Kind == HunkKind::Same))
       starts.push_back(i);
   return starts;
-}
-
-std::string GroupedNumber(std::size_t number) {
-  std::string text = std::to_string(number);
-  for (std::size_t at = text.size(); at > 3;) text.insert(at -= 3, ",");
-  return text;
 }
 
 std::string DifferenceText(const DiffCounts& counts, bool sameBytes) {

@@ -37,7 +37,4 @@ std::string DifferenceText(const DiffCounts& counts, bool sameBytes);
 /** The same in a cell of a table: "+1 -2 ~3", without the parts that are none. */
 std::string ShortDifferenceText(const DiffCounts& counts, bool sameBytes);
 
-/** A whole number in groups of three digits: "1,234". */
-std::string GroupedNumber(std::size_t number);
-
 }  // namespace rws
