@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "mission/backup_index.h"
 #include "mission/line_array.h"
 #include "mission/mission_file.h"
 #include "mission/update_note.h"
@@ -52,7 +53,9 @@ std::optional<Interrupted> Look(const Services& services, const std::string& cop
 /** Keeps what stands at the path, then replaces it: something stands there at every moment. */
 void ReplaceTorn(const Services& services, const std::string& mission, const std::string& copy) {
   const std::string start = BuildPath(BackupFolder(services), GetFileName(mission) + ".");
-  services.Files.LinkOrCopy(mission, FreeStampedName(services, start, ".bak"));
+  const std::string backup = FreeStampedName(services, start, ".bak");
+  services.Files.LinkOrCopy(mission, backup);
+  NoteBackup(services, backup, mission);
   services.Files.ReplaceFile(mission, services.Files.ReadFile(copy), copy, IfReadOnly::Replace);
   services.Files.DeleteFile(copy);
 }

@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "mission/backup_index.h"
 #include "mission/flight_values.h"
 #include "mission/line_values.h"
 #include "mission/update_note.h"
@@ -70,6 +71,12 @@ void Restore(const Services& services, const std::string& temporary, const std::
   Trap([&] { services.Files.MoveFile(temporary, path); }, tell);
 }
 
+void KeepBackup(const Services& services, const std::string& path, const std::string& fileName) {
+  const std::string backup = BackupPath(services, fileName);
+  services.Files.LinkOrCopy(path, backup);
+  NoteBackup(services, backup, path);
+}
+
 }  // namespace
 
 std::string BackupFolder(const Services& services) {
@@ -101,7 +108,7 @@ bool WriteMissionFile(const Services& services, const Mission& mission, const Li
     services.Files.ReplaceFile(temporary, old, path);
     copied = true;
     if (backup)
-      services.Files.LinkOrCopy(path, BackupPath(services, mission.FileName));
+      KeepBackup(services, path, mission.FileName);
     else
       services.Files.RequireWritable(path);
     services.Files.ReplaceFile(path, lines.FileText(), path,

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "mission/backup_index.h"
 #include "mission/fields.h"
 #include "mission/line_ends.h"
 #include "mission/mission_file.h"
@@ -138,7 +139,10 @@ bool ReplaceMission(const Services& services, const Preferences& prefs, const Mi
     reason = caught.Text;
   });
   if (refused) return false;
-  if (looked && WriteMissionFile(services, mission, lines, backup, &reason)) return true;
+  if (looked && WriteMissionFile(services, mission, lines, backup, &reason)) {
+    if (backup) LimitBackups(services, PathOf(mission), prefs.BackupsKept);
+    return true;
+  }
   TellFailure(services, "Update fail. Reason unknown. Mission file restored.", reason);
   return false;
 }

@@ -171,7 +171,7 @@ void CompareView::SetTexts(std::string before, std::string after) {
   lblCounts->setText(FromPath(DifferenceText(Model.Counts(), Model.SameBytes())));
   const auto starts = DifferenceRows(Model.Rows());
   for (auto* button : cmdGo) button->setEnabled(!starts.empty());
-  FitColumns();
+  RowsChanged();
   Select(starts.empty() ? 0 : static_cast<int>(starts[0]));
   ShowPlace();
 }
@@ -202,7 +202,7 @@ void CompareView::Go(bool forward) {
 void CompareView::Open(const QModelIndex& index) {
   const int row = index.row();
   if (!Model.Unfold(row)) return;
-  FitColumns();
+  RowsChanged();
   lstSide[0]->selectionModel()->setCurrentIndex(
       Model.index(row, index.column()),
       QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
@@ -232,6 +232,12 @@ void CompareView::FitColumns() {
     for (int column = 0; column < CompareModel::kColumns; ++column)
       list->setColumnWidth(column, column % 2 == 0 ? number : text);
   }
+}
+
+void CompareView::RowsChanged() {
+  FitColumns();
+  // At once: a side whose scroll bar did not know of its rows yet would hold the other one back.
+  for (auto* list : lstSide) list->doItemsLayout();
 }
 
 void CompareView::ShowColors() {

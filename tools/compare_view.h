@@ -93,6 +93,7 @@ class CompareView : public QWidget {
   void Connect();
   void PlaceControls();
   void FitColumns();
+  void RowsChanged();
   void ShowColors();
   void ShowPlace();
   void Open(const QModelIndex& index);

@@ -20,6 +20,7 @@ class AllFormsTest : public FlightsTest {
     Box.Write("game/PaintSchemes/Skins/I-16/Red.bmp", "");
     QImage(8, 8, QImage::Format_RGB32)
         .save(QString::fromStdString(Box.Path("game/PaintSchemes/Skins/I-16/Red.bmp")));
+    Box.Write("program/RWS Backup/a.mis.bak", "[MAIN]\r\n");
     LoadPlaneSkins(Doc(), Tables, World_.Services);
     Open();
     ClickFlight(kFighter);

@@ -16,6 +16,8 @@
 #include "services/help_file.h"
 #include "tests/mainwindow/window_fixture.h"
 #include "tests/support/places.h"
+#include "tools/frmBackups.h"
+#include "tools/frmCompare.h"
 #include "tools/frmSkins.h"
 #include "tools/frmView.h"
 
@@ -53,8 +55,8 @@ TEST_F(HelpTest, TellsOfEveryWindowMenuEntryAndButton) {
   std::vector<std::unique_ptr<QWidget>> windows;
   windows.push_back(std::move(Window));
   windows.push_back(std::make_unique<frmView>(World_.Services, nullptr));
-  AddForms<frmWP, frmWPEdit, frmBrief, frmDogFight, frmStatic, frmChgAC, frmPrefs, frmSkins>(
-      windows);
+  AddForms<frmWP, frmWPEdit, frmBrief, frmDogFight, frmStatic, frmChgAC, frmPrefs, frmSkins,
+           frmBackups, frmCompare>(windows);
   ASSERT_FALSE(Captions(*windows[0]).isEmpty());
   for (const auto& window : windows) {
     const QString name = window->objectName();

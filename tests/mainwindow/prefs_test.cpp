@@ -44,6 +44,7 @@ TEST_F(SetPrefsTest, TakesStoresAndShowsEverything) {
   Apply([](frmPrefs& form) {
     for (auto* box : {form.chkBackup, form.chkWA, form.chkLock, form.chkSnd}) box->click();
     form.optSave[1]->click();
+    form.spnKept->setValue(12);
     form.cmdColor[1]->click();
     form.cmdChg->click();
   });
@@ -52,6 +53,7 @@ TEST_F(SetPrefsTest, TakesStoresAndShowsEverything) {
             "False|True|True|1|<none>")
       << "colours are stored when the window closes";
   EXPECT_EQ(Stored(setting::GamePath), Box.Path("game2"));
+  EXPECT_EQ(Stored(setting::BackupsKept) + "|" + std::to_string(Prefs.BackupsKept), "12|12");
   EXPECT_TRUE(Prefs.bAssociate && Prefs.bLockWT && Prefs.bSndPlayer && !Prefs.bBackup);
   EXPECT_EQ(Prefs.BackColor, 0x0000FF);
   EXPECT_EQ(Window->lstMission->palette().color(QPalette::Base), QColor(255, 0, 0));
@@ -67,6 +69,7 @@ TEST_F(SetPrefsTest, TakesStoresAndShowsEverything) {
   Apply([this](frmPrefs& form) {
     EXPECT_FALSE(form.cmd[0]->isEnabled());
     EXPECT_EQ(form.GamePath, Box.Path("game2")) << "the stored one";
+    EXPECT_EQ(form.spnKept->value(), 12);
     form.chkWA->click();
     form.chkLock->click();
   });

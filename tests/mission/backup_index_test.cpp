@@ -77,7 +77,7 @@ TEST_F(BackupIndex, ListsWhatFitsNewestFirstAndOtherFoldersLast) {
     Make(stranger, 0);
   Make(".bak", 0, "x", "XX.mis");
   EXPECT_EQ(Listed(),
-            ".03-04-26 05-06-07 ?03-04-26 05-06-08 .bak !03-04-26 05-06-09 "
+            ".03-04-26 05-06-07 2 .03-04-26 05-06-07 ?03-04-26 05-06-08 .bak !03-04-26 05-06-09 "
             "!03-04-25 05-06-09");
   const auto backups = ListBackups(World.Services, Box.Path("m/X.mis"));
   EXPECT_EQ(backups[2].Stamp.Size, 5U);

@@ -66,6 +66,18 @@ TEST(Numbers, TextsAndMasks) {
       EXPECT_EQ(FormatNumber(text, mask), result) << text << " through " << mask;
 }
 
+TEST(Sizes, AreShort) {
+  const std::pair<std::uint64_t, const char*> sizes[] = {
+      {0, "0 bytes"},         {1, "1 byte"},         {1023, "1023 bytes"},
+      {1024, "1 KB"},         {14848, "15 KB"},      {1048063, "1023 KB"},
+      {1048064, "1.0 MB"},    {3355443, "3.2 MB"},   {1073689395, "1023.9 MB"},
+      {1073689396, "1.0 GB"}, {5368709120, "5.0 GB"}};
+  for (const auto& [bytes, text] : sizes) EXPECT_EQ(SizeText(bytes), text);
+  const std::pair<std::uint64_t, const char*> numbers[] = {
+      {0, "0"}, {999, "999"}, {1000, "1,000"}, {123456, "123,456"}, {1234567, "1,234,567"}};
+  for (const auto& [number, text] : numbers) EXPECT_EQ(GroupedNumber(number), text);
+}
+
 TEST(Clock, HoursAndMinutes) {
   const Texts clocks{{"7.5", "7:30"}, {"23.99", "23:59"}, {"12.92", "12:55"}, {".25", "0:15"}};
   for (const auto& [hours, clock] : clocks) EXPECT_EQ(HoursToClock(hours), clock);

@@ -103,10 +103,13 @@ TEST_F(StartUp, RestoreWipesTheSettingsAndWhatWasReadOfThem) {
   WriteSetting(settings, setting::ForeColor, "255");
   WriteSetting(settings, setting::DesktopColors, "True");
   WriteSetting(settings, setting::LockWT, "True");
+  WriteSetting(settings, setting::BackupsKept, "-3");
+  W.Prefs.BackupsKept = 5;
   W.Doc.GamePath = "kept";
   W.Prefs.bBackup = false;
   ReadStartSettings(W.Prefs, W.Services);
   EXPECT_TRUE(W.Prefs.SavePromptMode == kSaveNever && W.Prefs.bLockWT);
+  EXPECT_EQ(W.Prefs.BackupsKept, 0);
   ChkComLine(W.Doc, W.Prefs, Arguments, W.Services, "-RESTORE");
   EXPECT_TRUE(W.SettingTexts.empty());
   EXPECT_EQ(W.Prefs.SavePromptMode, kSaveAsk);

@@ -1,0 +1,156 @@
+#include "tools/logic/backups.h"
+
+#include <gtest/gtest.h>
+
+#include "services/faults.h"
+#include "tests/support/desk.h"
+#include "tests/support/failing_step.h"
+#include "tools/logic/compare_rows.h"
+
+namespace rws::test {
+namespace {
+
+std::string Text(int lines, const std::string& changed = "") {
+  std::string text;
+  for (int i = 0; i < lines; ++i)
+    text += changed.find(static_cast<char>('a' + i)) == changed.npos ? std::to_string(i) + "\n"
+                                                                     : "other\n";
+  return text;
+}
+
+/** Rows as "old:new", "|" before a difference, "*count" for a fold. */
+std::string Rows(const std::string& before, const std::string& after, bool unfold = false) {
+  auto rows = MakeCompareRows(DiffLines(SplitLines(before), SplitLines(after)));
+  const auto starts = DifferenceRows(rows);
+  std::string shown;
+  const auto line = [](std::size_t number) {
+    return number == CompareRow::kNoLine ? "-" : std::to_string(number);
+  };
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    shown += i == 0 ? "" : " ";
+    if (std::find(starts.begin(), starts.end(), i) != starts.end()) shown += "|";
+    if (rows[i].Folded > 0 && unfold) {
+      for (const auto& row : HiddenRows(rows[i]))
+        shown += line(row.Old) + ":" + line(row.New) + ";";
+      continue;
+    }
+    shown += line(rows[i].Old) + ":" + line(rows[i].New);
+    if (rows[i].Folded > 0) shown += "*" + std::to_string(rows[i].Folded);
+  }
+  return shown;
+}
+
+TEST(CompareRows, StandSideBySideAndFoldWhatIsEqual) {
+  EXPECT_EQ(Rows("", ""), "");
+  EXPECT_EQ(Rows(Text(9), Text(9)).find('*'), std::string::npos) << "nothing to find there";
+  EXPECT_EQ(Rows("a\nb\nc\n", "a\nx\ny\nc\nz\n"), "0:0 |1:1 -:2 2:3 |-:4");
+  // Seven lines before a difference and ten between two.
+  EXPECT_EQ(Rows(Text(20, "hs"), Text(20)),
+            "0:0*4 4:4 5:5 6:6 |7:7 8:8 9:9 10:10 11:11*4 15:15 16:16 17:17 |18:18 19:19");
+  EXPECT_EQ(Rows(Text(20, "hr"), Text(20)).substr(0, 57),
+            "0:0*4 4:4 5:5 6:6 |7:7 8:8 9:9 10:10 11:11 12:12 13:13 14");
+  EXPECT_EQ(Rows("x\n" + Text(7), Text(7), true), "|0:- 1:0 2:1 3:2 4:3;5:4;6:5;7:6;");
+}
+
+TEST(CompareRows, AreToldInWords) {
+  const struct {
+    DiffCounts Counts;
+    bool Same;
+    const char *Sentence, *Cell;
+  } rows[] = {{{0, 0, 0}, true, "No difference.", "none"},
+              {{0, 0, 0}, false, "All lines are equal; their line ends are not.", "line ends only"},
+              {{1, 0, 2}, false, "2 lines changed, 1 line added.", "+1 ~2"},
+              {{1234567, 2, 0}, false, "1,234,567 lines added, 2 lines gone.", "+1,234,567 -2"}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(DifferenceText(row.Counts, row.Same), row.Sentence);
+    EXPECT_EQ(ShortDifferenceText(row.Counts, row.Same), row.Cell);
+  }
+}
+
+constexpr char kBackup[] = "RWS Backup/a.mis.bak", kStamped[] = "a.mis.03-04-26 05-06-07.bak";
+
+/** A mission and a backup of it. */
+struct RestoreDesk : Desk {
+  RestoreDesk() : Desk("in/a.mis=now") {
+    Box.Write(std::string("app/") + kBackup, "then");
+    World.Services.AppPath = Box.Path("app");
+    World.Prefs.bBackup = false;
+    NoteBackup(World.Services, BackupFile(), Box.Path("in/a.mis"));
+  }
+  std::string BackupFile() const { return Box.Path(std::string("app/") + kBackup); }
+  bool Restore() { return RestoreBackup(World.Services, World.Prefs, Record(), BackupFile()); }
+};
+
+TEST(RestoreBackup, KeepsWhatStoodThere) {
+  RestoreDesk desk;
+  desk.World.Prefs.BackupsKept = 1;
+  desk.Box.Write("app/RWS Backup/a.mis.01-01-01 01-01-01.bak", "old");
+  NoteBackup(desk.World.Services, "a.mis.01-01-01 01-01-01.bak", desk.Box.Path("in/a.mis"));
+  EXPECT_TRUE(desk.Restore());
+  EXPECT_EQ(desk.Disk(), "a.mis=then\r\n");
+  EXPECT_EQ(desk.Box.Read("app/RWS Backup/" + std::string(kStamped)), "now");
+  EXPECT_EQ(desk.Box.Names("app/RWS Backup"), "Origins.txt," + std::string(kStamped) + ",a.mis.bak")
+      << "no more than one with a time";
+  EXPECT_EQ(ListBackups(desk.World.Services, desk.Box.Path("in/a.mis"))[0].Origin,
+            BackupOrigin::ThisMission);
+  EXPECT_NE(desk.Notices().find("is again as it was on 20"), std::string::npos);
+}
+
+TEST(RestoreBackup, WritesAMissionThatHasGone) {
+  RestoreDesk desk;
+  desk.Box.Remove("in/a.mis");
+  EXPECT_TRUE(desk.Restore());
+  EXPECT_EQ(desk.Disk(), "a.mis=then\r\n");
+  EXPECT_EQ(desk.Box.Names("app"), "RWS Backup");
+}
+
+/** Whatever fails: both texts still stand, and the user is told unless all was done. */
+TEST(RestoreBackup, LosesNothingWhenAStepFails) {
+  for (const bool gone : {false, true}) {
+    SCOPED_TRACE(gone);
+    const int steps = ForEachFailingStep([&](FailingStep& step) {
+      RestoreDesk desk;
+      if (gone) desk.Box.Remove("in/a.mis");
+      int boxes = 0;
+      desk.World.Services.Ask.MsgBox = [&](const std::string& text, Buttons, Icon,
+                                           const std::string&) {
+        ++boxes;
+        EXPECT_NE(text.find("disk full"), std::string::npos) << text;
+        return Answer::Ok;
+      };
+      bool restored = false;
+      step.During(desk.World.Services.Files, [&] { restored = desk.Restore(); });
+      SCOPED_TRACE(step.Action() + " " + step.Path());
+      EXPECT_EQ(boxes, restored ? 0 : 1);
+      const std::string mission = desk.Box.Read("in/a.mis");
+      EXPECT_EQ(desk.Box.Read(std::string("app/") + kBackup), "then");
+      if (restored) {
+        EXPECT_EQ(mission, "then\r\n");
+        EXPECT_TRUE(gone || desk.Box.Read("app/RWS Backup/" + std::string(kStamped)) == "now");
+      } else if (gone) {
+        EXPECT_TRUE(mission == "<none>" || mission == "then\r\n") << mission;
+      } else {
+        EXPECT_TRUE(mission == "now" ||
+                    desk.Box.Read("app/RWS Backup/" + std::string(kStamped)) == "now")
+            << mission;
+      }
+    });
+    EXPECT_GT(steps, gone ? 5 : 12);
+  }
+}
+
+TEST(Backups, TellWhereTheyAreFrom) {
+  Backup backup;
+  EXPECT_EQ(OriginText(backup), "some folder");
+  backup.Origin = BackupOrigin::ThisMission;
+  backup.OriginPath = "/a/b/x.mis";
+  EXPECT_EQ(OriginText(backup), "this mission");
+  backup.Origin = BackupOrigin::OtherFolder;
+  EXPECT_EQ(OriginText(backup), "/a/b");
+  Desk desk("in/a.mis=now");
+  EXPECT_EQ(ReadMissionNow(desk.World.Services, desk.Box.Path("in/a.mis")), "now");
+  EXPECT_EQ(ReadMissionNow(desk.World.Services, desk.Box.Path("in/b.mis")), std::nullopt);
+}
+
+}  // namespace
+}  // namespace rws::test
