@@ -5,6 +5,7 @@
 
 #include "platform/qt_text.h"
 #include "services/faults.h"
+#include "services/paths.h"
 #include "tests/support/form_test.h"
 #include "tools/frmCompare.h"
 
@@ -231,7 +232,7 @@ TEST_F(BackupsForm, WhatCannotBeReadIsTold) {
   QTest::keyClick(Form->lstBackups, Qt::Key_Down);
   EXPECT_TRUE(CanRestore() && Form->lblState->text().isEmpty());
 
-  failing = "m" + std::string(1, std::filesystem::path::preferred_separator) + "X.mis";
+  failing = BuildPath("m", "X.mis");
   Show();
   EXPECT_EQ(Cell(0, BackupModel::kDifference), "?");
   EXPECT_NE(Form->lblState->text().indexOf("device error"), -1);
