@@ -72,21 +72,23 @@ void frmBackups::FillList() {
   const bool none = rows.empty();
   Model.SetRows(std::move(rows));
   parts_->setVisible(!none);
-  if (none) {
-    const QString name = FromPath(GetFileName(MissionPath));
-    lblState->setText(reason.empty() ? tr("There is no backup of a mission named \"%1\" yet. Each "
-                                          "Update makes one while Create Backups is ticked in the "
-                                          "preferences.")
-                                           .arg(name)
-                                     : FromPath(reason));
-    cmd[kClose]->setFocus();
-    return;
-  }
+  lblEmpty->setVisible(none);
+  if (none) return ShowEmpty(reason);
   for (const int column : {BackupModel::kTime, BackupModel::kSize, BackupModel::kDifference})
     lstBackups->resizeColumnToContents(column);
   lstBackups->SelectOnly(0);
   lstBackups->setFocus();
   idle_.start();
+}
+
+void frmBackups::ShowEmpty(const std::string& reason) {
+  const QString name = FromPath(GetFileName(MissionPath));
+  const QString none =
+      tr("There is no backup of a mission named \"%1\" yet. Each Update makes one "
+         "while Create Backups is ticked in the preferences.");
+  lblState->clear();
+  lblEmpty->setText(reason.empty() ? none.arg(name) : FromPath(reason));
+  cmd[kClose]->setFocus();
 }
 
 std::optional<std::string> frmBackups::Read(int row) {

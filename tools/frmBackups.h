@@ -59,8 +59,10 @@ class frmBackups : public Dialog {
   BackupModel Model;
   ReportList* lstBackups;
   CompareView* cmpTexts;
-  /** What is to be said of the backup that is lit, or why there is none. */
+  /** What is to be said of the backup that is lit. */
   QLabel* lblState;
+  /** Why there is none. */
+  QLabel* lblEmpty;
   enum Command : std::size_t { kRestore, kClose };
   std::array<QPushButton*, 2> cmd;
 
@@ -69,6 +71,7 @@ class frmBackups : public Dialog {
   void PlaceControls();
   void Connect();
   void FillList();
+  void ShowEmpty(const std::string& reason);
   void ReadNow();
   void ShowBackup();
   /** The text of a backup; a failure is logged and told in the list. */

@@ -9,7 +9,9 @@ namespace rws {
 void frmBackups::Build() {
   lblMission = Named(new QLabel, "lblMission");
   lblState = Named(new QLabel, "lblState");
-  for (auto* label : {lblMission, lblState}) {
+  lblEmpty = Named(new QLabel, "lblEmpty");
+  lblEmpty->setAlignment(Qt::AlignCenter);
+  for (auto* label : {lblMission, lblState, lblEmpty}) {
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
   }
@@ -36,6 +38,7 @@ void frmBackups::PlaceControls() {
   auto* whole = new QVBoxLayout(this);
   whole->addWidget(lblMission);
   whole->addWidget(parts_, 1);
+  whole->addWidget(lblEmpty, 1);
   auto* below = new QHBoxLayout;
   below->addWidget(lblState, 1);
   below->addWidget(cmd[kRestore]);

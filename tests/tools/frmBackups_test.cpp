@@ -199,8 +199,7 @@ TEST_F(BackupsForm, ComparesEachWithWhatStandsOnDiskAndGivesTheChosenOne) {
 TEST_F(BackupsForm, ASentenceStandsInForAnEmptyList) {
   Show();
   EXPECT_FALSE(Form->lstBackups->isVisible() || CanRestore());
-  EXPECT_NE(Form->lblState->text().indexOf("There is no backup of a mission named \"X.mis\" yet."),
-            -1);
+  EXPECT_TRUE(Form->lblEmpty->text().startsWith("There is no backup of a mission named \"X.mis\""));
   QTest::keyClick(Form.get(), Qt::Key_Escape);
   EXPECT_TRUE(Form->isHidden());
 }
