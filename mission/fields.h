@@ -17,23 +17,31 @@ enum class Compared {
   Inside,   // by the fields of its elements
 };
 
+/** What a field is to the user. */
+enum class Holds {
+  Content,  // a part of the mission, which an edit changes
+  State     // where the record stands in the program: no difference in it is an edit
+};
+
 template <class Member>
 struct Field {
   const char* Name;
   Member Pointer;
   Compared How;
+  Holds What;
 };
 
 template <class Member>
-constexpr Field<Member> MakeField(const char* name, Member pointer, Compared how) {
-  return {name, pointer, how};
+constexpr Field<Member> MakeField(const char* name, Member pointer, Compared how, Holds what) {
+  return {name, pointer, how, what};
 }
 
 /** In the order of the record's declaration. */
 template <class Record>
 struct FieldsOf;
 
-#define RWS_FIELD(name, how) MakeField(#name, &Record::name, Compared::how)
+#define RWS_FIELD(name, how) MakeField(#name, &Record::name, Compared::how, Holds::Content)
+#define RWS_STATE(name, how) MakeField(#name, &Record::name, Compared::how, Holds::State)
 
 template <>
 struct FieldsOf<Waypoint> {
@@ -60,7 +68,7 @@ struct FieldsOf<Flight> {
       RWS_FIELD(Weapons, Exactly), RWS_FIELD(StartTime, ByValue), RWS_FIELD(OnlyAI, Exactly),
       RWS_FIELD(Class, Exactly), RWS_FIELD(Parachute, Exactly), RWS_FIELD(Name, Exactly),
       RWS_FIELD(PlaneSlots, Inside), RWS_FIELD(Waypoints, Inside), RWS_FIELD(LastWaypoint, No),
-      RWS_FIELD(ArmyWord, No), RWS_FIELD(Status, Exactly), RWS_FIELD(Shown, No));
+      RWS_FIELD(ArmyWord, No), RWS_FIELD(Status, Exactly), RWS_STATE(Shown, No));
 };
 
 template <>
@@ -75,18 +83,19 @@ template <>
 struct FieldsOf<Mission> {
   using Record = Mission;
   static constexpr auto kTable = std::make_tuple(
-      RWS_FIELD(Loaded, No), RWS_FIELD(DirPath, Exactly), RWS_FIELD(FileName, Exactly),
-      RWS_FIELD(BaseName, No), RWS_FIELD(MapName, Exactly), RWS_FIELD(MapPath, No),
+      RWS_STATE(Loaded, No), RWS_STATE(DirPath, Exactly), RWS_STATE(FileName, Exactly),
+      RWS_STATE(BaseName, No), RWS_FIELD(MapName, Exactly), RWS_FIELD(MapPath, No),
       RWS_FIELD(Time, Exactly), RWS_FIELD(CloudHeight, Exactly), RWS_FIELD(CloudType, Exactly),
       RWS_FIELD(Army, Exactly), RWS_FIELD(Player, Exactly), RWS_FIELD(PlayerNum, Exactly),
-      RWS_FIELD(Lines, Exactly), RWS_FIELD(AsRead, No), RWS_FIELD(Flights, Inside),
-      RWS_FIELD(Modified, No), RWS_FIELD(NotWritten, No), RWS_FIELD(BornPlaces, Inside),
+      RWS_FIELD(Lines, Exactly), RWS_STATE(AsRead, No), RWS_FIELD(Flights, Inside),
+      RWS_STATE(Modified, No), RWS_STATE(NotWritten, No), RWS_FIELD(BornPlaces, Inside),
       RWS_FIELD(HasBornPlace, No), RWS_FIELD(BriefSoundLine, Exactly),
       RWS_FIELD(BriefSound, Exactly), RWS_FIELD(TimeConstant, Exactly),
       RWS_FIELD(WeaponsConstant, Exactly));
 };
 
 #undef RWS_FIELD
+#undef RWS_STATE
 
 /** Calls `visit` with each field of a kind of record. */
 template <class Record, class Visit>

@@ -32,6 +32,11 @@ std::optional<std::string> RepairedLineEnds(std::string_view bytes) {
   return text;
 }
 
+LineArray LinesOfFile(std::string bytes) {
+  if (auto repaired = RepairedLineEnds(bytes)) bytes = std::move(*repaired);
+  return LineArray::FromFile(std::move(bytes));
+}
+
 std::string NormaliseLineEnds(const Services& services, const std::string& path) {
   std::string reason;
   const auto repair = [&] {

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "mission/line_array.h"
 #include "services/services.h"
 
 namespace rws {
@@ -12,6 +13,9 @@ namespace rws {
     return and line feed behind each of its line-feed parts, blank ones dropped. Nothing when the
    file needs no repair. */
 std::optional<std::string> RepairedLineEnds(std::string_view bytes);
+
+/** The lines of a mission's file as the reader takes them, its line ends repaired. */
+LineArray LinesOfFile(std::string bytes);
 
 /** Repairs a file with bare line feeds on disk, without which it could not be read. The new text
     takes the file's name when it is whole and on disk. A failure, which a read-only file is too,

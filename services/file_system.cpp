@@ -104,6 +104,12 @@ void FileSystem::Step(std::string_view action, const std::string& path) const {
   if (BeforeStep) BeforeStep({action, path});
 }
 
+std::function<void()> FileSystem::Announce(FileDeed::Kind what, const std::string& path,
+                                           const std::string& to) const {
+  std::function<void()> done = OnDeed ? OnDeed({what, path, to}) : nullptr;
+  return done ? done : [] {};
+}
+
 std::string FileSystem::Resolve(const std::string& path) const {
   if (path.empty()) return path;
   if (os::Exists(path)) return os::Spelling(path);
@@ -195,12 +201,14 @@ void FileSystem::WriteWhole(const std::string& target, std::string_view bytes,
   os::EntryKind kind;
   if (os::Stat(target, kind) && kind == os::EntryKind::Other)
     throw FileFault(fault::Permission, "write", target, "it is a device or a pipe");
+  const auto done = Announce(FileDeed::Write, target, target);
   const std::string beside = NameBeside(target);
   WriteBeside(target, beside, bytes, rightsFrom);
   RemovedUnlessKept written(beside);
   Step("take name", target);
   os::RenameOver(beside, target, readOnly == IfReadOnly::Replace);
   written.Keep();
+  done();
   SyncFolderOf(target);
 }
 
@@ -262,11 +270,13 @@ void FileSystem::MoveFile(const std::string& from, const std::string& to) const 
   if (os::Exists(target) && (source == to || !isItself)) throw FileExistsFault(target);
   const std::string wanted =
       isItself ? BuildPath(GetParentFolderName(target), GetFileName(to)) : target;
+  const auto done = Announce(FileDeed::Move, source, wanted);
   Step("move", source);
   if (!os::RenameNew(source, wanted)) {
     CopyNew(source, wanted);
     os::DeleteFile(source);
   }
+  done();
   if (known_) known_->Moved(source, wanted);
   SyncFolderOf(wanted);
   if (GetParentFolderName(source) != GetParentFolderName(wanted)) SyncFolderOf(source);
@@ -274,8 +284,10 @@ void FileSystem::MoveFile(const std::string& from, const std::string& to) const 
 
 void FileSystem::DeleteFile(const std::string& path) const {
   const std::string target = Resolve(path);
+  const auto done = Announce(FileDeed::Delete, target, target);
   Step("delete", target);
   os::DeleteFile(target);
+  done();
   SyncFolderOf(target);
 }
 

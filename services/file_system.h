@@ -19,6 +19,15 @@ struct FileStep {
   const std::string& Path;
 };
 
+/** Something that is about to be done to a file. */
+struct FileDeed {
+  enum Kind { Write, Move, Delete };
+  Kind What;
+  const std::string& Path;
+  /** Where a moved file will stand; else the path itself. */
+  const std::string& To;
+};
+
 /** An entry of a folder. */
 struct FolderEntry {
   std::string Name;
@@ -42,6 +51,9 @@ class FileSystem {
  public:
   /** Called before each action that changes the disk or reads a file; a test makes it throw. */
   std::function<void(const FileStep&)> BeforeStep;
+  /** Called before a file is written, moved or deleted as a whole; what it gives, if anything, is
+      called when that is done. */
+  std::function<std::function<void()>(const FileDeed&)> OnDeed;
 
   /** Whether names that differ in letter case only are two files on this system. */
   static bool MindsCase();
@@ -108,6 +120,8 @@ class FileSystem {
   friend class KnownFolder;
   std::optional<std::string> FindEntry(const std::string& folder, std::string_view name) const;
   void Step(std::string_view action, const std::string& path) const;
+  std::function<void()> Announce(FileDeed::Kind what, const std::string& path,
+                                 const std::string& to) const;
   void WriteBeside(const std::string& path, const std::string& beside, std::string_view bytes,
                    const std::string& rightsFrom) const;
   void WriteWhole(const std::string& target, std::string_view bytes, const std::string& rightsFrom,
