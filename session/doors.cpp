@@ -1,6 +1,7 @@
 #include "session/doors.h"
 
 #include "mission/update.h"
+#include "session/recording.h"
 
 namespace rws {
 
@@ -16,6 +17,7 @@ void SetModify(Session& session) {
 }
 
 void Notify(Session& session, const EditKind* kind) {
+  Record(session, kind);
   const Change change{kind, static_cast<std::size_t>(session.Doc.CurMission)};
   for (const auto& listener : session.Listeners) listener(change);
 }

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "services/error_log.h"
+#include "session/journal.h"
 #include "session/session.h"
 
 /** Whatever writes a record goes through one of two doors: `Edit` for what the user changes, `Show`
@@ -63,8 +64,11 @@ bool Edit(Session& session, const EditKind& kind, Body&& change) {
   };
   const bool shown = session.Showing > 0;
   ++session.Editing;
-  const bool done =
-      kind.Handler ? LogAndLeave(session.Services, kind.Handler, whole) : ResumeNext(whole);
+  bool done = false;
+  {
+    const Journaling journaling(session);
+    done = kind.Handler ? LogAndLeave(session.Services, kind.Handler, whole) : ResumeNext(whole);
+  }
   --session.Editing;
   if (shown || session.Editing == 0) Notify(session, shown ? nullptr : &kind);
   return done;

@@ -7,6 +7,7 @@
 #include "mission/document.h"
 #include "services/preferences.h"
 #include "services/services.h"
+#include "session/history.h"
 
 namespace rws {
 
@@ -20,7 +21,10 @@ struct Session {
   Preferences Prefs;
   Catalogues Tables;
 
-  /** Are told of every change of a record. */
+  /** What has been done, and what is unsaved. */
+  rws::History History;
+
+  /** Are told of every change of a record, when the history has it. */
   std::vector<std::function<void(const Change&)>> Listeners;
   /** How many calls of `Show` and of `Edit` are under way. */
   int Showing = 0, Editing = 0;

@@ -1,0 +1,323 @@
+#include "session/frozen.h"
+
+#include <algorithm>
+#include <type_traits>
+
+#include "mission/fields.h"
+
+namespace rws {
+
+namespace {
+
+template <class Value>
+concept RecordArray = requires(const Value& value) {
+  FieldsOf<std::decay_t<decltype(value[0])>>::kTable;
+};
+
+template <class Record>
+bool SameRecord(const Record& a, const Record& b, bool stateToo);
+
+template <class Value>
+bool SameValue(const Value& a, const Value& b, bool stateToo) {
+  if constexpr (RecordArray<Value>) {
+    return std::equal(
+        a.begin(), a.end(), b.begin(), b.end(),
+        [=](const auto& one, const auto& other) { return SameRecord(one, other, stateToo); });
+  } else if constexpr (std::is_same_v<Value, double>) {
+    return a == b || (a != a && b != b);
+  } else {
+    return a == b;
+  }
+}
+
+template <class Record>
+bool SameRecord(const Record& a, const Record& b, bool stateToo) {
+  bool same = true;
+  ForEachField<Record>([&](const auto& field) {
+    if (!same || (field.What == Holds::State && !stateToo)) return;
+    same = SameValue(a.*field.Pointer, b.*field.Pointer, stateToo);
+  });
+  return same;
+}
+
+/** Lines `first` to `last` - 1. */
+struct Range {
+  std::size_t First, Last;
+};
+
+bool SameLines(const LineArray& a, Range range, const LineArray& b, std::size_t at) {
+  if (at + (range.Last - range.First) > b.size()) return false;
+  for (std::size_t i = range.First; i < range.Last; ++i)
+    if (a[i] != b[at + i - range.First]) return false;
+  return true;
+}
+
+/** What is different between `from` and `to` is one stretch of lines. In `now` it is looked for at
+    its distance from the end, before which flights may have come and gone, then at that from the
+    beginning; a text that has it at neither becomes `to`. */
+void PatchLines(LineArray& now, const LineArray& from, const LineArray& to) {
+  const std::size_t shorter = std::min(from.size(), to.size());
+  std::size_t before = 0, behind = 0;
+  while (before < shorter && from[before] == to[before]) ++before;
+  while (before + behind < shorter && from[from.size() - 1 - behind] == to[to.size() - 1 - behind])
+    ++behind;
+  const Range old{before, from.size() - behind}, next{before, to.size() - behind};
+  const std::size_t size = old.Last - old.First;
+  std::size_t at = now.size() - std::min(now.size(), behind + size);
+  if (!SameLines(from, old, now, at)) at = before;
+  if (!SameLines(from, old, now, at)) {
+    now = to;
+    return;
+  }
+  LineArray patched;
+  patched.Reserve(now.FileText().size() + to.FileText().size(), now.size() + to.size());
+  patched.AddRange(now, 0, at);
+  patched.AddRange(to, next.First, next.Last);
+  patched.AddRange(now, at + size, now.size());
+  now = std::move(patched);
+}
+
+/** Copies into `now` the content that `from` and `to` have different. With `careful`, only where
+    `now` has what `from` has. */
+template <class Record>
+void PatchRecord(Record& now, const Record& from, const Record& to, bool careful);
+
+template <class Value>
+void PatchValue(Value& now, const Value& from, const Value& to, bool careful) {
+  if (SameValue(from, to, false)) return;
+  if constexpr (std::is_same_v<Value, LineArray>) {
+    if (!careful && !(now == from)) return PatchLines(now, from, to);
+  }
+  if constexpr (RecordArray<Value>) {
+    if (now.size() == from.size() && from.size() == to.size()) {
+      for (std::size_t i = 0; i < now.size(); ++i) PatchRecord(now[i], from[i], to[i], careful);
+      return;
+    }
+  }
+  if (!careful || SameValue(now, from, false)) now = to;
+}
+
+template <class Record>
+void PatchRecord(Record& now, const Record& from, const Record& to, bool careful) {
+  ForEachField<Record>([&](const auto& field) {
+    if (field.What == Holds::Content)
+      PatchValue(now.*field.Pointer, from.*field.Pointer, to.*field.Pointer, careful);
+  });
+}
+
+/** The record without what is frozen apart. */
+Mission HeadOf(const Mission& mission) {
+  Mission head;
+  ForEachField<Mission>([&](const auto& field) {
+    if constexpr (!RecordArray<std::decay_t<decltype(head.*field.Pointer)>>)
+      head.*field.Pointer = mission.*field.Pointer;
+  });
+  return head;
+}
+
+bool SameHead(const Mission& a, const Mission& b, bool stateToo) {
+  bool same = true;
+  ForEachField<Mission>([&](const auto& field) {
+    if (!same || (field.What == Holds::State && !stateToo)) return;
+    if constexpr (!RecordArray<std::decay_t<decltype(a.*field.Pointer)>>)
+      same = SameValue(a.*field.Pointer, b.*field.Pointer, stateToo);
+  });
+  return same;
+}
+
+template <class Record>
+using Parts = std::vector<std::shared_ptr<const Record>>;
+
+/** Records are taken out and put in, never moved about: the counterpart of the next one stands
+    behind that of the last, and not far. */
+template <class Record>
+Parts<Record> FreezeParts(const std::vector<Record>& records, const Parts<Record>* like) {
+  constexpr std::size_t kLookAhead = 32;
+  Parts<Record> parts;
+  parts.reserve(records.size());
+  std::size_t next = 0;
+  for (const auto& record : records) {
+    std::size_t found = next;
+    const std::size_t end = like ? std::min(like->size(), next + kLookAhead) : 0;
+    while (found < end && !SameRecord(record, *(*like)[found], true)) ++found;
+    if (found < end) {
+      parts.push_back((*like)[found]);
+      next = found + 1;
+    } else {
+      parts.push_back(std::make_shared<const Record>(record));
+      // A changed record stands for the one at its place.
+      if (like && like->size() == records.size()) next = parts.size();
+    }
+  }
+  return parts;
+}
+
+template <class Record>
+std::vector<Record> ThawParts(const Parts<Record>& parts) {
+  std::vector<Record> records;
+  records.reserve(parts.size());
+  for (const auto& part : parts) records.push_back(*part);
+  return records;
+}
+
+template <class Record>
+bool SameParts(const Parts<Record>& a, const Parts<Record>& b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const auto& one, const auto& other) {
+    return one == other || SameRecord(*one, *other, false);
+  });
+}
+
+/** What a record of `to` becomes in `now`, which has the records of `from` as they are today. */
+template <class Record>
+Record PatchedPart(const std::vector<Record>& now, const Parts<Record>& from,
+                   const Parts<Record>& to, std::size_t index) {
+  const auto same = index < from.size() && from[index] == to[index]
+                        ? from.begin() + static_cast<std::ptrdiff_t>(index)
+                        : std::find(from.begin(), from.end(), to[index]);
+  if (same != from.end()) return now[static_cast<std::size_t>(same - from.begin())];
+  if (from.size() != to.size()) return *to[index];
+  Record patched = now[index];
+  PatchRecord(patched, *from[index], *to[index], false);
+  return patched;
+}
+
+template <class Record>
+void PatchParts(std::vector<Record>& now, const Parts<Record>& from, const Parts<Record>& to) {
+  if (from == to) return;
+  std::vector<Record> patched;
+  patched.reserve(to.size());
+  const bool follows = now.size() == from.size();
+  for (std::size_t i = 0; i < to.size(); ++i)
+    patched.push_back(follows ? PatchedPart(now, from, to, i) : *to[i]);
+  now = std::move(patched);
+}
+
+template <class Record>
+void RebaseParts(std::vector<Record>& kept, const Parts<Record>& from, const Parts<Record>& to) {
+  if (from.size() != to.size()) return;
+  for (std::size_t i = 0; i < from.size(); ++i) {
+    if (from[i] == to[i]) continue;
+    std::size_t at = i;
+    if constexpr (requires { kept[i].Name; }) {
+      const auto named = [&](const Record& record) { return record.Name == from[i]->Name; };
+      if (at >= kept.size() || !named(kept[at]))
+        at = static_cast<std::size_t>(std::find_if(kept.begin(), kept.end(), named) - kept.begin());
+    }
+    if (at < kept.size()) PatchRecord(kept[at], *from[i], *to[i], true);
+  }
+}
+
+void PatchHead(Mission& now, const Mission& from, const Mission& to, bool careful) {
+  ForEachField<Mission>([&](const auto& field) {
+    if constexpr (!RecordArray<std::decay_t<decltype(now.*field.Pointer)>>)
+      if (field.What == Holds::Content)
+        PatchValue(now.*field.Pointer, from.*field.Pointer, to.*field.Pointer, careful);
+  });
+}
+
+std::size_t HeapBytes(const std::string& text) {
+  return text.capacity() > sizeof(std::string) / 2 ? text.capacity() : 0;
+}
+
+template <class Record>
+std::size_t RecordBytes(const Record& record);
+
+template <class Value>
+std::size_t ValueBytes(const Value& value) {
+  if constexpr (std::is_same_v<Value, std::string>) return HeapBytes(value);
+  if constexpr (RecordArray<Value> || std::is_same_v<Value, std::vector<std::string>>) {
+    std::size_t bytes = 0;
+    for (const auto& element : value) {
+      if constexpr (RecordArray<Value>)
+        bytes += RecordBytes(element);
+      else
+        bytes += sizeof element + HeapBytes(element);
+    }
+    return bytes;
+  }
+  return 0;
+}
+
+template <class Record>
+std::size_t RecordBytes(const Record& record) {
+  std::size_t bytes = sizeof record;
+  ForEachField<Record>([&](const auto& field) { bytes += ValueBytes(record.*field.Pointer); });
+  return bytes;
+}
+
+template <class Record>
+std::size_t PartsBytes(const Parts<Record>& parts, const Parts<Record>* like) {
+  std::size_t bytes = 0;
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    bytes += sizeof parts[i];
+    const bool shared = like && ((i < like->size() && (*like)[i] == parts[i]) ||
+                                 std::find(like->begin(), like->end(), parts[i]) != like->end());
+    if (!shared) bytes += RecordBytes(*parts[i]);
+  }
+  return bytes;
+}
+
+}  // namespace
+
+FrozenMission Freeze(const Mission& mission, const FrozenMission& like) {
+  auto flights = FreezeParts(mission.Flights, like ? &like->Flights : nullptr);
+  auto places = FreezeParts(mission.BornPlaces, like ? &like->BornPlaces : nullptr);
+  if (like && flights == like->Flights && places == like->BornPlaces &&
+      SameHead(mission, like->Head, true))
+    return like;
+  auto frozen = std::make_shared<Frozen>();
+  frozen->Head = HeadOf(mission);
+  frozen->Flights = std::move(flights);
+  frozen->BornPlaces = std::move(places);
+  return frozen;
+}
+
+Mission Thaw(const Frozen& frozen) {
+  Mission mission = frozen.Head;
+  mission.Flights = ThawParts(frozen.Flights);
+  mission.BornPlaces = ThawParts(frozen.BornPlaces);
+  return mission;
+}
+
+bool SameContent(const Frozen& a, const Frozen& b) {
+  return &a == &b || (SameHead(a.Head, b.Head, false) && SameParts(a.Flights, b.Flights) &&
+                      SameParts(a.BornPlaces, b.BornPlaces));
+}
+
+std::vector<std::string> ChangedFlights(const Frozen& a, const Frozen& b) {
+  std::vector<std::string> names;
+  if (a.Flights.size() != b.Flights.size()) return names;
+  for (std::size_t i = 0; i < a.Flights.size(); ++i)
+    if (a.Flights[i] != b.Flights[i] && !SameRecord(*a.Flights[i], *b.Flights[i], false))
+      names.push_back(a.Flights[i]->Name);
+  return names;
+}
+
+Mission Patched(const Mission& now, const Frozen& from, const Frozen& to) {
+  Mission patched = now;
+  PatchHead(patched, from.Head, to.Head, false);
+  PatchParts(patched.Flights, from.Flights, to.Flights);
+  PatchParts(patched.BornPlaces, from.BornPlaces, to.BornPlaces);
+  return patched;
+}
+
+FrozenMission Rebased(const FrozenMission& kept, const Frozen& from, const Frozen& to) {
+  Mission mission = Thaw(*kept);
+  PatchHead(mission, from.Head, to.Head, true);
+  RebaseParts(mission.Flights, from.Flights, to.Flights);
+  RebaseParts(mission.BornPlaces, from.BornPlaces, to.BornPlaces);
+  return Freeze(mission, kept);
+}
+
+std::size_t OwnBytes(const Frozen& frozen, const Frozen* like) {
+  if (&frozen == like) return 0;
+  std::size_t bytes = RecordBytes(frozen.Head);
+  const LineArray& lines = frozen.Head.Lines;
+  const bool shared =
+      lines.SharesWith(frozen.Head.AsRead) || (like && lines.SharesWith(like->Head.Lines));
+  if (!shared) bytes += lines.FileText().size() + lines.size() * sizeof(std::uint32_t);
+  bytes += PartsBytes(frozen.Flights, like ? &like->Flights : nullptr);
+  return bytes + PartsBytes(frozen.BornPlaces, like ? &like->BornPlaces : nullptr);
+}
+
+}  // namespace rws

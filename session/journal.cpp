@@ -1,0 +1,107 @@
+#include "session/journal.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "services/checksum.h"
+#include "services/error_log.h"
+#include "services/paths.h"
+#include "session/file_store.h"
+#include "session/file_undo.h"
+#include "session/recording.h"
+
+namespace rws {
+
+namespace {
+
+/** The program's own files are no part of the history. */
+bool IsOwnFile(const Services& services, const std::string& path) {
+  const std::string own = BuildPath(services.Files.Resolve(services.AppPath), "");
+  if (!path.starts_with(own)) return false;
+  const std::string rest = path.substr(own.size());
+  const std::string first = rest.substr(0, rest.find_first_of("/\\"));
+  return first == "Recovery" || first == "RWS Backup" || first.starts_with("$$$TEMP") ||
+         first == "Error.txt" || first == "Replaced Skins";
+}
+
+void TellNotKept(const Services& services, const std::string& path, const Fault& caught) {
+  LogError(services, caught.Text, "Journaling");
+  if (services.Ask.Notice)
+    services.Ask.Notice("\"" + GetFileName(path) + "\" cannot be brought back by Undo. " +
+                        caught.Text);
+}
+
+/** Keeps what stands at the path of the change, for `Stored` and `OldSum`. */
+void Keep(const Services& services, FileChange& change) {
+  Trap(
+      [&] {
+        change.OldSum = Sha1(services.Files.ReadFile(change.Path));
+        change.Stored = KeepInStore(services, change.Path);
+      },
+      [&](const Fault& caught) { TellNotKept(services, change.Path, caught); });
+}
+
+/** What is noted of a deed, when it has been done. */
+std::function<void()> NoteDeed(Session& session, const FileDeed& deed) {
+  const Services& services = session.Services;
+  FileJournal& journal = session.History.Journal;
+  // What this does to files is no deed of the command's.
+  if (journal.Paused || IsOwnFile(services, deed.Path)) return nullptr;
+  journal.Paused = true;
+  FileChange change{FileChange::Moved, deed.Path, deed.To, "", "", "", ""};
+  const bool stood = services.Files.FileExists(deed.Path);
+  if (deed.What == FileDeed::Delete) change.What = FileChange::Deleted;
+  if (deed.What == FileDeed::Write)
+    change.What = stood ? FileChange::Replaced : FileChange::Created;
+  if (deed.What != FileDeed::Move && stood) Keep(services, change);
+  journal.Paused = false;
+  return [&services, &journal, change]() mutable {
+    if (change.What == FileChange::Created || change.What == FileChange::Replaced)
+      ResumeNext([&] { change.NewSum = Sha1(services.Files.ReadFile(change.Path)); });
+    journal.Changes.push_back(change);
+  };
+}
+
+bool TakesAway(const std::vector<FileChange>& changes, const std::string& path) {
+  return std::any_of(changes.begin(), changes.end(), [&](const FileChange& change) {
+    return change.Path == path &&
+           (change.What == FileChange::Deleted || change.What == FileChange::Moved);
+  });
+}
+
+}  // namespace
+
+Journaling::Journaling(Session& session) : session_(session) {
+  if (session_.History.Journal.Open++ > 0) return;
+  session_.History.Journal.Changes.clear();
+  session_.Services.Files.OnDeed = [&session](const FileDeed& deed) {
+    return NoteDeed(session, deed);
+  };
+}
+
+Journaling::~Journaling() {
+  if (--session_.History.Journal.Open == 0) session_.Services.Files.OnDeed = nullptr;
+}
+
+void AddFileStep(Session& session, const std::string& title) {
+  Step step;
+  step.Title = title;
+  step.Files = std::exchange(session.History.Journal.Changes, {});
+  if (step.Files.empty()) return;
+  auto moves = NetMoves(step.Files);
+  std::erase_if(moves, [](const auto& move) {
+    return GetParentFolderName(move.first) != GetParentFolderName(move.second);
+  });
+  NoteMoved(session, moves);
+  // Edits of a mission that is deleted or moved away go with it.
+  for (auto known = session.History.Known.begin(); known != session.History.Known.end();) {
+    const auto& [path, state] = *known;
+    const bool gone = TakesAway(step.Files, path) && !session.Services.Files.FileExists(path);
+    if (gone) step.Missions.push_back({path, state, {}});
+    known = gone ? session.History.Known.erase(known) : std::next(known);
+  }
+  step.FlightBefore = step.FlightAfter = session.Doc.CurFlight;
+  AddStep(session, std::move(step));
+}
+
+}  // namespace rws

@@ -1,0 +1,124 @@
+#include "session/packing.h"
+
+#include <charconv>
+#include <type_traits>
+
+#include "mission/fields.h"
+#include "services/checksum.h"
+#include "services/faults.h"
+
+namespace rws {
+
+namespace {
+
+/** Each value is a text, with its length before it: "4:fuel". */
+class Packer {
+ public:
+  void Text(std::string_view text) {
+    bytes_.append(std::to_string(text.size())).append(1, ':').append(text);
+  }
+  template <class Value>
+  void Put(const Value& value) {
+    if constexpr (std::is_same_v<Value, std::string>) {
+      Text(value);
+    } else if constexpr (std::is_same_v<Value, LineArray>) {
+      Text(value.FileText());
+    } else if constexpr (std::is_arithmetic_v<Value>) {
+      char text[64];
+      const auto number = +value;
+      Text({text, static_cast<std::size_t>(std::to_chars(text, text + 64, number).ptr - text)});
+    } else if constexpr (requires { FieldsOf<Value>::kTable; }) {
+      ForEachField<Value>([&](const auto& field) { Put(value.*field.Pointer); });
+    } else {
+      Put(value.size());
+      for (const auto& element : value) Put(element);
+    }
+  }
+  std::string Take() { return std::move(bytes_); }
+
+ private:
+  std::string bytes_;
+};
+
+class Unpacker {
+ public:
+  explicit Unpacker(std::string_view bytes) : bytes_(bytes) {}
+
+  std::string_view Text() {
+    const std::size_t colon = bytes_.find(':');
+    if (colon == bytes_.npos) throw Torn();
+    const std::size_t size = Number<std::size_t>(bytes_.substr(0, colon));
+    if (size > bytes_.size() - colon - 1) throw Torn();
+    const auto text = bytes_.substr(colon + 1, size);
+    bytes_.remove_prefix(colon + 1 + size);
+    return text;
+  }
+  template <class Value>
+  void Get(Value& value) {
+    if constexpr (std::is_same_v<Value, std::string>) {
+      value = Text();
+    } else if constexpr (std::is_same_v<Value, LineArray>) {
+      value = LineArray::FromFile(std::string(Text()));
+    } else if constexpr (std::is_same_v<Value, bool>) {
+      value = Number<int>(Text()) != 0;
+    } else if constexpr (std::is_arithmetic_v<Value>) {
+      value = Number<Value>(Text());
+    } else if constexpr (requires { FieldsOf<Value>::kTable; }) {
+      ForEachField<Value>([&](const auto& field) { Get(value.*field.Pointer); });
+    } else {
+      const auto size = Number<std::size_t>(Text());
+      // Each element has some bytes of its own.
+      if (size > bytes_.size()) throw Torn();
+      if constexpr (requires { value.resize(size); })
+        value.resize(size);
+      else if (value.size() != size)
+        throw Torn();
+      for (auto& element : value) Get(element);
+    }
+  }
+  bool AtEnd() const { return bytes_.empty(); }
+
+  static Fault Torn() { return Fault(fault::InputPastEnd, "The file is damaged."); }
+
+ private:
+  template <class Value>
+  static Value Number(std::string_view text) {
+    Value value{};
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size()) throw Torn();
+    return value;
+  }
+
+  std::string_view bytes_;
+};
+
+}  // namespace
+
+std::string PackMission(const Mission& mission) {
+  Packer packer;
+  packer.Put(mission);
+  return packer.Take();
+}
+
+Mission UnpackMission(std::string_view bytes) {
+  Mission mission;
+  Unpacker unpacker(bytes);
+  unpacker.Get(mission);
+  if (!unpacker.AtEnd()) throw Unpacker::Torn();
+  // One text for both, as the reader leaves it.
+  if (mission.Lines == mission.AsRead) mission.AsRead = mission.Lines;
+  return mission;
+}
+
+std::string RecordsVersion() {
+  std::string names;
+  const auto add = [&](const auto& field) { names.append(field.Name).append(1, ' '); };
+  ForEachField<Waypoint>(add);
+  ForEachField<PlaneSlot>(add);
+  ForEachField<Flight>(add);
+  ForEachField<BornPlace>(add);
+  ForEachField<Mission>(add);
+  return Sha1(names).substr(0, 8);
+}
+
+}  // namespace rws

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "mission/records.h"
+
+/** Missions as bytes. */
+namespace rws {
+
+/** All fields of a mission. */
+std::string PackMission(const Mission& mission);
+
+/** The mission that was packed; a fault for bytes that are torn or of other records. */
+Mission UnpackMission(std::string_view bytes);
+
+/** Tells records of one version of the program from those of another. */
+std::string RecordsVersion();
+
+}  // namespace rws

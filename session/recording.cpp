@@ -1,0 +1,299 @@
+#include "session/recording.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "services/paths.h"
+#include "session/doors.h"
+
+namespace rws {
+
+namespace {
+
+/** A state that an edit or showing has left, as far as both arrays hold the mission. */
+MissionState StateNow(const Document& doc, std::size_t mission, const MissionState& known) {
+  MissionState now = known;
+  now.Own = Freeze(doc.Missions[mission], known.Own);
+  if (mission < doc.MissionShadow.size())
+    now.Shadow = Freeze(doc.MissionShadow[mission], known.Shadow);
+  return now;
+}
+
+bool SameStates(const MissionState& a, const MissionState& b) {
+  return a.Own == b.Own && a.Shadow == b.Shadow;
+}
+
+bool SameContents(const MissionState& a, const MissionState& b) {
+  return SameContent(*a.Own, *b.Own) && SameContent(*a.Shadow, *b.Shadow);
+}
+
+bool Differs(const MissionState& state) {
+  return state.Own && state.Own != state.Saved && !SameContent(*state.Own, *state.Saved);
+}
+
+/** "Fuel of I_SchG01", "Skill of 3 flights", "Weather of Night raid". */
+std::string TitleOf(const Session& session, std::size_t mission, const EditKind& kind,
+                    const MissionState& before, const MissionState& after) {
+  const auto flights = ChangedFlights(*before.Own, *after.Own);
+  std::string of = session.Doc.Missions[mission].BaseName;
+  if (flights.size() == 1) of = session.Services.Page.ToUtf8(flights[0]);
+  if (flights.size() > 1) of = std::to_string(flights.size()) + " flights";
+  return std::string(kind.What) + " of " + of;
+}
+
+/** A state costs what it does not share with the one before it. */
+std::size_t BytesOf(const MissionState& before, const MissionState& after) {
+  std::size_t bytes = 0;
+  if (after.Own) bytes += OwnBytes(*after.Own, before.Own.get());
+  if (after.Shadow && after.Shadow != before.Shadow)
+    bytes += OwnBytes(*after.Shadow, before.Shadow.get());
+  // What was before is held by this step alone when nothing leads back to it.
+  if (before.Own && !after.Own) bytes += OwnBytes(*before.Own, before.Saved.get());
+  return bytes;
+}
+
+void Weigh(History& history, Step& step) {
+  history.Bytes -= step.Bytes;
+  step.Bytes = sizeof step + step.Title.size() + step.Merges.size();
+  for (const auto& mission : step.Missions)
+    step.Bytes += sizeof mission + BytesOf(mission.Before, mission.After);
+  step.Bytes += step.Files.size() * sizeof(FileChange);
+  history.Bytes += step.Bytes;
+}
+
+void DropOldest(History& history) {
+  while (history.Bytes > history.MostBytes && history.Done > 1) {
+    history.Bytes -= history.Steps.front().Bytes;
+    history.Steps.pop_front();
+    --history.Done;
+  }
+}
+
+void DropUndone(History& history) {
+  while (history.Steps.size() > history.Done) {
+    history.Bytes -= history.Steps.back().Bytes;
+    history.Steps.pop_back();
+  }
+}
+
+/** The step that stands last, if an edit of this kind and place goes on with it. */
+Step* Continued(History& history, const std::string& merges, const std::string& path) {
+  if (history.Closed || history.Done == 0 || history.Done != history.Steps.size()) return nullptr;
+  Step& last = history.Steps.back();
+  const bool same = last.Merges == merges && last.Missions.size() == 1 && last.Files.empty() &&
+                    last.Missions[0].Path == path;
+  return same ? &last : nullptr;
+}
+
+void Merge(Session& session, Step& step, const MissionState& now) {
+  step.Missions[0].After = now;
+  step.FlightAfter = session.Doc.CurFlight;
+  // Back at what it was: nothing has been done.
+  if (SameContents(step.Missions[0].Before, now)) {
+    --session.History.Done;
+    DropUndone(session.History);
+    session.History.Closed = true;
+    return;
+  }
+  Weigh(session.History, step);
+}
+
+void RecordEdit(Session& session, std::size_t mission, const EditKind& kind,
+                const MissionState& before, const MissionState& after) {
+  History& history = session.History;
+  const std::string& path = session.Doc.MissionFiles[mission];
+  Step step;
+  step.Title = TitleOf(session, mission, kind, before, after);
+  step.Merges = step.Title + '\n' + (kind.Handler ? kind.Handler : "");
+  step.Files = std::exchange(history.Journal.Changes, {});
+  if (Step* last = step.Files.empty() ? Continued(history, step.Merges, path) : nullptr)
+    return Merge(session, *last, after);
+  step.Missions.push_back({path, before, after});
+  step.FlightBefore = step.FlightAfter = session.Doc.CurFlight;
+  AddStep(session, std::move(step));
+  history.Closed = false;
+}
+
+/** What showing or the lighting of Update has changed is part of the last step's end. */
+void FollowLast(History& history, const std::string& path, const MissionState& before,
+                const MissionState& after) {
+  if (history.Done == 0) return;
+  for (auto& mission : history.Steps[history.Done - 1].Missions)
+    if (mission.Path == path && mission.After.Own == before.Own &&
+        SameContent(*before.Own, *after.Own))
+      mission.After.Own = after.Own;
+}
+
+/** The document follows the name on disk. */
+void NameMission(Document& doc, std::size_t mission, const std::string& path) {
+  doc.MissionFiles[mission] = path;
+  for (auto* missions : {&doc.Missions, &doc.MissionShadow}) {
+    if (mission >= missions->size()) continue;
+    (*missions)[mission].FileName = GetFileName(path);
+    (*missions)[mission].BaseName = GetBaseName(path);
+  }
+}
+
+}  // namespace
+
+std::ptrdiff_t MissionAt(const Document& doc, const std::string& path) {
+  const auto found = std::find(doc.MissionFiles.begin(), doc.MissionFiles.end(), path);
+  return found == doc.MissionFiles.end() ? -1 : found - doc.MissionFiles.begin();
+}
+
+void AddStep(Session& session, Step step) {
+  History& history = session.History;
+  DropUndone(history);
+  if (step.Folder.empty()) step.Folder = session.Doc.MissionDir;
+  history.Steps.push_back(std::move(step));
+  history.Done = history.Steps.size();
+  history.Closed = true;
+  Weigh(history, history.Steps.back());
+  DropOldest(history);
+}
+
+void CloseStep(Session& session) { session.History.Closed = true; }
+
+void Record(Session& session, const EditKind* kind) {
+  const Document& doc = session.Doc;
+  const auto mission = static_cast<std::size_t>(doc.CurMission);
+  if (mission >= doc.MissionFiles.size() || mission >= doc.Missions.size()) return;
+  const std::string& path = doc.MissionFiles[mission];
+  const auto found = session.History.Known.find(path);
+  if (found == session.History.Known.end() || !doc.Missions[mission].Loaded) return;
+  MissionState& known = found->second;
+  MissionState now = StateNow(doc, mission, known);
+  const bool files = !session.History.Journal.Changes.empty();
+  if (SameStates(known, now) && !(kind && files)) return;
+  if (kind && (files || !SameContents(known, now))) {
+    const MissionState before = std::exchange(known, now);
+    return RecordEdit(session, mission, *kind, before, now);
+  }
+  if (!SameContent(*known.Own, *now.Own)) now.Saved = Rebased(known.Saved, *known.Own, *now.Own);
+  FollowLast(session.History, path, known, now);
+  known = now;
+}
+
+void NoteRead(Session& session, std::size_t mission) {
+  const Document& doc = session.Doc;
+  if (mission >= doc.MissionFiles.size() || !doc.Missions[mission].Loaded) return;
+  History& history = session.History;
+  const std::string& path = doc.MissionFiles[mission];
+  const LineArray& lines = doc.Missions[mission].AsRead;
+  const auto [seen, isNew] = history.Seen.try_emplace(path);
+  if (!isNew && !(seen->second.Lines == lines)) ++seen->second.Outside;
+  seen->second.Lines = lines;
+  const auto own = Freeze(doc.Missions[mission], nullptr);
+  history.Known[path] = {own, own, own, ++history.Readings, seen->second.Outside, false};
+}
+
+void NoteWritten(Session& session, std::size_t mission) {
+  const Document& doc = session.Doc;
+  const auto found = session.History.Known.find(doc.MissionFiles[mission]);
+  if (found == session.History.Known.end()) return;
+  found->second = StateNow(doc, mission, found->second);
+  found->second.Saved = found->second.Own;
+  found->second.Reading = ++session.History.Readings;
+  session.History.Seen[doc.MissionFiles[mission]].Lines = doc.Missions[mission].AsRead;
+}
+
+void NoteDrops(Session& session, const std::string& by) {
+  const Document& doc = session.Doc;
+  History& history = session.History;
+  Step dropped;
+  for (auto known = history.Known.begin(); known != history.Known.end();) {
+    const auto& [path, state] = *known;
+    const std::ptrdiff_t mission = MissionAt(doc, path);
+    const bool inMemory = mission >= 0 && doc.Missions[static_cast<std::size_t>(mission)].Loaded;
+    if (inMemory || state.IsAway) {
+      ++known;
+      continue;
+    }
+    if (Differs(state)) {
+      if (dropped.Folder.empty()) dropped.Folder = StripFileName(path);
+      dropped.Missions.push_back({path, state, {}});
+    }
+    known = history.Known.erase(known);
+  }
+  if (dropped.Missions.empty()) return;
+  dropped.Title = "Edits dropped by " + by;
+  dropped.FlightBefore = dropped.FlightAfter = doc.CurFlight;
+  AddStep(session, std::move(dropped));
+}
+
+void NoteDropsOfDialog(Session& session, std::size_t first, const std::string& by,
+                       const std::function<void(Mission&)>& edit) {
+  Record(session, nullptr);
+  History& history = session.History;
+  const Document& doc = session.Doc;
+  const auto mission = static_cast<std::size_t>(doc.CurMission);
+  const std::string& path = At(doc.MissionFiles, doc.CurMission);
+  const auto known = history.Known.find(path);
+  if (known == history.Known.end()) return;
+  history.Done = std::min(history.Done, first);
+  DropUndone(history);
+  MissionState before = known->second;
+  Mission edited = doc.Missions[mission];
+  edit(edited);
+  before.Own = Freeze(edited, before.Own);
+  if (SameContents(before, known->second)) return;
+  Step step;
+  step.Title = "Edits dropped by " + by;
+  step.FlightBefore = step.FlightAfter = doc.CurFlight;
+  step.Missions.push_back({path, before, known->second});
+  AddStep(session, std::move(step));
+}
+
+void RecordWhole(Session& session, const std::vector<std::string>& paths, const std::string& title,
+                 const std::function<void()>& change) {
+  const auto stateOf = [&](const std::string& path) {
+    const auto found = session.History.Known.find(path);
+    return found == session.History.Known.end() ? MissionState() : found->second;
+  };
+  Record(session, nullptr);
+  Step step;
+  step.Title = title;
+  step.FlightBefore = session.Doc.CurFlight;
+  for (const auto& path : paths) step.Missions.push_back({path, stateOf(path), {}});
+  change();
+  for (auto& mission : step.Missions) mission.After = stateOf(mission.Path);
+  std::erase_if(step.Missions, [](const StepMission& mission) {
+    const auto& [path, before, after] = mission;
+    return !before.Own || !after.Own ? before.Own == after.Own : SameContents(before, after);
+  });
+  step.Files = std::exchange(session.History.Journal.Changes, {});
+  if (step.Missions.empty() && step.Files.empty()) return;
+  step.FlightAfter = session.Doc.CurFlight;
+  AddStep(session, std::move(step));
+}
+
+void NoteMoved(Session& session, const std::vector<std::pair<std::string, std::string>>& moves) {
+  // All are taken out first: a new name may be the old one of another.
+  std::vector<std::pair<std::string, MissionState>> known;
+  std::vector<std::pair<std::ptrdiff_t, std::string>> listed;
+  for (const auto& [from, to] : moves) {
+    if (auto node = session.History.Known.extract(from))
+      known.emplace_back(to, std::move(node.mapped()));
+    listed.emplace_back(MissionAt(session.Doc, from), to);
+  }
+  for (auto& [path, state] : known) session.History.Known[path] = std::move(state);
+  for (const auto& [mission, path] : listed)
+    if (mission >= 0) NameMission(session.Doc, static_cast<std::size_t>(mission), path);
+}
+
+bool IsUnsaved(const Session& session, std::size_t mission) {
+  const Document& doc = session.Doc;
+  if (mission >= doc.Missions.size() || mission >= doc.MissionFiles.size()) return false;
+  if (!doc.Missions[mission].Loaded) return false;
+  const auto found = session.History.Known.find(doc.MissionFiles[mission]);
+  return found != session.History.Known.end() && Differs(found->second);
+}
+
+std::vector<std::string> UnsavedMissions(const Session& session) {
+  std::vector<std::string> paths;
+  for (const auto& [path, state] : session.History.Known)
+    if (Differs(state)) paths.push_back(path);
+  return paths;
+}
+
+}  // namespace rws

@@ -1,0 +1,186 @@
+#include "session/recovery.h"
+
+#include <algorithm>
+
+#include "mission/line_ends.h"
+#include "mission/reader.h"
+#include "services/checksum.h"
+#include "services/error_log.h"
+#include "services/paths.h"
+#include "services/text.h"
+#include "session/file_store.h"
+#include "session/packing.h"
+#include "session/recording.h"
+
+namespace rws {
+
+namespace {
+
+constexpr std::string_view kFirstLine = "RWS Edit unsaved edits ";
+constexpr char kExtension[] = ".edits";
+
+/** The lines "version", "checksum", "time" and "path", then the mission. */
+std::string Packed(const Services& services, const std::string& path, const Mission& mission) {
+  const std::string rest =
+      TimeText(services.System.Now()) + "\n" + path + "\n" + PackMission(mission);
+  return std::string(kFirstLine) + RecordsVersion() + "\n" + Sha1(rest) + "\n" + rest;
+}
+
+std::string TakeLine(std::string_view& bytes) {
+  const std::size_t end = bytes.find('\n');
+  if (end == bytes.npos) throw Fault(fault::InputPastEnd, "The file is damaged.");
+  const std::string line(bytes.substr(0, end));
+  bytes.remove_prefix(end + 1);
+  return line;
+}
+
+void Unpack(std::string_view bytes, Recovered& recovered) {
+  const std::string first = TakeLine(bytes);
+  if (first != std::string(kFirstLine) + RecordsVersion())
+    throw Fault(fault::InvalidCall, "Another version of the program has written it.");
+  const std::string sum = TakeLine(bytes);
+  if (sum != Sha1(bytes)) throw Fault(fault::InputPastEnd, "The file is damaged.");
+  recovered.Time = TakeLine(bytes);
+  recovered.Path = TakeLine(bytes);
+  recovered.Mission = UnpackMission(bytes);
+}
+
+/** A name of its own for each run: what an earlier one has left is not written over. */
+std::string NewFile(const Services& services, const std::string& path) {
+  MakeFolder(services, RecoveryFolder(services));
+  for (int i = 1;; ++i) {
+    const std::string file =
+        BuildPath(RecoveryFolder(services), GetBaseName(path) + "-" + Sha1(path).substr(0, 8) +
+                                                "-" + std::to_string(i) + kExtension);
+    if (!services.Files.FileExists(file)) return file;
+  }
+}
+
+void Forget(const Services& services, const std::string& file) {
+  if (services.Files.FileExists(file)) services.Files.DeleteFile(file);
+}
+
+void WriteChanged(Session& session, RecoveryState& state, const std::vector<std::string>& unsaved) {
+  for (const auto& path : unsaved) {
+    const FrozenMission own = session.History.Known.at(path).Own;
+    auto& kept = state.Written[path];
+    if (kept.Own == own) continue;
+    if (kept.File.empty()) kept.File = NewFile(session.Services, path);
+    session.Services.Files.ReplaceFile(kept.File, Packed(session.Services, path, Thaw(*own)));
+    kept.Own = own;
+  }
+}
+
+void DeleteNeedless(const Services& services, RecoveryState& state,
+                    const std::vector<std::string>& unsaved) {
+  for (auto kept = state.Written.begin(); kept != state.Written.end();) {
+    const bool needed = std::binary_search(unsaved.begin(), unsaved.end(), kept->first);
+    if (!needed) Forget(services, kept->second.File);
+    kept = needed ? std::next(kept) : state.Written.erase(kept);
+  }
+}
+
+/** A mission that is no longer on disk gets its row again, behind the others. */
+std::size_t RowFor(Document& doc, const Recovered& recovered) {
+  const std::ptrdiff_t listed = MissionAt(doc, recovered.Path);
+  if (listed >= 0) return static_cast<std::size_t>(listed);
+  doc.MissionFiles.push_back(recovered.Path);
+  Mission unread;
+  unread.DirPath = recovered.Mission.DirPath;
+  unread.FileName = recovered.Mission.FileName;
+  unread.BaseName = recovered.Mission.BaseName;
+  doc.Missions.push_back(unread);
+  if (doc.MissionShadow.size() + 1 == doc.Missions.size()) doc.MissionShadow.push_back(unread);
+  return doc.Missions.size() - 1;
+}
+
+void Restore(Session& session, const Recovered& recovered) {
+  Document& doc = session.Doc;
+  const std::size_t mission = RowFor(doc, recovered);
+  Mission& record = doc.Missions[mission];
+  MissionState state;
+  if (!session.Services.Files.IsGone(recovered.Path)) {
+    if (!record.Loaded) LoadMission(doc, session.Services, mission);
+    if (record.Loaded && !session.History.Known.contains(recovered.Path))
+      NoteRead(session, mission);
+  }
+  if (record.Loaded) state = session.History.Known[recovered.Path];
+  const Mission saved = record;
+  const std::string dir = record.DirPath, file = record.FileName, base = record.BaseName;
+  record = recovered.Mission;
+  record.DirPath = dir;
+  record.FileName = file;
+  record.BaseName = base;
+  if (!state.Saved) state.Saved = Freeze(saved, nullptr);
+  if (mission < doc.MissionShadow.size()) doc.MissionShadow[mission] = saved;
+  state.Own = Freeze(record, state.Saved);
+  state.Shadow = Freeze(saved, state.Saved);
+  state.Reading = ++session.History.Readings;
+  session.History.Known[recovered.Path] = state;
+}
+
+}  // namespace
+
+std::string KeepUnsaved(Session& session, RecoveryState& state) {
+  std::string reason;
+  const auto unsaved = UnsavedMissions(session);
+  const auto keep = [&] {
+    WriteChanged(session, state, unsaved);
+    DeleteNeedless(session.Services, state, unsaved);
+  };
+  Trap(keep, [&](const Fault& caught) {
+    LogError(session.Services, caught.Text, "KeepUnsaved");
+    reason = caught.Text;
+  });
+  return reason;
+}
+
+std::vector<Recovered> FindRecovered(const Services& services) {
+  std::vector<Recovered> found;
+  const std::string folder = RecoveryFolder(services);
+  std::vector<std::string> names;
+  ResumeNext([&] {
+    if (services.Files.FolderExists(folder))
+      names = services.Files.ListFileNames(
+          folder, [](const std::string& name) { return name.ends_with(kExtension); });
+  });
+  for (const auto& name : names) {
+    Recovered& recovered = found.emplace_back();
+    recovered.File = BuildPath(folder, name);
+    Trap([&] { Unpack(services.Files.ReadFile(recovered.File), recovered); },
+         [&](const Fault& caught) { recovered.Fault = caught.Text; });
+  }
+  std::stable_sort(found.begin(), found.end(),
+                   [](const auto& a, const auto& b) { return a.Path < b.Path; });
+  return found;
+}
+
+std::vector<std::string> RestoreRecovered(Session& session, RecoveryState& state,
+                                          const std::vector<Recovered>& recovered) {
+  std::vector<std::string> paths;
+  for (const auto& edits : recovered)
+    if (edits.Fault.empty()) paths.push_back(edits.Path);
+  RecordWhole(session, paths, "Restored edits", [&] {
+    for (const auto& edits : recovered) {
+      if (!edits.Fault.empty()) continue;
+      Restore(session, edits);
+      // From now on it is this run's file.
+      state.Written[edits.Path] = {session.History.Known[edits.Path].Own, edits.File};
+    }
+  });
+  return paths;
+}
+
+bool HasChangedSince(const Services& services, const Recovered& recovered) {
+  bool changed = true;
+  ResumeNext([&] {
+    changed = !(LinesOfFile(services.Files.ReadFile(recovered.Path)) == recovered.Mission.AsRead);
+  });
+  return changed;
+}
+
+void DiscardRecovered(const Services& services, const Recovered& recovered) {
+  Forget(services, recovered.File);
+}
+
+}  // namespace rws

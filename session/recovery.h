@@ -1,0 +1,57 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "session/frozen.h"
+#include "session/session.h"
+
+/** Unsaved edits on disk, in "Recovery" beside the log: they outlive the end of the program. */
+namespace rws {
+
+/** Unsaved edits that an earlier run has left. */
+struct Recovered {
+  std::string File;
+  /** Full path of the mission. */
+  std::string Path;
+  /** When they were kept: "2026-11-20 18:03". */
+  std::string Time;
+  rws::Mission Mission;
+  /** Why they cannot be read; "" for those that can. */
+  std::string Fault;
+};
+
+/** What of this run's edits lies on disk. */
+struct RecoveryState {
+  struct Kept {
+    FrozenMission Own;
+    std::string File;
+  };
+  /** By the mission's path. */
+  std::map<std::string, Kept> Written;
+  /** The last failure has been told. */
+  bool Told = false;
+};
+
+/** Brings the files of "Recovery" to what is unsaved now: writes those that have changed, each
+   whole or not at all, and deletes those of missions that no longer differ. Gives the reason of a
+    failure, "" for none; what was on disk before is still there then. */
+std::string KeepUnsaved(Session& session, RecoveryState& state);
+
+/** What earlier runs have left, sorted by path. */
+std::vector<Recovered> FindRecovered(const Services& services);
+
+/** Brings edits back as unsaved ones, in one step of the history: those of missions of the folder
+    that is open, also where the file has gone. Their files stay until the edits are saved. Gives
+   the paths of the missions. */
+std::vector<std::string> RestoreRecovered(Session& session, RecoveryState& state,
+                                          const std::vector<Recovered>& recovered);
+
+/** True if the mission's file is no longer the one that the edits were made on. */
+bool HasChangedSince(const Services& services, const Recovered& recovered);
+
+/** The edits are no longer needed. */
+void DiscardRecovered(const Services& services, const Recovered& recovered);
+
+}  // namespace rws
