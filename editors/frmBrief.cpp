@@ -9,8 +9,10 @@
 #include "editors/logic/briefing_letters.h"
 #include "platform/form_placement.h"
 #include "platform/qt_text.h"
+#include "services/paths.h"
 #include "services/setting_values.h"
 #include "services/system_facts.h"
+#include "session/journal.h"
 
 namespace rws {
 
@@ -114,11 +116,13 @@ bool frmBrief::Save() {
   const auto bytes = [&](std::size_t i) {
     return SpellBriefing(services_.Page, before_[i], Boxes()[i]->Text().toStdU16String());
   };
+  const auto save = [&] {
+    RecordFiles(session_, "Briefing of " + GetBaseName(BriefName), [&] {
+      SaveBriefing(services_, BriefName, {bytes(0), bytes(1), bytes(2)});
+    });
+  };
   return Trap(
-      [&] {
-        SaveBriefing(services_, BriefName, {bytes(0), bytes(1), bytes(2)});
-      },
-      [&](const Fault& caught) { Tell("The briefing could not be saved.\n" + caught.Text); });
+      save, [&](const Fault& caught) { Tell("The briefing could not be saved.\n" + caught.Text); });
 }
 
 void frmBrief::InsertValue(std::size_t index) {

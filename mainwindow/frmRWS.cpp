@@ -13,6 +13,7 @@
 #include "session/current.h"
 #include "session/doors.h"
 #include "session/loading.h"
+#include "session/recording.h"
 
 /** The pictures stand in a library; without this call the linker would leave them out. */
 static void InitIcons() { Q_INIT_RESOURCE(icons); }
@@ -51,6 +52,8 @@ void frmRWS::Connect() {
   ConnectHelp();
   ConnectMenus();
   ConnectFolders();
+  ConnectHistory();
+  ConnectOutside();
 }
 
 void frmRWS::ConnectList() {
@@ -159,12 +162,13 @@ void frmRWS::ShowNoMissions() {
   EnableMission(false);
 }
 
-void frmRWS::Start() {
+void frmRWS::Start(const std::string& by) {
   Document& doc = session_.Doc;
   const std::string current = CurrentMissionPath(doc);
   ShowDirectory();
   if (!GetMissionFiles(doc, session_.Services)) {
     Arguments.ComLineMission.clear();
+    NoteDrops(session_, by);
     return ShowNoMissions();
   }
   // Missions may have come or gone before it; by its place only when it is gone itself.
@@ -174,6 +178,7 @@ void frmRWS::Start() {
   EnableMission(true);
   LoadMissionArray(doc, session_.Services);
   doc.MissionShadow.clear();
+  NoteDrops(session_, by);
   doc.bLoading = true;
   LoadMissionList();
   ShowMission();
@@ -197,7 +202,15 @@ void frmRWS::LoadMissionList() {
   });
 }
 
-void frmRWS::ShowMission() {
+void frmRWS::ShowMission(Baseline baseline, int flight) {
+  FillMission(baseline, flight);
+  if (session_.Doc.Closing) return;
+  Record(session_, nullptr);
+  WatchShown();
+  ShowHistory();
+}
+
+void frmRWS::FillMission(Baseline baseline, int flight) {
   const Showing showing(session_);
   Document& doc = session_.Doc;
   doc.bLoading = true;
@@ -211,18 +224,16 @@ void frmRWS::ShowMission() {
   if (!doc.Missions.empty()) {
     const auto current = static_cast<std::size_t>(doc.CurMission);
     // A mission that was moved away or deleted must not reach the reader, which would end the run.
-    if (!doc.Missions[current].Loaded && !lstMission->IsGone(doc.CurMission))
-      ResumeNext([&] { LoadMission(doc, session_.Services, current); });
+    ReadCurrent(session_, baseline, lstMission->IsGone(doc.CurMission));
     if (doc.Closing) return;
     const Mission& mission = doc.Missions[current];
     mnuMissionPop[kSpawnPoints]->setVisible(mission.HasBornPlace);
-    ResumeNext([&] { doc.MissionShadow[current] = mission; });
     missionPanel->ShowMission();
     const bool hasFlights = SafeUBound(mission.Flights) >= 0;
     missionPanel->cmdCount->setEnabled(hasFlights);
     ResumeNext([&] {
       if (hasFlights)
-        flightArea->PlaneChg(true, -1, false);
+        flightArea->PlaneChg(true, flight, false);
       else
         flightArea->ShowNoFlights();
     });

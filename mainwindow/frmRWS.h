@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QSplitter>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolBar>
 #include <array>
 #include <functional>
@@ -19,12 +20,16 @@
 #include "mainwindow/mission_panel.h"
 #include "mainwindow/popups.h"
 #include "mission/update.h"
+#include "session/reading.h"
+#include "session/recovery.h"
 #include "session/session.h"
+#include "session/undo.h"
 #include "tools/logic/folder_tools.h"
 #include "tools/logic/mission_files.h"
 
 namespace rws {
 
+class FolderWatch;
 class frmPrefs;
 
 /** The main window: the missions of one directory, the values of the one selected, and the flows
@@ -38,10 +43,12 @@ class frmRWS : public QMainWindow {
   /** The whole of start-up, up to the first mission on screen. Ends the program when another
      instance runs, no game directory is found or a table that it cannot do without is missing. */
   void LoadForm(const std::string& commandLine);
-  /** Rereads `MissionDir` and shows the current mission. */
-  void Start();
-  /** Reads the current mission on first use, takes its baseline and fills every control. */
-  void ShowMission();
+  /** Rereads `MissionDir` and shows the current mission. What that drops of unsaved edits can be
+      undone; `by` names to the user what has dropped them. */
+  void Start(const std::string& by = "rereading the folder");
+  /** Reads the current mission on first use, takes its baseline and fills every control. Shows that
+      flight of it; -1 is the first of the list. */
+  void ShowMission(Baseline baseline = Baseline::Take, int flight = -1);
   /** Clears the window and fills its fixed lists. */
   void InitForm();
   /** Fills `lstMission` and selects the current mission. */
@@ -112,6 +119,9 @@ class frmRWS : public QMainWindow {
 
   rws::Popups Popups;
 
+  /** The bar that tells that another program has changed the mission on show. */
+  static constexpr char kReloadBar[] = "reload";
+
  protected:
   void closeEvent(QCloseEvent* event) override;
 
@@ -155,8 +165,9 @@ class frmRWS : public QMainWindow {
   void OpenMissionMenu(QPoint globalPosition);
   void OpenMissionMenuAtItsRow();
 
-  void EndMissionCommand(bool reread);
-  void EndFileCommand(ToolOutcome outcome);
+  void EndMissionCommand(bool reread, const std::string& by = "");
+  void RunFileCommand(const std::string& name,
+                      ToolOutcome (*command)(const Document&, const Services&));
   void ClickEditBrief();
   void ClickViewText();
   void ClickSpawnPoints();
@@ -170,8 +181,9 @@ class frmRWS : public QMainWindow {
   void ClickAbout();
   void ClickCheckForUpdates();
   bool SettleEdits();
-  void RunTool(bool rereads, const std::function<ToolResult(const ToolSeam&)>& tool);
-  void TakeToolResult(const ToolResult& result);
+  void RunTool(const std::string& title, bool rereads,
+               const std::function<ToolResult(const ToolSeam&)>& tool);
+  void TakeToolResult(const ToolResult& result, const std::string& by);
   void GoToFolder(const std::string& folder);
   void RememberFolder();
   void FillRecent();
@@ -181,10 +193,46 @@ class frmRWS : public QMainWindow {
   void ApplyPrefs(const frmPrefs& form);
   void ReloadPaintSchemes();
 
+  void FillMission(Baseline baseline, int flight);
+
+  void ConnectHistory();
+  void ShowHistory();
+  void ShowUnsavedMissions();
+  void ClickSave();
+  void ClickSaveAll();
+  bool SaveMissions(const std::vector<std::string>& paths);
+  void ClickRevert();
+  void ClickRestoreBackup();
+  void Travel(bool back);
+  void OpenFolderOf(const std::string& folder);
+  void GoTo(const std::string& path, int flight);
+  void ShowRows();
+  void TellNotDone(bool back, const std::string& title, const std::string& reason);
+
+  void ConnectRecovery();
+  void KeepEdits();
+  void ForgetEdits(const std::vector<std::string>& paths);
+  void OfferRecovered();
+  void ShowRecoveredBar();
+  void RestoreEdits();
+  void CompareRecovered();
+  void OfferInterrupted();
+  void OfferHalfRenamed();
+  bool AskUnsaved(const std::vector<std::string>& refused = {});
+
+  void ConnectOutside();
+  void LookOutside();
+  void LookAtShownFile();
+  void OfferReload(const std::string& path);
+  void CompareWithDisk(const std::string& path, const std::string& time);
+  std::vector<std::string> GoneRows() const;
+  void WatchShown();
+
   void Press(std::size_t button);
   void ClickDirectory();
   void ClickExit();
   bool ClickUpdate();
+  bool WriteChanges();
   bool MayExit();
   /** Shut-down, but for the closing itself; runs once. */
   void Finish();
@@ -198,6 +246,15 @@ class frmRWS : public QMainWindow {
   bool unloaded_ = false;
   /** The mission that the command line named has been found. */
   bool comLineMissionFound_ = false;
+  QTimer* recoveryTimer_;
+  RecoveryState recovery_;
+  FolderWatch* watch_;
+  /** The file that is watched, and as it was when it was last looked at. */
+  std::string watched_;
+  FileStamp stampSeen_;
+  std::size_t goneShown_ = 0;
+  /** What earlier runs have left. */
+  std::vector<Recovered> recovered_;
 };
 
 }  // namespace rws

@@ -8,6 +8,7 @@
 #include "services/paths.h"
 #include "services/pickers.h"
 #include "services/setting_values.h"
+#include "session/recording.h"
 
 namespace rws {
 
@@ -61,6 +62,7 @@ void frmRWS::FollowList(LeaveBy by) {
   int mission = lstMission->SelectedMission();
   if (mission < 0 || RefuseGone(mission) || mission == session_.Doc.CurMission) return;
   if (!LeaveMission(by, mission)) return;
+  NoteDrops(session_, "leaving");
   session_.Doc.CurMission = mission;
   ShowMission();
   if (lstMission->SelectedMission() != mission) lstMission->SelectMission(mission);
@@ -91,31 +93,46 @@ void frmRWS::ClickDirectory() {
   GoToFolder(folder);
 }
 
-bool frmRWS::ClickUpdate() {
+/** The Update of all modified missions. */
+bool frmRWS::WriteChanges() {
+  Record(session_, nullptr);
   const bool allWritten =
-      UpdateChanges(session_.Doc, session_.Services, session_.Prefs, missionPanel->Shown());
+      UpdateChanges(session_.Doc, session_.Services, session_.Prefs, missionPanel->Shown(),
+                    [this](std::size_t mission) { NoteWritten(session_, mission); });
+  CloseStep(session_);
+  ShowHistory();
+  return allWritten;
+}
+
+bool frmRWS::ClickUpdate() {
+  const bool allWritten = WriteChanges();
   LightUpdate(false);
   // What could not be written lives in memory only; it is neither erased nor reread.
   if (!allWritten) return false;
   // Nor is what an earlier Update failed to write.
   if (IsAnyPending(session_.Doc)) return true;
   session_.Doc.Missions.clear();
-  Start();
+  Start("Update");
   return true;
 }
 
+/** The question about Update first, where it is lit; then that about all else that is unsaved. */
 bool frmRWS::MayExit() {
-  if (!cmd[kUpdate]->isEnabled()) return true;
+  if (!cmd[kUpdate]->isEnabled()) return AskUnsaved();
   const Answer answer =
       session_.Services.Ask.MsgBox("Would you like to save your updates before exiting?",
                                    Buttons::YesNoCancel, Icon::Question, kProgramTitle);
+  if (answer == Answer::Cancel) return false;
   if (answer == Answer::Yes) {
-    const bool allWritten =
-        UpdateChanges(session_.Doc, session_.Services, session_.Prefs, missionPanel->Shown());
+    const bool allWritten = WriteChanges();
     LightUpdate(false);
-    return allWritten;
+    return allWritten && AskUnsaved();
   }
-  return answer == Answer::No;
+  std::vector<std::string> refused;
+  const Document& doc = session_.Doc;
+  for (std::size_t i = 0; i < doc.Missions.size(); ++i)
+    if (doc.Missions[i].Modified) refused.push_back(doc.MissionFiles[i]);
+  return AskUnsaved(refused);
 }
 
 void frmRWS::ClickExit() {
@@ -129,6 +146,8 @@ void frmRWS::Unload() {
 
 void frmRWS::Finish() {
   if (std::exchange(unloaded_, true)) return;
+  // Ended without a question, it has the unsaved edits offered at the next start.
+  KeepEdits();
   session_.Doc.Closing = true;
   const Services& services = session_.Services;
   if (services.System.CancelFetch) services.System.CancelFetch();

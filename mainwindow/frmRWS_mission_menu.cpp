@@ -8,6 +8,8 @@
 #include "services/trapped.h"
 #include "session/current.h"
 #include "session/doors.h"
+#include "session/journal.h"
+#include "session/recording.h"
 #include "tools/logic/mission_files.h"
 #include "tools/logic/mission_menu.h"
 
@@ -38,14 +40,23 @@ void frmRWS::ConnectMissionMenu() {
 }
 
 /** What every entry ends with. Rereading the directory drops the edits in memory. */
-void frmRWS::EndMissionCommand(bool reread) {
-  if (reread) Start();
+void frmRWS::EndMissionCommand(bool reread, const std::string& by) {
+  if (reread) Start(by);
   if (!session_.Doc.Missions.empty()) SetModify(session_);
 }
 
-void frmRWS::EndFileCommand(ToolOutcome outcome) {
-  if (outcome == ToolOutcome::Gone) return lstMission->MarkGone(session_.Doc.CurMission);
-  if (outcome != ToolOutcome::Nothing) EndMissionCommand(outcome == ToolOutcome::Reread);
+/** A command on the files of the current mission, as one step of the history. */
+void frmRWS::RunFileCommand(const std::string& name,
+                            ToolOutcome (*command)(const Document&, const Services&)) {
+  const std::string title = name + " of " + CurrentMissionRecord(session_.Doc).BaseName;
+  ToolOutcome outcome = ToolOutcome::Nothing;
+  Record(session_, nullptr);
+  RecordFiles(session_, title, [&] { outcome = command(session_.Doc, session_.Services); });
+  if (outcome == ToolOutcome::Gone)
+    lstMission->MarkGone(session_.Doc.CurMission);
+  else if (outcome != ToolOutcome::Nothing)
+    EndMissionCommand(outcome == ToolOutcome::Reread, name);
+  ShowHistory();
 }
 
 void frmRWS::ClickEditBrief() {
@@ -83,8 +94,16 @@ void frmRWS::ClickSpawnPoints() {
   frmDogFight form(session_, this);
   form.Idx = doc.CurMission;
   form.LoadForm();
+  const std::size_t steps = session_.History.Done;
+  const auto shadow = [&]() -> const Mission& { return At(doc.MissionShadow, doc.CurMission); };
+  const FrozenMission before = Freeze(shadow(), nullptr);
   Popups.ShowDialog(form);
+  // The form edits the shadow, and only Apply takes that over.
+  if (form.frmCancel && !SameContent(*before, *Freeze(shadow(), before)))
+    NoteDropsOfDialog(session_, steps, "closing the home bases",
+                      [&](Mission& mission) { mission.BornPlaces = shadow().BornPlaces; });
   EndMissionCommand(false);
+  ShowHistory();
 }
 
 void frmRWS::ClickAddSound() {
@@ -94,11 +113,11 @@ void frmRWS::ClickAddSound() {
   EndMissionCommand(false);
 }
 
-void frmRWS::ClickSaveAs() { EndFileCommand(SaveMissionAs(session_.Doc, session_.Services)); }
+void frmRWS::ClickSaveAs() { RunFileCommand("Save As", SaveMissionAs); }
 
-void frmRWS::ClickDelete() { EndFileCommand(DeleteMission(session_.Doc, session_.Services)); }
+void frmRWS::ClickDelete() { RunFileCommand("Delete", DeleteMission); }
 
-void frmRWS::ClickMove() { EndFileCommand(MoveMission(session_.Doc, session_.Services)); }
+void frmRWS::ClickMove() { RunFileCommand("Move", MoveMission); }
 
 void frmRWS::ClickParkedAircraft() {
   frmStatic form(session_, this);

@@ -127,6 +127,7 @@ void frmRWS::FillForm(const std::string& commandLine) {
   doc.CurFlight = 0;
   Start();
   RememberFolder();
+  OfferRecovered();
   if (!Arguments.Unfound.empty())
     Notice("\"" + Arguments.Unfound + "\" was not found; \"" + doc.MissionDir +
            "\" is shown instead.");

@@ -5,6 +5,8 @@
 #include "services/setting_values.h"
 #include "services/trapped.h"
 #include "session/current.h"
+#include "session/journal.h"
+#include "session/recording.h"
 #include "tools/frmSkins.h"
 
 namespace rws {
@@ -18,18 +20,20 @@ void frmRWS::ConnectTools() {
   const Services& services = session_.Services;
   command(mnuTools[kSkinManager], "mnuTools_Click", [this] { ClickSkinManager(); });
   command(mnuTools[kRenameAll], "mnuTools_Click", [&, this] {
-    RunTool(true, [&](const ToolSeam& seam) { return RenameAll(doc, services, seam); });
+    RunTool("Rename All", true,
+            [&](const ToolSeam& seam) { return RenameAll(doc, services, seam); });
   });
   command(mnuTools[kConvertFolder], "mnuTools_Click", [&, this] {
-    RunTool(true, [&](const ToolSeam& seam) { return ConvertMissionFolder(doc, services, seam); });
+    RunTool("Convert Mission Folder", true,
+            [&](const ToolSeam& seam) { return ConvertMissionFolder(doc, services, seam); });
   });
   command(mnuTools[kCopyFrom], "mnuTools_Click", [&, this] {
-    RunTool(true, [&](const ToolSeam& seam) { return CopyFrom(doc, services, seam); });
+    RunTool("Copy From", true, [&](const ToolSeam& seam) { return CopyFrom(doc, services, seam); });
   });
   for (std::size_t i = 0; i < mnuCases.size(); ++i)
     command(mnuCases[i], "mnuCase_Click", [&, this, i] {
       // Only a name that is typed ends in a reread.
-      RunTool(i == kManual, [&, i](const ToolSeam& seam) {
+      RunTool("Rename", i == kManual, [&, i](const ToolSeam& seam) {
         return RenameCase(doc, services, static_cast<int>(i), seam);
       });
     });
@@ -42,21 +46,31 @@ bool frmRWS::SettleEdits() {
   if (!IsAnyPending(doc)) return true;
   if (!SettlePending(doc, session_.Services, session_.Prefs, [this] { return ClickUpdate(); }))
     return false;
+  NoteDrops(session_, "leaving");
+  ShowHistory();
   // Answered No, the file's own state is shown again: what follows may end without a reread.
   if (!doc.Closing && !doc.Missions.empty() && !CurrentMission(session_).Loaded) ShowMission();
   return !doc.Closing;
 }
 
-void frmRWS::RunTool(bool rereads, const std::function<ToolResult(const ToolSeam&)>& tool) {
+/** As one step of the history, in which what settling writes has no part. */
+void frmRWS::RunTool(const std::string& title, bool rereads,
+                     const std::function<ToolResult(const ToolSeam&)>& tool) {
   ToolProgress progress(*this, *staBar, Popups.ToolStep);
   ToolSeam seam;
-  if (rereads) seam.Settle = [this] { return SettleEdits(); };
+  if (rereads)
+    seam.Settle = [this] {
+      const PausedJournal paused(session_);
+      return SettleEdits();
+    };
   seam.Told = [&](std::size_t done, std::size_t of) { return progress.Told(done, of); };
-  const ToolResult result = tool(seam);
-  if (!session_.Doc.Closing) TakeToolResult(result);
+  ToolResult result;
+  RecordFiles(session_, title, [&] { result = tool(seam); });
+  if (!session_.Doc.Closing) TakeToolResult(result, title);
+  ShowHistory();
 }
 
-void frmRWS::TakeToolResult(const ToolResult& result) {
+void frmRWS::TakeToolResult(const ToolResult& result, const std::string& by) {
   Document& doc = session_.Doc;
   switch (result.Outcome) {
     case ToolOutcome::Nothing:
@@ -76,7 +90,7 @@ void frmRWS::TakeToolResult(const ToolResult& result) {
       return GoToFolder(result.Text);
     case ToolOutcome::Reread:
       doc.Missions.clear();
-      return Start();
+      return Start(by);
   }
 }
 
@@ -91,7 +105,7 @@ void frmRWS::GoToFolder(const std::string& folder) {
   doc.Missions.clear();
   // The first mission there, also where one has the name of the last.
   doc.MissionFiles.clear();
-  Start();
+  Start("leaving");
 }
 
 void frmRWS::ClickSkinManager() {

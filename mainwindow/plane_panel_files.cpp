@@ -10,6 +10,7 @@
 #include "services/text.h"
 #include "session/current.h"
 #include "session/doors.h"
+#include "session/journal.h"
 
 namespace rws {
 
@@ -93,7 +94,8 @@ bool PlanePanel::CopySkin(const std::string& path) {
   std::string kept;
   const auto copy = [&] {
     kept = KeepReplacedSkin(services, target);
-    services.Files.CopyFile(path, target);
+    RecordFiles(session_, "Copy of skin " + GetBaseName(target),
+                [&] { services.Files.CopyFile(path, target); });
   };
   const bool copied = isThere || Trap(copy, [&](const Fault& fault) {
                         LogError(services, fault.Text, "lbl2_MouseUp");

@@ -1,0 +1,229 @@
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPointer>
+#include <set>
+
+#include "mainwindow/frmRWS.h"
+#include "platform/qt_text.h"
+#include "services/paths.h"
+#include "services/trapped.h"
+#include "session/current.h"
+#include "session/doors.h"
+#include "session/recording.h"
+#include "session/relist.h"
+#include "session/saving.h"
+#include "tools/frmBackups.h"
+#include "tools/logic/backups.h"
+
+namespace rws {
+
+namespace {
+
+constexpr char kUndoBar[] = "undo";
+
+/** What the user does between two edits makes them two steps; and Undo is the program's own also
+    where the focus is in a text box. */
+class StepEnds : public QObject {
+ public:
+  StepEnds(Session& session, QWidget* window) : QObject(window), session_(session) {
+    qApp->installEventFilter(this);
+    connect(qApp, &QApplication::focusChanged, this, [this] { CloseStep(session_); });
+  }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::MouseButtonPress) CloseStep(session_);
+    if (event->type() != QEvent::ShortcutOverride) return false;
+    const auto* box = qobject_cast<QWidget*>(watched);
+    if (!box || box->window() != parent()) return false;
+    const auto* key = static_cast<QKeyEvent*>(event);
+    if (!key->matches(QKeySequence::Undo) && !key->matches(QKeySequence::Redo) &&
+        key->keyCombination() != QKeyCombination(Qt::CTRL, Qt::Key_Y))
+      return false;
+    event->ignore();
+    return true;
+  }
+
+ private:
+  Session& session_;
+};
+
+QString EntryText(const QString& verb, const std::string& title) {
+  return title.empty() ? verb : verb + u' ' + FromPath(title).replace(u'&', QStringLiteral("&&"));
+}
+
+void SetText(QAction& entry, const QString& text, bool enabled) {
+  // Every edit comes by here.
+  if (entry.text() != text) entry.setText(text);
+  entry.setEnabled(enabled);
+}
+
+}  // namespace
+
+void frmRWS::ConnectHistory() {
+  const Services& services = session_.Services;
+  new StepEnds(session_, this);
+  session_.Listeners.push_back([window = QPointer<frmRWS>(this)](const Change&) {
+    if (window && window->session_.Showing == 0) window->ShowHistory();
+  });
+  const auto command = [&](QAction* entry, const char* name, const std::function<void()>& run) {
+    connect(entry, &QAction::triggered, this, Trapped(services, name, [run](bool) { run(); }));
+  };
+  command(mnuSave, "mnuSave_Click", [this] { ClickSave(); });
+  command(mnuSaveAll, "mnuSaveAll_Click", [this] { ClickSaveAll(); });
+  command(mnuRevert, "mnuRevert_Click", [this] { ClickRevert(); });
+  command(mnuRestoreBackup, "mnuRestoreBackup_Click", [this] { ClickRestoreBackup(); });
+  command(mnuUndo, "mnuUndo_Click", [this] { Travel(true); });
+  command(mnuRedo, "mnuRedo_Click", [this] { Travel(false); });
+  ConnectRecovery();
+}
+
+/** Brings menus and marks to what has been done and what is unsaved. */
+void frmRWS::ShowHistory() {
+  const std::string undo = UndoTitle(session_), redo = RedoTitle(session_);
+  SetText(*mnuUndo, EntryText(tr("&Undo"), undo), !undo.empty());
+  SetText(*mnuRedo, EntryText(tr("&Redo"), redo), !redo.empty());
+  ShowUnsavedMissions();
+}
+
+void frmRWS::ShowUnsavedMissions() {
+  const Document& doc = session_.Doc;
+  std::set<int> unsaved;
+  const auto paths = UnsavedMissions(session_);
+  for (const auto& path : paths)
+    if (const auto mission = MissionAt(doc, path); mission >= 0)
+      unsaved.insert(static_cast<int>(mission));
+  ShowUnsaved(unsaved);
+  const bool current = unsaved.contains(doc.CurMission);
+  mnuSave->setEnabled(current);
+  mnuSaveAll->setEnabled(!paths.empty());
+  mnuRestoreBackup->setEnabled(!doc.Missions.empty());
+  mnuRevert->setEnabled(current && !lstMission->IsGone(doc.CurMission));
+  if (!paths.empty() && !recoveryTimer_->isActive()) recoveryTimer_->start();
+  if (paths.empty() && !recovery_.Written.empty()) KeepEdits();
+}
+
+void frmRWS::ClickSave() { SaveMissions({At(session_.Doc.MissionFiles, session_.Doc.CurMission)}); }
+
+void frmRWS::ClickSaveAll() { SaveMissions(UnsavedMissions(session_)); }
+
+/** Writes these missions, each whatever becomes of the others, and shows the current one anew.
+   False if one could not be written. */
+bool frmRWS::SaveMissions(const std::vector<std::string>& paths) {
+  Document& doc = session_.Doc;
+  const std::string current = At(doc.MissionFiles, doc.CurMission);
+  const int flight = doc.CurFlight;
+  std::size_t written = 0;
+  for (const auto& path : paths)
+    written += SaveOne(session_, path, path == current ? missionPanel->Shown() : ShownValues());
+  if (doc.Closing) return false;
+  RelistFolder(session_, GoneRows());
+  ShowRows();
+  GoTo(current, flight);
+  if (written < paths.size()) return false;
+  bars->Hide(kReloadBar);
+  Notice(paths.size() == 1 ? "\"" + GetFileName(paths[0]) + "\" is saved."
+                           : std::to_string(paths.size()) + " missions are saved.");
+  return true;
+}
+
+void frmRWS::ClickRevert() {
+  Document& doc = session_.Doc;
+  const std::string path = At(doc.MissionFiles, doc.CurMission);
+  const int flight = doc.CurFlight;
+  if (!RevertOne(session_, static_cast<std::size_t>(doc.CurMission), "Reverted"))
+    return Notice("\"" + GetFileName(path) + "\" cannot be read; nothing has changed.");
+  bars->Hide(kReloadBar);
+  GoTo(path, flight);
+}
+
+void frmRWS::ClickRestoreBackup() {
+  const std::string path = At(session_.Doc.MissionFiles, session_.Doc.CurMission);
+  frmBackups form(session_, this);
+  form.MissionPath = path;
+  form.LoadForm();
+  Popups.ShowDialog(form);
+  if (form.Chosen.empty()) return;
+  const Services& services = session_.Services;
+  bool restored = false;
+  RecordWhole(session_, {path}, "Restored backup of " + GetBaseName(path), [&] {
+    const auto mission = static_cast<std::size_t>(MissionAt(session_.Doc, path));
+    const Mission& record = At(session_.Doc.Missions, static_cast<std::ptrdiff_t>(mission));
+    restored =
+        RestoreBackup(services, session_.Prefs, record, form.Chosen) && Reread(session_, mission);
+  });
+  if (!restored) return;
+  bars->Hide(kReloadBar);
+  RelistFolder(session_, GoneRows());
+  ShowRows();
+  GoTo(path, -1);
+}
+
+/** Undo, or Redo. */
+void frmRWS::Travel(bool back) {
+  const std::string title = back ? UndoTitle(session_) : RedoTitle(session_);
+  if (title.empty()) return;
+  OpenFolderOf(back ? UndoFolder(session_) : RedoFolder(session_));
+  const UndoResult result = back ? UndoStep(session_) : RedoStep(session_);
+  if (!result.Done) return TellNotDone(back, title, result.Reason);
+  bars->Hide(kUndoBar);
+  if (result.Files) ShowRows();
+  const Document& doc = session_.Doc;
+  const bool listed = MissionAt(doc, result.Mission) >= 0;
+  if (!doc.MissionFiles.empty())
+    GoTo(listed ? result.Mission : At(doc.MissionFiles, doc.CurMission),
+         listed ? result.Flight : -1);
+  ShowHistory();
+  Notice((back ? "Undone: " : "Done again: ") + title + ".");
+}
+
+void frmRWS::TellNotDone(bool back, const std::string& title, const std::string& reason) {
+  GoTo(At(session_.Doc.MissionFiles, session_.Doc.CurMission), session_.Doc.CurFlight);
+  BarContent bar{BarKind::Warning,
+                 (back ? tr("\"%1\" cannot be undone. %2") : tr("\"%1\" cannot be done again. %2"))
+                     .arg(FromPath(title), FromPath(reason)),
+                 {},
+                 {}};
+  if (back)
+    bar.Buttons.push_back({tr("&Leave it out"), [this] {
+                             SkipStep(session_);
+                             bars->Hide(kUndoBar);
+                             ShowHistory();
+                           }});
+  bars->Show(kUndoBar, bar);
+}
+
+/** The folder of a step, with all edits that are unsaved in this one kept. */
+void frmRWS::OpenFolderOf(const std::string& folder) {
+  if (folder.empty() || session_.Services.Files.IsSameFile(folder, session_.Doc.MissionDir)) return;
+  OpenFolderKeeping(session_, folder);
+  ShowDirectory();
+  EnableMission(!session_.Doc.Missions.empty());
+  ShowRows();
+}
+
+/** Shows the missions of the document in the list. */
+void frmRWS::ShowRows() {
+  const Document& doc = session_.Doc;
+  std::vector<MissionRow> rows;
+  for (const auto& mission : doc.Missions)
+    rows.push_back({static_cast<int>(rows.size()), FromPath(mission.BaseName)});
+  lstMission->ShowMissions(rows);
+  for (std::size_t i = 0; i < doc.MissionFiles.size(); ++i)
+    if (doc.Missions[i].Loaded && session_.Services.Files.IsGone(doc.MissionFiles[i]))
+      lstMission->MarkGone(static_cast<int>(i));
+  if (doc.Missions.empty()) return ShowNoMissions();
+  lstMission->SelectMission(doc.CurMission);
+}
+
+/** Shows a mission and a flight of it, with Update lit or dark as it is. */
+void frmRWS::GoTo(const std::string& path, int flight) {
+  Document& doc = session_.Doc;
+  const auto mission = MissionAt(doc, path);
+  if (mission < 0) return;
+  doc.CurMission = static_cast<int>(mission);
+  lstMission->SelectMission(doc.CurMission);
+  ShowMission(Baseline::Keep, flight);
+}
+
+}  // namespace rws

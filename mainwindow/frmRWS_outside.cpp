@@ -1,0 +1,128 @@
+#include <QApplication>
+
+#include "mainwindow/frmRWS.h"
+#include "mission/line_ends.h"
+#include "mission/writer.h"
+#include "platform/folder_watch.h"
+#include "platform/qt_text.h"
+#include "services/clock.h"
+#include "services/paths.h"
+#include "services/trapped.h"
+#include "session/current.h"
+#include "session/recording.h"
+#include "session/relist.h"
+#include "session/saving.h"
+#include "tools/frmCompare.h"
+
+namespace rws {
+
+void frmRWS::ConnectOutside() {
+  watch_ = new FolderWatch(this);
+  connect(watch_, &FolderWatch::Changed, this,
+          Trapped(session_.Services, "LookOutside", [this] { LookOutside(); }));
+}
+
+/** Follows what others have done in the folder and to the mission that is shown. */
+void frmRWS::LookOutside() {
+  const Document& doc = session_.Doc;
+  if (doc.Closing) return;
+  // Not in the middle of something; what is done then may be what has changed the folder.
+  const bool busy = QApplication::activeModalWidget() || QApplication::activePopupWidget() ||
+                    session_.Showing > 0 || session_.Editing > 0 || doc.bLoading ||
+                    session_.History.Journal.Open > 0;
+  if (busy) return watch_->LookAgain();
+  Record(session_, nullptr);
+  const std::string current = CurrentMissionPath(doc);
+  const Relisted found = RelistFolder(session_, GoneRows());
+  if (found.Changed || found.Gone.size() != goneShown_) {
+    goneShown_ = found.Gone.size();
+    EnableMission(!doc.Missions.empty());
+    ShowRows();
+    if (CurrentMissionPath(doc) != current && !doc.Missions.empty()) ShowMission();
+    ShowHistory();
+  }
+  LookAtShownFile();
+}
+
+void frmRWS::LookAtShownFile() {
+  const Document& doc = session_.Doc;
+  const Services& services = session_.Services;
+  if (doc.Missions.empty() || !CurrentMission(session_).Loaded) return bars->Hide(kReloadBar);
+  const std::string path = CurrentMissionPath(doc);
+  const FileStamp stamp = services.Files.Stamp(path);
+  if (!stamp.Exists || stamp == stampSeen_) return;
+  bool changed = false;
+  const bool read = ResumeNext([&] {
+    changed = !(LinesOfFile(services.Files.ReadFile(path)) == CurrentMission(session_).AsRead);
+  });
+  // In the middle of being written, it is looked at once more.
+  if (!read) return watch_->LookAgain();
+  stampSeen_ = stamp;
+  changed ? OfferReload(path) : bars->Hide(kReloadBar);
+}
+
+void frmRWS::OfferReload(const std::string& path) {
+  const Services& services = session_.Services;
+  const bool unsaved = IsUnsaved(session_, static_cast<std::size_t>(session_.Doc.CurMission));
+  const std::string time = TimeText(FileSystem::LocalTime(services.Files.Stamp(path)));
+  BarContent bar{BarKind::Warning,
+                 tr("Another program has changed \"%1\" (%2).")
+                     .arg(FromPath(GetFileName(path)), FromPath(time)),
+                 {},
+                 {}};
+  bar.Buttons.push_back({tr("&Reload"), [this, path] {
+                           const auto mission = MissionAt(session_.Doc, path);
+                           if (mission < 0) return bars->Hide(kReloadBar);
+                           const int flight = session_.Doc.CurFlight;
+                           if (!RevertOne(session_, static_cast<std::size_t>(mission),
+                                          "Reload of " + GetBaseName(path)))
+                             return Notice("\"" + path + "\" cannot be read; nothing has changed.");
+                           bars->Hide(kReloadBar);
+                           GoTo(path, flight);
+                         }});
+  if (unsaved) {
+    bar.Text += u' ' + tr("Your edits are still here, unsaved.");
+    bar.Buttons.push_back({tr("&Keep mine"), [this] { bars->Hide(kReloadBar); }});
+  }
+  bar.Buttons.push_back({tr("&Compare"), [this, path, time] { CompareWithDisk(path, time); }});
+  bars->Show(kReloadBar, bar);
+}
+
+void frmRWS::CompareWithDisk(const std::string& path, const std::string& time) {
+  const auto mission = MissionAt(session_.Doc, path);
+  if (mission < 0) return bars->Hide(kReloadBar);
+  frmCompare form(session_, this);
+  form.Subject = path;
+  form.BeforeCaption = "As it is on disk, " + time;
+  form.AfterCaption = "As it is here";
+  ResumeNext([&] { form.Before = session_.Services.Files.ReadFile(path); });
+  // A copy: making a file's lines completes what the mission lacks.
+  Document copy = session_.Doc;
+  LineArray lines;
+  BuildMissionFile(copy, session_.Services, lines, static_cast<std::size_t>(mission),
+                   missionPanel->Shown());
+  form.After = lines.FileText();
+  form.LoadForm();
+  Popups.ShowDialog(form);
+}
+
+/** Rows that a command has left marked stay until the folder is read anew. */
+std::vector<std::string> frmRWS::GoneRows() const {
+  std::vector<std::string> gone;
+  const auto& files = session_.Doc.MissionFiles;
+  for (std::size_t i = 0; i < files.size(); ++i)
+    if (lstMission->IsGone(static_cast<int>(i))) gone.push_back(files[i]);
+  return gone;
+}
+
+/** The folder that is open and the file that is shown are watched from now on. */
+void frmRWS::WatchShown() {
+  const Document& doc = session_.Doc;
+  const std::string path = doc.Missions.empty() ? "" : CurrentMissionPath(doc);
+  if (path != watched_) bars->Hide(kReloadBar);
+  watched_ = path;
+  stampSeen_ = path.empty() ? FileStamp() : session_.Services.Files.Stamp(path);
+  watch_->Watch(FromPath(doc.MissionDir), FromPath(path));
+}
+
+}  // namespace rws
