@@ -160,6 +160,8 @@ void frmRWS::ShowNoMissions() {
   lstMission->SetEmptyText(FromPath(WhyNoMissions(session_.Doc, session_.Services)));
   LightUpdate(false);
   EnableMission(false);
+  WatchShown();
+  ShowHistory();
 }
 
 void frmRWS::Start(const std::string& by) {

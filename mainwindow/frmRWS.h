@@ -206,7 +206,7 @@ class frmRWS : public QMainWindow {
   void Travel(bool back);
   void OpenFolderOf(const std::string& folder);
   void GoTo(const std::string& path, int flight);
-  void ShowRows();
+  void ShowRows(const std::vector<std::string>& gone = {});
   void TellNotDone(bool back, const std::string& title, const std::string& reason);
 
   void ConnectRecovery();

@@ -2,6 +2,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPointer>
+#include <algorithm>
 #include <set>
 
 #include "mainwindow/frmRWS.h"
@@ -117,8 +118,9 @@ bool frmRWS::SaveMissions(const std::vector<std::string>& paths) {
   for (const auto& path : paths)
     written += SaveOne(session_, path, path == current ? missionPanel->Shown() : ShownValues());
   if (doc.Closing) return false;
-  RelistFolder(session_, GoneRows());
-  ShowRows();
+  const auto gone = GoneRows();
+  RelistFolder(session_, gone);
+  ShowRows(gone);
   GoTo(current, flight);
   if (written < paths.size()) return false;
   bars->Hide(kReloadBar);
@@ -154,8 +156,9 @@ void frmRWS::ClickRestoreBackup() {
   });
   if (!restored) return;
   bars->Hide(kReloadBar);
-  RelistFolder(session_, GoneRows());
-  ShowRows();
+  const auto gone = GoneRows();
+  RelistFolder(session_, gone);
+  ShowRows(gone);
   GoTo(path, -1);
 }
 
@@ -202,16 +205,20 @@ void frmRWS::OpenFolderOf(const std::string& folder) {
   ShowRows();
 }
 
-/** Shows the missions of the document in the list. */
-void frmRWS::ShowRows() {
+/** Shows the missions of the document in the list, those of `gone` marked. */
+void frmRWS::ShowRows(const std::vector<std::string>& gone) {
   const Document& doc = session_.Doc;
   std::vector<MissionRow> rows;
   for (const auto& mission : doc.Missions)
     rows.push_back({static_cast<int>(rows.size()), FromPath(mission.BaseName)});
   lstMission->ShowMissions(rows);
-  for (std::size_t i = 0; i < doc.MissionFiles.size(); ++i)
-    if (doc.Missions[i].Loaded && session_.Services.Files.IsGone(doc.MissionFiles[i]))
+  for (std::size_t i = 0; i < doc.MissionFiles.size(); ++i) {
+    const std::string& path = doc.MissionFiles[i];
+    const bool mayBeGone =
+        doc.Missions[i].Loaded || std::find(gone.begin(), gone.end(), path) != gone.end();
+    if (mayBeGone && session_.Services.Files.IsGone(path))
       lstMission->MarkGone(static_cast<int>(i));
+  }
   if (doc.Missions.empty()) return ShowNoMissions();
   lstMission->SelectMission(doc.CurMission);
 }

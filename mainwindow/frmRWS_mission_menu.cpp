@@ -43,6 +43,7 @@ void frmRWS::ConnectMissionMenu() {
 void frmRWS::EndMissionCommand(bool reread, const std::string& by) {
   if (reread) Start(by);
   if (!session_.Doc.Missions.empty()) SetModify(session_);
+  ShowHistory();
 }
 
 /** A command on the files of the current mission, as one step of the history. */
@@ -103,7 +104,6 @@ void frmRWS::ClickSpawnPoints() {
     NoteDropsOfDialog(session_, steps, "closing the home bases",
                       [&](Mission& mission) { mission.BornPlaces = shadow().BornPlaces; });
   EndMissionCommand(false);
-  ShowHistory();
 }
 
 void frmRWS::ClickAddSound() {

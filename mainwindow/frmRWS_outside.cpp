@@ -33,11 +33,12 @@ void frmRWS::LookOutside() {
   if (busy) return watch_->LookAgain();
   Record(session_, nullptr);
   const std::string current = CurrentMissionPath(doc);
-  const Relisted found = RelistFolder(session_, GoneRows());
+  const auto gone = GoneRows();
+  const Relisted found = RelistFolder(session_, gone);
   if (found.Changed || found.Gone.size() != goneShown_) {
     goneShown_ = found.Gone.size();
     EnableMission(!doc.Missions.empty());
-    ShowRows();
+    ShowRows(gone);
     if (CurrentMissionPath(doc) != current && !doc.Missions.empty()) ShowMission();
     ShowHistory();
   }

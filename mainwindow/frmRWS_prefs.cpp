@@ -5,6 +5,7 @@
 #include "services/forms/frmPrefs.h"
 #include "services/setting_values.h"
 #include "services/trapped.h"
+#include "session/file_store.h"
 #include "session/loading.h"
 
 namespace rws {
@@ -36,6 +37,8 @@ void frmRWS::SetPrefs() {
     frmPrefs form(session_, this);
     form.Backup = prefs.bBackup;
     form.BackupsKept = prefs.BackupsKept;
+    form.StoreDays = prefs.StoreDays;
+    form.StoreMegabytes = prefs.StoreMegabytes;
     form.Associate = prefs.bAssociate;
     form.LockWT = prefs.bLockWT;
     form.SndPlayer = prefs.bSndPlayer;
@@ -82,6 +85,11 @@ void frmRWS::ApplyPrefs(const frmPrefs& form) {
   StoreFlag(services, setting::Backup, prefs.bBackup);
   prefs.BackupsKept = form.BackupsKept;
   WriteSetting(services.Settings, setting::BackupsKept, std::to_string(prefs.BackupsKept));
+  prefs.StoreDays = form.StoreDays;
+  WriteSetting(services.Settings, setting::StoreDays, std::to_string(prefs.StoreDays));
+  prefs.StoreMegabytes = form.StoreMegabytes;
+  WriteSetting(services.Settings, setting::StoreMegabytes, std::to_string(prefs.StoreMegabytes));
+  LimitStore(services, LimitsOf(prefs));
   doc.GamePath = form.GamePath;
   WriteSetting(services.Settings, setting::GamePath, doc.GamePath);
   ReloadPaintSchemes();

@@ -73,10 +73,11 @@ void frmRWS::ForgetEdits(const std::vector<std::string>& paths) {
 
 void frmRWS::OfferRecovered() {
   const Services& services = session_.Services;
-  LimitStore(services, {});
+  LimitStore(services, LimitsOf(session_.Prefs));
   recovered_ = FindRecovered(services);
   ShowRecoveredBar();
   OfferInterrupted();
+  OfferHalfRenamed();
 }
 
 void frmRWS::ShowRecoveredBar() {

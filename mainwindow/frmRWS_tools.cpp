@@ -66,7 +66,9 @@ void frmRWS::RunTool(const std::string& title, bool rereads,
   seam.Told = [&](std::size_t done, std::size_t of) { return progress.Told(done, of); };
   ToolResult result;
   RecordFiles(session_, title, [&] { result = tool(seam); });
-  if (!session_.Doc.Closing) TakeToolResult(result, title);
+  if (session_.Doc.Closing) return;
+  TakeToolResult(result, title);
+  OfferHalfRenamed();
   ShowHistory();
 }
 
@@ -106,6 +108,7 @@ void frmRWS::GoToFolder(const std::string& folder) {
   // The first mission there, also where one has the name of the last.
   doc.MissionFiles.clear();
   Start("leaving");
+  OfferHalfRenamed();
 }
 
 void frmRWS::ClickSkinManager() {

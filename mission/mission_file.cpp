@@ -72,7 +72,10 @@ void Restore(const Services& services, const std::string& temporary, const std::
 }
 
 void KeepBackup(const Services& services, const std::string& path, const std::string& fileName) {
-  const std::string backup = BackupPath(services, fileName);
+  std::string backup = BackupPath(services, fileName);
+  // The second one of a second.
+  if (services.Files.FileExists(backup))
+    backup = FreeStampedName(services, BuildPath(BackupFolder(services), fileName + "."), ".bak");
   services.Files.LinkOrCopy(path, backup);
   NoteBackup(services, backup, path);
 }

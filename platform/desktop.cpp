@@ -9,6 +9,7 @@
 #include "platform/qt_shell.h"
 #include "platform/qt_text.h"
 #include "platform/settings_store.h"
+#include "services/checksum.h"
 #include "services/setting_values.h"
 #include "services/system_code_page.h"
 #include "services/text.h"
@@ -60,7 +61,9 @@ std::string UpdateSite() {
 Services MakeDesktopServices() {
   Services services;
   services.Settings.BaseKey = kSettingsBaseKey;
-  services.Settings.Backend = MakeSettingsStore(qEnvironmentVariable("RWS_SETTINGS_FILE"));
+  const QString settingsFile = qEnvironmentVariable("RWS_SETTINGS_FILE");
+  services.Settings.Backend = MakeSettingsStore(settingsFile);
+  if (!settingsFile.isEmpty()) services.Instance = Sha1(ToPath(settingsFile)).substr(0, 8);
   UseVariable(services.Settings.Backend, "RWS_GAME_PATH", setting::GamePath);
   services.Ask = MakeQtPrompts();
   services.System = MakeQtShell();

@@ -8,12 +8,15 @@ namespace rws {
 enum SaveMode { kSaveAsk = 0, kSaveAlways = 1, kSaveNever = 2 };
 
 inline constexpr int kMostBackupsKept = 9999;
+inline constexpr int kMostStoreDays = 3650, kMostStoreMegabytes = 99999;
 
 /** What the user has chosen for all missions. Colours are blue-green-red numbers. */
 struct Preferences {
   bool bBackup = true;
   /** How many dated backups of a mission stay; 0 is all. */
   int BackupsKept = 0;
+  /** How long, and how much, of deleted and replaced files is kept for Undo. */
+  int StoreDays = 30, StoreMegabytes = 256;
   int SavePromptMode = kSaveAsk;
   bool bLockWT = false;
   bool bSndPlayer = false;

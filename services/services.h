@@ -22,6 +22,8 @@ struct Services {
   CodePage Page;
   /** Where log, backups and temporary copies are written. */
   std::string AppPath;
+  /** Tells runs with settings of their own from others; "" for the usual ones. */
+  std::string Instance;
   /** The executable's own folder. */
   std::string ProgramPath;
   /** The executable's file name. */

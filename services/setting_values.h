@@ -27,6 +27,8 @@ inline constexpr SettingValue LastDirPath{"LastDirPath", ""};
 inline constexpr SettingValue Backup{"Backup", "True"};
 /** How many dated backups of a mission stay; 0 is all. */
 inline constexpr SettingValue BackupsKept{"BackupsKept", "0"};
+inline constexpr SettingValue StoreDays{"StoreDays", "30"};
+inline constexpr SettingValue StoreMegabytes{"StoreMegabytes", "256"};
 inline constexpr SettingValue LockWT{"RWSLockWT", ""};
 inline constexpr SettingValue SndPlayer{"RWSSndPlayer", "False"};
 inline constexpr SettingValue SaveWarn{"RWSSaveWarn", "0"};

@@ -11,7 +11,7 @@ namespace rws {
 
 namespace {
 
-constexpr char kFolder[] = "Recovery", kStore[] = "Files";
+constexpr char kStore[] = "Files";
 
 std::string StoreFolder(const Services& services) {
   return BuildPath(RecoveryFolder(services), kStore);
@@ -51,7 +51,9 @@ std::vector<std::string> StoredNames(const Services& services) {
 }  // namespace
 
 std::string RecoveryFolder(const Services& services) {
-  return BuildPath(services.AppPath, kFolder);
+  // Runs with settings of their own may be under way together.
+  const std::string mark = services.Instance.empty() ? "" : "-" + services.Instance;
+  return BuildPath(services.AppPath, kRecoveryFolder + mark);
 }
 
 void MakeFolder(const Services& services, const std::string& path) {
@@ -70,6 +72,10 @@ std::string KeepInStore(const Services& services, const std::string& path) {
     services.Files.LinkOrCopy(path, name);
     return name;
   }
+}
+
+StoreLimits LimitsOf(const Preferences& prefs) {
+  return {prefs.StoreDays, std::uint64_t(prefs.StoreMegabytes) << 20};
 }
 
 void LimitStore(const Services& services, const StoreLimits& limits) {

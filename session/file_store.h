@@ -3,10 +3,14 @@
 #include <cstdint>
 #include <string>
 
+#include "services/preferences.h"
 #include "services/services.h"
 
 /** The store of files that commands have deleted or replaced, a folder within "Recovery". */
 namespace rws {
+
+/** What the names of recovery folders begin with. */
+inline const std::string kRecoveryFolder = "Recovery";
 
 /** Where unsaved edits and, in a folder of it, the files of the store lie. */
 std::string RecoveryFolder(const Services& services);
@@ -23,6 +27,9 @@ struct StoreLimits {
   int Days = 30;
   std::uint64_t Bytes = std::uint64_t{256} << 20;
 };
+
+/** As the user has chosen. */
+StoreLimits LimitsOf(const Preferences& prefs);
 
 /** Deletes what goes beyond the limits; what a running session may still need is younger. */
 void LimitStore(const Services& services, const StoreLimits& limits);

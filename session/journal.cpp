@@ -20,8 +20,8 @@ bool IsOwnFile(const Services& services, const std::string& path) {
   if (!path.starts_with(own)) return false;
   const std::string rest = path.substr(own.size());
   const std::string first = rest.substr(0, rest.find_first_of("/\\"));
-  return first == "Recovery" || first == "RWS Backup" || first.starts_with("$$$TEMP") ||
-         first == "Error.txt" || first == "Replaced Skins";
+  return first.starts_with(kRecoveryFolder) || first == "RWS Backup" ||
+         first.starts_with("$$$TEMP") || first == "Error.txt" || first == "Replaced Skins";
 }
 
 void TellNotKept(const Services& services, const std::string& path, const Fault& caught) {

@@ -1,6 +1,7 @@
 #include "session/recording.h"
 
 #include <algorithm>
+#include <unordered_set>
 #include <utility>
 
 #include "services/paths.h"
@@ -171,6 +172,8 @@ void Record(Session& session, const EditKind* kind) {
   }
   if (!SameContent(*known.Own, *now.Own)) now.Saved = Rebased(known.Saved, *known.Own, *now.Own);
   FollowLast(session.History, path, known, now);
+  // One and the same, so that the two need not be compared at each look.
+  if (now.Own != now.Saved && SameContent(*now.Own, *now.Saved)) now.Saved = now.Own;
   known = now;
 }
 
@@ -200,12 +203,13 @@ void NoteWritten(Session& session, std::size_t mission) {
 void NoteDrops(Session& session, const std::string& by) {
   const Document& doc = session.Doc;
   History& history = session.History;
+  std::unordered_set<std::string> inMemory;
+  for (std::size_t i = 0; i < doc.Missions.size() && i < doc.MissionFiles.size(); ++i)
+    if (doc.Missions[i].Loaded) inMemory.insert(doc.MissionFiles[i]);
   Step dropped;
   for (auto known = history.Known.begin(); known != history.Known.end();) {
     const auto& [path, state] = *known;
-    const std::ptrdiff_t mission = MissionAt(doc, path);
-    const bool inMemory = mission >= 0 && doc.Missions[static_cast<std::size_t>(mission)].Loaded;
-    if (inMemory || state.IsAway) {
+    if (inMemory.contains(path) || state.IsAway) {
       ++known;
       continue;
     }

@@ -72,6 +72,8 @@ void ReadStartSettings(Preferences& prefs, const Services& services) {
   const Settings& settings = services.Settings;
   prefs.SavePromptMode = ReadNumber(settings, setting::SaveWarn, kSaveAsk, kSaveNever);
   prefs.BackupsKept = ReadNumber(settings, setting::BackupsKept, 0, kMostBackupsKept);
+  prefs.StoreDays = ReadNumber(settings, setting::StoreDays, 1, kMostStoreDays);
+  prefs.StoreMegabytes = ReadNumber(settings, setting::StoreMegabytes, 1, kMostStoreMegabytes);
   prefs.ForeColor = ReadNumber(settings, setting::ForeColor, 0, kWhite);
   prefs.BackColor = ReadNumber(settings, setting::BackColor, 0, kWhite);
   prefs.bDesktopColors = ReadFlag(settings, setting::DesktopColors);

@@ -9,6 +9,7 @@
 #include "services/paths.h"
 #include "services/pickers.h"
 #include "services/setting_values.h"
+#include "session/file_store.h"
 
 namespace rws {
 
@@ -40,7 +41,8 @@ void frmPrefs::Connect() {
   On(chkDesktop, &QCheckBox::toggled, "frmPrefs.cmdColor_Click", [this] { ShowColors(); });
   for (auto* box : {chkBackup, chkWA, chkLock, chkSnd, chkDesktop})
     On(box, &QCheckBox::toggled, "frmPrefs.ChkModify", modified);
-  On(spnKept, &QSpinBox::valueChanged, "frmPrefs.ChkModify", [modified](int) { modified(); });
+  for (auto* box : {spnKept, spnDays, spnStore})
+    On(box, &QSpinBox::valueChanged, "frmPrefs.ChkModify", [modified](int) { modified(); });
   On(cmd[kApply], &QPushButton::clicked, "frmPrefs.cmd_Click", [this] { ClickApply(); });
   connect(cmd[kExit], &QPushButton::clicked, this, &QDialog::reject);
   On(cmdChg, &QPushButton::clicked, "frmPrefs.cmdChg_Click", [this] { ClickChange(); });
@@ -65,6 +67,9 @@ void frmPrefs::LoadForm() {
 void frmPrefs::ShowFields() {
   chkBackup->setChecked(Backup);
   spnKept->setValue(BackupsKept);
+  spnDays->setValue(StoreDays);
+  spnStore->setValue(StoreMegabytes);
+  lblStored->setText(tr("They take %1").arg(FromPath(SizeText(StoreBytes(services_)))));
   lblSpace->setText(tr("All backups take %1").arg(FromPath(SizeText(BackupSpaceUsed(services_)))));
   chkWA->setChecked(Associate);
   chkLock->setChecked(LockWT);
@@ -110,6 +115,9 @@ bool frmPrefs::Differs() const {
          chkWA->isChecked() != IsAssociated(services_) ||
          chkBackup->isChecked() != ReadFlag(settings, setting::Backup) ||
          spnKept->value() != ReadNumber(settings, setting::BackupsKept, 0, kMostBackupsKept) ||
+         spnDays->value() != ReadNumber(settings, setting::StoreDays, 1, kMostStoreDays) ||
+         spnStore->value() !=
+             ReadNumber(settings, setting::StoreMegabytes, 1, kMostStoreMegabytes) ||
          chkLock->isChecked() != ReadFlag(settings, setting::LockWT) ||
          chkSnd->isChecked() != ReadFlag(settings, setting::SndPlayer) ||
          chkDesktop->isChecked() != session_.Prefs.bDesktopColors ||
@@ -125,6 +133,8 @@ void frmPrefs::ChkModify() {
 void frmPrefs::ClickApply() {
   Backup = chkBackup->isChecked();
   BackupsKept = spnKept->value();
+  StoreDays = spnDays->value();
+  StoreMegabytes = spnStore->value();
   Associate = chkWA->isChecked();
   LockWT = chkLock->isChecked();
   SndPlayer = chkSnd->isChecked();

@@ -33,6 +33,8 @@ class frmPrefs : public Dialog {
   bool Backup = false, Associate = false, LockWT = false, SndPlayer = false;
   /** How many dated backups of a mission stay; 0 is all. */
   int BackupsKept = 0;
+  /** Of deleted and replaced files. */
+  int StoreDays = 0, StoreMegabytes = 0;
   /** Row of `optSave`. */
   int SavePromptMode = 0;
   std::string GamePath;
@@ -52,8 +54,11 @@ class frmPrefs : public Dialog {
   QCheckBox *chkBackup, *chkWA, *chkLock, *chkSnd, *chkDesktop;
   /** The first row of it says "all". */
   QSpinBox* spnKept;
+  QSpinBox *spnDays, *spnStore;
   /** The caption of that box, and the space that all backups take. */
   QLabel *lblKept, *lblSpace;
+  /** The same for deleted and replaced files. */
+  QLabel *lblDays, *lblStore, *lblStored;
   enum Color : std::size_t { kText, kBackground };
   std::array<QPushButton*, 2> cmdColor;
   /** Samples of both colours together. */

@@ -22,6 +22,19 @@ void frmPrefs::Build() {
   lblKept = Named(new QLabel(tr("Backups of each mission to &keep:")), "lblKept");
   lblKept->setBuddy(spnKept);
   lblSpace = Named(new QLabel, "lblSpace");
+  spnDays = Named(new QSpinBox, "spnDays", tr("Days to keep deleted and replaced files"),
+                  tr("Undo brings these files back"));
+  spnDays->setRange(1, kMostStoreDays);
+  spnDays->setSuffix(tr(" days"));
+  lblDays = Named(new QLabel(tr("Deleted and replaced files are kept &for:")), "lblDays");
+  lblDays->setBuddy(spnDays);
+  spnStore = Named(new QSpinBox, "spnStore", tr("Most space for deleted and replaced files"),
+                   tr("The oldest files go first"));
+  spnStore->setRange(1, kMostStoreMegabytes);
+  spnStore->setSuffix(tr(" MB"));
+  lblStore = Named(new QLabel(tr("and take at &most:")), "lblStore");
+  lblStore->setBuddy(spnStore);
+  lblStored = Named(new QLabel, "lblStored");
   const auto box = [](const char* name, const QString& caption) {
     return Named(new QCheckBox(caption), name, Spoken(caption));
   };
@@ -57,6 +70,11 @@ void frmPrefs::PlaceControls() {
   kept->addWidget(lblKept, 0, 0);
   kept->addWidget(spnKept, 0, 1);
   kept->addWidget(lblSpace, 1, 0, 1, 2);
+  kept->addWidget(lblDays, 2, 0);
+  kept->addWidget(spnDays, 2, 1);
+  kept->addWidget(lblStore, 3, 0);
+  kept->addWidget(spnStore, 3, 1);
+  kept->addWidget(lblStored, 4, 0, 1, 2);
   kept->setColumnStretch(2, 1);
   // Below the caption of the box that makes them.
   const int mark = style()->pixelMetric(QStyle::PM_IndicatorWidth) +
