@@ -170,7 +170,11 @@ void Record(Session& session, const EditKind* kind) {
     const MissionState before = std::exchange(known, now);
     return RecordEdit(session, mission, *kind, before, now);
   }
-  if (!SameContent(*known.Own, *now.Own)) now.Saved = Rebased(known.Saved, *known.Own, *now.Own);
+  if (!SameContent(*known.Own, *now.Own)) {
+    now.Saved = Rebased(known.Saved, *known.Own, *now.Own);
+    // An edit that went on with the last step would make this a part of it.
+    CloseStep(session);
+  }
   FollowLast(session.History, path, known, now);
   // One and the same, so that the two need not be compared at each look.
   if (now.Own != now.Saved && SameContent(*now.Own, *now.Saved)) now.Saved = now.Own;
