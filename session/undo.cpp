@@ -186,6 +186,10 @@ void SkipStep(Session& session) {
   history.Steps.erase(history.Steps.begin() + static_cast<std::ptrdiff_t>(history.Done - 1));
   --history.Done;
   history.Closed = true;
+  // Update cannot be lit again as it was before the step.
+  for (const auto& mission : step.Missions)
+    if (const auto known = history.Known.find(mission.Path); known != history.Known.end())
+      known->second.Reading = ++history.Readings;
   // What came before knows the files by their earlier names.
   for (auto& earlier : history.Steps)
     for (auto& mission : earlier.Missions)
