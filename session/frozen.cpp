@@ -182,11 +182,38 @@ Record PatchedPart(const std::vector<Record>& now, const Parts<Record>& from,
 }
 
 template <class Record>
+auto Named(std::vector<Record>& records, const std::string& name) {
+  return std::find_if(records.begin(), records.end(),
+                      [&](const Record& record) { return record.Name == name; });
+}
+
+/** Others have put records in or taken some out since: each is known by its name then. */
+template <class Record>
+void PatchNamed(std::vector<Record>& now, const Parts<Record>& from, const Parts<Record>& to) {
+  const bool paired = from.size() == to.size();
+  const auto has = [](const Parts<Record>& parts, const std::string& name) {
+    return std::any_of(parts.begin(), parts.end(),
+                       [&](const auto& part) { return part->Name == name; });
+  };
+  for (std::size_t i = 0; i < from.size(); ++i) {
+    const auto found = Named(now, from[i]->Name);
+    if (found == now.end()) continue;
+    if (paired && from[i] != to[i]) PatchRecord(*found, *from[i], *to[i], false);
+    if (!paired && !has(to, from[i]->Name)) now.erase(found);
+  }
+  for (std::size_t i = 0; i < to.size() && !paired; ++i)
+    if (!has(from, to[i]->Name) && Named(now, to[i]->Name) == now.end())
+      now.insert(now.begin() + static_cast<std::ptrdiff_t>(std::min(i, now.size())), *to[i]);
+}
+
+template <class Record>
 void PatchParts(std::vector<Record>& now, const Parts<Record>& from, const Parts<Record>& to) {
   if (from == to) return;
+  const bool follows = now.size() == from.size();
+  if constexpr (requires { now[0].Name; })
+    if (!follows) return PatchNamed(now, from, to);
   std::vector<Record> patched;
   patched.reserve(to.size());
-  const bool follows = now.size() == from.size();
   for (std::size_t i = 0; i < to.size(); ++i)
     patched.push_back(follows ? PatchedPart(now, from, to, i) : *to[i]);
   now = std::move(patched);
