@@ -284,6 +284,10 @@ std::size_t PartsBytes(const Parts<Record>& parts, const Parts<Record>* like) {
   return bytes;
 }
 
+std::size_t TextBytes(const LineArray& lines) {
+  return lines.FileText().size() + lines.size() * sizeof(std::uint32_t);
+}
+
 }  // namespace
 
 FrozenMission Freeze(const Mission& mission, const FrozenMission& like) {
@@ -339,10 +343,12 @@ FrozenMission Rebased(const FrozenMission& kept, const Frozen& from, const Froze
 std::size_t OwnBytes(const Frozen& frozen, const Frozen* like) {
   if (&frozen == like) return 0;
   std::size_t bytes = RecordBytes(frozen.Head);
-  const LineArray& lines = frozen.Head.Lines;
-  const bool shared =
-      lines.SharesWith(frozen.Head.AsRead) || (like && lines.SharesWith(like->Head.Lines));
-  if (!shared) bytes += lines.FileText().size() + lines.size() * sizeof(std::uint32_t);
+  const LineArray &lines = frozen.Head.Lines, &asRead = frozen.Head.AsRead;
+  const auto isLikes = [&](const LineArray& text) {
+    return like && (text.SharesWith(like->Head.Lines) || text.SharesWith(like->Head.AsRead));
+  };
+  if (!isLikes(asRead)) bytes += TextBytes(asRead);
+  if (!isLikes(lines) && !lines.SharesWith(asRead)) bytes += TextBytes(lines);
   bytes += PartsBytes(frozen.Flights, like ? &like->Flights : nullptr);
   return bytes + PartsBytes(frozen.BornPlaces, like ? &like->BornPlaces : nullptr);
 }

@@ -42,31 +42,59 @@ std::string TitleOf(const Session& session, std::size_t mission, const EditKind&
   return std::string(kind.What) + " of " + of;
 }
 
-/** A state costs what it does not share with the one before it. */
-std::size_t BytesOf(const MissionState& before, const MissionState& after) {
+/** A state costs what it does not share with the one before it, which may be null. */
+std::size_t BytesOf(const MissionState& state, const MissionState* like) {
+  static const MissionState kNone;
+  if (!like) like = &kNone;
   std::size_t bytes = 0;
-  if (after.Own) bytes += OwnBytes(*after.Own, before.Own.get());
-  if (after.Shadow && after.Shadow != before.Shadow)
-    bytes += OwnBytes(*after.Shadow, before.Shadow.get());
-  // What was before is held by this step alone when nothing leads back to it.
-  if (before.Own && !after.Own) bytes += OwnBytes(*before.Own, before.Saved.get());
+  if (state.Own) bytes += OwnBytes(*state.Own, like->Own.get());
+  for (const auto part : {&MissionState::Shadow, &MissionState::Saved})
+    if (state.*part && state.*part != like->*part && state.*part != state.Own)
+      bytes += OwnBytes(*(state.*part), state.Own.get());
   return bytes;
+}
+
+/** How the last step before this one has left a mission; null if none knows it. */
+const MissionState* LeftBefore(const History& history, const Step& step, const std::string& path) {
+  const MissionState* left = nullptr;
+  bool before = false;
+  for (auto earlier = history.Steps.rbegin(); !left && earlier != history.Steps.rend(); ++earlier) {
+    if (before)
+      for (const auto& mission : earlier->Missions)
+        if (mission.Path == path) left = &mission.After;
+    before = before || &*earlier == &step;
+  }
+  return left;
 }
 
 void Weigh(History& history, Step& step) {
   history.Bytes -= step.Bytes;
   step.Bytes = sizeof step + step.Title.size() + step.Merges.size();
   for (const auto& mission : step.Missions)
-    step.Bytes += sizeof mission + BytesOf(mission.Before, mission.After);
-  step.Bytes += step.Files.size() * sizeof(FileChange);
+    step.Bytes += sizeof mission + mission.Path.size() +
+                  BytesOf(mission.Before, LeftBefore(history, step, mission.Path)) +
+                  BytesOf(mission.After, &mission.Before);
+  for (const auto& file : step.Files)
+    step.Bytes += sizeof file + file.Path.size() + file.To.size() + file.Stored.size() +
+                  file.StoredNew.size() + file.OldSum.size() + file.NewSum.size();
   history.Bytes += step.Bytes;
 }
 
+/** What the oldest step shares with the next one of its mission stays with that one. */
 void DropOldest(History& history) {
   while (history.Bytes > history.MostBytes && history.Done > 1) {
-    history.Bytes -= history.Steps.front().Bytes;
+    const Step oldest = std::move(history.Steps.front());
+    history.Bytes -= oldest.Bytes;
     history.Steps.pop_front();
     --history.Done;
+    for (const auto& mission : oldest.Missions) {
+      const auto next =
+          std::find_if(history.Steps.begin(), history.Steps.end(), [&](const Step& step) {
+            return std::any_of(step.Missions.begin(), step.Missions.end(),
+                               [&](const auto& other) { return other.Path == mission.Path; });
+          });
+      if (next != history.Steps.end()) Weigh(history, *next);
+    }
   }
 }
 
