@@ -1,0 +1,155 @@
+#include "session/history.h"
+
+#include <gtest/gtest.h>
+
+#include <numeric>
+
+#include "session/recording.h"
+#include "session/undo.h"
+#include "tests/support/session_desk.h"
+
+namespace rws::test {
+namespace {
+
+/** What has been done, and what becomes of mission "a". */
+TEST(History, StepsMergeAreTakenBackAndDoneAgain) {
+  struct Row {
+    const char *Words, *Steps, *State;
+  };
+  const Row rows[] = {
+      // One box, one step; what is typed back is none.
+      {"fuel0=5 fuel0=50", "Fuel of r0100", "50,100,100/2^100*!"},
+      {"fuel0=5 fuel0=50 undo", "(Fuel of r0100)", "100,100,100/2^100"},
+      {"fuel0=5 close fuel0=50 undo", "Fuel of r0100|(Fuel of r0100)", "5,100,100/2^100*!"},
+      {"fuel0=5 fuel1=5 fuel0=6 undo", "Fuel of r0100|Fuel of r0101|(Fuel of r0100)",
+       "5,5,100/2^100*!"},
+      {"fuel0=5 weather=3 undo", "Fuel of r0100|(Weather of a)", "5,100,100/2^100*!"},
+      {"fuel0=5 go=b fuel0=7 go=a fuel0=6 undo", "Fuel of r0100|Fuel of r0100|(Fuel of r0100)",
+       "5,100,100/2^5*!"},
+      {"fuel0=5 go=b go=a fuel0=6 undo", "(Fuel of r0100)", "100,100,100/2^100"},
+      {"fuel0=5 undo redo fuel0=6 undo", "Fuel of r0100|(Fuel of r0100)", "5,100,100/2^100*!"},
+      {"fuel0=5 fuel0=100", "", "100,100,100/2^100"},
+      {"weather=3 close fuel0=5 fuel0=100 undo", "(Weather of a)", "100,100,100/2^100"},
+      {"fuel0=5 save fuel0=6 undo", "Fuel of r0100|(Fuel of r0100)", "5,100,100/2^5"},
+      {"fuel0=100", "", "100,100,100/2^100"},
+      {"skills=2 undo redo", "Skill of 3 flights", "100,100,100/2^100*!"},
+      {"base=IL-2 undo", "(Home base of a)", "100,100,100/2^100"},
+      {"base=IL-2", "Home base of a", "100,100,100/2^100*"},
+      {"line=x undo", "(Object of a)", "100,100,100/2^100"},
+      // A new edit ends what could be done again.
+      {"fuel0=5 fuel1=6 undo weather=4", "Fuel of r0100|Weather of a", "5,100,100/4^100*!"},
+      {"fuel0=5 undo undo redo redo", "Fuel of r0100", "5,100,100/2^100*!"},
+      // What showing writes is no edit, and undo leaves it alone.
+      {"show0=55", "", "55,100,100/2^100!"},
+      {"fuel1=5 show0=55 undo", "(Fuel of r0101)", "55,100,100/2^100"},
+      {"fuel1=5 show0=55 undo redo", "Fuel of r0101", "55,5,100/2^100*!"},
+      {"fuel0=5 show0=55", "Fuel of r0100", "55,100,100/2^100*!"},
+      {"fuel0=5 show1=55 fuel0=6 undo undo", "(Fuel of r0100)|(Fuel of r0100)", "100,55,100/2^100"},
+      // Update is lit or dark as it was, also when the shadow has been taken anew meanwhile.
+      {"quiet0=5", "Fuel of r0100", "5,100,100/2^100*"},
+      {"quiet0=5 undo redo", "Fuel of r0100", "5,100,100/2^100*"},
+      {"quiet0=5 compare undo redo", "Fuel of r0100", "5,100,100/2^100*!"},
+      {"quiet0=5 compare undo", "(Fuel of r0100)", "100,100,100/2^100"},
+      {"fuel0=5 go=b go=a", "Fuel of r0100", "5,100,100/2^5*!"},
+      {"fuel0=5 go=b go=a undo", "(Fuel of r0100)", "100,100,100/2^100"},
+      {"fuel0=5 go=b go=a undo redo", "Fuel of r0100", "5,100,100/2^100*!"},
+      {"fuel0=5 go=b go=a fuel1=6 undo", "Fuel of r0100|(Fuel of r0101)", "5,100,100/2^5*!"},
+      {"fuel0=5 go=b undo compare", "(Fuel of r0100)", "100,100,100/2^100"},
+      // Saved, it is unsaved again when it is taken back.
+      {"fuel0=5 save", "Fuel of r0100", "5,100,100/2^5"},
+      {"fuel0=5 save undo", "(Fuel of r0100)", "100,100,100/2^5*!"},
+      {"fuel0=5 save undo redo", "Fuel of r0100", "5,100,100/2^5"},
+      {"base=IL-2 save undo", "(Home base of a)", "100,100,100/2^100*"},
+      {"fuel0=5 save reread undo", "(Fuel of r0100)", "100,100,100/2^5*!"},
+      {"fuel0=5 fuel1=6 save undo save undo", "(Fuel of r0100)|(Fuel of r0101)",
+       "100,100,100/2^5*!"},
+      // Dropped edits are a step, and those before it lead on from there.
+      {"fuel0=5 drop", "Fuel of r0100|Edits dropped by leaving", "100,100,100/2^100"},
+      {"fuel0=5 drop undo", "Fuel of r0100|(Edits dropped by leaving)", "5,100,100/2^100*!"},
+      {"fuel0=5 drop undo redo", "Fuel of r0100|Edits dropped by leaving", "100,100,100/2^100"},
+      {"fuel0=5 drop undo undo", "(Fuel of r0100)|(Edits dropped by leaving)", "100,100,100/2^100"},
+      {"base=IL-2 go=b base=IL-2 reread go=a undo",
+       "Home base of a|Home base of b|(Edits dropped by Update)", "100,100,100/2^100*"},
+      // Left out, it stays as it is.
+      {"fuel0=5 fuel1=6 skip undo", "(Fuel of r0100)", "100,6,100/2^100*!"},
+      {"skip fuel0=5", "Fuel of r0100", "5,100,100/2^100*!"},
+      // Without its file nothing is done.
+      {"fuel0=5 save go=b reread gone=a undo", "Fuel of r0100", "unread"},
+      {"fuel0=5 save go=b reread gone=a undo skip undo", "", "unread"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.Words);
+    SessionDesk desk({"a", "b"});
+    desk.Run(row.Words);
+    EXPECT_EQ(desk.Steps(), row.Steps);
+    EXPECT_EQ(desk.State("a"), row.State);
+    const auto& steps = desk.World.History.Steps;
+    EXPECT_EQ(desk.World.History.Bytes,
+              std::accumulate(steps.begin(), steps.end(), std::size_t{0},
+                              [](std::size_t sum, const Step& step) { return sum + step.Bytes; }));
+  }
+}
+
+TEST(History, AStepWithoutItsFileTellsSoAndGoesToWhereItHappened) {
+  SessionDesk desk({"a", "b"});
+  desk.World.Doc.CurFlight = 2;
+  desk.Run("fuel2=5 go=b");
+  desk.World.Doc.CurFlight = 0;
+  desk.Run("undo");
+  EXPECT_EQ(desk.Last.Mission, desk.Path("a"));
+  EXPECT_EQ(desk.Last.Flight, 2);
+  desk.Run("redo save go=b reread gone=a undo");
+  EXPECT_FALSE(desk.Last.Done);
+  EXPECT_NE(desk.Last.Reason.find("\"a.mis\""), std::string::npos) << desk.Last.Reason;
+  EXPECT_EQ(UndoTitle(desk.World), "Fuel of r0102");
+}
+
+/** What others have added to the file stays when an earlier step is taken back. */
+TEST(History, UndoKeepsWhatOthersHaveAdded) {
+  SessionDesk desk({"a", "b"});
+  desk.Run("fuel0=5 save go=b");
+  std::string text = desk.Box.Read("in/a.mis");
+  const std::string wing = "  r0102\r\n";
+  text.insert(text.find(wing), "  g0100\r\n");
+  text.insert(text.find("[r0100]"), Crlf({"[g0100]", "  Planes 1", "  Fuel 77", "[g0100_Way]",
+                                          "  TAKEOFF 1.00 2.00 0 0 &0"}));
+  desk.Box.Write("in/a.mis", text);
+  desk.Run("reread go=a");
+  ASSERT_EQ(desk.State("a"), "77,5,100,100/2^77");
+  desk.Run("undo");
+  EXPECT_EQ(desk.State("a"), "77,100,100,100/2^77*!");
+}
+
+TEST(History, IsBoundedTheOldestStepsGoFirst) {
+  SessionDesk desk({"a", "b"});
+  History& history = desk.World.History;
+  history.MostBytes = 64 * 1024;
+  for (int fuel = 10; fuel < 99; ++fuel)
+    desk.Run("go=a close fuel0=" + std::to_string(fuel) + " go=b fuel1=" + std::to_string(fuel));
+  EXPECT_LE(history.Bytes, history.MostBytes);
+  ASSERT_GT(history.Steps.size(), 4u);
+  ASSERT_LT(history.Steps.size(), 170u);
+  const std::size_t kept = history.Done;
+  while (UndoStep(desk.World).Done) continue;
+  EXPECT_EQ(history.Done, 0u);
+  EXPECT_EQ(history.Steps.size(), kept);
+  const int left = 98 - static_cast<int>(kept + 1) / 2;
+  EXPECT_EQ(desk.State("b").substr(0, 7), "100," + std::to_string(left) + ",");
+}
+
+/** Each reading gives the mission a text of its own, which the step before it holds on to. */
+TEST(History, CountsTheTextsThatItKeepsAlive) {
+  SessionDesk desk({"a"});
+  std::string text = desk.Box.Read("in/a.mis");
+  for (int i = 0; i < 500; ++i) text += "  a line to make this a large mission indeed\r\n";
+  desk.Box.Write("in/a.mis", text);
+  desk.Run("reread");
+  History& history = desk.World.History;
+  history.MostBytes = 10 * text.size();
+  for (int fuel = 10; fuel < 40; ++fuel) desk.Run("fuel0=" + std::to_string(fuel) + " save");
+  EXPECT_LE(history.Steps.size(), 10u);
+  EXPECT_GE(history.Steps.size(), 3u);
+}
+
+}  // namespace
+}  // namespace rws::test
