@@ -30,7 +30,7 @@ class Outlook {
     if (!Stands(path)) return false;
     const auto known = known_.find(path);
     if (known != known_.end() && !known->second->empty()) return *known->second == sum;
-    return SumOf(path) == sum;
+    return Sha1(services_.Files.ReadFile(path)) == sum;
   }
   void Set(const std::string& path, Sum sum) { known_[path] = std::move(sum); }
   Sum At(const std::string& path) {
@@ -39,12 +39,6 @@ class Outlook {
   }
 
  private:
-  std::string SumOf(const std::string& path) {
-    std::string sum;
-    ResumeNext([&] { sum = Sha1(services_.Files.ReadFile(path)); });
-    return sum;
-  }
-
   const Services& services_;
   std::map<std::string, Sum> known_;
 };
@@ -149,27 +143,39 @@ void DoAgain(const Services& services, FileChange& change) {
   }
 }
 
-using Check = std::string (*)(Outlook&, const FileChange&);
-using Do = void (*)(const Services&, FileChange&);
+/** The work in one direction, and what takes each part of it back. */
+struct Way {
+  std::string (*Check)(Outlook&, const FileChange&);
+  void (*Act)(const Services&, FileChange&);
+};
 
-/** Works along `order`; what was done when one fails is done back by `undo`. */
-std::string Run(const Services& services, const std::vector<FileChange*>& order, Check check,
-                Do act, Do undo) {
-  Outlook outlook(services);
-  for (const auto* change : order)
-    if (std::string why = check(outlook, *change); !why.empty()) return why;
+/** Works along `order`; what was done when one fails is done back. The one that failed may have
+    been done too, all but the flush of its folder. */
+std::string Run(const Services& services, const std::vector<FileChange*>& order, Way there,
+                Way back) {
+  std::string reason;
+  const auto look = [&] {
+    Outlook outlook(services);
+    for (std::size_t i = 0; i < order.size() && reason.empty(); ++i)
+      reason = there.Check(outlook, *order[i]);
+  };
+  Trap(look, [&](const Fault& caught) { reason = caught.Text; });
+  if (!reason.empty()) return reason;
   const std::string folder = order.empty() ? "" : GetParentFolderName(order.front()->Path);
   const KnownFolder known(services.Files, folder);
-  std::string reason;
   std::size_t done = 0;
   const auto work = [&] {
-    for (; done < order.size(); ++done) act(services, *order[done]);
+    for (; done < order.size(); ++done) there.Act(services, *order[done]);
   };
   Trap(work, [&](const Fault& caught) {
     reason = caught.Text;
+    ResumeNext([&] {
+      Outlook now(services);
+      if (back.Check(now, *order[done]).empty()) ++done;
+    });
     while (done > 0) {
       --done;
-      const auto restore = [&] { undo(services, *order[done]); };
+      const auto restore = [&] { back.Act(services, *order[done]); };
       Trap(restore, [&](const Fault& second) { reason += ". " + second.Text; });
     }
   });
@@ -182,16 +188,17 @@ std::string UndoFiles(const Services& services, std::vector<FileChange>& changes
   std::vector<FileChange*> order;
   for (auto change = changes.rbegin(); change != changes.rend(); ++change)
     order.push_back(&*change);
-  return Run(services, order, CheckBack, DoBack, DoAgain);
+  return Run(services, order, {CheckBack, DoBack}, {CheckAgain, DoAgain});
 }
 
 std::string RedoFiles(const Services& services, std::vector<FileChange>& changes) {
   std::vector<FileChange*> order;
   for (auto& change : changes) order.push_back(&change);
-  return Run(services, order, CheckAgain, DoAgain, DoBack);
+  return Run(services, order, {CheckAgain, DoAgain}, {CheckBack, DoBack});
 }
 
-std::vector<std::pair<std::string, std::string>> NetMoves(const std::vector<FileChange>& changes) {
+std::vector<std::pair<std::string, std::string>> NetRenames(
+    const std::vector<FileChange>& changes) {
   std::vector<std::pair<std::string, std::string>> moves;
   std::map<std::string, std::size_t> atNow;
   for (const auto& change : changes) {
@@ -207,7 +214,10 @@ std::vector<std::pair<std::string, std::string>> NetMoves(const std::vector<File
     }
     atNow[change.To] = move;
   }
-  std::erase_if(moves, [](const auto& move) { return move.first == move.second; });
+  std::erase_if(moves, [](const auto& move) {
+    return move.first == move.second ||
+           GetParentFolderName(move.first) != GetParentFolderName(move.second);
+  });
   return moves;
 }
 

@@ -19,7 +19,8 @@ std::string UndoFiles(const Services& services, std::vector<FileChange>& changes
 /** Does the changes of a step again, under the same rules. */
 std::string RedoFiles(const Services& services, std::vector<FileChange>& changes);
 
-/** Old and new names of the files that a step has moved in all, detours left out. */
-std::vector<std::pair<std::string, std::string>> NetMoves(const std::vector<FileChange>& changes);
+/** Old and new names of the files that a step has renamed within their folder in all, detours left
+    out. */
+std::vector<std::pair<std::string, std::string>> NetRenames(const std::vector<FileChange>& changes);
 
 }  // namespace rws

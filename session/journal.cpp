@@ -88,15 +88,17 @@ void AddFileStep(Session& session, const std::string& title) {
   step.Title = title;
   step.Files = std::exchange(session.History.Journal.Changes, {});
   if (step.Files.empty()) return;
-  auto moves = NetMoves(step.Files);
-  std::erase_if(moves, [](const auto& move) {
-    return GetParentFolderName(move.first) != GetParentFolderName(move.second);
-  });
+  auto moves = NetRenames(step.Files);
   NoteMoved(session, moves);
+  // Most commands have moved the rows themselves; a new name may be the old one of another row.
+  std::erase_if(moves, [&](const auto& move) { return MissionAt(session.Doc, move.second) >= 0; });
+  MoveRows(session.Doc, moves);
   // Edits of a mission that is deleted or moved away go with it.
   for (auto known = session.History.Known.begin(); known != session.History.Known.end();) {
     const auto& [path, state] = *known;
-    const bool gone = TakesAway(step.Files, path) && !session.Services.Files.FileExists(path);
+    const FileSystem& files = session.Services.Files;
+    const bool stands = files.FileExists(path) && files.Resolve(path) == path;
+    const bool gone = TakesAway(step.Files, path) && !stands;
     if (gone) step.Missions.push_back({path, state, {}});
     known = gone ? session.History.Known.erase(known) : std::next(known);
   }

@@ -153,16 +153,6 @@ void FollowLast(History& history, const std::string& path, const MissionState& b
       mission.After.Own = after.Own;
 }
 
-/** The document follows the name on disk. */
-void NameMission(Document& doc, std::size_t mission, const std::string& path) {
-  doc.MissionFiles[mission] = path;
-  for (auto* missions : {&doc.Missions, &doc.MissionShadow}) {
-    if (mission >= missions->size()) continue;
-    (*missions)[mission].FileName = GetFileName(path);
-    (*missions)[mission].BaseName = GetBaseName(path);
-  }
-}
-
 }  // namespace
 
 std::ptrdiff_t MissionAt(const Document& doc, const std::string& path) {
@@ -306,15 +296,28 @@ void RecordWhole(Session& session, const std::vector<std::string>& paths, const 
 void NoteMoved(Session& session, const std::vector<std::pair<std::string, std::string>>& moves) {
   // All are taken out first: a new name may be the old one of another.
   std::vector<std::pair<std::string, MissionState>> known;
-  std::vector<std::pair<std::ptrdiff_t, std::string>> listed;
-  for (const auto& [from, to] : moves) {
+  for (const auto& [from, to] : moves)
     if (auto node = session.History.Known.extract(from))
       known.emplace_back(to, std::move(node.mapped()));
-    listed.emplace_back(MissionAt(session.Doc, from), to);
-  }
   for (auto& [path, state] : known) session.History.Known[path] = std::move(state);
-  for (const auto& [mission, path] : listed)
-    if (mission >= 0) NameMission(session.Doc, static_cast<std::size_t>(mission), path);
+}
+
+void MoveRows(Document& doc, const std::vector<std::pair<std::string, std::string>>& moves) {
+  std::vector<std::pair<std::ptrdiff_t, std::string>> rows;
+  for (const auto& [from, to] : moves) rows.emplace_back(MissionAt(doc, from), to);
+  for (const auto& [row, path] : rows) {
+    if (row < 0) continue;
+    const auto mission = static_cast<std::size_t>(row);
+    doc.MissionFiles[mission] = path;
+    if (mission < doc.Missions.size()) NameMission(doc.Missions[mission], path);
+    if (mission < doc.MissionShadow.size()) NameMission(doc.MissionShadow[mission], path);
+  }
+}
+
+void NameMission(Mission& mission, const std::string& path) {
+  mission.DirPath = StripFileName(path);
+  mission.FileName = GetFileName(path);
+  mission.BaseName = GetBaseName(path);
 }
 
 bool IsUnsaved(const Session& session, std::size_t mission) {

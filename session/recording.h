@@ -40,9 +40,15 @@ void CloseStep(Session& session);
 void NoteDropsOfDialog(Session& session, std::size_t first, const std::string& by,
                        const std::function<void(Mission&)>& edit);
 
-/** Files of missions bear other names, each an old and a new path: all that is known of them
-    follows. */
+/** Files of missions bear other names, each an old and a new path: what is known of them follows.
+    The list does not. */
 void NoteMoved(Session& session, const std::vector<std::pair<std::string, std::string>>& moves);
+
+/** The rows of the list follow. */
+void MoveRows(Document& doc, const std::vector<std::pair<std::string, std::string>>& moves);
+
+/** Names a record after the file that it belongs to. */
+void NameMission(Mission& mission, const std::string& path);
 
 /** Adds a step, after which nothing can be redone. */
 void AddStep(Session& session, Step step);

@@ -41,6 +41,9 @@ void TakeOver(Session& session, std::map<std::string, std::pair<Mission, Mission
     } else if (known != session.History.Known.end() && known->second.IsAway) {
       doc.Missions[i] = Thaw(*known->second.Own);
       doc.MissionShadow[i] = Thaw(*known->second.Shadow);
+      // They may have been renamed meanwhile.
+      NameMission(doc.Missions[i], doc.MissionFiles[i]);
+      NameMission(doc.MissionShadow[i], doc.MissionFiles[i]);
       known->second.IsAway = false;
     }
   }

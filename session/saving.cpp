@@ -15,6 +15,7 @@ bool SaveAway(Session& session, const std::string& path) {
   Document doc;
   doc.MissionFiles = {path};
   doc.Missions = {Thaw(*known.at(path).Own)};
+  NameMission(doc.Missions[0], path);
   doc.MissionShadow = doc.Missions;
   if (!SaveMission(doc, session.Services, session.Prefs, {}, 0)) return false;
   known.erase(path);

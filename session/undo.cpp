@@ -1,5 +1,6 @@
 #include "session/undo.h"
 
+#include <map>
 #include <utility>
 
 #include "mission/reader.h"
@@ -25,19 +26,17 @@ const Step* NextRedone(const History& history) {
 void MakeUnread(Session& session, std::size_t mission) {
   const std::string& path = session.Doc.MissionFiles[mission];
   session.History.Known.erase(path);
-  Mission& record = session.Doc.Missions[mission];
-  Mission unread;
-  unread.DirPath = record.DirPath;
-  unread.FileName = record.FileName;
-  unread.BaseName = record.BaseName;
-  record = std::move(unread);
+  Mission& record = session.Doc.Missions[mission] = Mission();
+  NameMission(record, path);
 }
 
 /** The reader would end the program over a file that has gone. */
 bool ReadForUndo(Session& session, std::size_t mission) {
   Document& doc = session.Doc;
-  if (doc.Missions[mission].Loaded) return true;
+  if (doc.Missions[mission].Loaded && session.History.Known.contains(doc.MissionFiles[mission]))
+    return true;
   if (session.Services.Files.IsGone(doc.MissionFiles[mission])) return false;
+  MakeUnread(session, mission);
   LoadMission(doc, session.Services, mission);
   if (!doc.Missions[mission].Loaded) return false;
   NoteRead(session, mission);
@@ -45,15 +44,16 @@ bool ReadForUndo(Session& session, std::size_t mission) {
   return true;
 }
 
+void PutShadow(Document& doc, std::size_t mission, const MissionState& state) {
+  if (mission < doc.MissionShadow.size())
+    NameMission(doc.MissionShadow[mission] = Thaw(*state.Shadow), doc.MissionFiles[mission]);
+}
+
 /** Keeps what is known of the file; the rest becomes `state`. */
 void PutBack(Session& session, std::size_t mission, const MissionState& state) {
   Document& doc = session.Doc;
-  const Mission now = doc.Missions[mission];
-  Mission& record = doc.Missions[mission] = Thaw(*state.Own);
-  record.DirPath = now.DirPath;
-  record.FileName = now.FileName;
-  record.BaseName = now.BaseName;
-  if (mission < doc.MissionShadow.size()) doc.MissionShadow[mission] = Thaw(*state.Shadow);
+  NameMission(doc.Missions[mission] = Thaw(*state.Own), doc.MissionFiles[mission]);
+  PutShadow(doc, mission, state);
   session.History.Known[doc.MissionFiles[mission]] = state;
 }
 
@@ -64,7 +64,7 @@ void Patch(Session& session, std::size_t mission, const MissionState& from,
   const bool sameReading = known.Reading == to.Reading;
   Mission& record = doc.Missions[mission];
   record = Patched(record, *from.Own, *to.Own);
-  if (sameReading) doc.MissionShadow[mission] = Thaw(*to.Shadow);
+  if (sameReading) PutShadow(doc, mission, to);
   known.Own = Freeze(record, known.Own);
   const bool unsaved = !SameContent(*known.Own, *known.Saved);
   const bool wasLit = from.Own->Head.Modified || to.Own->Head.Modified;
@@ -79,6 +79,7 @@ void Patch(Session& session, std::size_t mission, const MissionState& from,
     against that; if others have changed it, it knows still which lines it was made on. */
 void BringBack(Session& session, std::size_t mission, const MissionState& to) {
   Mission& record = session.Doc.Missions[mission];
+  if (!record.Loaded) return PutBack(session, mission, to);
   MissionState& known = session.History.Known[session.Doc.MissionFiles[mission]];
   const MissionState fresh = known;
   const LineArray lines = record.AsRead;
@@ -97,42 +98,72 @@ void Apply(Session& session, std::size_t mission, const MissionState& from,
   Patch(session, mission, from, to);
 }
 
+/** Where a mission of a step is to come from, and what it is to become. */
+struct Change {
+  std::string Path;
+  const MissionState &From, &To;
+};
+
+std::vector<Change> ChangesOf(const Step& step, bool undo) {
+  std::vector<Change> changes;
+  for (const auto& [path, before, after] : step.Missions)
+    undo ? changes.push_back({path, after, before}) : changes.push_back({path, before, after});
+  return changes;
+}
+
 /** The first mission of the step that cannot be had, told; "" for none. */
-std::string Missing(Session& session, const Step& step, bool undo) {
-  for (const auto& touched : step.Missions) {
-    const std::ptrdiff_t mission = MissionAt(session.Doc, touched.Path);
-    const bool needsIt = (undo ? touched.Before : touched.After).Own != nullptr;
-    if (mission < 0 || (needsIt && !ReadForUndo(session, static_cast<std::size_t>(mission))))
-      return "\"" + GetFileName(touched.Path) + "\" is no longer in this folder or cannot be read.";
+std::string Missing(Session& session, const std::vector<Change>& changes) {
+  for (const auto& [path, from, to] : changes) {
+    if (!from.Own || !to.Own) continue;
+    const std::ptrdiff_t mission = MissionAt(session.Doc, path);
+    if (mission < 0 || !ReadForUndo(session, static_cast<std::size_t>(mission)))
+      return "\"" + GetFileName(path) + "\" is no longer in this folder or cannot be read.";
   }
   return "";
+}
+
+/** Lists what the files of a step have become. A mission that the step takes away goes with its
+    edits; one whose file it has written is read anew, unless it has edits. */
+void FollowFiles(Session& session, const Step& step, const std::vector<Change>& changes,
+                 bool undo) {
+  Document& doc = session.Doc;
+  const auto forget = [&](const std::string& path) {
+    if (const auto mission = MissionAt(doc, path); mission >= 0)
+      MakeUnread(session, static_cast<std::size_t>(mission));
+  };
+  for (const auto& change : changes)
+    if (!change.To.Own) forget(change.Path);
+  auto moves = NetRenames(step.Files);
+  if (undo)
+    for (auto& [from, to] : moves) std::swap(from, to);
+  NoteMoved(session, moves);
+  MoveRows(doc, moves);
+  for (const auto& file : step.Files)
+    if (const auto mission = MissionAt(doc, file.Path);
+        file.What != FileChange::Moved && mission >= 0 &&
+        !IsUnsaved(session, static_cast<std::size_t>(mission)))
+      forget(file.Path);
+  RelistFolder(session);
 }
 
 UndoResult Take(Session& session, Step& step, bool undo) {
   UndoResult result;
   result.Files = !step.Files.empty();
   Record(session, nullptr);
-  if (result.Files) {
+  const auto changes = ChangesOf(step, undo);
+  result.Reason = Missing(session, changes);
+  if (result.Reason.empty() && result.Files)
     result.Reason =
         undo ? UndoFiles(session.Services, step.Files) : RedoFiles(session.Services, step.Files);
-    if (!result.Reason.empty()) return result;
-    auto moves = NetMoves(step.Files);
-    if (undo)
-      for (auto& [from, to] : moves) std::swap(from, to);
-    NoteMoved(session, moves);
-    RelistFolder(session);
-  }
-  // Missions whose files a redone step takes away are no longer listed, with all their edits.
-  if (!result.Files || undo) result.Reason = Missing(session, step, undo);
-  if (!result.Reason.empty() && !result.Files) return result;
-  result.Reason.clear();
-  for (const auto& touched : step.Missions) {
-    const std::ptrdiff_t mission = MissionAt(session.Doc, touched.Path);
-    if (mission < 0) continue;
-    const auto& from = undo ? touched.After : touched.Before;
-    const auto& to = undo ? touched.Before : touched.After;
-    Apply(session, static_cast<std::size_t>(mission), from, to);
-    if (result.Mission.empty()) result.Mission = touched.Path;
+  if (!result.Reason.empty()) return result;
+  if (result.Files) FollowFiles(session, step, changes, undo);
+  for (const auto& [path, from, to] : changes) {
+    const std::ptrdiff_t listed = MissionAt(session.Doc, path);
+    if (listed < 0) continue;
+    const auto mission = static_cast<std::size_t>(listed);
+    if (to.Own) ReadForUndo(session, mission);
+    Apply(session, mission, from, to);
+    if (result.Mission.empty()) result.Mission = path;
   }
   result.Flight = undo ? step.FlightBefore : step.FlightAfter;
   result.Done = true;
@@ -191,10 +222,12 @@ void SkipStep(Session& session) {
     if (const auto known = history.Known.find(mission.Path); known != history.Known.end())
       known->second.Reading = ++history.Readings;
   // What came before knows the files by their earlier names.
-  for (auto& earlier : history.Steps)
-    for (auto& mission : earlier.Missions)
-      for (const auto& [from, to] : NetMoves(step.Files))
-        if (mission.Path == from) mission.Path = to;
+  std::map<std::string, std::string> names;
+  for (const auto& [from, to] : NetRenames(step.Files)) names[from] = to;
+  for (std::size_t i = 0; i < history.Done; ++i)
+    for (auto& mission : history.Steps[i].Missions)
+      if (const auto renamed = names.find(mission.Path); renamed != names.end())
+        mission.Path = renamed->second;
 }
 
 }  // namespace rws
