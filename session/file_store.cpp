@@ -60,6 +60,13 @@ void MakeFolder(const Services& services, const std::string& path) {
   if (!services.Files.FolderExists(path)) services.Files.CreateFolder(path);
 }
 
+std::string ShortName(const std::string& name) {
+  constexpr std::size_t kMost = 120;
+  std::size_t end = std::min(name.size(), kMost);
+  while (end < name.size() && end > 0 && (name[end] & 0xC0) == 0x80) --end;
+  return name.substr(0, end);
+}
+
 std::string KeepInStore(const Services& services, const std::string& path) {
   MakeFolder(services, RecoveryFolder(services));
   MakeFolder(services, StoreFolder(services));
@@ -67,7 +74,7 @@ std::string KeepInStore(const Services& services, const std::string& path) {
   for (int i = 1;; ++i) {
     char number[16];
     std::snprintf(number, sizeof number, " %03d ", i);
-    const std::string name = start + number + GetFileName(path);
+    const std::string name = start + number + ShortName(GetFileName(path));
     if (services.Files.FileExists(name)) continue;
     services.Files.LinkOrCopy(path, name);
     return name;

@@ -18,6 +18,9 @@ std::string RecoveryFolder(const Services& services);
 /** Makes a folder that is not there. */
 void MakeFolder(const Services& services, const std::string& path);
 
+/** The beginning of a name, so that what is added to it still makes a name. */
+std::string ShortName(const std::string& name);
+
 /** Puts a copy of a file into the store and gives its path: the time, a number and the name. A
     failure is a fault. */
 std::string KeepInStore(const Services& services, const std::string& path);

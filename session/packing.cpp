@@ -14,9 +14,7 @@ namespace {
 /** Each value is a text, with its length before it: "4:fuel". */
 class Packer {
  public:
-  void Text(std::string_view text) {
-    bytes_.append(std::to_string(text.size())).append(1, ':').append(text);
-  }
+  void Text(std::string_view text) { bytes_ += PackText(text); }
   template <class Value>
   void Put(const Value& value) {
     if constexpr (std::is_same_v<Value, std::string>) {
@@ -76,7 +74,7 @@ class Unpacker {
       for (auto& element : value) Get(element);
     }
   }
-  bool AtEnd() const { return bytes_.empty(); }
+  std::string_view Rest() const { return bytes_; }
 
   static Fault Torn() { return Fault(fault::InputPastEnd, "The file is damaged."); }
 
@@ -94,6 +92,17 @@ class Unpacker {
 
 }  // namespace
 
+std::string PackText(std::string_view text) {
+  return std::to_string(text.size()).append(1, ':').append(text);
+}
+
+std::string TakeText(std::string_view& bytes) {
+  Unpacker unpacker(bytes);
+  std::string text(unpacker.Text());
+  bytes = unpacker.Rest();
+  return text;
+}
+
 std::string PackMission(const Mission& mission) {
   Packer packer;
   packer.Put(mission);
@@ -104,7 +113,7 @@ Mission UnpackMission(std::string_view bytes) {
   Mission mission;
   Unpacker unpacker(bytes);
   unpacker.Get(mission);
-  if (!unpacker.AtEnd()) throw Unpacker::Torn();
+  if (!unpacker.Rest().empty()) throw Unpacker::Torn();
   // One text for both, as the reader leaves it.
   if (mission.Lines == mission.AsRead) mission.AsRead = mission.Lines;
   return mission;

@@ -8,6 +8,12 @@
 /** Missions as bytes. */
 namespace rws {
 
+/** A text with its length before it. */
+std::string PackText(std::string_view text);
+
+/** Takes such a text from the beginning of `bytes`; a fault for bytes that are torn. */
+std::string TakeText(std::string_view& bytes);
+
 /** All fields of a mission. */
 std::string PackMission(const Mission& mission);
 

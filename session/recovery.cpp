@@ -1,6 +1,7 @@
 #include "session/recovery.h"
 
 #include <algorithm>
+#include <tuple>
 
 #include "mission/line_ends.h"
 #include "mission/reader.h"
@@ -22,7 +23,7 @@ constexpr char kExtension[] = ".edits";
 /** The lines "version", "checksum", "time" and "path", then the mission. */
 std::string Packed(const Services& services, const std::string& path, const Mission& mission) {
   const std::string rest =
-      TimeText(services.System.Now()) + "\n" + path + "\n" + PackMission(mission);
+      TimeText(services.System.Now()) + "\n" + PackText(path) + "\n" + PackMission(mission);
   return std::string(kFirstLine) + RecordsVersion() + "\n" + Sha1(rest) + "\n" + rest;
 }
 
@@ -41,7 +42,8 @@ void Unpack(std::string_view bytes, Recovered& recovered) {
   const std::string sum = TakeLine(bytes);
   if (sum != Sha1(bytes)) throw Fault(fault::InputPastEnd, "The file is damaged.");
   recovered.Time = TakeLine(bytes);
-  recovered.Path = TakeLine(bytes);
+  recovered.Path = TakeText(bytes);
+  TakeLine(bytes);
   recovered.Mission = UnpackMission(bytes);
 }
 
@@ -49,9 +51,9 @@ void Unpack(std::string_view bytes, Recovered& recovered) {
 std::string NewFile(const Services& services, const std::string& path) {
   MakeFolder(services, RecoveryFolder(services));
   for (int i = 1;; ++i) {
-    const std::string file =
-        BuildPath(RecoveryFolder(services), GetBaseName(path) + "-" + Sha1(path).substr(0, 8) +
-                                                "-" + std::to_string(i) + kExtension);
+    const std::string file = BuildPath(
+        RecoveryFolder(services), ShortName(GetBaseName(path)) + "-" + Sha1(path).substr(0, 8) +
+                                      "-" + std::to_string(i) + kExtension);
     if (!services.Files.FileExists(file)) return file;
   }
 }
@@ -60,24 +62,18 @@ void Forget(const Services& services, const std::string& file) {
   if (services.Files.FileExists(file)) services.Files.DeleteFile(file);
 }
 
-void WriteChanged(Session& session, RecoveryState& state, const std::vector<std::string>& unsaved) {
-  for (const auto& path : unsaved) {
-    const FrozenMission own = session.History.Known.at(path).Own;
-    auto& kept = state.Written[path];
-    if (kept.Own == own) continue;
-    if (kept.File.empty()) kept.File = NewFile(session.Services, path);
-    session.Services.Files.ReplaceFile(kept.File, Packed(session.Services, path, Thaw(*own)));
-    kept.Own = own;
-  }
+void WriteChanged(Session& session, RecoveryState& state, const std::string& path) {
+  const FrozenMission own = session.History.Known.at(path).Own;
+  auto& kept = state.Written[path];
+  if (kept.Own == own) return;
+  if (kept.File.empty()) kept.File = NewFile(session.Services, path);
+  session.Services.Files.ReplaceFile(kept.File, Packed(session.Services, path, Thaw(*own)));
+  kept.Own = own;
 }
 
-void DeleteNeedless(const Services& services, RecoveryState& state,
-                    const std::vector<std::string>& unsaved) {
-  for (auto kept = state.Written.begin(); kept != state.Written.end();) {
-    const bool needed = std::binary_search(unsaved.begin(), unsaved.end(), kept->first);
-    if (!needed) Forget(services, kept->second.File);
-    kept = needed ? std::next(kept) : state.Written.erase(kept);
-  }
+void DeleteFiles(const Services& services, const RecoveryState::Kept& kept) {
+  for (const auto& file : kept.Earlier) Forget(services, file);
+  Forget(services, kept.File);
 }
 
 /** A mission that is no longer on disk gets its row again, behind the others. */
@@ -86,12 +82,19 @@ std::size_t RowFor(Document& doc, const Recovered& recovered) {
   if (listed >= 0) return static_cast<std::size_t>(listed);
   doc.MissionFiles.push_back(recovered.Path);
   Mission unread;
-  unread.DirPath = recovered.Mission.DirPath;
-  unread.FileName = recovered.Mission.FileName;
-  unread.BaseName = recovered.Mission.BaseName;
+  NameMission(unread, recovered.Path);
   doc.Missions.push_back(unread);
   if (doc.MissionShadow.size() + 1 == doc.Missions.size()) doc.MissionShadow.push_back(unread);
   return doc.Missions.size() - 1;
+}
+
+/** What the file holds is what the edits are taken back to. */
+void ReadBefore(Session& session, const Recovered& recovered) {
+  Document& doc = session.Doc;
+  const std::size_t mission = RowFor(doc, recovered);
+  if (session.Services.Files.IsGone(recovered.Path)) return;
+  if (!doc.Missions[mission].Loaded) LoadMission(doc, session.Services, mission);
+  if (!session.History.Known.contains(recovered.Path)) NoteRead(session, mission);
 }
 
 void Restore(Session& session, const Recovered& recovered) {
@@ -99,18 +102,10 @@ void Restore(Session& session, const Recovered& recovered) {
   const std::size_t mission = RowFor(doc, recovered);
   Mission& record = doc.Missions[mission];
   MissionState state;
-  if (!session.Services.Files.IsGone(recovered.Path)) {
-    if (!record.Loaded) LoadMission(doc, session.Services, mission);
-    if (record.Loaded && !session.History.Known.contains(recovered.Path))
-      NoteRead(session, mission);
-  }
   if (record.Loaded) state = session.History.Known[recovered.Path];
   const Mission saved = record;
-  const std::string dir = record.DirPath, file = record.FileName, base = record.BaseName;
   record = recovered.Mission;
-  record.DirPath = dir;
-  record.FileName = file;
-  record.BaseName = base;
+  NameMission(record, recovered.Path);
   if (!state.Saved) state.Saved = Freeze(saved, nullptr);
   if (mission < doc.MissionShadow.size()) doc.MissionShadow[mission] = saved;
   state.Own = Freeze(record, state.Saved);
@@ -123,14 +118,16 @@ void Restore(Session& session, const Recovered& recovered) {
 
 std::string KeepUnsaved(Session& session, RecoveryState& state) {
   std::string reason;
-  const auto unsaved = UnsavedMissions(session);
-  const auto keep = [&] {
-    WriteChanged(session, state, unsaved);
-    DeleteNeedless(session.Services, state, unsaved);
-  };
-  Trap(keep, [&](const Fault& caught) {
+  const auto failed = [&](const Fault& caught) {
     LogError(session.Services, caught.Text, "KeepUnsaved");
-    reason = caught.Text;
+    if (reason.empty()) reason = caught.Text;
+  };
+  const auto unsaved = UnsavedMissions(session);
+  for (const auto& path : unsaved) Trap([&] { WriteChanged(session, state, path); }, failed);
+  std::erase_if(state.Written, [&](const auto& written) {
+    const auto& [path, kept] = written;
+    if (std::binary_search(unsaved.begin(), unsaved.end(), path)) return false;
+    return Trap([&, &files = kept] { DeleteFiles(session.Services, files); }, failed);
   });
   return reason;
 }
@@ -150,25 +147,43 @@ std::vector<Recovered> FindRecovered(const Services& services) {
     Trap([&] { Unpack(services.Files.ReadFile(recovered.File), recovered); },
          [&](const Fault& caught) { recovered.Fault = caught.Text; });
   }
-  std::stable_sort(found.begin(), found.end(),
-                   [](const auto& a, const auto& b) { return a.Path < b.Path; });
+  std::stable_sort(found.begin(), found.end(), [](const auto& a, const auto& b) {
+    return std::tie(a.Path, a.Time) < std::tie(b.Path, b.Time);
+  });
   return found;
 }
 
 std::vector<std::string> RestoreRecovered(Session& session, RecoveryState& state,
                                           const std::vector<Recovered>& recovered) {
-  std::vector<std::string> paths;
+  std::vector<std::string> all, paths;
+  std::vector<const Recovered*> round, rest;
   for (const auto& edits : recovered)
-    if (edits.Fault.empty()) paths.push_back(edits.Path);
-  RecordWhole(session, paths, "Restored edits", [&] {
-    for (const auto& edits : recovered) {
-      if (!edits.Fault.empty()) continue;
-      Restore(session, edits);
-      // From now on it is this run's file.
-      state.Written[edits.Path] = {session.History.Known[edits.Path].Own, edits.File};
+    if (edits.Fault.empty()) rest.push_back(&edits);
+  while (!rest.empty()) {
+    paths.clear();
+    round.clear();
+    for (const auto* edits : rest) {
+      if (std::find(paths.begin(), paths.end(), edits->Path) != paths.end()) continue;
+      paths.push_back(edits->Path);
+      round.push_back(edits);
+      ReadBefore(session, *edits);
     }
-  });
-  return paths;
+    if (all.empty()) all = paths;
+    std::erase_if(rest, [&](const auto* edits) {
+      return std::find(round.begin(), round.end(), edits) != round.end();
+    });
+    RecordWhole(session, paths, "Restored edits", [&] {
+      for (const auto* edits : round) {
+        Restore(session, *edits);
+        // From now on it is this run's file.
+        auto& kept = state.Written[edits->Path];
+        if (!kept.File.empty()) kept.Earlier.push_back(kept.File);
+        kept.Own = session.History.Known[edits->Path].Own;
+        kept.File = edits->File;
+      }
+    });
+  }
+  return all;
 }
 
 bool HasChangedSince(const Services& services, const Recovered& recovered) {

@@ -27,6 +27,8 @@ struct RecoveryState {
   struct Kept {
     FrozenMission Own;
     std::string File;
+    /** Files of earlier edits of the mission, which go with it. */
+    std::vector<std::string> Earlier;
   };
   /** By the mission's path. */
   std::map<std::string, Kept> Written;
@@ -39,12 +41,13 @@ struct RecoveryState {
     failure, "" for none; what was on disk before is still there then. */
 std::string KeepUnsaved(Session& session, RecoveryState& state);
 
-/** What earlier runs have left, sorted by path. */
+/** What earlier runs have left, sorted by path and time. */
 std::vector<Recovered> FindRecovered(const Services& services);
 
 /** Brings edits back as unsaved ones, in one step of the history: those of missions of the folder
-    that is open, also where the file has gone. Their files stay until the edits are saved. Gives
-   the paths of the missions. */
+    that is open, also where the file has gone. Of several for one mission each has a step of its
+    own, the latest comes last. Their files stay until the edits are saved. Gives the paths of the
+    missions. */
 std::vector<std::string> RestoreRecovered(Session& session, RecoveryState& state,
                                           const std::vector<Recovered>& recovered);
 
