@@ -160,6 +160,18 @@ std::ptrdiff_t MissionAt(const Document& doc, const std::string& path) {
   return found == doc.MissionFiles.end() ? -1 : found - doc.MissionFiles.begin();
 }
 
+std::size_t RowFor(Document& doc, const std::string& path) {
+  const std::ptrdiff_t listed = MissionAt(doc, path);
+  if (listed >= 0) return static_cast<std::size_t>(listed);
+  const std::size_t row = doc.MissionFiles.size();
+  doc.MissionFiles.push_back(path);
+  for (auto* missions : {&doc.Missions, &doc.MissionShadow}) {
+    if (missions->size() != row) continue;
+    NameMission(missions->emplace_back(), path);
+  }
+  return row;
+}
+
 void AddStep(Session& session, Step step) {
   History& history = session.History;
   DropUndone(history);
@@ -222,7 +234,22 @@ void NoteWritten(Session& session, std::size_t mission) {
   session.History.Seen[doc.MissionFiles[mission]].Lines = doc.Missions[mission].AsRead;
 }
 
+void TakeWaiting(Session& session) {
+  Document& doc = session.Doc;
+  for (auto& [path, state] : session.History.Known) {
+    const std::ptrdiff_t row = state.IsAway ? MissionAt(doc, path) : -1;
+    if (row < 0) continue;
+    const auto mission = static_cast<std::size_t>(row);
+    if (doc.MissionShadow.size() != doc.Missions.size()) doc.MissionShadow = doc.Missions;
+    // They may have been renamed meanwhile.
+    NameMission(doc.Missions[mission] = Thaw(*state.Own), path);
+    NameMission(doc.MissionShadow[mission] = Thaw(*state.Shadow), path);
+    state.IsAway = false;
+  }
+}
+
 void NoteDrops(Session& session, const std::string& by) {
+  TakeWaiting(session);
   const Document& doc = session.Doc;
   History& history = session.History;
   std::unordered_set<std::string> inMemory;

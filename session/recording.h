@@ -23,6 +23,9 @@ void NoteRead(Session& session, std::size_t mission);
 /** The mission has been written as it is in memory. */
 void NoteWritten(Session& session, std::size_t mission);
 
+/** Missions of the list whose edits have waited while another folder was open get them back. */
+void TakeWaiting(Session& session);
+
 /** Makes a step of the unsaved edits of all missions that are no longer in memory. `by` tells what
     dropped them: "Update". */
 void NoteDrops(Session& session, const std::string& by);
@@ -62,5 +65,8 @@ std::vector<std::string> UnsavedMissions(const Session& session);
 
 /** Index of a mission by its full path, or -1. */
 std::ptrdiff_t MissionAt(const Document& doc, const std::string& path);
+
+/** The same; a mission that is no longer listed gets its row again, behind the others. */
+std::size_t RowFor(Document& doc, const std::string& path);
 
 }  // namespace rws

@@ -76,22 +76,10 @@ void DeleteFiles(const Services& services, const RecoveryState::Kept& kept) {
   Forget(services, kept.File);
 }
 
-/** A mission that is no longer on disk gets its row again, behind the others. */
-std::size_t RowFor(Document& doc, const Recovered& recovered) {
-  const std::ptrdiff_t listed = MissionAt(doc, recovered.Path);
-  if (listed >= 0) return static_cast<std::size_t>(listed);
-  doc.MissionFiles.push_back(recovered.Path);
-  Mission unread;
-  NameMission(unread, recovered.Path);
-  doc.Missions.push_back(unread);
-  if (doc.MissionShadow.size() + 1 == doc.Missions.size()) doc.MissionShadow.push_back(unread);
-  return doc.Missions.size() - 1;
-}
-
 /** What the file holds is what the edits are taken back to. */
 void ReadBefore(Session& session, const Recovered& recovered) {
   Document& doc = session.Doc;
-  const std::size_t mission = RowFor(doc, recovered);
+  const std::size_t mission = RowFor(doc, recovered.Path);
   if (session.Services.Files.IsGone(recovered.Path)) return;
   if (!doc.Missions[mission].Loaded) LoadMission(doc, session.Services, mission);
   if (!session.History.Known.contains(recovered.Path)) NoteRead(session, mission);
@@ -99,7 +87,7 @@ void ReadBefore(Session& session, const Recovered& recovered) {
 
 void Restore(Session& session, const Recovered& recovered) {
   Document& doc = session.Doc;
-  const std::size_t mission = RowFor(doc, recovered);
+  const std::size_t mission = RowFor(doc, recovered.Path);
   Mission& record = doc.Missions[mission];
   MissionState state;
   if (record.Loaded) state = session.History.Known[recovered.Path];

@@ -6,13 +6,16 @@
 #include <utility>
 
 #include "mission/reader.h"
+#include "services/code_page.h"
+#include "services/paths.h"
 #include "session/recording.h"
 
 namespace rws {
 
 namespace {
 
-/** Missions with unsaved edits that are not on disk any more, put where they stood. */
+/** Missions with unsaved edits that are not on disk any more, put among the others by their names.
+ */
 std::vector<std::string> KeptFiles(const Session& session, const std::vector<std::string>& before,
                                    const std::vector<std::string>& stay,
                                    std::vector<std::string>& files) {
@@ -21,7 +24,10 @@ std::vector<std::string> KeptFiles(const Session& session, const std::vector<std
   for (std::size_t i = 0; i < before.size(); ++i) {
     const bool stays = std::find(stay.begin(), stay.end(), before[i]) != stay.end();
     if (onDisk.contains(before[i]) || !(stays || IsUnsaved(session, i))) continue;
-    files.insert(files.begin() + static_cast<std::ptrdiff_t>(std::min(i, files.size())), before[i]);
+    const auto sortsBefore = [](const std::string& one, const std::string& other) {
+      return FoldName(GetFileName(one)) < FoldName(GetFileName(other));
+    };
+    files.insert(std::upper_bound(files.begin(), files.end(), before[i], sortsBefore), before[i]);
     kept.push_back(before[i]);
   }
   return kept;
@@ -33,20 +39,12 @@ void TakeOver(Session& session, std::map<std::string, std::pair<Mission, Mission
   LoadMissionArray(doc, session.Services);
   doc.MissionShadow = doc.Missions;
   for (std::size_t i = 0; i < doc.MissionFiles.size(); ++i) {
-    const auto known = session.History.Known.find(doc.MissionFiles[i]);
     const auto record = records.find(doc.MissionFiles[i]);
-    if (record != records.end()) {
-      doc.Missions[i] = std::move(record->second.first);
-      doc.MissionShadow[i] = std::move(record->second.second);
-    } else if (known != session.History.Known.end() && known->second.IsAway) {
-      doc.Missions[i] = Thaw(*known->second.Own);
-      doc.MissionShadow[i] = Thaw(*known->second.Shadow);
-      // They may have been renamed meanwhile.
-      NameMission(doc.Missions[i], doc.MissionFiles[i]);
-      NameMission(doc.MissionShadow[i], doc.MissionFiles[i]);
-      known->second.IsAway = false;
-    }
+    if (record == records.end()) continue;
+    doc.Missions[i] = std::move(record->second.first);
+    doc.MissionShadow[i] = std::move(record->second.second);
   }
+  TakeWaiting(session);
 }
 
 }  // namespace
@@ -56,19 +54,19 @@ Relisted RelistFolder(Session& session, const std::vector<std::string>& stay) {
   const auto before = doc.MissionFiles;
   const auto index = static_cast<std::size_t>(doc.CurMission);
   const std::string current = index < before.size() ? before[index] : "";
-  std::map<std::string, std::pair<Mission, Mission>> records;
-  for (std::size_t i = 0; i < before.size() && i < doc.Missions.size(); ++i)
-    if (doc.Missions[i].Loaded)
-      records[before[i]] = {doc.Missions[i],
-                            i < doc.MissionShadow.size() ? doc.MissionShadow[i] : doc.Missions[i]};
   Document listed;
   listed.MissionDir = doc.MissionDir;
   listed.ExcludedNames = doc.ExcludedNames;
   GetMissionFiles(listed, session.Services);
   Relisted result;
   const auto kept = KeptFiles(session, before, stay, listed.MissionFiles);
-  result.Changed = listed.MissionFiles != before;
+  result.Changed = listed.MissionFiles != before || doc.Missions.size() != before.size();
   if (result.Changed) {
+    std::map<std::string, std::pair<Mission, Mission>> records;
+    if (doc.MissionShadow.size() != doc.Missions.size()) doc.MissionShadow = doc.Missions;
+    for (std::size_t i = 0; i < before.size() && i < doc.Missions.size(); ++i)
+      if (doc.Missions[i].Loaded)
+        records[before[i]] = {std::move(doc.Missions[i]), std::move(doc.MissionShadow[i])};
     doc.MissionFiles = std::move(listed.MissionFiles);
     TakeOver(session, std::move(records));
   }
@@ -92,12 +90,16 @@ void OpenFolderKeeping(Session& session, const std::string& folder) {
   });
   for (auto& [path, state] : session.History.Known) state.IsAway = true;
   doc.MissionDir = folder;
+  // Those that wait in it are listed also where their files have gone.
+  const std::string start = StripFileName(BuildPath(folder, "x"));
   doc.MissionFiles.clear();
+  for (const auto& path : unsaved)
+    if (StripFileName(path) == start) doc.MissionFiles.push_back(path);
   doc.Missions.clear();
   doc.MissionShadow.clear();
+  RelistFolder(session, std::vector(doc.MissionFiles));
   doc.CurMission = 0;
   doc.CurFlight = 0;
-  RelistFolder(session);
 }
 
 }  // namespace rws

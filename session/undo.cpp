@@ -158,9 +158,10 @@ UndoResult Take(Session& session, Step& step, bool undo) {
   if (!result.Reason.empty()) return result;
   if (result.Files) FollowFiles(session, step, changes, undo);
   for (const auto& [path, from, to] : changes) {
-    const std::ptrdiff_t listed = MissionAt(session.Doc, path);
-    if (listed < 0) continue;
-    const auto mission = static_cast<std::size_t>(listed);
+    const bool listed = MissionAt(session.Doc, path) >= 0;
+    if (!listed && !to.Own) continue;
+    const std::size_t mission = RowFor(session.Doc, path);
+    result.Files |= !listed;
     if (to.Own) ReadForUndo(session, mission);
     Apply(session, mission, from, to);
     if (result.Mission.empty()) result.Mission = path;

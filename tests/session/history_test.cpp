@@ -70,6 +70,8 @@ TEST(History, StepsMergeAreTakenBackAndDoneAgain) {
       {"fuel0=5 drop undo undo", "(Fuel of r0100)|(Edits dropped by leaving)", "100,100,100/2^100"},
       {"base=IL-2 go=b base=IL-2 reread go=a undo",
        "Home base of a|Home base of b|(Edits dropped by Update)", "100,100,100/2^100*"},
+      {"fuel0=5 drop gone=a relist undo", "Fuel of r0100|(Edits dropped by leaving)",
+       "5,100,100/2^100*!"},
       // Left out, it stays as it is.
       {"fuel0=5 fuel1=6 skip undo", "(Fuel of r0100)", "100,6,100/2^100*!"},
       {"skip fuel0=5", "Fuel of r0100", "5,100,100/2^100*!"},
