@@ -55,6 +55,11 @@ InstanceListener::InstanceListener(const QString& channel,
   server_.listen(channel);
 }
 
+InstanceListener::~InstanceListener() {
+  // A connection that ends with the listener is not heard any more.
+  for (auto* socket : server_.findChildren<QLocalSocket*>()) socket->disconnect(this);
+}
+
 void InstanceListener::TakeConnection() {
   while (QLocalSocket* socket = server_.nextPendingConnection()) {
     // What is longer is never read, and dropped with the connection.

@@ -19,6 +19,8 @@ class InstanceListener : public QObject {
       heard when the system refuses it. For the holder of the lock. */
   InstanceListener(const QString& channel, std::function<void(const std::string& path)> heard);
 
+  ~InstanceListener() override;
+
   bool IsListening() const { return server_.isListening(); }
 
  private:

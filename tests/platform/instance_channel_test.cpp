@@ -72,6 +72,17 @@ TEST_F(InstanceChannel, GarbageIsIgnored) {
   EXPECT_FALSE(TellListener(channel, std::string(200 * 1024, 'x'))) << "longer than any path";
 }
 
+TEST_F(InstanceChannel, AConnectionThatIsOpenAtTheEndIsNotHeard) {
+  QLocalSocket socket;
+  socket.connectToServer(channel);
+  ASSERT_TRUE(socket.waitForConnected());
+  socket.write("rws-edit open 1\n/x\n");
+  ASSERT_TRUE(socket.waitForBytesWritten());
+  QTest::qWait(0);
+  listener.reset();
+  EXPECT_EQ(Joined(heard), "");
+}
+
 TEST_F(InstanceChannel, NobodyListensOrACrashedRunDid) {
   listener.reset();
   EXPECT_FALSE(TellListener(channel, "/x"));
