@@ -90,6 +90,12 @@ class Unpacker {
   std::string_view bytes_;
 };
 
+/** The lines as they were read are one text with the lines until one is changed. */
+template <class Member>
+bool IsAsRead(const Field<Member>& field) {
+  return std::string_view(field.Name) == "AsRead";
+}
+
 }  // namespace
 
 std::string PackText(std::string_view text) {
@@ -105,17 +111,24 @@ std::string TakeText(std::string_view& bytes) {
 
 std::string PackMission(const Mission& mission) {
   Packer packer;
-  packer.Put(mission);
+  const bool same = mission.Lines == mission.AsRead;
+  packer.Put(same);
+  ForEachField<Mission>([&](const auto& field) {
+    if (!same || !IsAsRead(field)) packer.Put(mission.*field.Pointer);
+  });
   return packer.Take();
 }
 
 Mission UnpackMission(std::string_view bytes) {
   Mission mission;
   Unpacker unpacker(bytes);
-  unpacker.Get(mission);
+  bool same = false;
+  unpacker.Get(same);
+  ForEachField<Mission>([&](const auto& field) {
+    if (!same || !IsAsRead(field)) unpacker.Get(mission.*field.Pointer);
+  });
   if (!unpacker.Rest().empty()) throw Unpacker::Torn();
-  // One text for both, as the reader leaves it.
-  if (mission.Lines == mission.AsRead) mission.AsRead = mission.Lines;
+  if (same) mission.AsRead = mission.Lines;
   return mission;
 }
 
