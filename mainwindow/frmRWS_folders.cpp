@@ -77,6 +77,7 @@ void frmRWS::ClickReread() {
   if (!SettleEdits()) return;
   session_.Doc.Missions.clear();
   Start();
+  OfferHalfRenamed();
 }
 
 void frmRWS::OpenPath(const std::string& path) {

@@ -203,6 +203,7 @@ void frmRWS::OpenFolderOf(const std::string& folder) {
   ShowDirectory();
   EnableMission(!session_.Doc.Missions.empty());
   ShowRows();
+  OfferHalfRenamed();
 }
 
 /** Shows the missions of the document in the list, those of `gone` marked. */
