@@ -30,9 +30,11 @@ void frmRWS::OpenMissionMenuAtItsRow() {
   OpenMissionMenu(lstMission->viewport()->mapToGlobal(row.bottomLeft()));
 }
 
-/** True, told, for a mission that was moved away or deleted and still has its row. */
+/** True, told, for a mission that was moved away or deleted and still has its row; but its unsaved
+    edits may be looked at. */
 bool frmRWS::RefuseGone(int mission) {
-  if (!lstMission->IsGone(mission)) return false;
+  if (!lstMission->IsGone(mission) || IsUnsaved(session_, static_cast<std::size_t>(mission)))
+    return false;
   Notice("\"" + GetFileName(At(session_.Doc.MissionFiles, mission)) +
          "\" is no longer in this folder; Directory reads the folder again.");
   LightCurrentMission();
