@@ -166,7 +166,10 @@ void frmRWS::ClickRestoreBackup() {
 void frmRWS::Travel(bool back) {
   const std::string title = back ? UndoTitle(session_) : RedoTitle(session_);
   if (title.empty()) return;
-  OpenFolderOf(back ? UndoFolder(session_) : RedoFolder(session_));
+  const std::string folder = back ? UndoFolder(session_) : RedoFolder(session_);
+  if (!folder.empty() && !session_.Services.Files.FolderExists(folder))
+    return TellNotDone(back, title, "\"" + folder + "\" is not there.");
+  OpenFolderOf(folder);
   const UndoResult result = back ? UndoStep(session_) : RedoStep(session_);
   if (!result.Done) return TellNotDone(back, title, result.Reason);
   bars->Hide(kUndoBar);
@@ -181,7 +184,8 @@ void frmRWS::Travel(bool back) {
 }
 
 void frmRWS::TellNotDone(bool back, const std::string& title, const std::string& reason) {
-  GoTo(At(session_.Doc.MissionFiles, session_.Doc.CurMission), session_.Doc.CurFlight);
+  const Document& doc = session_.Doc;
+  if (!doc.MissionFiles.empty()) GoTo(At(doc.MissionFiles, doc.CurMission), doc.CurFlight);
   BarContent bar{BarKind::Warning,
                  (back ? tr("\"%1\" cannot be undone. %2") : tr("\"%1\" cannot be done again. %2"))
                      .arg(FromPath(title), FromPath(reason)),
