@@ -252,6 +252,8 @@ class frmRWS : public QMainWindow {
   /** The file that is watched, and as it was when it was last looked at. */
   std::string watched_;
   FileStamp stampSeen_;
+  /** How many readings and writings of missions there were when one was last shown. */
+  std::size_t readingsShown_ = 0;
   std::size_t goneShown_ = 0;
   /** What earlier runs have left. */
   std::vector<Recovered> recovered_;

@@ -120,10 +120,18 @@ std::vector<std::string> frmRWS::GoneRows() const {
 void frmRWS::WatchShown() {
   const Document& doc = session_.Doc;
   const std::string path = doc.Missions.empty() ? "" : CurrentMissionPath(doc);
-  if (path != watched_) bars->Hide(kReloadBar);
+  const History& history = session_.History;
+  const auto known = history.Known.find(path);
+  const bool isFresh = known != history.Known.end() && known->second.Reading > readingsShown_;
+  readingsShown_ = history.Readings;
+  if (isFresh || path != watched_) {
+    bars->Hide(kReloadBar);
+    stampSeen_ = isFresh ? session_.Services.Files.Stamp(path) : FileStamp();
+  }
   watched_ = path;
-  stampSeen_ = path.empty() ? FileStamp() : session_.Services.Files.Stamp(path);
   watch_->Watch(FromPath(doc.MissionDir), FromPath(path));
+  // Nobody has watched a mission while others were on show.
+  LookAtShownFile();
 }
 
 }  // namespace rws
