@@ -10,6 +10,7 @@
 #include "editors/frmStatic.h"
 #include "editors/frmWP.h"
 #include "editors/frmWPEdit.h"
+#include "mainwindow/frmUnsaved.h"
 #include "platform/fetch.h"
 #include "platform/qt_text.h"
 #include "services/forms/frmPrefs.h"
@@ -55,6 +56,7 @@ TEST_F(HelpTest, TellsOfEveryWindowMenuEntryAndButton) {
   std::vector<std::unique_ptr<QWidget>> windows;
   windows.push_back(std::move(Window));
   windows.push_back(std::make_unique<frmView>(World_.Services, nullptr));
+  windows.push_back(std::make_unique<frmUnsaved>(World_.Services, nullptr));
   AddForms<frmWP, frmWPEdit, frmBrief, frmDogFight, frmStatic, frmChgAC, frmPrefs, frmSkins,
            frmBackups, frmCompare>(windows);
   ASSERT_FALSE(Captions(*windows[0]).isEmpty());

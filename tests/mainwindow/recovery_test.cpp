@@ -1,0 +1,155 @@
+#include "mainwindow/frmUnsaved.h"
+#include "services/setting_values.h"
+#include "tests/mainwindow/unsaved_fixture.h"
+
+namespace rws::test {
+namespace {
+
+constexpr char kExitQuestion[] = "Would you like to save your updates before exiting?";
+
+class RecoveryTest : public UnsavedTest {
+ protected:
+  /** The next start of the program, after the end of this one or its crash. */
+  void StartAnew() {
+    Window.reset();
+    Doc() = Document();
+    World_.History = History();
+    World_.Listeners.clear();
+    Box.Write("game/il2fb.exe", "");
+    Box.Write("game/PaintSchemes/Skins/IL_2/a.bmp", "");
+    Box.Write("program/RWS_Weapons.txt", Crlf({"none"}));
+    Box.Write("program/RWS_Aircraft.txt", Crlf({"F,I-16,I_16,,,,"}));
+    WriteSetting(World_.Services.Settings, setting::GamePath, Box.Path("game"));
+    WriteSetting(World_.Services.Settings, setting::LastDirPath, Box.Path("missions"));
+    World_.Services.System.Version = [] { return OsVersion(); };
+    World_.Services.System.LocaleText = [](int) { return std::string(); };
+    Window = std::make_unique<frmRWS>(World_);
+    Window->LoadForm("");
+    HookDialogs();
+  }
+  /** What the box about unsaved missions is answered; -1 closes it. */
+  void Answer_(int button) {
+    Work = [this, button](QDialog& dialog) {
+      auto& form = dynamic_cast<frmUnsaved&>(dialog);
+      for (int row = 0; row < form.lst->count(); ++row)
+        Asked += form.lst->item(row)->text().toStdString();
+      if (button >= 0) Click(form.cmd[static_cast<std::size_t>(button)]);
+    };
+    Asked.clear();
+  }
+
+  std::string Asked;
+};
+
+TEST_F(RecoveryTest, LeavingAsksAboutWhatUpdateDoesNotShow) {
+  const struct {
+    int Button;
+    bool Leaves, Writes;
+  } rows[] = {{-1, false, false},
+              {frmUnsaved::kCancel, false, false},
+              {frmUnsaved::kDiscard, true, false},
+              {frmUnsaved::kSaveAll, true, true}};
+  for (const auto& row : rows)
+    for (const bool byTitleBar : {false, true}) {
+      SCOPED_TRACE(::testing::Message() << row.Button << byTitleBar);
+      Box.Write("missions/b.mis", MissionText());
+      StartAnew();
+      ClickRow(1);
+      EditDark();
+      Tick();
+      EXPECT_EQ(Kept(), 1U);
+      Answer_(row.Button);
+      byTitleBar ? static_cast<void>(Window->close()) : Click(Window->cmd[frmRWS::kExit]);
+      EXPECT_EQ(Asked, "b");
+      EXPECT_EQ(!Window->isVisible(), row.Leaves);
+      EXPECT_EQ(FileText("b") != MissionText(), row.Writes);
+      EXPECT_EQ(Kept(), row.Leaves ? 0U : 1U) << "no later start offers what was settled";
+      if (!row.Leaves) Window->mnuRevert->trigger();
+    }
+}
+
+TEST_F(RecoveryTest, TheQuestionAboutUpdateComesFirst) {
+  for (const auto answer : {Answer::Cancel, Answer::No, Answer::Yes}) {
+    SCOPED_TRACE(static_cast<int>(answer));
+    StartAnew();
+    ClickRow(0);
+    EditDark();
+    ClickRow(1);
+    Edit();
+    World_.Script.Expect(kExitQuestion, answer);
+    Answer_(frmUnsaved::kCancel);
+    Click(Window->cmd[frmRWS::kExit]);
+    EXPECT_EQ(Asked, answer == Answer::Cancel ? "" : "a") << "of the rest";
+    EXPECT_TRUE(Window->isVisible());
+    EXPECT_EQ(Lit(), answer != Answer::Yes);
+    EXPECT_EQ(Rows(), answer == Answer::Yes ? "*a|b|c" : "*a|*b|c") << "nothing is dropped yet";
+    Answer_(frmUnsaved::kDiscard);
+    if (Lit()) World_.Script.Expect(kExitQuestion, Answer::No);
+    Click(Window->cmd[frmRWS::kExit]);
+    EXPECT_FALSE(Window->isVisible());
+    EXPECT_EQ(Kept(), 0U);
+  }
+}
+
+TEST_F(RecoveryTest, EditsLieOnDiskInTwoSecondsAndGoWhenSaved) {
+  EXPECT_FALSE(Tick()) << "nothing to keep";
+  EditDark();
+  ASSERT_TRUE(Tick());
+  EXPECT_LE(Interval, 2000);
+  EXPECT_EQ(Kept(), 1U);
+  Save();
+  EXPECT_EQ(Kept(), 0U);
+  EditDark();
+  Tick();
+  EXPECT_EQ(Kept(), 1U);
+  Undo();
+  EXPECT_EQ(Kept(), 0U) << "it no longer differs";
+}
+
+TEST_F(RecoveryTest, AFullDiskIsToldOnceAndTriedAgain) {
+  World_.Services.Files.BeforeStep = [](const FileStep& step) {
+    if (step.Path.find("Recovery") != step.Path.npos)
+      throw FileFault(fault::FileIo, "write", step.Path, "disk full");
+  };
+  Edit();
+  ASSERT_TRUE(Tick());
+  EXPECT_NE(Told().find("disk full"), std::string::npos);
+  Window->staBar->clearMessage();
+  ASSERT_TRUE(Tick()) << "tried again";
+  EXPECT_EQ(Told(), "");
+  EXPECT_EQ(Kept(), 0U);
+  World_.Services.Files.BeforeStep = {};
+  ASSERT_TRUE(Tick());
+  EXPECT_EQ(Kept(), 1U);
+}
+
+TEST_F(RecoveryTest, TheNextStartOffersWhatTheMenuLeftUnasked) {
+  ClickRow(1);
+  Edit();
+  Window->mnuExit->trigger();
+  EXPECT_FALSE(Window->isVisible());
+  EXPECT_EQ(Kept(), 1U);
+  StartAnew();
+  EXPECT_EQ(Bars(), "Unsaved edits of 1 mission were kept. b.mis");
+  EXPECT_EQ(Unsaved() + Rows(), "a|b|c") << "nothing changes before the click";
+  EXPECT_EQ(Press("Restore"), "");
+  EXPECT_EQ(Bars(), "");
+  EXPECT_EQ(Shown() + Rows(), "ba|*b|c");
+  EXPECT_EQ(Panel().cboWeather->currentIndex(), 5);
+  EXPECT_EQ(FileText("b"), MissionText());
+  EXPECT_EQ(Undo(), "Restored edits");
+  EXPECT_EQ(Unsaved(), "");
+  EXPECT_EQ(Redo(), "Restored edits");
+  Save();
+  EXPECT_NE(FileText("b").find("CloudType 5"), std::string::npos);
+  EXPECT_EQ(Kept(), 0U);
+  EditDark();
+  Tick();
+  StartAnew();
+  EXPECT_EQ(Press("Discard"), "");
+  EXPECT_EQ(Bars(), "");
+  EXPECT_EQ(Kept(), 0U);
+}
+
+}  // namespace
+}  // namespace rws::test

@@ -1,0 +1,100 @@
+#pragma once
+
+#include <QTimerEvent>
+
+#include "platform/folder_watch.h"
+#include "platform/qt_text.h"
+#include "services/text.h"
+#include "tests/mainwindow/flights_fixture.h"
+
+namespace rws::test {
+
+/** The window over the mission of four flights, "a", and two more, "b" and "c". */
+class UnsavedTest : public FlightsTest {
+ protected:
+  UnsavedTest() {
+    for (const char* name : {"b", "c"})
+      Box.Write(std::string("missions/") + name + ".mis", MissionText());
+    Open();
+    HookDialogs();
+  }
+  void HookDialogs() {
+    Window->Popups.ShowDialog = [this](QDialog& dialog) {
+      dialog.show();
+      Work(dialog);
+      dialog.close();
+    };
+  }
+
+  void Save() {
+    ++World_.Clock.Hour;  // names the backup
+    Window->mnuSave->trigger();
+  }
+  /** The step that was taken back, "" if none was offered. */
+  std::string Undo() { return Take(Window->mnuUndo); }
+  std::string Redo() { return Take(Window->mnuRedo); }
+  /** An edit that leaves Update dark: the markings of the flights that are selected. */
+  void EditDark() { Area().mnuAC[FlightArea::kMarkings]->trigger(); }
+  void Update() { Click(Window->cmd[frmRWS::kUpdate]); }
+  std::string Unsaved() { return Window->lblUnsaved->text().toStdString(); }
+  std::string Told() { return Window->staBar->currentMessage().toStdString(); }
+  std::string Shown() { return At(Doc().Missions, Doc().CurMission).BaseName; }
+  /** The rows of the list; an asterisk before those that are unsaved, a dash before those gone. */
+  std::string Rows() {
+    std::vector<std::string> rows;
+    const auto* model = Window->lstMission->model();
+    for (int row = 0; row < model->rowCount(); ++row) {
+      const auto index = model->index(row, 0);
+      const QString spoken = index.data(Qt::AccessibleTextRole).toString();
+      rows.push_back(std::string(spoken.contains("unsaved") ? "*" : "") +
+                     (spoken.contains("no longer") ? "-" : "") + At(Doc().Missions, row).BaseName);
+    }
+    return Joined(rows);
+  }
+  std::string Bars() { return Window->bars->Texts().join('\n').toStdString(); }
+  /** Presses a button of the bar that is on show; its captions are given if there is none. */
+  std::string Press(const char* caption) {
+    std::string captions;
+    for (auto* bar : Window->bars->findChildren<MessageBar*>())
+      for (auto* button : bar->cmd) {
+        const std::string text = button->text().remove('&').toStdString();
+        if (text == caption) return button->click(), "";
+        captions += text + "|";
+      }
+    return captions + " has no " + caption;
+  }
+  /** What the folder watch tells some moments after something has changed. */
+  void LookOutside() { Q_EMIT Window->findChild<FolderWatch*>()->Changed(); }
+  /** The timer that keeps edits for a crash runs out. */
+  bool Tick() {
+    for (auto* timer : Window->findChildren<QTimer*>(QString(), Qt::FindDirectChildrenOnly)) {
+      if (!timer->isActive() || !timer->isSingleShot()) continue;
+      Interval = timer->interval();
+      QTimerEvent event(timer->timerId());
+      QCoreApplication::sendEvent(timer, &event);
+      return true;
+    }
+    return false;
+  }
+  /** How many missions have edits in "Recovery". */
+  std::size_t Kept() {
+    std::string names = Box.Exists("program/Recovery") ? Box.Names("program/Recovery") : "";
+    std::size_t count = 0;
+    for (auto at = names.find(".edits"); at != names.npos; at = names.find(".edits", at + 1))
+      ++count;
+    return count;
+  }
+
+  std::function<void(QDialog&)> Work = [](QDialog&) { ADD_FAILURE() << "a dialog"; };
+  int Interval = 0;
+
+ private:
+  std::string Take(QAction* entry) {
+    if (!entry->isEnabled()) return "";
+    const QString text = entry->text().remove("&Undo ").remove("&Redo ");
+    entry->trigger();
+    return text.toStdString();
+  }
+};
+
+}  // namespace rws::test
