@@ -21,6 +21,8 @@ struct PrefsTest : FormTest<frmPrefs> {
     Open([this](frmPrefs& form) {
       form.GamePath = W.Doc.GamePath;
       form.Backup = true;
+      form.StoreDays = W.Prefs.StoreDays;
+      form.StoreMegabytes = W.Prefs.StoreMegabytes;
       form.ForeColor = W.Prefs.ForeColor;
       form.BackColor = W.Prefs.BackColor;
     });
