@@ -90,6 +90,8 @@ std::vector<NamedForm> AllForms(Session& session, QWidget* parent) {
                         form.GamePath = session.Doc.GamePath;
                         form.Backup = session.Prefs.bBackup;
                         form.BackupsKept = session.Prefs.BackupsKept;
+                        form.StoreDays = session.Prefs.StoreDays;
+                        form.StoreMegabytes = session.Prefs.StoreMegabytes;
                         form.ForeColor = session.Prefs.ForeColor;
                         form.BackColor = session.Prefs.BackColor;
                         form.DesktopColors = session.Prefs.bDesktopColors;

@@ -255,6 +255,8 @@ class frmRWS : public QMainWindow {
   /** How many readings and writings of missions there were when one was last shown. */
   std::size_t readingsShown_ = 0;
   std::size_t goneShown_ = 0;
+  /** How often in a row that file could not be read. */
+  int failedLooks_ = 0;
   /** What earlier runs have left. */
   std::vector<Recovered> recovered_;
 };

@@ -16,6 +16,13 @@
 
 namespace rws {
 
+namespace {
+
+/** A file that is being written can be read soon. */
+constexpr int kMostFailedLooks = 10;
+
+}  // namespace
+
 void frmRWS::ConnectOutside() {
   watch_ = new FolderWatch(this);
   connect(watch_, &FolderWatch::Changed, this,
@@ -57,7 +64,8 @@ void frmRWS::LookAtShownFile() {
     changed = !(LinesOfFile(services.Files.ReadFile(path)) == CurrentMission(session_).AsRead);
   });
   // In the middle of being written, it is looked at once more.
-  if (!read) return watch_->LookAgain();
+  if (!read) return ++failedLooks_ < kMostFailedLooks ? watch_->LookAgain() : void();
+  failedLooks_ = 0;
   stampSeen_ = stamp;
   changed ? OfferReload(path) : bars->Hide(kReloadBar);
 }
