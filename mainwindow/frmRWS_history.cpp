@@ -205,7 +205,6 @@ void frmRWS::OpenFolderOf(const std::string& folder) {
   if (folder.empty() || session_.Services.Files.IsSameFile(folder, session_.Doc.MissionDir)) return;
   OpenFolderKeeping(session_, folder);
   ShowDirectory();
-  EnableMission(!session_.Doc.Missions.empty());
   ShowRows();
   OfferHalfRenamed();
 }
@@ -225,6 +224,7 @@ void frmRWS::ShowRows(const std::vector<std::string>& gone) {
       lstMission->MarkGone(static_cast<int>(i));
   }
   if (doc.Missions.empty()) return ShowNoMissions();
+  EnableMission(true);
   lstMission->SelectMission(doc.CurMission);
 }
 

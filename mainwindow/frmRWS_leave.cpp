@@ -64,7 +64,8 @@ void frmRWS::FollowList(LeaveBy by) {
   int mission = lstMission->SelectedMission();
   if (mission < 0 || RefuseGone(mission) || mission == session_.Doc.CurMission) return;
   if (!LeaveMission(by, mission)) return;
-  NoteDrops(session_, "leaving");
+  // Looking at all that are in memory would make a selection the slower the more have been read.
+  if (!At(session_.Doc.Missions, session_.Doc.CurMission).Loaded) NoteDrops(session_, "leaving");
   session_.Doc.CurMission = mission;
   ShowMission();
   if (lstMission->SelectedMission() != mission) lstMission->SelectMission(mission);

@@ -86,6 +86,21 @@ TEST_F(MissionMenuTest, FilesTakeTheirBriefingAlong) {
   EXPECT_EQ(Window->lstMission->RowCount(), 2);
 }
 
+TEST_F(MissionMenuTest, TheOnlyMissionComesBackByUndoAndCanBeEdited) {
+  Box.Write("missions/a.mis", MissionText());
+  Open();
+  World_.Script.Expect("Are you sure you want to delete\na?", Answer::Yes);
+  Choose(frmRWS::kDelete);
+  EXPECT_FALSE(Window->flightArea->isEnabled());
+  Window->mnuUndo->trigger();
+  EXPECT_EQ(Window->lstMission->RowCount(), 1);
+  EXPECT_TRUE(Window->flightArea->isEnabled());
+  EXPECT_TRUE(Panel().cboWeather->isEnabled());
+  Window->mnuRedo->trigger();
+  EXPECT_EQ(Window->lstMission->RowCount(), 0);
+  EXPECT_FALSE(Window->flightArea->isEnabled());
+}
+
 TEST_F(MissionMenuTest, AFailedMoveLeavesAllAsItWas) {
   Edit();
   Box.Write("other/b.mis", "another");
