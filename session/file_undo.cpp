@@ -153,6 +153,8 @@ struct Way {
     been done too, all but the flush of its folder. */
 std::string Run(const Services& services, const std::vector<FileChange*>& order, Way there,
                 Way back) {
+  const std::string folder = order.empty() ? "" : GetParentFolderName(order.front()->Path);
+  const KnownFolder known(services.Files, folder);
   std::string reason;
   const auto look = [&] {
     Outlook outlook(services);
@@ -161,8 +163,6 @@ std::string Run(const Services& services, const std::vector<FileChange*>& order,
   };
   Trap(look, [&](const Fault& caught) { reason = caught.Text; });
   if (!reason.empty()) return reason;
-  const std::string folder = order.empty() ? "" : GetParentFolderName(order.front()->Path);
-  const KnownFolder known(services.Files, folder);
   std::size_t done = 0;
   const auto work = [&] {
     for (; done < order.size(); ++done) there.Act(services, *order[done]);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <unordered_set>
 
 #include "services/checksum.h"
 #include "services/error_log.h"
@@ -91,7 +92,9 @@ void AddFileStep(Session& session, const std::string& title) {
   auto moves = NetRenames(step.Files);
   NoteMoved(session, moves);
   // Most commands have moved the rows themselves; a new name may be the old one of another row.
-  std::erase_if(moves, [&](const auto& move) { return MissionAt(session.Doc, move.second) >= 0; });
+  const auto& rows = session.Doc.MissionFiles;
+  const std::unordered_set<std::string> listed(rows.begin(), rows.end());
+  std::erase_if(moves, [&](const auto& move) { return listed.contains(move.second); });
   MoveRows(session.Doc, moves);
   // Edits of a mission that is deleted or moved away go with it.
   for (auto known = session.History.Known.begin(); known != session.History.Known.end();) {

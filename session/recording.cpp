@@ -1,6 +1,7 @@
 #include "session/recording.h"
 
 #include <algorithm>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
@@ -330,12 +331,11 @@ void NoteMoved(Session& session, const std::vector<std::pair<std::string, std::s
 }
 
 void MoveRows(Document& doc, const std::vector<std::pair<std::string, std::string>>& moves) {
-  std::vector<std::pair<std::ptrdiff_t, std::string>> rows;
-  for (const auto& [from, to] : moves) rows.emplace_back(MissionAt(doc, from), to);
-  for (const auto& [row, path] : rows) {
-    if (row < 0) continue;
-    const auto mission = static_cast<std::size_t>(row);
-    doc.MissionFiles[mission] = path;
+  const std::unordered_map<std::string, std::string> names(moves.begin(), moves.end());
+  for (std::size_t mission = 0; mission < doc.MissionFiles.size(); ++mission) {
+    const auto move = names.find(doc.MissionFiles[mission]);
+    if (move == names.end()) continue;
+    const std::string& path = doc.MissionFiles[mission] = move->second;
     if (mission < doc.Missions.size()) NameMission(doc.Missions[mission], path);
     if (mission < doc.MissionShadow.size()) NameMission(doc.MissionShadow[mission], path);
   }

@@ -79,7 +79,6 @@ void Patch(Session& session, std::size_t mission, const MissionState& from,
     against that; if others have changed it, it knows still which lines it was made on. */
 void BringBack(Session& session, std::size_t mission, const MissionState& to) {
   Mission& record = session.Doc.Missions[mission];
-  if (!record.Loaded) return PutBack(session, mission, to);
   MissionState& known = session.History.Known[session.Doc.MissionFiles[mission]];
   const MissionState fresh = known;
   const LineArray lines = record.AsRead;
@@ -94,26 +93,27 @@ void BringBack(Session& session, std::size_t mission, const MissionState& to) {
 void Apply(Session& session, std::size_t mission, const MissionState& from,
            const MissionState& to) {
   if (!to.Own) return MakeUnread(session, mission);
+  if (!session.Doc.Missions[mission].Loaded) return PutBack(session, mission, to);
   if (!from.Own) return BringBack(session, mission, to);
   Patch(session, mission, from, to);
 }
 
 /** Where a mission of a step is to come from, and what it is to become. */
-struct Change {
+struct Turn {
   std::string Path;
   const MissionState &From, &To;
 };
 
-std::vector<Change> ChangesOf(const Step& step, bool undo) {
-  std::vector<Change> changes;
+std::vector<Turn> TurnsOf(const Step& step, bool undo) {
+  std::vector<Turn> turns;
   for (const auto& [path, before, after] : step.Missions)
-    undo ? changes.push_back({path, after, before}) : changes.push_back({path, before, after});
-  return changes;
+    undo ? turns.push_back({path, after, before}) : turns.push_back({path, before, after});
+  return turns;
 }
 
 /** The first mission of the step that cannot be had, told; "" for none. */
-std::string Missing(Session& session, const std::vector<Change>& changes) {
-  for (const auto& [path, from, to] : changes) {
+std::string Missing(Session& session, const std::vector<Turn>& turns) {
+  for (const auto& [path, from, to] : turns) {
     if (!from.Own || !to.Own) continue;
     const std::ptrdiff_t mission = MissionAt(session.Doc, path);
     if (mission < 0 || !ReadForUndo(session, static_cast<std::size_t>(mission)))
@@ -124,25 +124,24 @@ std::string Missing(Session& session, const std::vector<Change>& changes) {
 
 /** Lists what the files of a step have become. A mission that the step takes away goes with its
     edits; one whose file it has written is read anew, unless it has edits. */
-void FollowFiles(Session& session, const Step& step, const std::vector<Change>& changes,
-                 bool undo) {
+void FollowFiles(Session& session, const Step& step, const std::vector<Turn>& turns, bool undo) {
   Document& doc = session.Doc;
   const auto forget = [&](const std::string& path) {
     if (const auto mission = MissionAt(doc, path); mission >= 0)
       MakeUnread(session, static_cast<std::size_t>(mission));
   };
-  for (const auto& change : changes)
-    if (!change.To.Own) forget(change.Path);
+  for (const auto& turn : turns)
+    if (!turn.To.Own) forget(turn.Path);
   auto moves = NetRenames(step.Files);
   if (undo)
     for (auto& [from, to] : moves) std::swap(from, to);
   NoteMoved(session, moves);
   MoveRows(doc, moves);
-  for (const auto& file : step.Files)
-    if (const auto mission = MissionAt(doc, file.Path);
-        file.What != FileChange::Moved && mission >= 0 &&
-        !IsUnsaved(session, static_cast<std::size_t>(mission)))
-      forget(file.Path);
+  for (const auto& file : step.Files) {
+    if (file.What == FileChange::Moved) continue;
+    const std::ptrdiff_t mission = MissionAt(doc, file.Path);
+    if (mission >= 0 && !IsUnsaved(session, static_cast<std::size_t>(mission))) forget(file.Path);
+  }
   RelistFolder(session);
 }
 
@@ -150,14 +149,14 @@ UndoResult Take(Session& session, Step& step, bool undo) {
   UndoResult result;
   result.Files = !step.Files.empty();
   Record(session, nullptr);
-  const auto changes = ChangesOf(step, undo);
-  result.Reason = Missing(session, changes);
+  const auto turns = TurnsOf(step, undo);
+  result.Reason = Missing(session, turns);
   if (result.Reason.empty() && result.Files)
     result.Reason =
         undo ? UndoFiles(session.Services, step.Files) : RedoFiles(session.Services, step.Files);
   if (!result.Reason.empty()) return result;
-  if (result.Files) FollowFiles(session, step, changes, undo);
-  for (const auto& [path, from, to] : changes) {
+  if (result.Files) FollowFiles(session, step, turns, undo);
+  for (const auto& [path, from, to] : turns) {
     const bool listed = MissionAt(session.Doc, path) >= 0;
     if (!listed && !to.Own) continue;
     const std::size_t mission = RowFor(session.Doc, path);
