@@ -87,8 +87,8 @@ TEST_F(MissionMenuTest, FilesTakeTheirBriefingAlong) {
 }
 
 TEST_F(MissionMenuTest, TheOnlyMissionComesBackByUndoAndCanBeEdited) {
-  Box.Write("missions/a.mis", MissionText());
-  Open();
+  for (const char* other : {"missions/b.mis", "missions/c.mis"}) Box.Remove(other);
+  Window->Start();
   World_.Script.Expect("Are you sure you want to delete\na?", Answer::Yes);
   Choose(frmRWS::kDelete);
   EXPECT_FALSE(Window->flightArea->isEnabled());
