@@ -91,7 +91,7 @@ void frmRWS::ShowRecoveredBar() {
   }
   QString text = tr("Unsaved edits of %1 were kept.").arg(Missions(recovered_.size()));
   if (changed > 0)
-    text += u' ' + tr("Of these, %1 changed on disk or gone since.").arg(Missions(changed));
+    text += u' ' + tr("Since then the file has changed or gone: %1.").arg(Missions(changed));
   if (readable < recovered_.size())
     text += u' ' + tr("%1 of the files cannot be read: %2")
                        .arg(recovered_.size() - readable)
