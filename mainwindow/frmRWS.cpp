@@ -74,7 +74,11 @@ void frmRWS::ConnectButtons() {
     connect(cmd[i], &QPushButton::clicked, this,
             Trapped(session_.Services, "cmd_Click", [this, i](bool) { Press(i); }));
   // Unlike the Exit button this entry does not ask about unsaved changes; the difference stays.
-  connect(mnuExit, &QAction::triggered, this, [this] { Unload(); });
+  // But they must be on disk then, for the next start to offer them.
+  connect(mnuExit, &QAction::triggered, this,
+          Trapped(session_.Services, "mnuExit_Click", [this](bool) {
+            if (KeepEdits() || AskUnsaved()) Unload();
+          }));
 }
 
 void frmRWS::Press(std::size_t button) {

@@ -61,7 +61,7 @@ class frmRWS : public QMainWindow {
   void ShowUnsaved(const std::set<int>& missions);
   /** Opens a folder, a mission in its folder, or a briefing with its mission, as the command line
       does, once pending edits are settled. */
-  void OpenPath(const std::string& path);
+  bool OpenPath(const std::string& path);
 
   /** A short text in the status bar that goes away by itself. */
   void Notice(const std::string& text);
@@ -210,7 +210,7 @@ class frmRWS : public QMainWindow {
   void TellNotDone(bool back, const std::string& title, const std::string& reason);
 
   void ConnectRecovery();
-  void KeepEdits();
+  bool KeepEdits();
   void ForgetEdits(const std::vector<std::string>& paths);
   void OfferRecovered();
   void ShowRecoveredBar();
@@ -257,6 +257,8 @@ class frmRWS : public QMainWindow {
   std::size_t goneShown_ = 0;
   /** How often in a row that file could not be read. */
   int failedLooks_ = 0;
+  /** Place of the step whose undoing has been told as impossible, among all steps. */
+  std::pair<std::size_t, std::size_t> stepToldOf_;
   /** What earlier runs have left. */
   std::vector<Recovered> recovered_;
 };

@@ -80,17 +80,21 @@ void frmRWS::ClickReread() {
   OfferHalfRenamed();
 }
 
-void frmRWS::OpenPath(const std::string& path) {
-  if (session_.Doc.Closing) return;
+bool frmRWS::OpenPath(const std::string& path) {
+  if (session_.Doc.Closing) return false;
   const StartArguments asked = ArgumentsFor(session_.Services, path);
-  if (!asked.Unfound.empty()) return Notice("\"" + path + "\" was not found.");
+  if (!asked.Unfound.empty()) {
+    Notice("\"" + path + "\" was not found.");
+    return false;
+  }
   // A text that may not stay is put right first.
   if (const auto* box = dynamic_cast<GuardedEdit*>(focusWidget())) box->Refuses();
-  if (!SettleEdits()) return;
+  if (!SettleEdits()) return false;
   // Only now: an Update on the way would have gone to a mission of that name in this folder.
   Arguments.ComLineMission = asked.ComLineMission;
   GoToFolder(asked.ComLinePath);
   if (asked.IsBriefing && comLineMissionFound_ && !session_.Doc.Closing) ClickEditBrief();
+  return true;
 }
 
 /** A later start ends at once; what it was to open is offered here. */
@@ -100,8 +104,8 @@ void frmRWS::HearOtherStarts() {
   system.HearOtherStarts([window = QPointer<frmRWS>(this)](const std::string& path) {
     if (!window || window->session_.Doc.Closing) return;
     const auto open = [window, path] {
-      window->bars->Hide(kSecondStart);
-      window->OpenPath(path);
+      // Cancelled, the offer stands.
+      if (window->OpenPath(path)) window->bars->Hide(kSecondStart);
     };
     window->bars->Show(kSecondStart,
                        {BarKind::Info,

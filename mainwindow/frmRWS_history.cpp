@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <algorithm>
 #include <set>
+#include <utility>
 
 #include "mainwindow/frmRWS.h"
 #include "platform/qt_text.h"
@@ -82,6 +83,9 @@ void frmRWS::ConnectHistory() {
 /** Brings menus and marks to what has been done and what is unsaved. */
 void frmRWS::ShowHistory() {
   const std::string undo = UndoTitle(session_), redo = RedoTitle(session_);
+  // The bar is about the step that was the next one then.
+  if (stepToldOf_ != std::pair(session_.History.Done, session_.History.Steps.size()))
+    bars->Hide(kUndoBar);
   SetText(*mnuUndo, EntryText(tr("&Undo"), undo), !undo.empty());
   SetText(*mnuRedo, EntryText(tr("&Redo"), redo), !redo.empty());
   ShowUnsavedMissions();
@@ -170,10 +174,15 @@ void frmRWS::Travel(bool back) {
   if (!folder.empty() && !session_.Services.Files.FolderExists(folder))
     return TellNotDone(back, title, "\"" + folder + "\" is not there.");
   OpenFolderOf(folder);
+  session_.Services.Window.ShowBusy(true);
   const UndoResult result = back ? UndoStep(session_) : RedoStep(session_);
+  session_.Services.Window.ShowBusy(false);
   if (!result.Done) return TellNotDone(back, title, result.Reason);
   bars->Hide(kUndoBar);
-  if (result.Files) ShowRows();
+  if (result.Files) {
+    ShowRows();
+    OfferHalfRenamed();
+  }
   const Document& doc = session_.Doc;
   const bool listed = MissionAt(doc, result.Mission) >= 0;
   if (!doc.MissionFiles.empty())
@@ -191,6 +200,7 @@ void frmRWS::TellNotDone(bool back, const std::string& title, const std::string&
                      .arg(FromPath(title), FromPath(reason)),
                  {},
                  {}};
+  stepToldOf_ = {session_.History.Done, session_.History.Steps.size()};
   if (back)
     bar.Buttons.push_back({tr("&Leave it out"), [this] {
                              SkipStep(session_);

@@ -131,10 +131,14 @@ void frmRWS::WatchShown() {
   const History& history = session_.History;
   const auto known = history.Known.find(path);
   const bool isFresh = known != history.Known.end() && known->second.Reading > readingsShown_;
+  // Edits that have come back may have been made on lines that are no longer the file's.
+  const auto seen = history.Seen.find(path);
+  const bool isOfFile = isFresh && seen != history.Seen.end() &&
+                        seen->second.Lines == CurrentMission(session_).AsRead;
   readingsShown_ = history.Readings;
   if (isFresh || path != watched_) {
     bars->Hide(kReloadBar);
-    stampSeen_ = isFresh ? session_.Services.Files.Stamp(path) : FileStamp();
+    stampSeen_ = isOfFile ? session_.Services.Files.Stamp(path) : FileStamp();
   }
   watched_ = path;
   watch_->Watch(FromPath(doc.MissionDir), FromPath(path));

@@ -55,7 +55,8 @@ void frmRWS::ConnectRecovery() {
       Qt::DirectConnection);
 }
 
-void frmRWS::KeepEdits() {
+/** False if they are in memory only. */
+bool frmRWS::KeepEdits() {
   Record(session_, nullptr);
   const std::string reason = KeepUnsaved(session_, recovery_);
   recoveryTimer_->setInterval(reason.empty() ? kKeepMilliseconds : kTryAgainMilliseconds);
@@ -63,6 +64,7 @@ void frmRWS::KeepEdits() {
   if (!reason.empty() && !recovery_.Told)
     Notice("Unsaved edits cannot be kept for a crash; they are only in memory. " + reason);
   recovery_.Told = !reason.empty();
+  return reason.empty();
 }
 
 /** The user does not want them any more: no later start offers them. */
