@@ -50,8 +50,9 @@ Json Value(const Element& record) requires requires {
 {
   Json json;
   ForEachField<Element>([&](const auto& field) {
-    // The same as `Lines` in a mission that was only read.
-    if (field.Name == std::string_view("AsRead")) return;
+    // What a record was read from, no part of the mission.
+    const std::string_view name = field.Name;
+    if (name == "AsRead" || name.starts_with("Kept") || name == "KeepsLines") return;
     json[field.Name] = Value(record.*field.Pointer);
   });
   return json;

@@ -49,7 +49,7 @@ struct FieldsOf<Waypoint> {
   static constexpr auto kTable =
       std::make_tuple(RWS_FIELD(Alt, Exactly), RWS_FIELD(Speed, Exactly), RWS_FIELD(Type, No),
                       RWS_FIELD(Marker, Exactly), RWS_FIELD(X, No), RWS_FIELD(Y, No),
-                      RWS_FIELD(Dist, No), RWS_FIELD(Line, No));
+                      RWS_FIELD(Dist, No), RWS_FIELD(Line, No), RWS_STATE(KeptRow, No));
 };
 
 template <>
@@ -68,7 +68,8 @@ struct FieldsOf<Flight> {
       RWS_FIELD(Weapons, Exactly), RWS_FIELD(StartTime, ByValue), RWS_FIELD(OnlyAI, Exactly),
       RWS_FIELD(Class, Exactly), RWS_FIELD(Parachute, Exactly), RWS_FIELD(Name, Exactly),
       RWS_FIELD(PlaneSlots, Inside), RWS_FIELD(Waypoints, Inside), RWS_FIELD(LastWaypoint, No),
-      RWS_FIELD(ArmyWord, No), RWS_FIELD(Status, Exactly), RWS_STATE(Shown, No));
+      RWS_FIELD(ArmyWord, No), RWS_FIELD(Status, Exactly), RWS_STATE(Shown, No),
+      RWS_STATE(KeptName, No), RWS_STATE(KeptIn, No));
 };
 
 template <>
@@ -88,10 +89,10 @@ struct FieldsOf<Mission> {
       RWS_FIELD(Time, Exactly), RWS_FIELD(CloudHeight, Exactly), RWS_FIELD(CloudType, Exactly),
       RWS_FIELD(Army, Exactly), RWS_FIELD(Player, Exactly), RWS_FIELD(PlayerNum, Exactly),
       RWS_FIELD(Lines, Exactly), RWS_STATE(AsRead, No), RWS_FIELD(Flights, Inside),
-      RWS_STATE(Modified, No), RWS_STATE(NotWritten, No), RWS_FIELD(BornPlaces, Inside),
-      RWS_FIELD(HasBornPlace, No), RWS_FIELD(BriefSoundLine, Exactly),
-      RWS_FIELD(BriefSound, Exactly), RWS_FIELD(TimeConstant, Exactly),
-      RWS_FIELD(WeaponsConstant, Exactly));
+      RWS_STATE(Modified, No), RWS_STATE(NotWritten, No), RWS_STATE(KeepsLines, No),
+      RWS_FIELD(BornPlaces, Inside), RWS_FIELD(HasBornPlace, No),
+      RWS_FIELD(BriefSoundLine, Exactly), RWS_FIELD(BriefSound, Exactly),
+      RWS_FIELD(TimeConstant, Exactly), RWS_FIELD(WeaponsConstant, Exactly));
 };
 
 #undef RWS_FIELD

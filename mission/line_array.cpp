@@ -8,6 +8,15 @@ namespace rws {
 
 const LineArray::Buffer LineArray::kNone;
 
+namespace {
+
+/** A line that is to follow the last one of a file without a line end must not run into it. */
+void EndLast(std::string& text) {
+  if (!text.empty() && text.back() != '\n' && text.back() != '\r') text.append("\r\n");
+}
+
+}  // namespace
+
 LineArray LineArray::FromFile(std::string bytes) {
   if (bytes.size() > kLargest) throw OverflowFault();
   std::vector<std::uint32_t> starts;
@@ -28,6 +37,21 @@ LineArray LineArray::FromFile(std::string bytes) {
   return lines;
 }
 
+LineArray LineArray::FromFileAsIs(std::string bytes) {
+  if (bytes.size() > kLargest) throw OverflowFault();
+  std::vector<std::uint32_t> starts;
+  for (std::size_t start = 0; start < bytes.size();) {
+    starts.push_back(static_cast<std::uint32_t>(start));
+    start = std::min(bytes.find_first_of("\r\n", start), bytes.size() - 1) + 1;
+    if (bytes[start - 1] == '\r' && start < bytes.size() && bytes[start] == '\n') ++start;
+  }
+  bytes.shrink_to_fit();
+  starts.shrink_to_fit();
+  LineArray lines;
+  lines.buffer_ = std::make_shared<Buffer>(Buffer{std::move(bytes), std::move(starts)});
+  return lines;
+}
+
 LineArray::Buffer& LineArray::Own() {
   if (buffer_.use_count() != 1) buffer_ = std::make_shared<Buffer>(Kept());
   return *buffer_;
@@ -36,14 +60,16 @@ LineArray::Buffer& LineArray::Own() {
 void LineArray::Add(std::string_view indent, std::string_view line) {
   auto& [text, starts] = Own();
   if (text.size() + indent.size() + line.size() > kLargest) throw OverflowFault();
+  EndLast(text);
   starts.push_back(static_cast<std::uint32_t>(text.size()));
   text.append(indent).append(line).append("\r\n", 2);
 }
 
 void LineArray::AddRange(const LineArray& lines, std::size_t first, std::size_t last) {
   if (first >= last) return;
-  const std::size_t begin = lines.Start(first), size = lines.End(last - 1) + 2 - begin;
+  const std::size_t begin = lines.Start(first), size = Behind(lines.Kept(), last - 1) - begin;
   auto& [text, starts] = Own();
+  EndLast(text);
   if (text.size() + size > kLargest) throw OverflowFault();
   // Unsigned arithmetic brings an offset down as well as up.
   const auto shift = static_cast<std::uint32_t>(text.size() - begin);

@@ -10,8 +10,8 @@
 namespace rws {
 
 /** The lines of a mission file, without their line ends. They stand in one buffer, each followed by
-    carriage return and line feed, so that reading and writing a file is one copy and two records
-    compare at the speed of memory. A copy shares the buffer until one of the two is changed:
+    its end, so that reading and writing a file is one copy and two records compare at the speed of
+    memory. A copy shares the buffer until one of the two is changed:
    copying, and comparing two that share, costs nothing. A view of a line or of the text is good
    until this array is changed. Indexes count from 0. */
 class LineArray {
@@ -20,6 +20,9 @@ class LineArray {
   /** Lines of a file's bytes. Only a carriage return and line feed pair ends a line; the last line
       needs no end. More than `kLargest` bytes are an overflow. */
   static LineArray FromFile(std::string bytes);
+  /** The same for a file that is to keep its bytes: a line feed or a carriage return alone ends a
+      line too, and each line keeps its own end, the last one also none. */
+  static LineArray FromFileAsIs(std::string bytes);
 
   std::size_t size() const { return Kept().Starts.size(); }
   bool empty() const { return Kept().Starts.empty(); }
@@ -27,6 +30,13 @@ class LineArray {
     const Buffer& kept = Kept();
     const std::size_t start = kept.Starts[index];
     return std::string_view(kept.Text).substr(start, End(kept, index) - start);
+  }
+
+  /** The characters that end a line; "" for a last one without an end. */
+  std::string_view EndOf(std::size_t index) const {
+    const Buffer& kept = Kept();
+    const std::size_t end = End(kept, index);
+    return std::string_view(kept.Text).substr(end, Behind(kept, index) - end);
   }
 
   void Add(std::string_view line) { Add({}, line); }
@@ -63,9 +73,16 @@ class LineArray {
 
   static const Buffer kNone;
 
-  static std::size_t End(const Buffer& buffer, std::size_t index) {
+  static std::size_t Behind(const Buffer& buffer, std::size_t index) {
     const auto& starts = buffer.Starts;
-    return (index + 1 < starts.size() ? starts[index + 1] : buffer.Text.size()) - 2;
+    return index + 1 < starts.size() ? starts[index + 1] : buffer.Text.size();
+  }
+  static std::size_t End(const Buffer& buffer, std::size_t index) {
+    const std::string& text = buffer.Text;
+    const std::size_t end = Behind(buffer, index);
+    if (text[end - 1] == '\r') return end - 1;
+    if (text[end - 1] != '\n') return end;
+    return end > buffer.Starts[index] + 1 && text[end - 2] == '\r' ? end - 2 : end - 1;
   }
   const Buffer& Kept() const { return buffer_ ? *buffer_ : kNone; }
   /** The buffer to change, which is no other's from now on. */

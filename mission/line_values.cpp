@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "services/faults.h"
+#include "services/numbers.h"
 #include "services/paths.h"
 #include "services/text.h"
 
@@ -24,6 +25,11 @@ int GetNumber(std::string_view line) {
 std::string_view IntegerPart(std::string_view text) {
   const std::size_t comma = text.find(',');
   return text.substr(0, comma != text.npos ? comma : text.find('.'));
+}
+
+std::string WholeNumberWord(std::string_view word) {
+  if (Val(word) == 0) word = "0";
+  return FormatNumber(IntegerPart(word), "####0");
 }
 
 std::string GetMapName(const Document& doc, const Services& services, std::string_view mapPath) {

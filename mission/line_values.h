@@ -19,6 +19,9 @@ int GetNumber(std::string_view line);
 /** The text before the first "," or, without one, before the first ".". */
 std::string_view IntegerPart(std::string_view text);
 
+/** A route's altitude or speed: whole number text, decimals dropped. */
+std::string WholeNumberWord(std::string_view word);
+
 /** Display name of a map path, or "". */
 std::string GetMapName(const Document& doc, const Services& services, std::string_view mapPath);
 

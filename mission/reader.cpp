@@ -2,8 +2,10 @@
 
 #include <array>
 
+#include "mission/kept_reader.h"
 #include "mission/line_ends.h"
 #include "mission/line_values.h"
+#include "mission/untouched.h"
 #include "services/error_log.h"
 #include "services/faults.h"
 #include "services/list_files.h"
@@ -170,11 +172,14 @@ void LoadMission(Document& doc, const Services& services, std::size_t mission) {
     services.Window.ShowBusy(false);
     return CloseOverMissingFile(doc, services, path);
   }
-  const std::string reason = NormaliseLineEnds(services, path);
+  const bool onDisk = doc.Untouched == UntouchedLines::Anew;
+  const std::string reason = onDisk ? NormaliseLineEnds(services, path) : "";
   LogAndLeave(services, "LoadMission", [&] {
     std::string bytes = services.Files.ReadFile(path);
+    if (UntouchedRule(doc, record) == UntouchedLines::Keep)
+      return ReadKeptMission(doc, services, doc.Missions[mission], std::move(bytes));
     if (auto repaired = RepairedLineEnds(bytes)) {
-      TellUnrepaired(services, path, reason);
+      if (onDisk) TellUnrepaired(services, path, reason);
       bytes = std::move(*repaired);
     }
     ReadMissionText(doc, services, mission, std::move(bytes));

@@ -16,9 +16,9 @@ bool GetMissionFiles(Document& doc, const Services& services);
 /** Builds one unread mission for every listed file. */
 void LoadMissionArray(Document& doc, const Services& services);
 
-/** Reads one mission and all its records. A file that is gone ends the program; one that cannot be
-    read is logged and stays unread, so that the next selection tries again. What fails inside the
-    file is logged, and the rest is read. */
+/** Reads one mission and all its records, by the rule that holds for it. A file that is gone ends
+   the program; one that cannot be read is logged and stays unread, so that the next selection tries
+   again. What fails inside the file is logged, and the rest is read. */
 void LoadMission(Document& doc, const Services& services, std::size_t mission);
 
 /** The part of `LoadMission` behind the disk: fills the mission from a file's bytes, whose line

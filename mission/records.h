@@ -21,6 +21,8 @@ struct Waypoint {
   double X = 0, Y = 0;
   double Dist = 0;   // from the waypoint before, in tens of the file's unit; 0 for the first
   std::string Line;  // the whole line as read; "" for a record that never got one
+  /** Its place among the rows of the route that it was read from, or -1. */
+  std::int32_t KeptRow = -1;
 };
 
 /** What one plane of a flight carries. */
@@ -50,6 +52,12 @@ struct Flight {
   std::string ArmyWord;
   std::string Status;  // "", "delete" or "grp"
   bool Shown = false;
+  /** Its name in the text that it was read from; "" for a flight that was never read. A copy of a
+      flight has that of its source. */
+  std::string KeptName;
+  /** That text, for a mission whose lines are kept: the whole file, or at least what belongs to the
+      flight. */
+  LineArray KeptIn;
 };
 
 /** One home base of a multiplayer mission. */
@@ -83,6 +91,9 @@ struct Mission {
   std::vector<Flight> Flights;
   bool Modified = false;
   bool NotWritten = false;  // the last Update failed: its edits live in memory only
+  /** Read so, and written so, that the file keeps what was not edited: `Lines` are the file as it
+      is, each with its own line end. */
+  bool KeepsLines = false;
   std::vector<BornPlace> BornPlaces;
   bool HasBornPlace = false;
   std::string BriefSoundLine;

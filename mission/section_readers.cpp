@@ -83,12 +83,6 @@ void ReadFlightLine(Flight& flight, std::string_view line, const std::string& lo
   if (Like(lower, "*numberon#*")) slot().NumberOn = GetValue(line);
 }
 
-/** A route's altitude or speed: whole number text, decimals dropped. */
-std::string WholeNumberWord(std::string_view word) {
-  if (Val(word) == 0) word = "0";
-  return FormatNumber(IntegerPart(word), "####0");
-}
-
 void ReadWaypointLine(Waypoint& waypoint, std::string_view line, RouteLine& words) {
   words.Read(line);
   waypoint.Marker = words.Marker().empty() ? "&0" : words.Marker();
@@ -147,7 +141,7 @@ void LoadPlane(Document& doc, const Services& services, std::size_t mission, std
     const LineArray& lines = doc.Missions[mission].Lines;
     Flight& record = At(doc.Missions[mission].Flights, static_cast<std::ptrdiff_t>(flight));
     const auto before = At(lines, static_cast<std::ptrdiff_t>(line) - 1);
-    record.Name = Replace(Replace(before, "[", ""), "]", "");
+    record.Name = record.KeptName = Replace(Replace(before, "[", ""), "]", "");
     std::string lower;
     // Without a header behind it the section runs off the last line, which the log then tells.
     for (std::size_t i = line; !IsSectionHeader(At(lines, static_cast<std::ptrdiff_t>(i))); ++i) {
@@ -165,6 +159,7 @@ void LoadWayPoint(Document& doc, const Services& services, std::size_t mission, 
     Flight& record = At(doc.Missions[mission].Flights, static_cast<std::ptrdiff_t>(flight));
     RouteLine words;
     std::size_t count = 0;
+    std::int32_t row = 0;
     const auto isRoute = [&](std::size_t i) {
       return i < lines.size() && !IsSectionHeader(lines[i]);
     };
@@ -179,6 +174,7 @@ void LoadWayPoint(Document& doc, const Services& services, std::size_t mission, 
       record.Waypoints.resize(count + 1);
       Waypoint& waypoint = record.Waypoints[count];
       ReadWaypointLine(waypoint, lines[i], words);
+      waypoint.KeptRow = EqualNoCase(waypoint.Type, "TRIGGERS") ? -1 : row++;
       if (count > 0) waypoint.Dist = Distance(waypoint, record.Waypoints[count - 1]);
       ++count;
     }

@@ -6,9 +6,14 @@
 #include <vector>
 
 #include "mission/backup_index.h"
+#include "mission/carry_edits.h"
 #include "mission/fields.h"
+#include "mission/kept_merge.h"
+#include "mission/kept_reader.h"
 #include "mission/line_ends.h"
 #include "mission/mission_file.h"
+#include "mission/pending_lines.h"
+#include "mission/untouched.h"
 #include "services/error_log.h"
 #include "services/numbers.h"
 #include "services/paths.h"
@@ -99,14 +104,13 @@ std::string PendingQuestion(const Document& doc, const std::vector<std::size_t>&
   return question;
 }
 
-std::string PathOf(const Mission& mission) { return BuildPath(mission.DirPath, mission.FileName); }
-
 /** True if another program has written the mission's file since it was read. */
 bool ChangedOutside(const Services& services, const Mission& mission) {
   const std::string path = PathOf(mission);
   if (mission.AsRead.empty() || services.Files.IsGone(path)) return false;
   std::string bytes = services.Files.ReadFile(path);
   if (bytes == mission.AsRead.FileText()) return false;
+  if (mission.KeepsLines) return true;
   if (auto repaired = RepairedLineEnds(bytes)) bytes = std::move(*repaired);
   return !(LineArray::FromFile(std::move(bytes)) == mission.AsRead);
 }
@@ -158,11 +162,76 @@ bool WriteAnew(const Services& services, const std::string& path, const LineArra
 
 enum class IfGone { Fail, Write };
 
+Mission SavedState(const Document& doc, const Services& services, const UpdateHooks& hooks,
+                   std::size_t mission) {
+  return hooks.Saved ? hooks.Saved(mission) : FreshlyRead(doc, services, doc.Missions[mission]);
+}
+
+/** False if the user has cancelled. The choice for each of them holds for the run. */
+bool ChooseLines(Document& doc, const Services& services, const ShownValues& shown,
+                 const std::vector<std::size_t>& missions, const UpdateHooks& hooks) {
+  if (!hooks.Choose) return true;
+  std::vector<std::size_t> open;
+  for (const auto i : missions) {
+    const Mission& mission = doc.Missions[i];
+    if (mission.Loaded && !mission.KeepsLines &&
+        UntouchedRule(doc, mission) == UntouchedLines::Ask &&
+        !CanBeMadeAnew(doc, services, mission, shown))
+      open.push_back(i);
+  }
+  if (open.empty()) return true;
+  const auto choice = hooks.Choose(open);
+  if (!choice) return false;
+  for (const auto i : open) doc.UntouchedOf[PathOf(doc.Missions[i])] = *choice;
+  return true;
+}
+
+/** The new lines by the edits alone. Where they cannot be made without harm the user may have the
+    mission made anew. */
+bool BuildKept(Document& doc, const Services& services, LineArray& lines, std::size_t mission,
+               const Mission& saved, std::string& reason) {
+  const Mission& record = doc.Missions[mission];
+  if (BuildKeptFile(doc, services, record, lines, &reason)) return true;
+  const Answer answer = services.Ask.MsgBox(
+      "\"" + record.BaseName + "\" cannot be written with its other lines kept as they are.\n\n" +
+          services.Page.ToUtf8(reason) + "\n\nWrite all of its lines anew instead?",
+      Buttons::YesNo, Icon::Exclamation, kProgramTitle);
+  if (answer == Answer::Yes) SetKeepsLines(doc, services, mission, false, saved);
+  return false;
+}
+
+bool BuildLines(Document& doc, const Services& services, LineArray& lines, std::size_t mission,
+                const ShownValues& shown, const UpdateHooks& hooks, std::string& reason) {
+  Mission& record = doc.Missions[mission];
+  const bool keeps = WillKeepLines(doc, record);
+  if (record.Loaded && (keeps || record.KeepsLines)) {
+    const Mission saved = SavedState(doc, services, hooks, mission);
+    SetKeepsLines(doc, services, mission, keeps, saved);
+    if (keeps &&
+        BuildKept(doc, services, lines, mission, FreshlyRead(doc, services, record), reason))
+      return true;
+    if (record.KeepsLines) return false;
+  }
+  return BuildMissionFile(doc, services, lines, mission, shown, &reason);
+}
+
+/** What was written is what is in memory. */
+void TakeWritten(Document& doc, const Services& services, const LineArray& lines,
+                 std::size_t mission) {
+  Mission& record = doc.Missions[mission];
+  record.AsRead = lines;
+  if (!record.KeepsLines) return;
+  record.Lines = lines;
+  ReadKeptRecords(doc, services, record);
+  if (mission < doc.MissionShadow.size()) doc.MissionShadow[mission] = record;
+}
+
 bool UpdateMission(Document& doc, const Services& services, const Preferences& prefs,
-                   const ShownValues& shown, std::size_t mission, IfGone ifGone) {
+                   const ShownValues& shown, std::size_t mission, IfGone ifGone,
+                   const UpdateHooks& hooks) {
   LineArray lines;
   std::string reason;
-  if (!BuildMissionFile(doc, services, lines, mission, shown, &reason)) {
+  if (!BuildLines(doc, services, lines, mission, shown, hooks, reason)) {
     TellFailure(services, "Update Failed. Reason unknown. Update aborted.", reason);
     return false;
   }
@@ -185,7 +254,7 @@ bool UpdateMission(Document& doc, const Services& services, const Preferences& p
     throw Fault(caught);
   });
   if (written)
-    record.AsRead = lines;
+    TakeWritten(doc, services, lines, mission);
   else
     takeWhatStands();
   return written;
@@ -204,19 +273,24 @@ bool MissionChanged(const Document& doc, std::size_t mission) {
 }
 
 bool UpdateChanges(Document& doc, const Services& services, const Preferences& prefs,
-                   const ShownValues& shown,
-                   const std::function<void(std::size_t mission)>& written) {
+                   const ShownValues& shown, const UpdateHooks& hooks) {
   bool allWritten = true;
   const bool finished = LogAndLeave(services, "UpdateChanges", [&] {
-    for (std::size_t i = 0; i < doc.Missions.size(); ++i) {
-      if (!doc.Missions[i].Modified) continue;
+    std::vector<std::size_t> modified;
+    for (std::size_t i = 0; i < doc.Missions.size(); ++i)
+      if (doc.Missions[i].Modified) modified.push_back(i);
+    if (!ChooseLines(doc, services, shown, modified, hooks)) {
+      allWritten = false;
+      return;
+    }
+    for (const auto i : modified) {
       // Also when the fault of a mission that has gone ends the loop.
       doc.Missions[i].NotWritten = true;
-      const bool done = UpdateMission(doc, services, prefs, shown, i, IfGone::Fail);
+      const bool done = UpdateMission(doc, services, prefs, shown, i, IfGone::Fail, hooks);
       doc.Missions[i].NotWritten = !done;
       doc.Missions[i].Modified = false;
       allWritten &= done;
-      if (done && written) written(i);
+      if (done && hooks.Written) hooks.Written(i);
     }
     services.Window.LightUpdate(false);
   });
@@ -224,15 +298,17 @@ bool UpdateChanges(Document& doc, const Services& services, const Preferences& p
 }
 
 bool SaveMission(Document& doc, const Services& services, const Preferences& prefs,
-                 const ShownValues& shown, std::size_t mission) {
+                 const ShownValues& shown, std::size_t mission, const UpdateHooks& hooks) {
   bool written = false;
   LogAndLeave(services, "SaveMission", [&] {
     const auto record = [&]() -> Mission& {
       return At(doc.Missions, static_cast<std::ptrdiff_t>(mission));
     };
+    if (mission < doc.Missions.size() && !ChooseLines(doc, services, shown, {mission}, hooks))
+      return;
     record().NotWritten = true;
     record().Modified = false;
-    written = UpdateMission(doc, services, prefs, shown, mission, IfGone::Write);
+    written = UpdateMission(doc, services, prefs, shown, mission, IfGone::Write, hooks);
     record().NotWritten = !written;
   });
   return written;

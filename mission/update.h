@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
+#include <vector>
 
 #include "mission/document.h"
 #include "mission/writer.h"
@@ -16,6 +18,17 @@ namespace rws {
     commands that add one add it to the shadow too. */
 bool MissionChanged(const Document& doc, std::size_t mission);
 
+/** What an Update asks of those who run it; any of them may be missing. */
+struct UpdateHooks {
+  /** Called after each mission that was written. */
+  std::function<void(std::size_t mission)> Written;
+  /** The mission as it was read, with what showing it has changed since. */
+  std::function<Mission(std::size_t mission)> Saved;
+  /** Lets the user choose what becomes of the lines of these missions that were not edited, since
+      writing them anew would change what they mean; nothing when the Update is cancelled. */
+  std::function<std::optional<UntouchedLines>(const std::vector<std::size_t>& missions)> Choose;
+};
+
 /** Writes every modified mission. One whose file another program has changed since it was read is
     only replaced when the user agrees, and what stood there is kept among the backups then, in any
     case; No counts as a failure that has been told. Each that cannot be written is told to the
@@ -23,14 +36,13 @@ bool MissionChanged(const Document& doc, std::size_t mission);
    could not be restored either ends the run. `written` is called after each that was written. True
    if all were. */
 bool UpdateChanges(Document& doc, const Services& services, const Preferences& prefs,
-                   const ShownValues& shown,
-                   const std::function<void(std::size_t mission)>& written = nullptr);
+                   const ShownValues& shown, const UpdateHooks& hooks = {});
 
 /** Writes one mission in the same way, modified or not. A file that has gone is simply written:
    there is nothing then to be copied or kept. True if it was written; else its edits live in memory
    only, and the user has been told why. The Update button stays as it is. */
 bool SaveMission(Document& doc, const Services& services, const Preferences& prefs,
-                 const ShownValues& shown, std::size_t mission);
+                 const ShownValues& shown, std::size_t mission, const UpdateHooks& hooks = {});
 
 enum class LeaveBy { Mouse, Key };
 

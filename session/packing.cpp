@@ -20,6 +20,7 @@ class Packer {
     if constexpr (std::is_same_v<Value, std::string>) {
       Text(value);
     } else if constexpr (std::is_same_v<Value, LineArray>) {
+      Put(value.size());
       Text(value.FileText());
     } else if constexpr (std::is_arithmetic_v<Value>) {
       char text[64];
@@ -56,7 +57,11 @@ class Unpacker {
     if constexpr (std::is_same_v<Value, std::string>) {
       value = Text();
     } else if constexpr (std::is_same_v<Value, LineArray>) {
-      value = LineArray::FromFile(std::string(Text()));
+      const auto size = Number<std::size_t>(Text());
+      const std::string text(Text());
+      value = LineArray::FromFile(text);
+      // Lines that keep their own ends.
+      if (value.size() != size || value.FileText() != text) value = LineArray::FromFileAsIs(text);
     } else if constexpr (std::is_same_v<Value, bool>) {
       value = Number<int>(Text()) != 0;
     } else if constexpr (std::is_arithmetic_v<Value>) {
@@ -109,7 +114,11 @@ std::string TakeText(std::string_view& bytes) {
   return text;
 }
 
-std::string PackMission(const Mission& mission) {
+std::string PackMission(const Mission& whole) {
+  // Flights that were read from the mission's own lines need none of theirs.
+  Mission mission = whole;
+  for (auto& flight : mission.Flights)
+    if (flight.KeptIn.SharesWith(mission.AsRead)) flight.KeptIn = LineArray();
   Packer packer;
   const bool same = mission.Lines == mission.AsRead;
   packer.Put(same);
@@ -129,6 +138,9 @@ Mission UnpackMission(std::string_view bytes) {
   });
   if (!unpacker.Rest().empty()) throw Unpacker::Torn();
   if (same) mission.AsRead = mission.Lines;
+  for (auto& flight : mission.Flights)
+    if (mission.KeepsLines && !flight.KeptName.empty() && flight.KeptIn.empty())
+      flight.KeptIn = mission.AsRead;
   return mission;
 }
 

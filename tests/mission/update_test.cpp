@@ -63,7 +63,7 @@ TEST(MissionChanged, IsLooseOnPurpose) {
 }
 
 void Alter(std::string& text) { text.insert(0, "9"); }
-void Alter(LineArray& lines) { lines.Set(3, "  R0100"); }
+void Alter(LineArray& lines) { lines.empty() ? lines.Add("x") : lines.Set(lines.size() - 1, "y"); }
 void Alter(std::vector<std::string>& texts) { texts.emplace_back(); }
 void Alter(bool& value) { value = !value; }
 template <class Number>
@@ -292,7 +292,7 @@ TEST(UpdateChanges, TellsEachMissionThatWasWritten) {
   std::vector<std::size_t> written;
   at.World_.Script.Expect("Update aborted.");
   UpdateChanges(at.World_.Doc, at.World_.Services, at.World_.Prefs, at.World_.Shown,
-                [&](std::size_t i) { written.push_back(i); });
+                {[&](std::size_t i) { written.push_back(i); }, nullptr, nullptr});
   EXPECT_EQ(written, std::vector<std::size_t>{2});
 }
 

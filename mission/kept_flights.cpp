@@ -1,0 +1,270 @@
+#include "mission/kept_flights.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "mission/flight_values.h"
+#include "mission/kept_keys.h"
+#include "mission/kept_reader.h"
+#include "mission/line_values.h"
+#include "mission/route_line.h"
+#include "services/numbers.h"
+#include "services/text.h"
+
+namespace rws {
+
+namespace {
+
+/** The lines of one flight, where its keys are set. */
+class FlightKeys {
+ public:
+  FlightKeys(const KeptText& text, LinePatch& patch, const KeptSection& section)
+      : text_(text), patch_(patch), section_(section) {}
+
+  void Set(const std::string& key, const std::string& value) {
+    SetKey(text_, patch_, section_, kFlightKeys, key, value);
+  }
+  void SetIfOther(const std::string& key, const std::string& read, const std::string& edited) {
+    if (read != edited) Set(key, edited);
+  }
+  bool Has(const std::string& key) const { return text_.LineOf(section_, key) != KeptText::npos; }
+
+ private:
+  const KeptText& text_;
+  LinePatch& patch_;
+  const KeptSection& section_;
+};
+
+bool SameSkills(const Flight& a, const Flight& b) {
+  return a.Skill == b.Skill &&
+         std::equal(a.PlaneSlots.begin(), a.PlaneSlots.end(), b.PlaneSlots.begin(),
+                    [](const auto& one, const auto& other) { return one.Skill == other.Skill; });
+}
+
+/** One skill for all leaves no plane its own, and the first of its own takes the common one away.
+ */
+void EditSkills(FlightKeys& keys, const Flight& read, const Flight& edited) {
+  if (SameSkills(read, edited)) return;
+  const bool custom = edited.Skill == "Custom", wasCustom = read.Skill == "Custom";
+  if (!custom || !wasCustom) keys.Set("Skill", custom ? "" : edited.Skill);
+  for (std::size_t i = 0; i < edited.PlaneSlots.size(); ++i) {
+    const std::string key = "Skill" + std::to_string(i);
+    const std::string& skill = edited.PlaneSlots[i].Skill;
+    if (!custom)
+      keys.Set(key, "");
+    else if (!wasCustom || skill != read.PlaneSlots[i].Skill)
+      keys.Set(key, skill);
+  }
+}
+
+void EditSlots(FlightKeys& keys, const Flight& read, const Flight& edited) {
+  const auto each = [&](const char* key, std::string PlaneSlot::*field, bool isFile) {
+    for (std::size_t i = 0; i < edited.PlaneSlots.size(); ++i) {
+      const std::string &before = read.PlaneSlots[i].*field, &after = edited.PlaneSlots[i].*field;
+      if (!isFile || !SameFileName(before, after))
+        keys.SetIfOther(key + std::to_string(i), before, after);
+    }
+  };
+  each("skin", &PlaneSlot::Skin, true);
+  each("noseart", &PlaneSlot::NoseArt, true);
+  each("pilot", &PlaneSlot::Pilot, true);
+  each("numberOn", &PlaneSlot::NumberOn, false);
+}
+
+void EditOwnSection(const KeptText& text, LinePatch& patch, const KeptSection& section,
+                    const Flight& read, const Flight& edited) {
+  FlightKeys keys(text, patch, section);
+  keys.SetIfOther("Planes", read.Planes, edited.Planes);
+  keys.SetIfOther("OnlyAI", read.OnlyAI, edited.OnlyAI);
+  keys.SetIfOther("Parachute", read.Parachute, edited.Parachute);
+  EditSkills(keys, read, edited);
+  EditSlots(keys, read, edited);
+  if (read.Class != edited.Class) keys.Set("Class", "air." + edited.Class);
+  keys.SetIfOther("Fuel", read.Fuel, edited.Fuel);
+  keys.SetIfOther("weapons", read.Weapons, edited.Weapons);
+  keys.SetIfOther("StartTime", read.StartTime, edited.StartTime);
+}
+
+std::size_t MarkerIn(const WordLine& line) {
+  for (std::size_t i = RouteLine::kSpeed + 1; i < line.size(); ++i)
+    if (line.Word(i) == "&0" || line.Word(i) == "&1") return i;
+  return KeptText::npos;
+}
+
+bool IsFormation(std::string_view word) { return word.size() > 1 && Like(word, "F#*"); }
+
+/** Behind a target and its index, ahead of a formation. */
+std::size_t PlaceForMarker(const WordLine& line) {
+  std::size_t place = RouteLine::kTarget;
+  while (place < line.size() && place < RouteLine::kTarget + 2 && !IsFormation(line.Word(place)))
+    ++place;
+  return place;
+}
+
+void SetTail(WordLine& line, const std::vector<std::string>& tail, std::size_t markerPlace) {
+  const std::size_t marker = MarkerIn(line);
+  const std::string word(marker == KeptText::npos ? "" : line.Word(marker));
+  while (line.size() > RouteLine::kTarget) line.Erase(line.size() - 1);
+  for (const auto& part : tail) line.Insert(line.size(), part);
+  if (!word.empty()) line.Insert(markerPlace, word);
+}
+
+std::string EditedWaypoint(std::string_view readLine, const Waypoint& read,
+                           const Waypoint& edited) {
+  WordLine line(readLine);
+  const WordLine before(read.Line), after(edited.Line);
+  if (read.Type != edited.Type) line.Set(RouteLine::kType, edited.Type);
+  for (const auto place : {RouteLine::kX, RouteLine::kY})
+    if (before.Word(place) != after.Word(place)) line.Set(place, std::string(after.Word(place)));
+  const auto setNumber = [&](std::size_t place, const std::string& was, const std::string& is) {
+    if (WholeNumberWord(was) != WholeNumberWord(is))
+      line.Set(place, NumberLike(line.Word(place), is));
+  };
+  setNumber(RouteLine::kAlt, read.Alt, edited.Alt);
+  setNumber(RouteLine::kSpeed, read.Speed, edited.Speed);
+  const auto tail = RouteTail(edited.Line);
+  if (RouteTail(read.Line) != tail) {
+    const std::size_t marker = MarkerIn(after);
+    SetTail(line, tail,
+            marker == KeptText::npos
+                ? std::min<std::size_t>(RouteLine::kTarget + tail.size(), RouteLine::kTarget + 2)
+                : marker);
+  }
+  if (read.Marker != edited.Marker) {
+    const std::size_t marker = MarkerIn(line);
+    if (marker != KeptText::npos)
+      line.Set(marker, edited.Marker);
+    else
+      line.Insert(PlaceForMarker(line), edited.Marker);
+  }
+  return line.Text();
+}
+
+/** The line of a waypoint that no text holds. */
+std::string NewWaypoint(const Waypoint& waypoint) {
+  const WordLine words(waypoint.Line);
+  WordLine line("");
+  line.Set(RouteLine::kType, waypoint.Type);
+  line.Set(RouteLine::kX, std::string(words.Word(RouteLine::kX)));
+  line.Set(RouteLine::kY, std::string(words.Word(RouteLine::kY)));
+  const auto number = [](const std::string& text) { return NumberLike("0", text); };
+  line.Set(RouteLine::kAlt, number(waypoint.Alt));
+  line.Set(RouteLine::kSpeed, number(waypoint.Speed));
+  for (const auto& word : RouteTail(waypoint.Line)) line.Insert(line.size(), word);
+  line.Insert(PlaceForMarker(line), waypoint.Marker.empty() ? "&0" : waypoint.Marker);
+  return line.Text();
+}
+
+void EditRoute(const KeptText& text, LinePatch& patch, const KeptSection& route, const Flight& read,
+               const Flight& edited) {
+  const auto rows = WaypointsOf(text, route);
+  std::size_t next = 0;
+  const auto removeUpTo = [&](std::size_t row) {
+    for (; next < row; ++next) {
+      patch.Remove(rows[next].Line);
+      for (const auto line : rows[next].Triggers) patch.Remove(line);
+    }
+  };
+  for (const auto& waypoint : edited.Waypoints) {
+    const auto row = static_cast<std::size_t>(waypoint.KeptRow);
+    if (waypoint.KeptRow < 0 || row < next || row >= rows.size()) {
+      if (waypoint.Line.empty()) continue;
+      patch.Insert(next < rows.size() ? rows[next].Line : EndOfSection(text, route),
+                   NewWaypoint(waypoint));
+      continue;
+    }
+    removeUpTo(row);
+    ++next;
+    const Waypoint& before = read.Waypoints[row];
+    patch.Replace(rows[row].Line, EditedWaypoint(text.Lines()[rows[row].Line], before, waypoint));
+    if (NeedsTriggers(before.Type) && !NeedsTriggers(waypoint.Type))
+      for (const auto line : rows[row].Triggers) patch.Remove(line);
+  }
+  removeUpTo(rows.size());
+}
+
+void InsertRoute(const KeptText& text, LinePatch& patch, const KeptSection& section,
+                 const Flight& flight) {
+  if (flight.Waypoints.empty()) return;
+  const std::size_t place = EndOfSection(text, section);
+  patch.Insert(place, "[" + flight.Name + "_Way]");
+  for (const auto& waypoint : flight.Waypoints)
+    if (!waypoint.Line.empty()) patch.Insert(place, NewWaypoint(waypoint));
+}
+
+/** The lines of one flight, cut out of a text. */
+LineArray LinesOfFlight(const KeptText& text, std::string_view name) {
+  LineArray lines;
+  if (const auto* section = text.Find(name))
+    for (const auto* part : SectionsOfFlight(text, *section))
+      lines.AddRange(text.Lines(), part->Header, EndOfSection(text, *part));
+  return lines;
+}
+
+}  // namespace
+
+bool SameFileName(std::string_view a, std::string_view b) { return EqualNoCase(a, b); }
+
+bool NeedsTriggers(std::string_view type) {
+  return FindNoCase(type, "takeoff_00", 0) == 0 || FindNoCase(type, "normfly_40", 0) == 0;
+}
+
+std::vector<std::string> RouteTail(std::string_view line) {
+  const auto words = KeptWords(line);
+  const std::size_t marker = MarkerPlace(words);
+  std::vector<std::string> tail;
+  for (std::size_t i = RouteLine::kTarget; i < words.size(); ++i)
+    if (i != marker) tail.emplace_back(words[i].Text);
+  return tail;
+}
+
+bool WaypointDiffers(const Waypoint& a, const Waypoint& b) {
+  if (a.Type != b.Type || a.Marker != b.Marker) return true;
+  if (WholeNumberWord(a.Alt) != WholeNumberWord(b.Alt)) return true;
+  if (WholeNumberWord(a.Speed) != WholeNumberWord(b.Speed)) return true;
+  if (a.Line == b.Line) return false;
+  const WordLine one(a.Line), other(b.Line);
+  return one.Word(RouteLine::kX) != other.Word(RouteLine::kX) ||
+         one.Word(RouteLine::kY) != other.Word(RouteLine::kY) ||
+         RouteTail(a.Line) != RouteTail(b.Line);
+}
+
+std::vector<const KeptSection*> SectionsOfFlight(const KeptText& text, const KeptSection& section) {
+  std::vector<const KeptSection*> sections{&section};
+  if (const auto* route = RouteOf(text, section.Name)) sections.push_back(route);
+  if (const auto* weapons = text.Find(std::string(section.Name) + "_weapons"))
+    sections.push_back(weapons);
+  return sections;
+}
+
+void EditFlight(const KeptText& text, LinePatch& patch, const KeptSection& section,
+                const Flight& read, const Flight& edited) {
+  EditOwnSection(text, patch, section, read, edited);
+  if (const auto* route = RouteOf(text, section.Name))
+    EditRoute(text, patch, *route, read, edited);
+  else
+    InsertRoute(text, patch, section, edited);
+  if (edited.Name == section.Name) return;
+  for (const auto* part : SectionsOfFlight(text, section)) {
+    const auto suffix = part->Name.substr(section.Name.size());
+    RenameSection(text, patch, *part, edited.Name + std::string(suffix));
+  }
+}
+
+std::vector<std::string> LinesOfNewFlight(const Flight& flight, bool isCopy) {
+  LineArray source = LinesOfFlight(KeptText(flight.KeptIn), flight.KeptName);
+  const bool isRead = !source.empty();
+  if (!isRead) source.Add("[" + flight.Name + "]");
+  const KeptText text(source);
+  const KeptSection& section = text.Sections().front();
+  LinePatch patch(source);
+  EditFlight(text, patch, section, isRead ? ReadKeptFlight(text, section) : Flight(), flight);
+  for (std::size_t i = section.First; i < section.Last && isCopy; ++i)
+    if (Like(LowerKey(KeyOf(source[i]).Key), "spawn#")) patch.Remove(i);
+  const LineArray result = patch.Result();
+  std::vector<std::string> lines;
+  for (std::size_t i = 0; i < result.size(); ++i) lines.emplace_back(result[i]);
+  return lines;
+}
+
+}  // namespace rws

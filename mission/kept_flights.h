@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "mission/kept_text.h"
+#include "mission/line_patch.h"
+#include "mission/records.h"
+
+/** Edits of flights in the lines of their own. */
+namespace rws {
+
+/** The sections that belong to a flight: its own, its route, its weapons; missing ones left out. */
+std::vector<const KeptSection*> SectionsOfFlight(const KeptText& text, const KeptSection& section);
+
+/** Brings a flight's lines from what was read from them to the edited record. */
+void EditFlight(const KeptText& text, LinePatch& patch, const KeptSection& section,
+                const Flight& read, const Flight& edited);
+
+/** The lines of a flight that the text does not hold: those it was read from, or copied from, with
+    its edits; for one that was never read those that the game's builder would write. A copy gets
+    none of the parked places of its source. */
+std::vector<std::string> LinesOfNewFlight(const Flight& flight, bool isCopy);
+
+/** True for a waypoint's type that is followed by a line "TRIGGERS". */
+bool NeedsTriggers(std::string_view type);
+
+/** What stands behind the speed of a route line, but for the marker. */
+std::vector<std::string> RouteTail(std::string_view line);
+
+/** True if a waypoint's line would be another one for the game. */
+bool WaypointDiffers(const Waypoint& a, const Waypoint& b);
+
+/** File names are the same in any letter case. */
+bool SameFileName(std::string_view a, std::string_view b);
+
+}  // namespace rws

@@ -1,0 +1,218 @@
+#include "mission/kept_merge.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "mission/kept_flights.h"
+#include "mission/kept_keys.h"
+#include "mission/kept_reader.h"
+#include "services/error_log.h"
+#include "services/faults.h"
+#include "services/numbers.h"
+#include "services/text.h"
+
+namespace rws {
+
+namespace {
+
+/** A mission on its way from what its lines say to what its records say. */
+class Merge {
+ public:
+  Merge(const Document& doc, const Services& services, const Mission& edited)
+      : edited_(edited), read_(edited), text_(edited.Lines), patch_(edited.Lines) {
+    ReadKeptRecords(doc, services, read_);
+  }
+
+  LineArray Run() {
+    EditMain();
+    EditFlights();
+    EditBases();
+    return patch_.IsEmpty() ? edited_.Lines : patch_.Result();
+  }
+
+ private:
+  void EditMain();
+  void EditFlights();
+  void EditWing(const KeptSection* wing);
+  void AddFlights(const KeptSection* wing, const std::vector<std::string>& names,
+                  const std::vector<std::string>& lines);
+  std::size_t PlaceOfNewFlights(const KeptSection* wing) const;
+  void EditBases();
+  void EditAircraft(std::size_t base);
+  std::size_t PlaceOfAircraft(std::size_t base) const;
+
+  const Mission& edited_;
+  Mission read_;
+  KeptText text_;
+  LinePatch patch_;
+  /** For each flight that was read the edited one that it has become; null for one removed. */
+  std::vector<const Flight*> became_;
+};
+
+std::string ConstantText(std::int16_t value) { return value == 0 ? "" : std::to_string(value); }
+
+void Merge::EditMain() {
+  const KeptSection main = MainSection(text_);
+  const auto set = [&](std::string_view key, const std::string& read, const std::string& edited) {
+    if (read != edited) SetKey(text_, patch_, main, kMainKeys, key, edited);
+  };
+  set("MAP", read_.MapPath, edited_.MapPath);
+  set("TIME", read_.Time, edited_.Time);
+  set("TIMECONSTANT", ConstantText(read_.TimeConstant), ConstantText(edited_.TimeConstant));
+  set("WEAPONSCONSTANT", ConstantText(read_.WeaponsConstant),
+      ConstantText(edited_.WeaponsConstant));
+  set("CloudType", read_.CloudType, edited_.CloudType);
+  if (read_.CloudHeight != edited_.CloudHeight) {
+    const auto old = text_.ValueOf(main, "CloudHeight");
+    const bool whole = !old.empty() && !Contains(old, ".");
+    set("CloudHeight", read_.CloudHeight,
+        whole || edited_.CloudHeight.empty() ? edited_.CloudHeight
+                                             : FormatNumber(edited_.CloudHeight, "0.0"));
+  }
+  set("player", read_.Player, edited_.Player);
+  set("army", read_.Army, edited_.Army);
+  set("playerNum", read_.PlayerNum, edited_.PlayerNum);
+  set("briefSound", std::string(KeyOf(read_.BriefSoundLine).Value),
+      std::string(KeyOf(edited_.BriefSoundLine).Value));
+}
+
+/** The line of "[Wing]" that lists a flight; `npos` if none does. */
+std::size_t WingLine(const KeptText& text, const KeptSection& wing, std::string_view name) {
+  for (std::size_t i = wing.First; i < wing.Last; ++i)
+    if (KeyOf(text.Lines()[i]).Key == name) return i;
+  return text.LineOf(wing, name);
+}
+
+void Merge::EditWing(const KeptSection* wing) {
+  for (std::size_t i = 0; i < became_.size() && wing; ++i) {
+    const std::string& name = read_.Flights[i].Name;
+    const std::size_t line = WingLine(text_, *wing, name);
+    if (line == KeptText::npos || (became_[i] && became_[i]->Name == name)) continue;
+    if (!became_[i]) {
+      patch_.Remove(line);
+      continue;
+    }
+    WordLine words(text_.Lines()[line]);
+    words.Set(0, became_[i]->Name);
+    patch_.Replace(line, words.Text());
+  }
+}
+
+/** Behind the last line of all flights. */
+std::size_t Merge::PlaceOfNewFlights(const KeptSection* wing) const {
+  std::size_t place = 0;
+  for (const auto* flight : FlightSections(text_))
+    for (const auto* section : SectionsOfFlight(text_, *flight))
+      place = std::max(place, EndOfSection(text_, *section));
+  if (place > 0) return place;
+  if (wing) return EndOfSection(text_, *wing);
+  for (const char* next : {"Chiefs", "NStationary", "Stationary", "Buildings"})
+    if (const auto* section = text_.Find(next)) return section->Header;
+  return text_.Lines().size();
+}
+
+void Merge::AddFlights(const KeptSection* wing, const std::vector<std::string>& names,
+                       const std::vector<std::string>& lines) {
+  if (names.empty()) return;
+  const std::size_t place = PlaceOfNewFlights(wing);
+  if (!wing) patch_.Insert(place, "[Wing]");
+  for (const auto& name : names)
+    patch_.Insert(wing ? EndOfSection(text_, *wing) : place, "  " + name);
+  for (const auto& line : lines) patch_.Insert(place, line);
+}
+
+void Merge::EditFlights() {
+  const auto sections = FlightSections(text_);
+  became_.assign(sections.size(), nullptr);
+  std::vector<std::string> names, lines;
+  for (const auto& flight : edited_.Flights) {
+    const auto from = std::find_if(sections.begin(), sections.end(), [&](const auto* section) {
+      return EqualNoCase(section->Name, flight.KeptName);
+    });
+    const bool known = from != sections.end();
+    const auto index = static_cast<std::size_t>(from - sections.begin());
+    if (known && !became_[index]) {
+      became_[index] = &flight;
+      EditFlight(text_, patch_, **from, read_.Flights[index], flight);
+      continue;
+    }
+    names.push_back(flight.Name);
+    const auto added = LinesOfNewFlight(flight, known);
+    lines.insert(lines.end(), added.begin(), added.end());
+  }
+  for (std::size_t i = 0; i < sections.size(); ++i)
+    if (!became_[i])
+      for (const auto* section : SectionsOfFlight(text_, *sections[i]))
+        patch_.RemoveRange(section->Header, EndOfSection(text_, *section));
+  const KeptSection* wing = text_.Find("Wing");
+  EditWing(wing);
+  AddFlights(wing, names, lines);
+}
+
+void Merge::EditBases() {
+  const auto lines = HomeBaseLines(text_);
+  for (std::size_t i = 0; i < lines.size() && i < edited_.BornPlaces.size(); ++i) {
+    const BornPlace &read = read_.BornPlaces[i], &edited = edited_.BornPlaces[i];
+    WordLine words(text_.Lines()[lines[i]]);
+    if (read.Army != edited.Army) words.Set(0, std::to_string(edited.Army));
+    if (read.Radius != edited.Radius) words.Set(1, std::to_string(edited.Radius));
+    patch_.Replace(lines[i], words.Text());
+    if (read.Planes != edited.Planes) EditAircraft(i);
+  }
+}
+
+/** Behind the bases, and what belongs to those before this one. */
+std::size_t Merge::PlaceOfAircraft(std::size_t base) const {
+  const KeptSection* last = text_.Find("BornPlace");
+  for (std::size_t i = 0; i < base; ++i)
+    for (const char* kind : {"BornPlace", "BornPlaceCountries"})
+      if (const auto* section = text_.Find(kind + std::to_string(i)))
+        if (section->Header > last->Header) last = section;
+  return EndOfSection(text_, *last);
+}
+
+void Merge::EditAircraft(std::size_t base) {
+  const KeptSection* section = AircraftSection(text_, base);
+  std::vector<std::string> wanted = edited_.BornPlaces[base].Planes;
+  if (wanted.empty() && section)
+    return patch_.RemoveRange(section->Header, EndOfSection(text_, *section));
+  const auto take = [&](std::string_view name) {
+    const auto found = std::find_if(wanted.begin(), wanted.end(), [&](const std::string& plane) {
+      return EqualNoCase(plane, name);
+    });
+    if (found == wanted.end()) return false;
+    wanted.erase(found);
+    return true;
+  };
+  if (section)
+    for (const auto& plane : AircraftOf(text_, *section))
+      if (!take(plane.Name)) patch_.RemoveRange(plane.First, plane.Last);
+  const std::size_t place = section ? EndOfSection(text_, *section) : PlaceOfAircraft(base);
+  if (!section) patch_.Insert(place, "[BornPlace" + std::to_string(base) + "]");
+  for (const auto& plane : wanted) patch_.Insert(place, "  " + plane);
+}
+
+}  // namespace
+
+LineArray MergedLines(const Document& doc, const Services& services, const Mission& mission) {
+  return Merge(doc, services, mission).Run();
+}
+
+bool BuildKeptFile(const Document& doc, const Services& services, const Mission& mission,
+                   LineArray& output, std::string* reason) {
+  MergeFault wrong{"The mission was never read.", {}};
+  const auto build = [&] {
+    if (!mission.Loaded) return;
+    output = MergedLines(doc, services, mission);
+    wrong = CheckMerged(doc, services, mission, output);
+  };
+  Trap(build, [&](const Fault& caught) { wrong = {caught.Text, {}}; });
+  if (wrong.None()) return true;
+  for (const auto& line : wrong.Lines) wrong.Reason += "\n" + line;
+  LogError(services, wrong.Reason, "BuildKeptFile");
+  if (reason) *reason = wrong.Reason;
+  return false;
+}
+
+}  // namespace rws

@@ -1,0 +1,73 @@
+#include "mission/line_patch.h"
+
+#include <utility>
+
+namespace rws {
+
+namespace {
+
+bool EndsLine(const std::string& text) {
+  return text.empty() || text.back() == '\n' || text.back() == '\r';
+}
+
+}  // namespace
+
+std::optional<std::string_view> LinePatch::Line(std::size_t index) const {
+  const auto change = changes_.find(index);
+  if (change == changes_.end()) return (*lines_)[index];
+  if (change->second.Removed) return {};
+  return change->second.Text ? std::string_view(*change->second.Text) : (*lines_)[index];
+}
+
+void LinePatch::Replace(std::size_t index, std::string line) {
+  if (Line(index) != line) changes_[index].Text = std::move(line);
+}
+
+void LinePatch::Remove(std::size_t index) { changes_[index].Removed = true; }
+
+void LinePatch::RemoveRange(std::size_t first, std::size_t last) {
+  for (std::size_t i = first; i < last; ++i) Remove(i);
+}
+
+void LinePatch::Insert(std::size_t before, std::string line) {
+  changes_[before].Before.push_back(std::move(line));
+}
+
+LineArray LinePatch::Result() const {
+  const LineArray& lines = *lines_;
+  // New lines end as the text's first line does.
+  const std::string end(lines.empty() || lines.EndOf(0).empty() ? "\r\n" : lines.EndOf(0));
+  std::string text;
+  text.reserve(lines.FileText().size() + 64 * changes_.size());
+  const auto begin = [&] {
+    if (!EndsLine(text)) text += end;
+  };
+  std::size_t kept = 0;
+  const auto keepUpTo = [&](std::size_t index) {
+    if (kept >= index) return;
+    begin();
+    const std::size_t first = lines.Start(kept), last = lines.End(index - 1);
+    text.append(lines.FileText(), first, last - first).append(lines.EndOf(index - 1));
+    kept = index;
+  };
+  for (const auto& [index, change] : changes_) {
+    keepUpTo(index);
+    for (const auto& line : change.Before) {
+      begin();
+      text.append(line).append(end);
+    }
+    if (index >= lines.size()) continue;
+    kept = index + 1;
+    if (change.Removed) continue;
+    begin();
+    text.append(change.Text ? std::string_view(*change.Text) : lines[index])
+        .append(lines.EndOf(index));
+  }
+  keepUpTo(lines.size());
+  // A file without an end of its last line stays one.
+  const bool open = !lines.empty() && lines.EndOf(lines.size() - 1).empty();
+  if (open && text.ends_with(end)) text.resize(text.size() - end.size());
+  return LineArray::FromFileAsIs(std::move(text));
+}
+
+}  // namespace rws

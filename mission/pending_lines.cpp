@@ -1,0 +1,141 @@
+#include "mission/pending_lines.h"
+
+#include <algorithm>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "mission/carry_edits.h"
+#include "mission/kept_merge.h"
+#include "mission/kept_text.h"
+#include "services/text.h"
+
+namespace rws {
+
+namespace {
+
+/** A document of one mission, for rules that work on a document. */
+Document DocumentOf(const Document& doc, Mission mission) {
+  Document one;
+  one.GamePath = doc.GamePath;
+  one.Maps = doc.Maps;
+  one.Missions.push_back(std::move(mission));
+  return one;
+}
+
+/** What is tried is no fault of the run. */
+Services Silent(const Services& services) {
+  Services silent = services;
+  silent.LogSink = [](const std::string&) {};
+  return silent;
+}
+
+/** A number without what its format adds: "1500.00" is "1500". */
+std::string PlainNumber(std::string_view word) {
+  std::string number(word);
+  const std::string_view digits = word.substr(word[0] == '-' ? 1 : 0);
+  const bool isNumber = digits.find_first_not_of(".0123456789") == digits.npos &&
+                        digits.find_first_of("0123456789") != digits.npos &&
+                        digits.find('.') == digits.rfind('.');
+  if (!isNumber) return number;
+  if (Contains(digits, ".")) {
+    number.erase(number.find_last_not_of('0') + 1);
+    if (number.back() == '.') number.pop_back();
+  }
+  return number.empty() || number == "-" || number == "-0" ? "0" : number;
+}
+
+std::string Words(std::string_view line, bool keyed) {
+  std::string words;
+  for (std::size_t i = 0; i < line.size();) {
+    const std::size_t end = std::min(line.find_first_of(" \t", i), line.size());
+    const auto word = line.substr(i, end - i);
+    i = end + 1;
+    if (word.empty()) continue;
+    const bool isKey = words.empty() && keyed;
+    words.append(isKey ? LowerKey(word) : PlainNumber(word)).append(1, ' ');
+  }
+  return words;
+}
+
+/** The lines of all sections of a name, as far as they mean something. */
+using Meaning = std::map<std::string, std::vector<std::vector<std::string>>>;
+
+Meaning MeaningOf(const LineArray& lines) {
+  const KeptText text(lines);
+  Meaning meaning;
+  const auto add = [&](std::string_view name, std::size_t first, std::size_t last, bool keyed) {
+    std::vector<std::string> kept;
+    for (std::size_t i = first; i < last; ++i)
+      if (auto words = Words(lines[i], keyed); !words.empty()) kept.push_back(std::move(words));
+    if (keyed) std::sort(kept.begin(), kept.end());
+    meaning[LowerKey(name)].push_back(std::move(kept));
+  };
+  const std::size_t begin = text.Sections().empty() ? lines.size() : text.Sections()[0].Header;
+  add("", 0, begin, false);
+  for (const auto& section : text.Sections()) {
+    const bool isFlight = text.LineOf(section, "Planes") != KeptText::npos;
+    add(section.Name, section.First, section.Last, isFlight || EqualNoCase(section.Name, "MAIN"));
+  }
+  return meaning;
+}
+
+LineArray MadeAnew(const Document& doc, const Services& services, const Mission& mission,
+                   const ShownValues& shown, std::string& fault) {
+  Document one = DocumentOf(doc, mission);
+  LineArray lines;
+  if (!BuildMissionFile(one, services, lines, 0, shown, &fault) && fault.empty())
+    fault = "The mission has no section behind which its flights could stand.";
+  return lines;
+}
+
+Mission ReadThe(bool keeps, const Document& doc, const Services& services, const Mission& mission,
+                const Mission& saved) {
+  if (mission.KeepsLines == keeps) return mission;
+  Document one = DocumentOf(doc, mission);
+  SetKeepsLines(one, services, 0, keeps, saved);
+  return one.Missions[0];
+}
+
+}  // namespace
+
+PendingLines LookAhead(const Document& doc, const Services& services, const Mission& mission,
+                       const ShownValues& shown, const Mission& saved, PendingPart part) {
+  const Services silent = Silent(services);
+  PendingLines pending;
+  pending.File = mission.AsRead;
+  if (part != PendingPart::Anew) {
+    const Mission kept = ReadThe(true, doc, silent, mission, saved);
+    pending.File = kept.AsRead;
+    BuildKeptFile(doc, silent, kept, pending.Kept, &pending.KeptFault);
+  }
+  if (part != PendingPart::Kept)
+    pending.Anew = MadeAnew(doc, silent, ReadThe(false, doc, silent, mission, saved), shown,
+                            pending.AnewFault);
+  return pending;
+}
+
+std::size_t ChangedLines(const LineArray& file, const LineArray& written) {
+  if (file.SharesWith(written)) return 0;
+  const DiffCounts counts = CountDifferences(file.FileText(), written.FileText());
+  return counts.Added + counts.Gone + counts.Changed;
+}
+
+bool SameMeaning(const LineArray& a, const LineArray& b) {
+  return a.SharesWith(b) || MeaningOf(a) == MeaningOf(b);
+}
+
+bool CanBeMadeAnew(const Document& doc, const Services& services, const Mission& mission,
+                   const ShownValues& shown) {
+  const Services silent = Silent(services);
+  Mission unedited = mission;
+  unedited.Lines = unedited.AsRead;
+  Mission fresh = FreshlyRead(doc, silent, unedited);
+  fresh = ReadThe(false, doc, silent, fresh, fresh);
+  std::string fault;
+  const LineArray lines = MadeAnew(doc, silent, fresh, shown, fault);
+  return fault.empty() && SameMeaning(fresh.AsRead, lines);
+}
+
+}  // namespace rws

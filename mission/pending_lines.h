@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstddef>
+
+#include "mission/document.h"
+#include "mission/line_diff.h"
+#include "mission/writer.h"
+#include "services/services.h"
+
+/** What an Update of a mission would make of its file, before it is done. */
+namespace rws {
+
+/** A mission's file and what it would become in both ways. */
+struct PendingLines {
+  LineArray File;  // as it was read
+  LineArray Kept;  // with the edits alone
+  LineArray Anew;  // made anew from the records
+  /** Why one of the two cannot be written; "" if it can. */
+  std::string KeptFault, AnewFault;
+};
+
+/** The parts of it that cost something. */
+enum class PendingPart { Kept, Anew, Both };
+
+/** `saved` is the mission as it was read, with what showing it has changed since. */
+PendingLines LookAhead(const Document& doc, const Services& services, const Mission& mission,
+                       const ShownValues& shown, const Mission& saved, PendingPart part);
+
+/** Lines of the file that differ from what would be written. */
+std::size_t ChangedLines(const LineArray& file, const LineArray& written);
+
+/** True if two texts are the same mission to the game: no line, section, word or value is lost,
+    added or altered. Blanks, the order of sections and keys, the letter case of keys and the format
+    of numbers mean nothing. */
+bool SameMeaning(const LineArray& a, const LineArray& b);
+
+/** True if a mission's file can be made anew from its records without a loss: an Update without an
+    edit would leave what it means. */
+bool CanBeMadeAnew(const Document& doc, const Services& services, const Mission& mission,
+                   const ShownValues& shown);
+
+}  // namespace rws

@@ -1,0 +1,19 @@
+#include "mission/untouched.h"
+
+#include "services/paths.h"
+
+namespace rws {
+
+std::string PathOf(const Mission& mission) { return BuildPath(mission.DirPath, mission.FileName); }
+
+UntouchedLines UntouchedRule(const Document& doc, const Mission& mission) {
+  const auto own = doc.UntouchedOf.find(PathOf(mission));
+  return own == doc.UntouchedOf.end() ? doc.Untouched : own->second;
+}
+
+bool WillKeepLines(const Document& doc, const Mission& mission) {
+  const UntouchedLines rule = UntouchedRule(doc, mission);
+  return rule == UntouchedLines::Ask ? mission.KeepsLines : rule == UntouchedLines::Keep;
+}
+
+}  // namespace rws
