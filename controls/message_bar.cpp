@@ -39,6 +39,9 @@ void MessageBar::Build() {
   buttonBox_ = new QWidget(this);
   auto* row = new QHBoxLayout(buttonBox_);
   row->setContentsMargins(0, 0, 0, 0);
+  chk = Named(new QCheckBox(buttonBox_), "chk");
+  chk->setFocusPolicy(Qt::TabFocus);
+  row->addWidget(chk);
   cmdClose = Named(new QToolButton(this), "cmdClose", tr("Close this message"),
                    tr("Close this message (Esc)"));
   cmdClose->setText(QStringLiteral("\u00D7"));
@@ -67,6 +70,10 @@ void MessageBar::SetContent(const BarContent& content) {
                                                  : QStyle::SP_MessageBoxInformation);
   const int side = style()->pixelMetric(QStyle::PM_ButtonIconSize, nullptr, this) * 5 / 4;
   picture_->setPixmap(icon.pixmap(side, side));
+  chk->setText(content.Check);
+  chk->setAccessibleName(Spoken(content.Check));
+  chk->setChecked(false);
+  chk->setVisible(!content.Check.isEmpty());
   MakeButtons(content.Buttons);
   Recolor();
   Arrange();
@@ -123,6 +130,7 @@ void MessageBar::Recolor() {
       colors.setColor(group, role, text);
   lblText->setPalette(colors);
   cmdClose->setPalette(colors);
+  chk->setPalette(colors);
   update();
 }
 

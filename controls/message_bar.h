@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QBoxLayout>
+#include <QCheckBox>
 #include <QFrame>
 #include <QPushButton>
 #include <QToolButton>
@@ -26,6 +27,8 @@ struct BarContent {
   std::vector<BarButton> Buttons;
   /** The user closed the bar; it is gone already. */
   std::function<void()> OnClose;
+  /** Caption of a box to be ticked, ahead of the buttons; none without one. */
+  QString Check = QString();
 };
 
 /** A message across the window that waits until the user has time for it: an icon, a text, buttons
@@ -50,6 +53,8 @@ class MessageBar : public QFrame {
   QSize minimumSizeHint() const override;
 
   WrappedLabel* lblText;
+  /** Hidden where the message has none. */
+  QCheckBox* chk;
   std::vector<QPushButton*> cmd;
   QToolButton* cmdClose;
 

@@ -95,6 +95,9 @@ BornPlace& frmDogFight::Base() {
   return At(At(session_.Doc.MissionShadow, Idx).BornPlaces, CurBase);
 }
 
+/** The lines of a list are then edited, not made anew. */
+bool frmDogFight::KeepsLines() const { return At(session_.Doc.Missions, Idx).KeepsLines; }
+
 void frmDogFight::Refresh() {
   ResumeNext([&] {
     const BornPlace& base = Base();
@@ -105,7 +108,8 @@ void frmDogFight::Refresh() {
     slide->setValue(ShownRadius(base.Radius));
     // The base's own, which the slider may not reach.
     ShowSize(base.Radius);
-    lists_ = FillHomeBase(session_.Tables.DogFightAircraft, base, services_.Page);
+    lists_ = FillHomeBase(session_.Tables.DogFightAircraft, base, services_.Page,
+                          KeepsLines() ? UnknownAircraft::Spelled : UnknownAircraft::Unnamed);
     for (std::size_t i = 0; i < lists_.size(); ++i) ShowList(i);
   });
 }
@@ -177,7 +181,12 @@ void frmDogFight::Move(std::size_t from) {
     auto& table = session_.Tables.DogFightAircraft;
     std::vector<std::string_view> names;
     for (const int row : rows) names.push_back(At(lists_[from], row).Text);
-    MoveAircraft(table, base, from == kAvailable ? kAvailable : kReserve, names);
+    const HomeBaseList list = from == kAvailable ? kAvailable : kReserve;
+    if (KeepsLines()) {
+      MoveKeptAircraft(table, base, list, names);
+      return Refresh();
+    }
+    MoveAircraft(table, base, list, names);
     Refresh();
     EraseIfDefault(table, base, lists_[kAvailable]);
   });

@@ -66,6 +66,7 @@ class frmDogFight : public Dialog {
 
   void FillColors();
   BornPlace& Base();
+  bool KeepsLines() const;
   void Refresh();
   void ShowColor(int color);
   void ShowList(std::size_t list);

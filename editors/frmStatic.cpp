@@ -80,7 +80,8 @@ void frmStatic::Change() {
 void frmStatic::Apply() {
   const bool done = Edit(session_, kParkedAircraft, [&] {
     Mission& mission = At(session_.Doc.Missions, session_.Doc.CurMission);
-    static_ = ApplyStaticPlanes(StaticPlanes, mission.Lines);
+    static_ = mission.KeepsLines ? ApplyKeptStaticPlanes(StaticPlanes, mission.Lines)
+                                 : ApplyStaticPlanes(StaticPlanes, mission.Lines);
   });
   // Else the form stays open with what was chosen.
   if (done) accept();

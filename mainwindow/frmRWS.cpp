@@ -12,6 +12,7 @@
 #include "services/trapped.h"
 #include "session/current.h"
 #include "session/doors.h"
+#include "session/lines_rule.h"
 #include "session/loading.h"
 #include "session/recording.h"
 
@@ -232,6 +233,7 @@ void frmRWS::FillMission(Baseline baseline, int flight) {
     // A mission that was moved away or deleted must not reach the reader, which would end the run.
     ReadCurrent(session_, baseline, lstMission->IsGone(doc.CurMission));
     if (doc.Closing) return;
+    FollowLinesRule(session_, current);
     const Mission& mission = doc.Missions[current];
     mnuMissionPop[kSpawnPoints]->setVisible(mission.HasBornPlace);
     missionPanel->ShowMission();

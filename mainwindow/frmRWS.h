@@ -9,8 +9,10 @@
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
+#include <QToolButton>
 #include <array>
 #include <functional>
+#include <optional>
 #include <set>
 
 #include "mainwindow/flight_area.h"
@@ -19,6 +21,7 @@
 #include "mainwindow/mission_list.h"
 #include "mainwindow/mission_panel.h"
 #include "mainwindow/popups.h"
+#include "mission/pending_lines.h"
 #include "mission/update.h"
 #include "session/reading.h"
 #include "session/recovery.h"
@@ -81,6 +84,8 @@ class frmRWS : public QMainWindow {
   std::array<QLabel*, 2> staPanels;
   /** How many missions are unsaved; empty without one. */
   QLabel* lblUnsaved;
+  /** What an Update would do to the lines of the mission on show; a click shows them. */
+  QToolButton* cmdLines;
   /** What waits for the user above the list. */
   MessageBars* bars;
   QToolBar* tlbMain;
@@ -90,7 +95,7 @@ class frmRWS : public QMainWindow {
   QMenu *mnuMission, *mnuFlight;
   QMenu* mnuRecent;
   QAction *mnuSave, *mnuSaveAll, *mnuRevert, *mnuOpenFolder, *mnuReread, *mnuClearRecent, *mnuExit;
-  QAction *mnuUndo, *mnuRedo, *mnuToolBar, *mnuRestoreBackup;
+  QAction *mnuUndo, *mnuRedo, *mnuToolBar, *mnuRestoreBackup, *mnuChanges;
   enum Tool : std::size_t {
     kSkinManager,
     kRenameAll,
@@ -121,6 +126,11 @@ class frmRWS : public QMainWindow {
 
   /** The bar that tells that another program has changed the mission on show. */
   static constexpr char kReloadBar[] = "reload";
+  /** The bar that tells that an Update would change more than was edited. */
+  static constexpr char kLinesBar[] = "lines";
+  /** Asks about missions of which an Update would change more than was edited; in place of the form
+      in tests. */
+  AskUntouched AskLines;
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -228,6 +238,15 @@ class frmRWS : public QMainWindow {
   std::vector<std::string> GoneRows() const;
   void WatchShown();
 
+  void ConnectLines();
+  void LinesMayHaveChanged();
+  void ShowPendingLines();
+  void OfferToKeepLines();
+  void ChooseShownLines(UntouchedLines choice);
+  void StoreUntouched(UntouchedLines choice);
+  void ClickChanges();
+  std::optional<UntouchedLines> AskAboutMissions(const std::vector<std::string>& paths);
+
   void Press(std::size_t button);
   void ClickDirectory();
   void ClickExit();
@@ -248,6 +267,12 @@ class frmRWS : public QMainWindow {
   bool comLineMissionFound_ = false;
   QTimer* recoveryTimer_;
   RecoveryState recovery_;
+  /** What an Update would do is worked out when the edits pause. */
+  QTimer* linesTimer_;
+  /** The mission and the text that were looked at last, and what was found. */
+  std::string linesOf_;
+  LineArray linesSeen_;
+  MadeAnewCheck madeAnew_;
   FolderWatch* watch_;
   /** The file that is watched, and as it was when it was last looked at. */
   std::string watched_;

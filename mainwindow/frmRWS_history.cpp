@@ -78,6 +78,7 @@ void frmRWS::ConnectHistory() {
   command(mnuUndo, "mnuUndo_Click", [this] { Travel(true); });
   command(mnuRedo, "mnuRedo_Click", [this] { Travel(false); });
   ConnectRecovery();
+  ConnectLines();
 }
 
 /** Brings menus and marks to what has been done and what is unsaved. */
@@ -89,6 +90,7 @@ void frmRWS::ShowHistory() {
   SetText(*mnuUndo, EntryText(tr("&Undo"), undo), !undo.empty());
   SetText(*mnuRedo, EntryText(tr("&Redo"), redo), !redo.empty());
   ShowUnsavedMissions();
+  LinesMayHaveChanged();
 }
 
 void frmRWS::ShowUnsavedMissions() {
@@ -118,6 +120,12 @@ bool frmRWS::SaveMissions(const std::vector<std::string>& paths) {
   Document& doc = session_.Doc;
   const std::string current = At(doc.MissionFiles, doc.CurMission);
   const int flight = doc.CurFlight;
+  std::vector<std::size_t> listed;
+  for (const auto& path : paths)
+    if (const auto mission = MissionAt(doc, path); mission >= 0)
+      listed.push_back(static_cast<std::size_t>(mission));
+  if (!AskAboutLines(doc, session_.Services, missionPanel->Shown(), listed, session_.AskLines))
+    return false;
   std::size_t written = 0;
   for (const auto& path : paths)
     written += SaveOne(session_, path, path == current ? missionPanel->Shown() : ShownValues());

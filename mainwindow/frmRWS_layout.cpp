@@ -97,6 +97,11 @@ void frmRWS::BuildStatusBar() {
                      tr("Missions that differ from their files"));
   lblUnsaved->setTextFormat(Qt::PlainText);
   lblUnsaved->setIndent(fontMetrics().averageCharWidth());
+  cmdLines = Named(new QToolButton, "cmdLines", tr("Lines that an Update would change"),
+                   tr("What an Update would change in the file of this mission; click to see it"));
+  cmdLines->setAutoRaise(true);
+  cmdLines->setFocusPolicy(Qt::TabFocus);
+  staBar->addPermanentWidget(cmdLines);
   // Stays when a notice takes the place of the others.
   staBar->addPermanentWidget(lblUnsaved);
 }

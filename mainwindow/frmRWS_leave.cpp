@@ -8,6 +8,8 @@
 #include "services/paths.h"
 #include "services/pickers.h"
 #include "services/setting_values.h"
+#include "session/current.h"
+#include "session/lines_rule.h"
 #include "session/recording.h"
 
 namespace rws {
@@ -99,9 +101,8 @@ void frmRWS::ClickDirectory() {
 /** The Update of all modified missions. */
 bool frmRWS::WriteChanges() {
   Record(session_, nullptr);
-  const bool allWritten =
-      UpdateChanges(session_.Doc, session_.Services, session_.Prefs, missionPanel->Shown(),
-                    [this](std::size_t mission) { NoteWritten(session_, mission); });
+  const bool allWritten = UpdateChanges(session_.Doc, session_.Services, session_.Prefs,
+                                        missionPanel->Shown(), HooksOf(session_));
   CloseStep(session_);
   ShowHistory();
   return allWritten;
@@ -109,7 +110,8 @@ bool frmRWS::WriteChanges() {
 
 bool frmRWS::ClickUpdate() {
   const bool allWritten = WriteChanges();
-  LightUpdate(false);
+  // Still lit when the user has cancelled.
+  LightUpdate(!allWritten && CurrentMission(session_).Modified);
   // What could not be written lives in memory only; it is neither erased nor reread.
   if (!allWritten) return false;
   // Nor is what an earlier Update failed to write.
@@ -128,7 +130,7 @@ bool frmRWS::MayExit() {
   if (answer == Answer::Cancel) return false;
   if (answer == Answer::Yes) {
     const bool allWritten = WriteChanges();
-    LightUpdate(false);
+    LightUpdate(!allWritten && CurrentMission(session_).Modified);
     return allWritten && AskUnsaved();
   }
   std::vector<std::string> refused;

@@ -86,6 +86,7 @@ void frmRWS::BuildMirrorMenus() {
   mnuRestoreBackup =
       AddEntry(mnuMission, tr("Restore a Bac&kup..."), QStringLiteral("mnuRestoreBackup"));
   mnuRestoreBackup->setEnabled(false);
+  mnuChanges = AddEntry(mnuMission, tr("C&hanges..."), QStringLiteral("mnuChanges"));
   mnuFlight = Titled(menuBar()->addMenu(tr("Fli&ght")), "mnuFlight");
   mnuFlight->addActions(flightArea->mnuAircraft->actions());
   for (auto* menu : {mnuMission, mnuFlight}) menu->menuAction()->setEnabled(false);

@@ -1,7 +1,7 @@
 #include <QApplication>
 
 #include "mainwindow/frmRWS.h"
-#include "mission/line_ends.h"
+#include "mission/untouched.h"
 #include "mission/writer.h"
 #include "platform/folder_watch.h"
 #include "platform/qt_text.h"
@@ -60,9 +60,8 @@ void frmRWS::LookAtShownFile() {
   const FileStamp stamp = services.Files.Stamp(path);
   if (!stamp.Exists || stamp == stampSeen_) return;
   bool changed = false;
-  const bool read = ResumeNext([&] {
-    changed = !(LinesOfFile(services.Files.ReadFile(path)) == CurrentMission(session_).AsRead);
-  });
+  const bool read = ResumeNext(
+      [&] { changed = !IsAsRead(CurrentMission(session_), services.Files.ReadFile(path)); });
   // In the middle of being written, it is looked at once more.
   if (!read) return ++failedLooks_ < kMostFailedLooks ? watch_->LookAgain() : void();
   failedLooks_ = 0;

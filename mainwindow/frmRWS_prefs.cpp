@@ -43,6 +43,7 @@ void frmRWS::SetPrefs() {
     form.LockWT = prefs.bLockWT;
     form.SndPlayer = prefs.bSndPlayer;
     form.SavePromptMode = prefs.SavePromptMode;
+    form.LaterVersions = static_cast<int>(doc.Untouched);
     // A wrong folder chosen in the form last time is in use until the setting is read again: now.
     form.GamePath = ReadSetting(session_.Services.Settings, setting::GamePath);
     if (form.GamePath.empty()) form.GamePath = doc.GamePath;
@@ -81,6 +82,7 @@ void frmRWS::ApplyPrefs(const frmPrefs& form) {
   }
   prefs.SavePromptMode = form.SavePromptMode;
   WriteSetting(services.Settings, setting::SaveWarn, std::to_string(prefs.SavePromptMode));
+  StoreUntouched(static_cast<UntouchedLines>(form.LaterVersions));
   prefs.bBackup = form.Backup;
   StoreFlag(services, setting::Backup, prefs.bBackup);
   prefs.BackupsKept = form.BackupsKept;

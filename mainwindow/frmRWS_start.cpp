@@ -100,7 +100,7 @@ void frmRWS::FillForm(const std::string& commandLine) {
   DeleteLog(services);
   services.Settings.BaseKey = kSettingsBaseKey;
   WriteSetting(settings, setting::WorkDir, services.ProgramPath);
-  ReadStartSettings(prefs, services);
+  ReadStartSettings(doc, prefs, services);
   LogStartUp(services);
   PrepareControls();
   LoadPlacement();

@@ -9,6 +9,7 @@
 #include "mission/carry_edits.h"
 #include "mission/kept_merge.h"
 #include "mission/kept_text.h"
+#include "services/numbers.h"
 #include "services/text.h"
 
 namespace rws {
@@ -126,8 +127,8 @@ bool SameMeaning(const LineArray& a, const LineArray& b) {
   return a.SharesWith(b) || MeaningOf(a) == MeaningOf(b);
 }
 
-bool CanBeMadeAnew(const Document& doc, const Services& services, const Mission& mission,
-                   const ShownValues& shown) {
+MadeAnewCheck CheckMadeAnew(const Document& doc, const Services& services, const Mission& mission,
+                            const ShownValues& shown) {
   const Services silent = Silent(services);
   Mission unedited = mission;
   unedited.Lines = unedited.AsRead;
@@ -135,7 +136,17 @@ bool CanBeMadeAnew(const Document& doc, const Services& services, const Mission&
   fresh = ReadThe(false, doc, silent, fresh, fresh);
   std::string fault;
   const LineArray lines = MadeAnew(doc, silent, fresh, shown, fault);
-  return fault.empty() && SameMeaning(fresh.AsRead, lines);
+  return {fault.empty() && SameMeaning(fresh.AsRead, lines), ChangedLines(fresh.AsRead, lines)};
+}
+
+std::string PendingText(std::size_t edited, std::size_t rewritten) {
+  const auto count = [](std::size_t lines) {
+    return GroupedNumber(lines) + (lines == 1 ? " line" : " lines");
+  };
+  if (edited + rewritten == 0) return "No line changes";
+  if (rewritten == 0) return count(edited) + " changed";
+  if (edited == 0) return count(rewritten) + " rewritten";
+  return count(edited) + " changed, " + GroupedNumber(rewritten) + " more rewritten";
 }
 
 }  // namespace rws

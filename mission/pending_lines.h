@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 
 #include "mission/document.h"
 #include "mission/line_diff.h"
@@ -34,9 +35,18 @@ std::size_t ChangedLines(const LineArray& file, const LineArray& written);
     of numbers mean nothing. */
 bool SameMeaning(const LineArray& a, const LineArray& b);
 
-/** True if a mission's file can be made anew from its records without a loss: an Update without an
-    edit would leave what it means. */
-bool CanBeMadeAnew(const Document& doc, const Services& services, const Mission& mission,
-                   const ShownValues& shown);
+/** What an Update without an edit, which makes the file anew from the records, would do to it. */
+struct MadeAnewCheck {
+  /** It would be the same mission to the game. */
+  bool KeepsMeaning = true;
+  /** How many lines would differ, also in what means nothing. */
+  std::size_t Lines = 0;
+};
+
+MadeAnewCheck CheckMadeAnew(const Document& doc, const Services& services, const Mission& mission,
+                            const ShownValues& shown);
+
+/** "3 lines changed, 46 more rewritten"; "No line changes". */
+std::string PendingText(std::size_t edited, std::size_t rewritten);
 
 }  // namespace rws

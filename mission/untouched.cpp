@@ -1,5 +1,8 @@
 #include "mission/untouched.h"
 
+#include <utility>
+
+#include "mission/line_ends.h"
 #include "services/paths.h"
 
 namespace rws {
@@ -14,6 +17,11 @@ UntouchedLines UntouchedRule(const Document& doc, const Mission& mission) {
 bool WillKeepLines(const Document& doc, const Mission& mission) {
   const UntouchedLines rule = UntouchedRule(doc, mission);
   return rule == UntouchedLines::Ask ? mission.KeepsLines : rule == UntouchedLines::Keep;
+}
+
+bool IsAsRead(const Mission& mission, std::string bytes) {
+  if (bytes == mission.AsRead.FileText()) return true;
+  return !mission.KeepsLines && LinesOfFile(std::move(bytes)) == mission.AsRead;
 }
 
 }  // namespace rws

@@ -17,4 +17,8 @@ UntouchedLines UntouchedRule(const Document& doc, const Mission& mission);
  */
 bool WillKeepLines(const Document& doc, const Mission& mission);
 
+/** True if a file's bytes are those that the mission was read from, or last written as; line ends
+    that are repaired at reading make no difference. */
+bool IsAsRead(const Mission& mission, std::string bytes);
+
 }  // namespace rws

@@ -10,7 +10,6 @@
 #include "mission/fields.h"
 #include "mission/kept_merge.h"
 #include "mission/kept_reader.h"
-#include "mission/line_ends.h"
 #include "mission/mission_file.h"
 #include "mission/pending_lines.h"
 #include "mission/untouched.h"
@@ -108,11 +107,7 @@ std::string PendingQuestion(const Document& doc, const std::vector<std::size_t>&
 bool ChangedOutside(const Services& services, const Mission& mission) {
   const std::string path = PathOf(mission);
   if (mission.AsRead.empty() || services.Files.IsGone(path)) return false;
-  std::string bytes = services.Files.ReadFile(path);
-  if (bytes == mission.AsRead.FileText()) return false;
-  if (mission.KeepsLines) return true;
-  if (auto repaired = RepairedLineEnds(bytes)) bytes = std::move(*repaired);
-  return !(LineArray::FromFile(std::move(bytes)) == mission.AsRead);
+  return !IsAsRead(mission, services.Files.ReadFile(path));
 }
 
 bool AskToReplace(const Services& services, const std::string& path) {
@@ -165,25 +160,6 @@ enum class IfGone { Fail, Write };
 Mission SavedState(const Document& doc, const Services& services, const UpdateHooks& hooks,
                    std::size_t mission) {
   return hooks.Saved ? hooks.Saved(mission) : FreshlyRead(doc, services, doc.Missions[mission]);
-}
-
-/** False if the user has cancelled. The choice for each of them holds for the run. */
-bool ChooseLines(Document& doc, const Services& services, const ShownValues& shown,
-                 const std::vector<std::size_t>& missions, const UpdateHooks& hooks) {
-  if (!hooks.Choose) return true;
-  std::vector<std::size_t> open;
-  for (const auto i : missions) {
-    const Mission& mission = doc.Missions[i];
-    if (mission.Loaded && !mission.KeepsLines &&
-        UntouchedRule(doc, mission) == UntouchedLines::Ask &&
-        !CanBeMadeAnew(doc, services, mission, shown))
-      open.push_back(i);
-  }
-  if (open.empty()) return true;
-  const auto choice = hooks.Choose(open);
-  if (!choice) return false;
-  for (const auto i : open) doc.UntouchedOf[PathOf(doc.Missions[i])] = *choice;
-  return true;
 }
 
 /** The new lines by the edits alone. Where they cannot be made without harm the user may have the
@@ -272,6 +248,23 @@ bool MissionChanged(const Document& doc, std::size_t mission) {
   return !HoldsMore(own, shadow) && RecordsDiffer(own, shadow);
 }
 
+bool AskAboutLines(Document& doc, const Services& services, const ShownValues& shown,
+                   const std::vector<std::size_t>& missions, const AskUntouched& ask) {
+  std::vector<std::string> paths;
+  for (const auto i : missions) {
+    const Mission& mission = doc.Missions[i];
+    if (ask && mission.Loaded && !mission.KeepsLines &&
+        UntouchedRule(doc, mission) == UntouchedLines::Ask &&
+        !CheckMadeAnew(doc, services, mission, shown).KeepsMeaning)
+      paths.push_back(PathOf(mission));
+  }
+  if (paths.empty()) return true;
+  const auto choice = ask(paths);
+  if (!choice) return false;
+  for (const auto& path : paths) doc.UntouchedOf[path] = *choice;
+  return true;
+}
+
 bool UpdateChanges(Document& doc, const Services& services, const Preferences& prefs,
                    const ShownValues& shown, const UpdateHooks& hooks) {
   bool allWritten = true;
@@ -279,7 +272,7 @@ bool UpdateChanges(Document& doc, const Services& services, const Preferences& p
     std::vector<std::size_t> modified;
     for (std::size_t i = 0; i < doc.Missions.size(); ++i)
       if (doc.Missions[i].Modified) modified.push_back(i);
-    if (!ChooseLines(doc, services, shown, modified, hooks)) {
+    if (!AskAboutLines(doc, services, shown, modified, hooks.Ask)) {
       allWritten = false;
       return;
     }
@@ -304,7 +297,7 @@ bool SaveMission(Document& doc, const Services& services, const Preferences& pre
     const auto record = [&]() -> Mission& {
       return At(doc.Missions, static_cast<std::ptrdiff_t>(mission));
     };
-    if (mission < doc.Missions.size() && !ChooseLines(doc, services, shown, {mission}, hooks))
+    if (mission < doc.Missions.size() && !AskAboutLines(doc, services, shown, {mission}, hooks.Ask))
       return;
     record().NotWritten = true;
     record().Modified = false;

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "mission/document.h"
@@ -18,16 +19,24 @@ namespace rws {
     commands that add one add it to the shadow too. */
 bool MissionChanged(const Document& doc, std::size_t mission);
 
+/** Lets the user choose what becomes of the lines of missions, by their full paths, that were not
+    edited, since writing them anew would change what they mean. Nothing when that is cancelled. */
+using AskUntouched =
+    std::function<std::optional<UntouchedLines>(const std::vector<std::string>& paths)>;
+
 /** What an Update asks of those who run it; any of them may be missing. */
 struct UpdateHooks {
   /** Called after each mission that was written. */
   std::function<void(std::size_t mission)> Written;
   /** The mission as it was read, with what showing it has changed since. */
   std::function<Mission(std::size_t mission)> Saved;
-  /** Lets the user choose what becomes of the lines of these missions that were not edited, since
-      writing them anew would change what they mean; nothing when the Update is cancelled. */
-  std::function<std::optional<UntouchedLines>(const std::vector<std::size_t>& missions)> Choose;
+  AskUntouched Ask;
 };
+
+/** Asks about those of the missions that have a question of their own still open; false if the user
+    has cancelled. The choice for each of them holds for the run. */
+bool AskAboutLines(Document& doc, const Services& services, const ShownValues& shown,
+                   const std::vector<std::size_t>& missions, const AskUntouched& ask);
 
 /** Writes every modified mission. One whose file another program has changed since it was read is
     only replaced when the user agrees, and what stood there is kept among the backups then, in any

@@ -27,6 +27,7 @@ inline constexpr SettingValue LastDirPath{"LastDirPath", ""};
 inline constexpr SettingValue Backup{"Backup", "True"};
 /** How many dated backups of a mission stay; 0 is all. */
 inline constexpr SettingValue BackupsKept{"BackupsKept", "0"};
+inline constexpr SettingValue LaterVersions{"LaterVersions", "0"};
 inline constexpr SettingValue StoreDays{"StoreDays", "30"};
 inline constexpr SettingValue StoreMegabytes{"StoreMegabytes", "256"};
 inline constexpr SettingValue LockWT{"RWSLockWT", ""};

@@ -22,4 +22,10 @@ void Notify(Session& session, const EditKind* kind) {
   for (const auto& listener : session.Listeners) listener(change);
 }
 
+bool KeepsShownLines(const Session& session) {
+  const auto& missions = session.Doc.Missions;
+  const auto current = static_cast<std::size_t>(session.Doc.CurMission);
+  return current < missions.size() && missions[current].KeepsLines;
+}
+
 }  // namespace rws

@@ -40,6 +40,9 @@ void SetModify(Session& session);
 /** Tells every listener. */
 void Notify(Session& session, const EditKind* kind);
 
+/** True if the mission on show is written by its edits alone. */
+bool KeepsShownLines(const Session& session);
+
 /** Marks what happens while it lives as showing. */
 class Showing {
  public:
@@ -54,8 +57,8 @@ class Showing {
 
 /** The user changes records. A failure is logged and ends the change; what it wrote until then
     stays, and does not light Update. Within `Show` it is no edit: handlers that run while controls
-    are filled write all the same. An edit within an edit is part of it: listeners hear of the outer
-   one, once. False if it failed. */
+    are filled write all the same, but to a mission whose lines are kept. An edit within an edit is
+   part of it: listeners hear of the outer one, once. False if it failed. */
 template <class Body>
 bool Edit(Session& session, const EditKind& kind, Body&& change) {
   const auto whole = [&] {
@@ -63,6 +66,8 @@ bool Edit(Session& session, const EditKind& kind, Body&& change) {
     if (kind.Lights == Lighting::AtOnce) SetModify(session);
   };
   const bool shown = session.Showing > 0;
+  // Showing must not change what is to stay as it is.
+  if (shown && KeepsShownLines(session)) return true;
   ++session.Editing;
   bool done = false;
   {

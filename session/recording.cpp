@@ -154,6 +154,16 @@ void FollowLast(History& history, const std::string& path, const MissionState& b
       mission.After.Own = after.Own;
 }
 
+/** All are taken out first: a new name may be the old one of another. */
+template <class Value>
+void MoveKeys(std::map<std::string, Value>& values,
+              const std::vector<std::pair<std::string, std::string>>& moves) {
+  std::vector<std::pair<std::string, Value>> moved;
+  for (const auto& [from, to] : moves)
+    if (auto node = values.extract(from)) moved.emplace_back(to, std::move(node.mapped()));
+  for (auto& [path, value] : moved) values[path] = std::move(value);
+}
+
 }  // namespace
 
 std::ptrdiff_t MissionAt(const Document& doc, const std::string& path) {
@@ -322,12 +332,8 @@ void RecordWhole(Session& session, const std::vector<std::string>& paths, const 
 }
 
 void NoteMoved(Session& session, const std::vector<std::pair<std::string, std::string>>& moves) {
-  // All are taken out first: a new name may be the old one of another.
-  std::vector<std::pair<std::string, MissionState>> known;
-  for (const auto& [from, to] : moves)
-    if (auto node = session.History.Known.extract(from))
-      known.emplace_back(to, std::move(node.mapped()));
-  for (auto& [path, state] : known) session.History.Known[path] = std::move(state);
+  MoveKeys(session.History.Known, moves);
+  MoveKeys(session.Doc.UntouchedOf, moves);
 }
 
 void MoveRows(Document& doc, const std::vector<std::pair<std::string, std::string>>& moves) {

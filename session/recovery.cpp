@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <tuple>
 
-#include "mission/line_ends.h"
 #include "mission/reader.h"
+#include "mission/untouched.h"
 #include "services/checksum.h"
 #include "services/error_log.h"
 #include "services/paths.h"
@@ -176,9 +176,8 @@ std::vector<std::string> RestoreRecovered(Session& session, RecoveryState& state
 
 bool HasChangedSince(const Services& services, const Recovered& recovered) {
   bool changed = true;
-  ResumeNext([&] {
-    changed = !(LinesOfFile(services.Files.ReadFile(recovered.Path)) == recovered.Mission.AsRead);
-  });
+  ResumeNext(
+      [&] { changed = !IsAsRead(recovered.Mission, services.Files.ReadFile(recovered.Path)); });
   return changed;
 }
 

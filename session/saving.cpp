@@ -2,6 +2,7 @@
 
 #include "mission/update.h"
 #include "services/paths.h"
+#include "session/lines_rule.h"
 #include "session/reading.h"
 #include "session/recording.h"
 
@@ -17,7 +18,15 @@ bool SaveAway(Session& session, const std::string& path) {
   doc.Missions = {Thaw(*known.at(path).Own)};
   NameMission(doc.Missions[0], path);
   doc.MissionShadow = doc.Missions;
-  if (!SaveMission(doc, session.Services, session.Prefs, {}, 0)) return false;
+  doc.GamePath = session.Doc.GamePath;
+  doc.Maps = session.Doc.Maps;
+  doc.Untouched = session.Doc.Untouched;
+  doc.UntouchedOf = session.Doc.UntouchedOf;
+  const UpdateHooks hooks{nullptr, [&](std::size_t) { return Thaw(*known.at(path).Saved); },
+                          session.AskLines};
+  const bool written = SaveMission(doc, session.Services, session.Prefs, {}, 0, hooks);
+  session.Doc.UntouchedOf = doc.UntouchedOf;
+  if (!written) return false;
   known.erase(path);
   return true;
 }
@@ -29,7 +38,8 @@ bool SaveOne(Session& session, const std::string& path, const ShownValues& shown
   if (listed < 0) return SaveAway(session, path);
   const auto mission = static_cast<std::size_t>(listed);
   Record(session, nullptr);
-  if (!SaveMission(session.Doc, session.Services, session.Prefs, shown, mission)) return false;
+  if (!SaveMission(session.Doc, session.Services, session.Prefs, shown, mission, HooksOf(session)))
+    return false;
   NoteWritten(session, mission);
   CloseStep(session);
   Reread(session, mission);

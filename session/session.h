@@ -5,6 +5,7 @@
 
 #include "catalogues/catalogues.h"
 #include "mission/document.h"
+#include "mission/update.h"
 #include "services/preferences.h"
 #include "services/services.h"
 #include "session/history.h"
@@ -23,6 +24,10 @@ struct Session {
 
   /** What has been done, and what is unsaved. */
   rws::History History;
+
+  /** Asks what becomes of lines that an Update would change beside the edits; without it they are
+      written anew. */
+  AskUntouched AskLines;
 
   /** Are told of every change of a record, when the history has it. */
   std::vector<std::function<void(const Change&)>> Listeners;

@@ -3,11 +3,14 @@
 #include <map>
 #include <utility>
 
+#include "mission/carry_edits.h"
 #include "mission/reader.h"
+#include "mission/untouched.h"
 #include "mission/update.h"
 #include "services/faults.h"
 #include "services/paths.h"
 #include "session/file_undo.h"
+#include "session/lines_rule.h"
 #include "session/recording.h"
 #include "session/relist.h"
 
@@ -63,7 +66,11 @@ void Patch(Session& session, std::size_t mission, const MissionState& from,
   MissionState& known = session.History.Known[doc.MissionFiles[mission]];
   const bool sameReading = known.Reading == to.Reading;
   Mission& record = doc.Missions[mission];
-  record = Patched(record, *from.Own, *to.Own);
+  // Steps of before the lines were kept, or of after, are about values that are spelled otherwise.
+  if (record.KeepsLines == to.Own->Head.KeepsLines)
+    record = Patched(record, *from.Own, *to.Own);
+  else
+    CarryEdits(Thaw(*from.Own), Thaw(*to.Own), record);
   if (sameReading) PutShadow(doc, mission, to);
   known.Own = Freeze(record, known.Own);
   const bool unsaved = !SameContent(*known.Own, *known.Saved);
@@ -90,11 +97,28 @@ void BringBack(Session& session, std::size_t mission, const MissionState& to) {
   known.Shadow = to.Shadow;
 }
 
+/** The way of reading is changed back. */
+void TurnLines(Session& session, std::size_t mission, const MissionState& from,
+               const MissionState& to) {
+  Document& doc = session.Doc;
+  const bool keeps = to.Own->Head.KeepsLines;
+  doc.UntouchedOf[PathOf(doc.Missions[mission])] = keeps ? UntouchedLines::Keep
+                                                   : doc.Untouched == UntouchedLines::Ask
+                                                       ? UntouchedLines::Ask
+                                                       : UntouchedLines::Anew;
+  const MissionState& known = session.History.Known[doc.MissionFiles[mission]];
+  // With nothing written since, it is what it was.
+  if (known.Reading == from.Reading) return PutBack(session, mission, to);
+  ReadLines(session, mission, keeps);
+}
+
 void Apply(Session& session, std::size_t mission, const MissionState& from,
            const MissionState& to) {
   if (!to.Own) return MakeUnread(session, mission);
   if (!session.Doc.Missions[mission].Loaded) return PutBack(session, mission, to);
   if (!from.Own) return BringBack(session, mission, to);
+  if (from.Own->Head.KeepsLines != to.Own->Head.KeepsLines)
+    return TurnLines(session, mission, from, to);
   Patch(session, mission, from, to);
 }
 

@@ -4,6 +4,8 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "services/text.h"
+
 namespace rws {
 
 namespace {
@@ -24,7 +26,8 @@ std::vector<HomeBaseItem> DefaultItems(std::vector<DogFightPlane>& table) {
 }
 
 std::vector<HomeBaseItem> OwnItems(std::vector<DogFightPlane>& table,
-                                   const std::vector<std::string>& planes, const CodePage& page) {
+                                   const std::vector<std::string>& planes, const CodePage& page,
+                                   UnknownAircraft unknown) {
   std::vector<std::string> names;
   for (const auto& plane : planes) names.push_back(page.LCase(plane));
   const std::unordered_set<std::string_view> offered(names.begin(), names.end());
@@ -37,7 +40,8 @@ std::vector<HomeBaseItem> OwnItems(std::vector<DogFightPlane>& table,
   std::vector<HomeBaseItem> items;
   for (std::size_t i = 0; i < names.size(); ++i) {
     const auto found = rows.find(names[i]);
-    items.push_back(MakeItem(found == rows.end() ? "" : table[found->second].DisplayName, i));
+    const std::string spelled = unknown == UnknownAircraft::Spelled ? planes[i] : "";
+    items.push_back(MakeItem(found == rows.end() ? spelled : table[found->second].DisplayName, i));
   }
   return items;
 }
@@ -47,10 +51,10 @@ std::vector<HomeBaseItem> OwnItems(std::vector<DogFightPlane>& table,
 int ShownRadius(std::int32_t radius) { return std::clamp(radius, kLeastRadius, kLargestRadius); }
 
 HomeBaseLists FillHomeBase(std::vector<DogFightPlane>& table, const BornPlace& base,
-                           const CodePage& page) {
+                           const CodePage& page, UnknownAircraft unknown) {
   HomeBaseLists lists;
   lists[kAvailable] =
-      base.Planes.empty() ? DefaultItems(table) : OwnItems(table, base.Planes, page);
+      base.Planes.empty() ? DefaultItems(table) : OwnItems(table, base.Planes, page, unknown);
   for (std::size_t row = 0; row < table.size(); ++row)
     if (table[row].State == kInReserve)
       lists[kReserve].push_back(MakeItem(table[row].DisplayName, row));
@@ -70,6 +74,23 @@ void MoveAircraft(std::vector<DogFightPlane>& table, BornPlace& base, HomeBaseLi
   for (const auto& plane : table)
     if (plane.State == kIsAvailable) planes.push_back(plane.InternalName);
   base.Planes = std::move(planes);
+}
+
+void MoveKeptAircraft(const std::vector<DogFightPlane>& table, BornPlace& base, HomeBaseList from,
+                      const std::vector<std::string_view>& names) {
+  if (base.Planes.empty())
+    for (const auto& plane : table)
+      if (!plane.NotDefault) base.Planes.push_back(plane.InternalName);
+  for (const auto name : names) {
+    const auto row = std::find_if(table.begin(), table.end(), [&](const DogFightPlane& plane) {
+      return plane.DisplayName == name;
+    });
+    const std::string key(row == table.end() ? std::string(name) : row->InternalName);
+    if (from == kAvailable)
+      std::erase_if(base.Planes, [&](const auto& plane) { return EqualNoCase(plane, key); });
+    else
+      base.Planes.push_back(key);
+  }
 }
 
 void EraseIfDefault(const std::vector<DogFightPlane>& table, BornPlace& base,

@@ -51,15 +51,24 @@ struct HomeBaseItem {
 enum HomeBaseList { kAvailable = 0, kReserve = 1 };
 using HomeBaseLists = std::array<std::vector<HomeBaseItem>, 2>;
 
-/** Both lists of a base. Marks each row of the table as available ("A") or in reserve ("R"). */
+/** Both lists of a base. Marks each row of the table as available ("A") or in reserve ("R"). An
+    aircraft that the table does not know has the name that the file spells, or none. */
+enum class UnknownAircraft { Unnamed, Spelled };
 HomeBaseLists FillHomeBase(std::vector<DogFightPlane>& table, const BornPlace& base,
-                           const CodePage& page);
+                           const CodePage& page,
+                           UnknownAircraft unknown = UnknownAircraft::Unnamed);
 
 /** Moves aircraft, given by their display names, out of one list into the other. The table must be
     marked for this base. The base's own list then follows the table's order, and aircraft that the
     table does not know leave it. */
 void MoveAircraft(std::vector<DogFightPlane>& table, BornPlace& base, HomeBaseList from,
                   const std::vector<std::string_view>& names);
+
+/** The same for a base whose lines are kept: what stays keeps its place, aircraft that the table
+   does not know too, and what comes goes last. A base without a list of its own starts from the
+   default one. */
+void MoveKeptAircraft(const std::vector<DogFightPlane>& table, BornPlace& base, HomeBaseList from,
+                      const std::vector<std::string_view>& names);
 
 /** Erases the base's own list when the available aircraft are the default ones, in table order. */
 void EraseIfDefault(const std::vector<DogFightPlane>& table, BornPlace& base,

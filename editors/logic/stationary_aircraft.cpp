@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "catalogues/aircraft.h"
+#include "mission/kept_keys.h"
 #include "services/arrays.h"
 #include "services/faults.h"
 #include "services/text.h"
@@ -175,6 +176,23 @@ bool ApplyStaticPlanes(const std::vector<StaticPlane>& planes, LineArray& lines)
   result.AddRange(lines, next, lines.size());
   lines = std::move(result);
   return true;
+}
+
+bool ApplyKeptStaticPlanes(const std::vector<StaticPlane>& planes, LineArray& lines) {
+  const auto before = FindStaticPlanes(lines);
+  bool written = false;
+  for (std::size_t i = 0; i < planes.size(); ++i) {
+    const StaticPlane &plane = planes[i], &was = At(before, static_cast<std::ptrdiff_t>(i));
+    if (plane.PlaneClass == was.PlaneClass && plane.Country == was.Country) continue;
+    WordLine words(At(lines, static_cast<std::ptrdiff_t>(plane.LineIndex)));
+    const std::string old(words.Word(kClassWord));
+    if (plane.PlaneClass != was.PlaneClass)
+      words.Set(kClassWord, old.substr(0, old.find('$') + 1) + plane.PlaneClass);
+    if (plane.Country != was.Country) words.Set(kCountryWord, plane.Country);
+    lines.Set(plane.LineIndex, words.Text());
+    written = true;
+  }
+  return written;
 }
 
 }  // namespace rws

@@ -55,4 +55,7 @@ bool ChangeStaticPlanes(std::vector<StaticPlane>& planes, const std::vector<std:
     its end. True if a line was written. A failure leaves all lines as they were. */
 bool ApplyStaticPlanes(const std::vector<StaticPlane>& planes, LineArray& lines);
 
+/** The same, where nothing but the words that were changed may become others. */
+bool ApplyKeptStaticPlanes(const std::vector<StaticPlane>& planes, LineArray& lines);
+
 }  // namespace rws

@@ -36,9 +36,9 @@ std::string Absolute(const Services& services, const std::string& path) {
 
 /** Wipes the settings and puts back what was read from them already, or closing would write it
     again. The game directory stays in memory for this run. */
-void RestoreDefaults(Preferences& prefs, const Services& services) {
+void RestoreDefaults(Document& doc, Preferences& prefs, const Services& services) {
   DeleteRegKey(services.Settings, SettingsRoot::CurrentUser, kSettingsBaseKey);
-  ReadStartSettings(prefs, services);
+  ReadStartSettings(doc, prefs, services);
   prefs.bBackup = ReadFlag(services.Settings, setting::Backup);
 }
 
@@ -68,8 +68,9 @@ std::string GameInLibrary(const Services& services, const std::string& library) 
 
 }  // namespace
 
-void ReadStartSettings(Preferences& prefs, const Services& services) {
+void ReadStartSettings(Document& doc, Preferences& prefs, const Services& services) {
   const Settings& settings = services.Settings;
+  doc.Untouched = static_cast<UntouchedLines>(ReadNumber(settings, setting::LaterVersions, 0, 2));
   prefs.SavePromptMode = ReadNumber(settings, setting::SaveWarn, kSaveAsk, kSaveNever);
   prefs.BackupsKept = ReadNumber(settings, setting::BackupsKept, 0, kMostBackupsKept);
   prefs.StoreDays = ReadNumber(settings, setting::StoreDays, 1, kMostStoreDays);
@@ -146,7 +147,7 @@ void ChkComLine(Document& doc, Preferences& prefs, StartArguments& arguments,
     if (text.empty()) return;
     if (Exists(services, Absolute(services, text))) return TakePath(arguments, services, text);
     const auto parts = SplitAt(text, ',');
-    if (EqualNoCase(Trim(parts[0]), "-restore")) return RestoreDefaults(prefs, services);
+    if (EqualNoCase(Trim(parts[0]), "-restore")) return RestoreDefaults(doc, prefs, services);
     TakePath(arguments, services, WithoutQuotes(parts[0]));
     if (parts.size() > 1) doc.ExcludedNames = parts[1];
     if (parts.size() > 2) arguments.ThirdPartEmpty = parts[2].empty();

@@ -26,7 +26,7 @@ struct StartArguments {
 };
 
 /** Reads what the user has chosen in the preferences. */
-void ReadStartSettings(Preferences& prefs, const Services& services);
+void ReadStartSettings(Document& doc, Preferences& prefs, const Services& services);
 
 /** Writes what a bug report needs to the log: system, program directory, locale. */
 void LogStartUp(const Services& services);

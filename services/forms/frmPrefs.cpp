@@ -44,6 +44,8 @@ void frmPrefs::Connect() {
   for (auto* box : {spnKept, spnDays, spnStore})
     On(box, &QSpinBox::valueChanged, "frmPrefs.ChkModify", [modified](int) { modified(); });
   On(cmd[kApply], &QPushButton::clicked, "frmPrefs.cmd_Click", [this] { ClickApply(); });
+  On(cboLines, &QComboBox::currentIndexChanged, "frmPrefs.ChkModify",
+     [modified](int) { modified(); });
   connect(cmd[kExit], &QPushButton::clicked, this, &QDialog::reject);
   On(cmdChg, &QPushButton::clicked, "frmPrefs.cmdChg_Click", [this] { ClickChange(); });
   for (const auto which : {kText, kBackground})
@@ -81,6 +83,7 @@ void frmPrefs::ShowFields() {
   chkDesktop->setChecked(DesktopColors);
   ShowColors();
   At(optSave, SavePromptMode)->setChecked(true);
+  cboLines->setCurrentIndex(LaterVersions);
 }
 
 void frmPrefs::ShowPath(const std::string& path) {
@@ -112,6 +115,7 @@ int frmPrefs::SaveRow() const {
 bool frmPrefs::Differs() const {
   const Settings& settings = services_.Settings;
   return SaveRow() != ReadNumber(settings, setting::SaveWarn, kSaveAsk, kSaveNever) ||
+         cboLines->currentIndex() != ReadNumber(settings, setting::LaterVersions, 0, 2) ||
          chkWA->isChecked() != IsAssociated(services_) ||
          chkBackup->isChecked() != ReadFlag(settings, setting::Backup) ||
          spnKept->value() != ReadNumber(settings, setting::BackupsKept, 0, kMostBackupsKept) ||
@@ -139,6 +143,7 @@ void frmPrefs::ClickApply() {
   LockWT = chkLock->isChecked();
   SndPlayer = chkSnd->isChecked();
   SavePromptMode = SaveRow();
+  LaterVersions = cboLines->currentIndex();
   GamePath = path_;
   ForeColor = foreColor_;
   BackColor = backColor_;

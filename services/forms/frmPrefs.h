@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
@@ -37,6 +38,8 @@ class frmPrefs : public Dialog {
   int StoreDays = 0, StoreMegabytes = 0;
   /** Row of `optSave`. */
   int SavePromptMode = 0;
+  /** Row of `cboLines`. */
+  int LaterVersions = 0;
   std::string GamePath;
   /** Blue-green-red numbers. */
   std::int32_t ForeColor = 0, BackColor = 0;
@@ -51,6 +54,9 @@ class frmPrefs : public Dialog {
   /** What happens to edits, the switches, the colours, the game directory. */
   QGroupBox *fra, *fra1, *fra2, *fra3;
   std::array<QRadioButton*, 3> optSave;
+  /** What an Update does with lines that were not edited. */
+  QComboBox* cboLines;
+  QLabel* lblLines;
   QCheckBox *chkBackup, *chkWA, *chkLock, *chkSnd, *chkDesktop;
   /** The first row of it says "all". */
   QSpinBox* spnKept;

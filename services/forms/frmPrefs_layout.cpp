@@ -35,6 +35,11 @@ void frmPrefs::Build() {
   lblStore = Named(new QLabel(tr("and take at &most:")), "lblStore");
   lblStore->setBuddy(spnStore);
   lblStored = Named(new QLabel, "lblStored");
+  cboLines = Named(new QComboBox, "cboLines", tr("Lines that I did not change"),
+                   tr("What an Update does with the lines of a mission that were not edited"));
+  cboLines->addItems({tr("Ask"), tr("Keep them as they are"), tr("Write them anew")});
+  lblLines = Named(new QLabel(tr("&Lines that I did not change:")), "lblLines");
+  lblLines->setBuddy(cboLines);
   const auto box = [](const char* name, const QString& caption) {
     return Named(new QCheckBox(caption), name, Spoken(caption));
   };
@@ -82,6 +87,11 @@ void frmPrefs::PlaceControls() {
   kept->setContentsMargins(mark, 0, 0, 0);
   switches->addLayout(kept);
   for (auto* box : {chkWA, chkLock, chkSnd}) switches->addWidget(box);
+  auto* lines = new QHBoxLayout;
+  lines->addWidget(lblLines);
+  lines->addWidget(cboLines);
+  lines->addStretch();
+  switches->addLayout(lines);
 
   auto* colors = new QGridLayout(fra2);
   for (int i = 0; i < std::ssize(lblColor); ++i) {

@@ -107,7 +107,7 @@ TEST_F(StartUp, RestoreWipesTheSettingsAndWhatWasReadOfThem) {
   W.Prefs.BackupsKept = 5;
   W.Doc.GamePath = "kept";
   W.Prefs.bBackup = false;
-  ReadStartSettings(W.Prefs, W.Services);
+  ReadStartSettings(W.Doc, W.Prefs, W.Services);
   EXPECT_TRUE(W.Prefs.SavePromptMode == kSaveNever && W.Prefs.bLockWT);
   EXPECT_EQ(W.Prefs.BackupsKept, 0);
   ChkComLine(W.Doc, W.Prefs, Arguments, W.Services, "-RESTORE");

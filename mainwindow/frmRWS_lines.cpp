@@ -1,0 +1,145 @@
+#include <QPointer>
+
+#include "mainwindow/frmLines.h"
+#include "mainwindow/frmRWS.h"
+#include "mission/untouched.h"
+#include "platform/qt_text.h"
+#include "services/numbers.h"
+#include "services/setting_values.h"
+#include "services/trapped.h"
+#include "session/current.h"
+#include "session/lines_rule.h"
+#include "session/recording.h"
+#include "tools/frmCompare.h"
+
+namespace rws {
+
+void frmRWS::ConnectLines() {
+  constexpr int kPauseMilliseconds = 200;
+  linesTimer_ = new QTimer(this);
+  linesTimer_->setSingleShot(true);
+  linesTimer_->setInterval(kPauseMilliseconds);
+  connect(linesTimer_, &QTimer::timeout, this,
+          Trapped(session_.Services, "ShowPendingLines", [this](auto) { ShowPendingLines(); }));
+  connect(cmdLines, &QToolButton::clicked, this,
+          Trapped(session_.Services, "mnuChanges_Click", [this](bool) { ClickChanges(); }));
+  connect(mnuChanges, &QAction::triggered, this,
+          Trapped(session_.Services, "mnuChanges_Click", [this](bool) { ClickChanges(); }));
+  AskLines = [this](const auto& paths) { return AskAboutMissions(paths); };
+  session_.AskLines =
+      [window = QPointer<frmRWS>(this)](const auto& paths) -> std::optional<UntouchedLines> {
+    if (!window) return {};
+    return window->AskLines(paths);
+  };
+}
+
+/** Called after each edit and for each mission that is shown. */
+void frmRWS::LinesMayHaveChanged() {
+  const Document& doc = session_.Doc;
+  const bool shown = !doc.Missions.empty() && CurrentMission(session_).Loaded;
+  mnuChanges->setEnabled(shown);
+  cmdLines->setVisible(shown);
+  const std::string path = shown ? PathOf(CurrentMission(session_)) : "";
+  if (path != linesOf_) bars->Hide(kLinesBar);
+  if (shown) linesTimer_->start();
+}
+
+void frmRWS::ShowPendingLines() {
+  if (session_.Doc.Missions.empty() || !CurrentMission(session_).Loaded) return;
+  const Mission& mission = CurrentMission(session_);
+  const auto current = static_cast<std::size_t>(session_.Doc.CurMission);
+  const ShownValues shown = missionPanel->Shown();
+  const std::string path = PathOf(mission);
+  if (path != linesOf_ || !mission.AsRead.SharesWith(linesSeen_)) {
+    linesOf_ = path;
+    linesSeen_ = mission.AsRead;
+    madeAnew_ = CheckMadeAnew(session_.Doc, session_.Services, mission, shown);
+  }
+  std::size_t edited = 0, rewritten = mission.KeepsLines ? 0 : madeAnew_.Lines;
+  if (IsUnsaved(session_, current)) {
+    const PendingLines pending =
+        LookAhead(session_.Doc, session_.Services, mission, shown, SavedMission(session_, current),
+                  mission.KeepsLines ? PendingPart::Kept : PendingPart::Both);
+    edited = ChangedLines(pending.File, pending.Kept);
+    if (!mission.KeepsLines) {
+      const std::size_t all = ChangedLines(mission.AsRead, pending.Anew);
+      if (!pending.KeptFault.empty()) edited = 0;
+      rewritten = all > edited ? all - edited : 0;
+    }
+  }
+  cmdLines->setText(FromPath(PendingText(edited, rewritten)));
+  OfferToKeepLines();
+}
+
+/** The bar stays away from missions that an Update would leave as they are, and once a choice is
+    made. */
+void frmRWS::OfferToKeepLines() {
+  const Mission& mission = CurrentMission(session_);
+  const bool open = !mission.KeepsLines && !madeAnew_.KeepsMeaning &&
+                    UntouchedRule(session_.Doc, mission) == UntouchedLines::Ask;
+  if (!open) return bars->Hide(kLinesBar);
+  if (bars->Bar(kLinesBar)) return;
+  const QString lines = FromPath(GroupedNumber(madeAnew_.Lines));
+  BarContent bar{BarKind::Warning,
+                 tr("This mission holds more than RWS Edit's own rules know: an Update would also "
+                    "change %1 lines that you did not edit.")
+                     .arg(lines),
+                 {},
+                 {},
+                 tr("Always do so")};
+  const auto choose = [this](UntouchedLines choice) {
+    return [this, choice] {
+      if (bars->Bar(kLinesBar)->chk->isChecked()) StoreUntouched(choice);
+      bars->Hide(kLinesBar);
+      ChooseShownLines(choice);
+    };
+  };
+  bar.Buttons = {{tr("Keep them"), choose(UntouchedLines::Keep)},
+                 {tr("Show..."), [this] { ClickChanges(); }},
+                 {tr("Write anew"), choose(UntouchedLines::Anew)}};
+  // Closed by its cross it comes back when the mission is shown again.
+  bar.OnClose = [this] { madeAnew_.KeepsMeaning = true; };
+  bars->Show(kLinesBar, bar);
+}
+
+void frmRWS::ChooseShownLines(UntouchedLines choice) {
+  const std::string path = At(session_.Doc.MissionFiles, session_.Doc.CurMission);
+  const int flight = session_.Doc.CurFlight;
+  ChooseLines(session_, static_cast<std::size_t>(session_.Doc.CurMission), choice);
+  GoTo(path, flight);
+}
+
+/** The choice for all missions from now on. */
+void frmRWS::StoreUntouched(UntouchedLines choice) {
+  session_.Doc.Untouched = choice;
+  WriteSetting(session_.Services.Settings, setting::LaterVersions,
+               std::to_string(static_cast<int>(choice)));
+}
+
+void frmRWS::ClickChanges() {
+  const Mission& mission = CurrentMission(session_);
+  const auto current = static_cast<std::size_t>(session_.Doc.CurMission);
+  const PendingLines pending =
+      LookAhead(session_.Doc, session_.Services, mission, missionPanel->Shown(),
+                SavedMission(session_, current), PendingPart::Both);
+  frmCompare form(session_, this);
+  form.Subject = PathOf(mission);
+  form.BeforeCaption = "As it is on disk";
+  form.AfterCaption = "As it would be written";
+  form.Before = pending.File.FileText();
+  form.After = (mission.KeepsLines ? pending.Kept : pending.Anew).FileText();
+  form.LoadForm();
+  Popups.ShowDialog(form);
+}
+
+std::optional<UntouchedLines> frmRWS::AskAboutMissions(const std::vector<std::string>& paths) {
+  frmLines form(session_.Services, this);
+  form.Missions = paths;
+  form.Show = [this] { ClickChanges(); };
+  form.LoadForm();
+  Popups.ShowDialog(form);
+  if (form.Choice && form.chkAlways->isChecked()) StoreUntouched(*form.Choice);
+  return form.Choice;
+}
+
+}  // namespace rws

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstddef>
+
+#include "mission/update.h"
+#include "session/session.h"
+
+/** What becomes of the lines of missions that the user does not edit. */
+namespace rws {
+
+/** Makes a choice for one mission, until the run ends, and reads it that way with its edits carried
+    over: one step of the history. */
+void ChooseLines(Session& session, std::size_t mission, UntouchedLines choice);
+
+/** Reads a mission the way that its rule asks for, where it is in memory in the other one. No step:
+    it has the same edits. */
+void FollowLinesRule(Session& session, std::size_t mission);
+/** Reads it the way that is told. */
+void ReadLines(Session& session, std::size_t mission, bool keeps);
+
+/** The mission as it was read, with what showing it has changed since. */
+Mission SavedMission(const Session& session, std::size_t mission);
+
+/** What a writing of missions of this session asks and tells. */
+UpdateHooks HooksOf(Session& session);
+
+}  // namespace rws
