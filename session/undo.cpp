@@ -75,8 +75,9 @@ void Patch(Session& session, std::size_t mission, const MissionState& from,
   known.Own = Freeze(record, known.Own);
   const bool unsaved = !SameContent(*known.Own, *known.Saved);
   const bool wasLit = from.Own->Head.Modified || to.Own->Head.Modified;
+  // The shadow of another reading may hold what showing wrote, which the record may lack.
   record.Modified =
-      sameReading ? to.Own->Head.Modified : MissionChanged(doc, mission) || (wasLit && unsaved);
+      sameReading ? to.Own->Head.Modified : unsaved && (wasLit || MissionChanged(doc, mission));
   record.NotWritten = record.NotWritten && unsaved;
   known.Own = Freeze(record, known.Own);
   known.Shadow = Freeze(doc.MissionShadow[mission], known.Shadow);
