@@ -210,7 +210,7 @@ void frmRWS::TellNotDone(bool back, const std::string& title, const std::string&
                  {}};
   stepToldOf_ = {session_.History.Done, session_.History.Steps.size()};
   if (back)
-    bar.Buttons.push_back({tr("&Leave it out"), [this] {
+    bar.Buttons.push_back({tr("Leave it out"), [this] {
                              SkipStep(session_);
                              bars->Hide(kUndoBar);
                              ShowHistory();

@@ -78,7 +78,7 @@ void frmRWS::OfferReload(const std::string& path) {
                      .arg(FromPath(GetFileName(path)), FromPath(time)),
                  {},
                  {}};
-  bar.Buttons.push_back({tr("&Reload"), [this, path] {
+  bar.Buttons.push_back({tr("Reload"), [this, path] {
                            const auto mission = MissionAt(session_.Doc, path);
                            if (mission < 0) return bars->Hide(kReloadBar);
                            const int flight = session_.Doc.CurFlight;
@@ -90,9 +90,9 @@ void frmRWS::OfferReload(const std::string& path) {
                          }});
   if (unsaved) {
     bar.Text += u' ' + tr("Your edits are still here, unsaved.");
-    bar.Buttons.push_back({tr("&Keep mine"), [this] { bars->Hide(kReloadBar); }});
+    bar.Buttons.push_back({tr("Keep mine"), [this] { bars->Hide(kReloadBar); }});
   }
-  bar.Buttons.push_back({tr("&Compare"), [this, path, time] { CompareWithDisk(path, time); }});
+  bar.Buttons.push_back({tr("Compare"), [this, path, time] { CompareWithDisk(path, time); }});
   bars->Show(kReloadBar, bar);
 }
 

@@ -100,10 +100,10 @@ void frmRWS::ShowRecoveredBar() {
                        .arg(FromPath(recovered_.back().Fault));
   BarContent bar{BarKind::Info, text + u' ' + NameList(names), {}, {}};
   if (readable > 0) {
-    bar.Buttons.push_back({tr("&Restore"), [this] { RestoreEdits(); }});
-    bar.Buttons.push_back({tr("&Show"), [this] { CompareRecovered(); }});
+    bar.Buttons.push_back({tr("Restore"), [this] { RestoreEdits(); }});
+    bar.Buttons.push_back({tr("Show"), [this] { CompareRecovered(); }});
   }
-  bar.Buttons.push_back({tr("&Discard"), [this] {
+  bar.Buttons.push_back({tr("Discard"), [this] {
                            for (const auto& edits : recovered_)
                              NoticeAndLeave(session_.Services,
                                             [&] { DiscardRecovered(session_.Services, edits); });
@@ -176,12 +176,12 @@ void frmRWS::OfferInterrupted() {
   BarContent bar{BarKind::Warning, text.arg(mission), {}, {}};
   if (isKnown)
     bar.Buttons.push_back(
-        {tr("&Restore"), [this, copy] {
+        {tr("Restore"), [this, copy] {
            if (NoticeAndLeave(session_.Services, [&] { GiveBack(session_.Services, copy); }))
              LookOutside();
            OfferInterrupted();
          }});
-  bar.Buttons.push_back({tr("&Keep the copy only"), [this, copy] {
+  bar.Buttons.push_back({tr("Keep the copy only"), [this, copy] {
                            NoticeAndLeave(session_.Services, [&] {
                              Notice("The copy is kept as \"" + Dismiss(session_.Services, copy) +
                                     "\".");
@@ -209,7 +209,7 @@ void frmRWS::OfferHalfRenamed() {
       kHalfRenamedBar,
       {BarKind::Warning,
        tr("Renaming has left files under a name that is not listed: %1").arg(NameList(names)),
-       {{tr("&Give them their names"), give}},
+       {{tr("Give them their names"), give}},
        {}});
 }
 
