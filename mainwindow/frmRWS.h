@@ -227,6 +227,7 @@ class frmRWS : public QMainWindow {
   void RestoreEdits();
   void CompareRecovered();
   void OfferInterrupted();
+  void ShowGivenBack(const std::string& path);
   void OfferHalfRenamed();
   bool AskUnsaved(const std::vector<std::string>& refused = {});
 

@@ -6,7 +6,6 @@
 #include "mainwindow/frmRWS.h"
 #include "mainwindow/frmUnsaved.h"
 #include "mission/interrupted.h"
-#include "mission/writer.h"
 #include "platform/qt_text.h"
 #include "services/notice.h"
 #include "services/paths.h"
@@ -16,6 +15,7 @@
 #include "session/journal.h"
 #include "session/recording.h"
 #include "session/relist.h"
+#include "session/saving.h"
 #include "tools/frmCompare.h"
 
 namespace rws {
@@ -62,7 +62,7 @@ bool frmRWS::KeepEdits() {
   recoveryTimer_->setInterval(reason.empty() ? kKeepMilliseconds : kTryAgainMilliseconds);
   if (!reason.empty()) recoveryTimer_->start();
   if (!reason.empty() && !recovery_.Told)
-    Notice("Unsaved edits cannot be kept for a crash; they are only in memory. " + reason);
+    Notice("Unsaved edits are only in memory, not safe from a crash. " + reason);
   recovery_.Told = !reason.empty();
   return reason.empty();
 }
@@ -147,11 +147,7 @@ void frmRWS::CompareRecovered() {
     form.BeforeCaption = "As it is on disk";
     form.AfterCaption = "With the edits of " + edits.Time;
     ResumeNext([&] { form.Before = session_.Services.Files.ReadFile(edits.Path); });
-    Document doc;
-    doc.Missions = {edits.Mission};
-    LineArray lines;
-    BuildMissionFile(doc, session_.Services, lines, 0, {});
-    form.After = lines.FileText();
+    form.After = TextOf(session_.Services, edits);
     form.LoadForm();
     Popups.ShowDialog(form);
     if (session_.Doc.Closing) return;
@@ -178,7 +174,7 @@ void frmRWS::OfferInterrupted() {
     bar.Buttons.push_back(
         {tr("Restore"), [this, copy] {
            if (NoticeAndLeave(session_.Services, [&] { GiveBack(session_.Services, copy); }))
-             LookOutside();
+             ShowGivenBack(copy.Mission);
            OfferInterrupted();
          }});
   bar.Buttons.push_back({tr("Keep the copy only"), [this, copy] {
@@ -189,6 +185,18 @@ void frmRWS::OfferInterrupted() {
                            OfferInterrupted();
                          }});
   bars->Show(kInterruptedBar, bar);
+}
+
+/** A mission whose file is back: read anew where it was read already, unless it has edits. */
+void frmRWS::ShowGivenBack(const std::string& path) {
+  const auto mission = MissionAt(session_.Doc, path);
+  const auto row = static_cast<std::size_t>(mission);
+  const bool stale = mission >= 0 && session_.Doc.Missions[row].Loaded && !IsUnsaved(session_, row);
+  if (stale && RevertOne(session_, row, "Reload of " + GetBaseName(path)))
+    GoTo(At(session_.Doc.MissionFiles, session_.Doc.CurMission), -1);
+  LookOutside();
+  // It tells whether the files have changed; closed, it stays so.
+  if (bars->Bar(kRecoveredBar)) ShowRecoveredBar();
 }
 
 void frmRWS::OfferHalfRenamed() {

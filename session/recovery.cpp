@@ -5,6 +5,7 @@
 
 #include "mission/reader.h"
 #include "mission/untouched.h"
+#include "mission/writer.h"
 #include "services/checksum.h"
 #include "services/error_log.h"
 #include "services/paths.h"
@@ -60,6 +61,17 @@ std::string NewFile(const Services& services, const std::string& path) {
 
 void Forget(const Services& services, const std::string& file) {
   if (services.Files.FileExists(file)) services.Files.DeleteFile(file);
+}
+
+/** True if the run ended between the writing of the mission and the deletion of the edits. */
+bool AreSaved(const Services& services, const Recovered& recovered) {
+  bool saved = false;
+  ResumeNext([&] {
+    const std::string text = TextOf(services, recovered);
+    saved = !text.empty() && services.Files.ReadFile(recovered.Path) == text;
+    if (saved) Forget(services, recovered.File);
+  });
+  return saved;
 }
 
 void WriteChanged(Session& session, RecoveryState& state, const std::string& path) {
@@ -135,10 +147,21 @@ std::vector<Recovered> FindRecovered(const Services& services) {
     Trap([&] { Unpack(services.Files.ReadFile(recovered.File), recovered); },
          [&](const Fault& caught) { recovered.Fault = caught.Text; });
   }
+  std::erase_if(found, [&](const Recovered& edits) {
+    return edits.Fault.empty() && AreSaved(services, edits);
+  });
   std::stable_sort(found.begin(), found.end(), [](const auto& a, const auto& b) {
     return std::tie(a.Path, a.Time) < std::tie(b.Path, b.Time);
   });
   return found;
+}
+
+std::string TextOf(const Services& services, const Recovered& recovered) {
+  Document doc;
+  doc.Missions = {recovered.Mission};
+  LineArray lines;
+  BuildMissionFile(doc, services, lines, 0, {});
+  return lines.FileText();
 }
 
 std::vector<std::string> RestoreRecovered(Session& session, RecoveryState& state,

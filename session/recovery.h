@@ -41,8 +41,12 @@ struct RecoveryState {
     failure, "" for none; what was on disk before is still there then. */
 std::string KeepUnsaved(Session& session, RecoveryState& state);
 
-/** What earlier runs have left, sorted by path and time. */
+/** What earlier runs have left, sorted by path and time. Edits that the mission's file holds, which
+    were saved just before the end, are forgotten. */
 std::vector<Recovered> FindRecovered(const Services& services);
+
+/** The mission file that saving the edits would make. */
+std::string TextOf(const Services& services, const Recovered& recovered);
 
 /** Brings edits back as unsaved ones, in one step of the history: those of missions of the folder
     that is open, also where the file has gone. Of several for one mission each has a step of its

@@ -1,4 +1,6 @@
 #include "mainwindow/frmUnsaved.h"
+#include "mission/update_note.h"
+#include "services/checksum.h"
 #include "services/setting_values.h"
 #include "tests/mainwindow/unsaved_fixture.h"
 
@@ -153,6 +155,22 @@ TEST_F(RecoveryTest, TheNextStartOffersWhatTheMenuLeftUnasked) {
   EXPECT_EQ(Press("Discard"), "");
   EXPECT_EQ(Bars(), "");
   EXPECT_EQ(Kept(), 0U);
+}
+
+TEST_F(RecoveryTest, ACopyThatIsPutBackIsShownAsItIs) {
+  Edit();
+  Tick();
+  const std::string old = FileText("a");
+  Box.Write("program/$$$TEMP", old);
+  const Services& services = World_.Services;
+  WriteNote(services, CopyPath(services), {Box.Path("missions/a.mis"), Sha1(old), Sha1("new")});
+  Box.Write("missions/a.mis", "torn");
+  StartAnew();
+  EXPECT_NE(Bars().find("has changed or gone"), std::string::npos);
+  Click(Window->bars->Bar("interrupted")->cmd[0]);
+  EXPECT_EQ(Bars(), "Unsaved edits of 1 mission were kept. a.mis");
+  EXPECT_EQ(FileText("a"), old);
+  EXPECT_FALSE(At(Doc().Missions, 0).Flights.empty());
 }
 
 }  // namespace

@@ -135,6 +135,7 @@ TEST(Recovery, FilesComeAndGoWithWhatIsUnsaved) {
                           {"fuel0=5 keep undo keep", 0},
                           {"fuel0=5 keep undo redo keep", 1},
                           {"fuel0=5 keep save keep", 0},
+                          {"fuel0=5 keep save", 0},
                           {"fuel0=5 save undo keep", 1},
                           {"fuel0=5 keep drop keep", 0},
                           {"base=x go=b base=x keep", 2},
