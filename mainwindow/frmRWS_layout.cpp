@@ -84,6 +84,8 @@ void frmRWS::SetTabOrder() {
 void frmRWS::BuildStatusBar() {
   staBar = statusBar();
   staBar->setObjectName(QStringLiteral("staBar"));
+  // A path may make a message longer than the bar.
+  connect(staBar, &QStatusBar::messageChanged, staBar, &QWidget::setToolTip);
   const std::array<QString, 2> tips{tr("Current mission directory"), tr("Player select")};
   for (std::size_t i = 0; i < staPanels.size(); ++i) {
     staPanels[i] = i == 0 ? new ElidedLabel : new QLabel;

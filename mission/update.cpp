@@ -148,7 +148,11 @@ bool ReplaceMission(const Services& services, const Preferences& prefs, const Mi
 
 /** Writes a mission whose file has gone. */
 bool WriteAnew(const Services& services, const std::string& path, const LineArray& lines) {
-  const auto write = [&] { services.Files.ReplaceFile(path, lines.FileText()); };
+  const auto write = [&] {
+    const std::string folder = GetParentFolderName(path);
+    if (!services.Files.FolderExists(folder)) throw PathNotFoundFault(folder);
+    services.Files.ReplaceFile(path, lines.FileText());
+  };
   return Trap(write, [&](const Fault& caught) {
     LogError(services, caught.Text, "SaveMission");
     TellFailure(services, "\"" + path + "\" could not be written.", caught.Text);
