@@ -1,5 +1,6 @@
 #include "controls/message_bar.h"
 
+#include <QAbstractButton>
 #include <QAccessibleWidget>
 #include <QEvent>
 #include <QKeyEvent>
@@ -141,6 +142,10 @@ void MessageBar::changeEvent(QEvent* event) {
 }
 
 void MessageBar::keyPressEvent(QKeyEvent* event) {
+  // A button presses itself by Return in a dialog only.
+  const bool presses = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  auto* button = qobject_cast<QAbstractButton*>(focusWidget());
+  if (presses && button && button->hasFocus() && !event->isAutoRepeat()) return button->click();
   if (event->key() != Qt::Key_Escape || event->modifiers() != Qt::NoModifier)
     return QFrame::keyPressEvent(event);
   if (!event->isAutoRepeat()) Q_EMIT CloseWanted();
