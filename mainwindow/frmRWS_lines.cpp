@@ -17,6 +17,7 @@ namespace rws {
 void frmRWS::ConnectLines() {
   constexpr int kPauseMilliseconds = 200;
   linesTimer_ = new QTimer(this);
+  linesTimer_->setObjectName(QStringLiteral("linesTimer"));
   linesTimer_->setSingleShot(true);
   linesTimer_->setInterval(kPauseMilliseconds);
   connect(linesTimer_, &QTimer::timeout, this,

@@ -45,6 +45,7 @@ QString Missions(std::size_t count) {
 
 void frmRWS::ConnectRecovery() {
   recoveryTimer_ = new QTimer(this);
+  recoveryTimer_->setObjectName(QStringLiteral("recoveryTimer"));
   recoveryTimer_->setSingleShot(true);
   recoveryTimer_->setInterval(kKeepMilliseconds);
   const auto keep = Trapped(session_.Services, "KeepUnsaved", [this] { KeepEdits(); });

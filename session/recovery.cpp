@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <tuple>
 
+#include "mission/kept_merge.h"
 #include "mission/reader.h"
 #include "mission/untouched.h"
 #include "mission/writer.h"
@@ -160,7 +161,10 @@ std::string TextOf(const Services& services, const Recovered& recovered) {
   Document doc;
   doc.Missions = {recovered.Mission};
   LineArray lines;
-  BuildMissionFile(doc, services, lines, 0, {});
+  if (recovered.Mission.KeepsLines)
+    BuildKeptFile(doc, services, recovered.Mission, lines);
+  else
+    BuildMissionFile(doc, services, lines, 0, {});
   return lines.FileText();
 }
 

@@ -207,7 +207,7 @@ TEST_F(SecondStartTest, TellsTheFirstWhatItWasToOpenAndNothingElse) {
     frmRWS(second).LoadForm(line);
   }
   EXPECT_EQ(Joined(told), Joined({x, x, x, comma, Box.Path("gone.mis")}));
-  EXPECT_TRUE(second.SettingTexts.empty());
+  EXPECT_EQ(second.SettingTexts, World().SettingTexts);
 }
 
 TEST_F(SecondStartTest, IsOfferedByTheFirst) {

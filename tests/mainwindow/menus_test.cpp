@@ -52,7 +52,7 @@ TEST_F(MenusTest, OpenByTheirLettersWithWhatTheyHold) {
   }
   CloseMenus();
   EXPECT_EQ(Captions(*Window->mnuMission).join('|'),
-            Captions(*Window->mnuMisPop).join('|') + "||Restore a Bac&kup...");
+            Captions(*Window->mnuMisPop).join('|') + "||Restore a Bac&kup...|C&hanges...");
   EXPECT_EQ(Window->mnuFlight->actions(), Area().mnuAircraft->actions());
 }
 

@@ -67,15 +67,15 @@ class UnsavedTest : public FlightsTest {
   /** What the folder watch tells some moments after something has changed. */
   void LookOutside() { Q_EMIT Window->findChild<FolderWatch*>()->Changed(); }
   /** The timer that keeps edits for a crash runs out. */
-  bool Tick() {
-    for (auto* timer : Window->findChildren<QTimer*>(QString(), Qt::FindDirectChildrenOnly)) {
-      if (!timer->isActive() || !timer->isSingleShot()) continue;
-      Interval = timer->interval();
-      QTimerEvent event(timer->timerId());
-      QCoreApplication::sendEvent(timer, &event);
-      return true;
-    }
-    return false;
+  bool Tick() { return RunOut("recoveryTimer"); }
+  /** A timer of the window runs out now; false if it is not running. */
+  bool RunOut(const char* name) {
+    auto* timer = Window->findChild<QTimer*>(QLatin1String(name));
+    if (!timer->isActive()) return false;
+    Interval = timer->interval();
+    QTimerEvent event(timer->timerId());
+    QCoreApplication::sendEvent(timer, &event);
+    return true;
   }
   /** How many missions have edits in "Recovery". */
   std::size_t Kept() {

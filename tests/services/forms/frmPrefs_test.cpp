@@ -21,6 +21,7 @@ struct PrefsTest : FormTest<frmPrefs> {
     Open([this](frmPrefs& form) {
       form.GamePath = W.Doc.GamePath;
       form.Backup = true;
+      form.LaterVersions = 2;
       form.StoreDays = W.Prefs.StoreDays;
       form.StoreMegabytes = W.Prefs.StoreMegabytes;
       form.ForeColor = W.Prefs.ForeColor;
