@@ -213,6 +213,7 @@ void frmRWS::ShowMission(Baseline baseline, int flight) {
   FillMission(baseline, flight);
   if (session_.Doc.Closing) return;
   Record(session_, nullptr);
+  RememberNames();
   WatchShown();
   ShowHistory();
 }

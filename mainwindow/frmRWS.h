@@ -239,6 +239,12 @@ class frmRWS : public QMainWindow {
   std::vector<std::string> GoneRows() const;
   void WatchShown();
 
+  void ConnectReferences();
+  void RememberNames();
+  void LookForReferences();
+  void OfferToFollow(const std::vector<std::pair<std::string, std::string>>& renamed,
+                     const QStringList& places);
+
   void ConnectLines();
   void LinesMayHaveChanged();
   void ShowPendingLines();
@@ -268,6 +274,8 @@ class frmRWS : public QMainWindow {
   bool comLineMissionFound_ = false;
   QTimer* recoveryTimer_;
   RecoveryState recovery_;
+  /** Names of the flights of the mission on show, as the last edit left them. */
+  std::vector<std::string> names_;
   /** What an Update would do is worked out when the edits pause. */
   QTimer* linesTimer_;
   /** The mission and the text that were looked at last, and what was found. */

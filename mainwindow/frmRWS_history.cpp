@@ -79,6 +79,7 @@ void frmRWS::ConnectHistory() {
   command(mnuRedo, "mnuRedo_Click", [this] { Travel(false); });
   ConnectRecovery();
   ConnectLines();
+  ConnectReferences();
 }
 
 /** Brings menus and marks to what has been done and what is unsaved. */

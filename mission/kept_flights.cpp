@@ -132,6 +132,7 @@ std::string EditedWaypoint(std::string_view readLine, const Waypoint& read,
   }
   if (read.Marker != edited.Marker) {
     const std::size_t marker = MarkerIn(line);
+    if (line.size() < RouteLine::kTarget) line.Set(RouteLine::kSpeed, "0");
     if (marker != KeptText::npos)
       line.Set(marker, edited.Marker);
     else
@@ -224,8 +225,12 @@ bool WaypointDiffers(const Waypoint& a, const Waypoint& b) {
   if (WholeNumberWord(a.Speed) != WholeNumberWord(b.Speed)) return true;
   if (a.Line == b.Line) return false;
   const WordLine one(a.Line), other(b.Line);
-  return one.Word(RouteLine::kX) != other.Word(RouteLine::kX) ||
-         one.Word(RouteLine::kY) != other.Word(RouteLine::kY) ||
+  // One that is missing counts as 0.
+  const auto number = [](const WordLine& line, std::size_t place) {
+    return line.size() > place ? line.Word(place) : "0";
+  };
+  return number(one, RouteLine::kX) != number(other, RouteLine::kX) ||
+         number(one, RouteLine::kY) != number(other, RouteLine::kY) ||
          RouteTail(a.Line) != RouteTail(b.Line);
 }
 
