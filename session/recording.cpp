@@ -323,7 +323,9 @@ void RecordWhole(Session& session, const std::vector<std::string>& paths, const 
   for (auto& mission : step.Missions) mission.After = stateOf(mission.Path);
   std::erase_if(step.Missions, [](const StepMission& mission) {
     const auto& [path, before, after] = mission;
-    return !before.Own || !after.Own ? before.Own == after.Own : SameContents(before, after);
+    if (!before.Own || !after.Own) return before.Own == after.Own;
+    const bool sameReading = before.Own->Head.KeepsLines == after.Own->Head.KeepsLines;
+    return sameReading && SameContents(before, after);
   });
   step.Files = std::exchange(session.History.Journal.Changes, {});
   if (step.Missions.empty() && step.Files.empty()) return;

@@ -1,0 +1,81 @@
+#include "mainwindow/frmLines.h"
+#include "services/setting_values.h"
+#include "tests/mainwindow/unsaved_fixture.h"
+
+namespace rws::test {
+namespace {
+
+/** "b" holds a line that is lost when it is made anew. */
+class LinesTest : public UnsavedTest {
+ protected:
+  LinesTest() {
+    Doc().Untouched = UntouchedLines::Ask;
+    Rich_ = Replace(MissionText(), "  Planes 2\r\n", "  Planes 2\r\n  spawn0 1_Static\r\n");
+    Box.Write("missions/b.mis", Rich_);
+    ClickRow(1);
+    Look();
+  }
+  /** The edits pause. */
+  void Look() { EXPECT_TRUE(RunOut("linesTimer")); }
+  std::string Pending() { return Window->cmdLines->text().toStdString(); }
+  /** What an edit of the weather makes of the file when nothing else changes. */
+  std::string Edited() { return Replace(Rich_, "CloudType 2", "CloudType 5"); }
+  /** Answers the question about lines by one of its buttons. */
+  void Answer_(frmLines::Command button, bool always = false) {
+    Window->Popups.ShowDialog = [this, button, always](QDialog& dialog) {
+      auto& form = dynamic_cast<frmLines&>(dialog);
+      Asked = form.lst->item(0)->text().toStdString();
+      form.chkAlways->setChecked(always);
+      form.show();
+      form.cmd[button]->click();
+    };
+  }
+
+  std::string Rich_, Asked;
+};
+
+TEST_F(LinesTest, TheBarKeepsTheLinesOfAMission) {
+  EXPECT_NE(Bars().find("lines that you did not edit"), std::string::npos) << Bars();
+  EXPECT_NE(Pending().find(" rewritten"), std::string::npos);
+  Edit();
+  EXPECT_EQ(Press("Keep them"), "");
+  EXPECT_EQ(Bars(), "");
+  EXPECT_TRUE(Lit());
+  Look();
+  EXPECT_EQ(Pending(), "1 line changed");
+  EXPECT_EQ(Undo(), "Keep the lines of b");
+  Look();
+  EXPECT_NE(Bars(), "") << "the question is open again";
+  Redo();
+  Update();
+  EXPECT_EQ(FileText("b"), Edited());
+  ClickRow(0);
+  Look();
+  EXPECT_EQ(Bars(), "") << "nothing would be lost";
+  ClickRow(1);
+  Look();
+  EXPECT_EQ(Pending() + Bars(), "No line changes");
+}
+
+TEST_F(LinesTest, UpdateAsksWhereNothingWasChosen) {
+  Edit();
+  Answer_(frmLines::kCancel);
+  Update();
+  EXPECT_EQ(Asked, "b");
+  EXPECT_TRUE(Lit()) << "nothing was written";
+  EXPECT_EQ(FileText("b"), Rich_);
+  Answer_(frmLines::kKeep, true);
+  Save();
+  EXPECT_EQ(FileText("b"), Edited());
+  EXPECT_EQ(Doc().Untouched, UntouchedLines::Keep);
+}
+
+TEST_F(LinesTest, WritingAnewIsAChoiceForTheRun) {
+  EXPECT_EQ(Press("Write anew"), "");
+  Edit();
+  Update();
+  EXPECT_EQ(FileText("b").find("spawn0"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace rws::test
