@@ -35,8 +35,7 @@ class Merge {
   void EditMain();
   void EditFlights();
   void EditWing(const KeptSection* wing);
-  void AddFlights(const KeptSection* wing, const std::vector<std::string>& names,
-                  const std::vector<std::string>& lines);
+  void AddFlights(const KeptSection* wing);
   std::size_t PlaceOfNewFlights(const KeptSection* wing) const;
   void EditBases();
   void EditAircraft(std::size_t base);
@@ -48,6 +47,14 @@ class Merge {
   LinePatch patch_;
   /** For each flight that was read the edited one that it has become; null for one removed. */
   std::vector<const Flight*> became_;
+  /** Flights that the lines do not hold. */
+  struct NewFlight {
+    const Flight* Record;
+    bool IsCopy;
+    /** The section ahead of which it goes; null for one behind all others. */
+    const KeptSection* Next;
+  };
+  std::vector<NewFlight> added_;
 };
 
 std::string ConstantText(std::int16_t value) { return value == 0 ? "" : std::to_string(value); }
@@ -112,34 +119,38 @@ std::size_t Merge::PlaceOfNewFlights(const KeptSection* wing) const {
   return text_.Lines().size();
 }
 
-void Merge::AddFlights(const KeptSection* wing, const std::vector<std::string>& names,
-                       const std::vector<std::string>& lines) {
-  if (names.empty()) return;
+void Merge::AddFlights(const KeptSection* wing) {
+  if (added_.empty()) return;
   const std::size_t place = PlaceOfNewFlights(wing);
   if (!wing) patch_.Insert(place, "[Wing]");
-  for (const auto& name : names)
-    patch_.Insert(wing ? EndOfSection(text_, *wing) : place, "  " + name);
-  for (const auto& line : lines) patch_.Insert(place, line);
+  for (const auto& flight : added_) {
+    std::size_t line = wing ? EndOfSection(text_, *wing) : place;
+    if (wing && flight.Next) line = std::min(line, WingLine(text_, *wing, flight.Next->Name));
+    patch_.Insert(line, "  " + flight.Record->Name);
+  }
+  for (const auto& flight : added_)
+    for (const auto& line : LinesOfNewFlight(*flight.Record, flight.IsCopy))
+      patch_.Insert(flight.Next ? flight.Next->Header : place, line);
 }
 
 void Merge::EditFlights() {
   const auto sections = FlightSections(text_);
   became_.assign(sections.size(), nullptr);
-  std::vector<std::string> names, lines;
   for (const auto& flight : edited_.Flights) {
     const auto from = std::find_if(sections.begin(), sections.end(), [&](const auto* section) {
       return EqualNoCase(section->Name, flight.KeptName);
     });
     const bool known = from != sections.end();
     const auto index = static_cast<std::size_t>(from - sections.begin());
-    if (known && !became_[index]) {
-      became_[index] = &flight;
-      EditFlight(text_, patch_, **from, read_.Flights[index], flight);
+    if (!known || became_[index]) {
+      added_.push_back({&flight, known, nullptr});
       continue;
     }
-    names.push_back(flight.Name);
-    const auto added = LinesOfNewFlight(flight, known);
-    lines.insert(lines.end(), added.begin(), added.end());
+    became_[index] = &flight;
+    EditFlight(text_, patch_, **from, read_.Flights[index], flight);
+    // One that was taken out, and written so, comes back at its place.
+    for (auto& added : added_)
+      if (!added.Next) added.Next = *from;
   }
   for (std::size_t i = 0; i < sections.size(); ++i)
     if (!became_[i])
@@ -147,7 +158,7 @@ void Merge::EditFlights() {
         patch_.RemoveRange(section->Header, EndOfSection(text_, *section));
   const KeptSection* wing = text_.Find("Wing");
   EditWing(wing);
-  AddFlights(wing, names, lines);
+  AddFlights(wing);
 }
 
 void Merge::EditBases() {

@@ -73,5 +73,25 @@ TEST_F(HomeBases, MovesAircraftAndForgetsTheDefault) {
   EXPECT_EQ(Joined(Base.Planes), "P-51D") << "no table, no loss";
 }
 
+TEST_F(HomeBases, MovesAircraftAmongKeptLines) {
+  const struct {
+    std::vector<std::string> Planes;
+    HomeBaseList From;
+    std::vector<std::string_view> Names;
+    const char* Left;
+  } cases[] = {
+      {{"UFO", "a6m2", "BF-109"}, kReserve, {"B-17"}, "UFO|a6m2|BF-109|B-17D"},
+      {{"UFO", "a6m2", "BF-109"}, kAvailable, {"Zero"}, "UFO|BF-109"},
+      {{"UFO", "a6m2"}, kAvailable, {"UFO"}, "a6m2"},
+      {{}, kReserve, {"Zero"}, "Bf-109|P-51D|A6M2"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.Left);
+    Base.Planes = c.Planes;
+    MoveKeptAircraft(Table, Base, c.From, c.Names);
+    EXPECT_EQ(Joined(Base.Planes), c.Left);
+  }
+}
+
 }  // namespace
 }  // namespace rws::test

@@ -86,5 +86,22 @@ TEST(StaticPlanes, AreWrittenBackByPlace) {
   EXPECT_FALSE(ApplyStaticPlanes(FindStaticPlanes(none), none));
 }
 
+TEST(StaticPlanes, AreWrittenWordByWordWhereLinesAreKept) {
+  const std::string file =
+      "\t0_Static  v.planes.Plane$I_16 1 1.0\t2.0 3 0.0 ru 2 \n"
+      "1 v.planes.Plane$I_16 1 1 2 3 0\r\n 2 v.planes.Plane$I_16 I_16";
+  LineArray lines = LineArray::FromFileAsIs(file);
+  auto planes = FindStaticPlanes(lines);
+  EXPECT_FALSE(ApplyKeptStaticPlanes(planes, lines));
+  EXPECT_EQ(lines.FileText(), file);
+  ASSERT_EQ(planes.size(), 3U);
+  planes[0].PlaneClass = "BF_109";
+  planes[1].Country = "de";
+  EXPECT_TRUE(ApplyKeptStaticPlanes(planes, lines));
+  EXPECT_EQ(lines.FileText(),
+            "\t0_Static  v.planes.Plane$BF_109 1 1.0\t2.0 3 0.0 ru 2 \n"
+            "1 v.planes.Plane$I_16 1 1 2 3 0 de\r\n 2 v.planes.Plane$I_16 I_16");
+}
+
 }  // namespace
 }  // namespace rws::test
