@@ -2,13 +2,13 @@
 
 #include "mainwindow/frmRWS.h"
 #include "mission/untouched.h"
-#include "mission/writer.h"
 #include "platform/folder_watch.h"
 #include "platform/qt_text.h"
 #include "services/clock.h"
 #include "services/paths.h"
 #include "services/trapped.h"
 #include "session/current.h"
+#include "session/lines_rule.h"
 #include "session/recording.h"
 #include "session/relist.h"
 #include "session/saving.h"
@@ -104,12 +104,12 @@ void frmRWS::CompareWithDisk(const std::string& path, const std::string& time) {
   form.BeforeCaption = "As it is on disk, " + time;
   form.AfterCaption = "As it is here";
   ResumeNext([&] { form.Before = session_.Services.Files.ReadFile(path); });
-  // A copy: making a file's lines completes what the mission lacks.
-  Document copy = session_.Doc;
-  LineArray lines;
-  BuildMissionFile(copy, session_.Services, lines, static_cast<std::size_t>(mission),
-                   missionPanel->Shown());
-  form.After = lines.FileText();
+  const Mission& record = At(session_.Doc.Missions, mission);
+  const PendingPart part = record.KeepsLines ? PendingPart::Kept : PendingPart::Anew;
+  const PendingLines pending =
+      LookAhead(session_.Doc, session_.Services, record, missionPanel->Shown(),
+                SavedMission(session_, static_cast<std::size_t>(mission)), part);
+  form.After = (record.KeepsLines ? pending.Kept : pending.Anew).FileText();
   form.LoadForm();
   Popups.ShowDialog(form);
 }

@@ -116,7 +116,9 @@ TEST_F(KeptRealMissions, StayAsTheyAreButForTheLinesOfAnEdit) {
     SCOPED_TRACE(path.filename().string());
     const Mission read = Read(path);
     ASSERT_EQ(Merged(read).FileText(), Bytes(path));
-    for (std::size_t flight = 0; flight < read.Flights.size(); ++flight) {
+    // Some of many flights are enough.
+    const std::size_t stride = 1 + read.Flights.size() / 6;
+    for (std::size_t flight = 0; flight < read.Flights.size(); flight += stride) {
       for (const auto& edit : kEdits) {
         SCOPED_TRACE(read.Flights[flight].Name + " " + edit.What);
         Mission edited = read;

@@ -58,7 +58,7 @@ bool RestoreBackup(const Services& services, const Preferences& prefs, const Mis
   bool gone = false;
   const auto begin = [&] {
     time = TimeText(services.Files.Stamp(backupPath));
-    lines = LineArray::FromFile(ReadMissionBytes(services, backupPath));
+    lines = LineArray::FromFileAsIs(ReadMissionBytes(services, backupPath));
     gone = services.Files.IsGone(path);
     if (gone) services.Files.ReplaceFile(path, lines.FileText());
   };
