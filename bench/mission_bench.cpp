@@ -10,6 +10,8 @@
 #include "bench/heap_count.h"
 #include "bench/mission_text.h"
 #include "mission/document.h"
+#include "mission/kept_merge.h"
+#include "mission/kept_reader.h"
 #include "mission/reader.h"
 #include "mission/writer.h"
 
@@ -101,6 +103,36 @@ void Write(benchmark::State& state) {
       });
 }
 
+void ReadKept(benchmark::State& state) {
+  const std::string bytes = MissionText(static_cast<std::size_t>(state.range(0)));
+  const Services services = NewServices();
+  const Document doc = NewDocument();
+  Compare(
+      state, [&] { benchmark::DoNotOptimize(ScanLines(bytes)); },
+      [&] {
+        Mission mission;
+        ReadKeptMission(doc, services, mission, bytes);
+        benchmark::DoNotOptimize(mission.Lines.size());
+      });
+}
+
+/** One edit, merged into the file's lines and proved. */
+void Merge(benchmark::State& state) {
+  const std::string bytes = MissionText(static_cast<std::size_t>(state.range(0)));
+  const Services services = NewServices();
+  const Document doc = NewDocument();
+  Mission mission;
+  ReadKeptMission(doc, services, mission, bytes);
+  mission.Flights[0].Fuel = "37";
+  Compare(
+      state, [&] { benchmark::DoNotOptimize(ScanLines(bytes)); },
+      [&] {
+        LineArray lines;
+        if (!BuildKeptFile(doc, services, mission, lines)) state.SkipWithError("not built");
+        benchmark::DoNotOptimize(lines.FileText().data());
+      });
+}
+
 void Heap(benchmark::State& state) {
   const std::string bytes = MissionText(static_cast<std::size_t>(state.range(0)));
   const Services services = NewServices();
@@ -123,6 +155,8 @@ void Sizes(benchmark::internal::Benchmark* bench) {
 BENCHMARK(Read)->Apply(Sizes)->UseManualTime()->Unit(benchmark::kMicrosecond);
 BENCHMARK(ReadWithoutWing)->Arg(300000)->UseManualTime()->Unit(benchmark::kMicrosecond);
 BENCHMARK(Write)->Apply(Sizes)->UseManualTime()->Unit(benchmark::kMicrosecond);
+BENCHMARK(ReadKept)->Apply(Sizes)->UseManualTime()->Unit(benchmark::kMicrosecond);
+BENCHMARK(Merge)->Apply(Sizes)->UseManualTime()->Unit(benchmark::kMicrosecond);
 BENCHMARK(Heap)->Apply(Sizes)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
