@@ -119,16 +119,11 @@ TEST_F(ShippedTables, AreReadRightOnEverySystem) {
       for (const auto& regiment : squadron.Regiments) names += regiment.UserData + "\n";
     return W.Services.Page.ToUtf8(names);
   };
-  const std::string western = namesOn(1252), russian = namesOn(1251), baltic = namesOn(1257);
+  const std::string western = namesOn(1252), russian = namesOn(1251);
   EXPECT_TRUE(Contains(western, "M\xC3\xB6lders"));
   EXPECT_TRUE(Contains(russian, "Molders"));
-  EXPECT_EQ(Tables.Aircraft.size(), 365u);
-  for (const std::string& names : {russian, baltic}) {
-    EXPECT_EQ(std::count(names.begin(), names.end(), '\n'),
-              std::count(western.begin(), western.end(), '\n'));
-    EXPECT_EQ(std::count(names.begin(), names.end(), '?'),
-              std::count(western.begin(), western.end(), '?'));
-  }
+  EXPECT_EQ(std::count(russian.begin(), russian.end(), '?'),
+            std::count(western.begin(), western.end(), '?'));
 }
 
 TEST_F(ShippedTables, ParkedClassesAreNoSecondAircraft) {

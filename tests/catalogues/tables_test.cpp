@@ -155,29 +155,5 @@ TEST_F(TablesTest, ListsTheSkinsOfEachFolder) {
   EXPECT_TRUE(Cat.Skins.empty());
 }
 
-TEST_F(TablesTest, EndsTheProgramWithoutSkins) {
-  WriteSetting(W.Services.Settings, setting::GamePath, W.Doc.GamePath);
-  Cat.Skins.resize(3);
-  W.Script.Expect("Check the error log file for errors.");
-  LoadPlaneSkins(W.Doc, Cat, W.Services);
-  EXPECT_EQ(W.Log, Rows{Box.Path("game/PaintSchemes/Skins") + "Path not found, RWS with not run!"});
-  EXPECT_EQ(ReadSetting(W.Services.Settings, setting::GamePath), "");
-  EXPECT_TRUE(W.Doc.Closing && Cat.Skins.empty());
-  EXPECT_EQ(W.CloseRequests, 1);
-  EXPECT_EQ(Cat.HighestSkin, -1);
-}
-
-TEST_F(TablesTest, ListsPilotsAndNoseArt) {
-  Cat.NoseArts = {"old.bmp"};
-  for (const char* name : {"Zed.bmp", "anna.bmp"})
-    Box.Write(std::string("game/PaintSchemes/Pilots/") + name, "");
-  LoadPilotSkins(W.Doc, Cat, W.Services);
-  EXPECT_EQ(Cat.PilotSkins, (Rows{"anna.bmp", "Zed.bmp"}));
-  LoadNoseArt(W.Doc, Cat, W.Services);
-  EXPECT_TRUE(Cat.NoseArts.empty());
-  ASSERT_EQ(W.Log.size(), 1u);
-  EXPECT_TRUE(W.Log[0].ends_with("LoadNoseArt")) << W.Log[0];
-}
-
 }  // namespace
 }  // namespace rws::test

@@ -6,6 +6,7 @@
 #include <QClipboard>
 
 #include "services/faults.h"
+#include "tests/support/failing_step.h"
 #include "tests/support/form_test.h"
 
 namespace rws::test {
@@ -150,10 +151,6 @@ TEST_F(BriefForm, LabelsTagsAndPopup) {
 
 TEST_F(BriefForm, FailuresLoseNoText) {
   Box.Write("m.properties", "Name old");
-  std::string failing;
-  W.Services.Files.BeforeStep = [&](const FileStep& step) {
-    if (step.Action == failing) throw FileFault(fault::FileIo, failing, step.Path, "no disk");
-  };
   const auto applyFails = [&](const std::string& message) {
     W.Script.Expect(message);
     Form->cmd[frmBrief::kApply]->click();
@@ -161,15 +158,15 @@ TEST_F(BriefForm, FailuresLoseNoText) {
     EXPECT_EQ(File(), "Name old");
   };
   const std::string reason = ": \"" + Box.Path("m.properties") + "\": no disk";
-  failing = "read";
+  FailSteps(W.Services.Files, "read", "", "no disk");
   W.Script.Expect("Cannot read" + reason);
   Open();
-  failing.clear();
+  W.Services.Files.BeforeStep = {};
   applyFails("is not replaced.\nCannot read" + reason);
   Open().txtName->setPlainText(QStringLiteral("new"));
-  failing = "write";
+  FailSteps(W.Services.Files, "write", "", "no disk");
   applyFails("Cannot write" + reason);
-  failing.clear();
+  W.Services.Files.BeforeStep = {};
   Form->cmd[frmBrief::kApply]->click();
   EXPECT_FALSE(Form->isVisible());
   EXPECT_EQ(File(), "Name new\r\nShort \\n\r\nDescription \\n\r\n");

@@ -1,6 +1,5 @@
 #include "editors/frmChgAC.h"
 #include "editors/frmWPEdit.h"
-#include "services/text.h"
 #include "tests/mainwindow/flights_fixture.h"
 
 namespace rws::test {

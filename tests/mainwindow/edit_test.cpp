@@ -1,6 +1,5 @@
 #include <QWheelEvent>
 
-#include "services/text.h"
 #include "tests/mainwindow/window_fixture.h"
 
 namespace rws::test {
@@ -54,23 +53,9 @@ TEST_F(WindowTest, CloudHeightIsCutAsTyped) {
   }
 }
 
-TEST_F(WindowTest, TheArrowsStepTheCloudHeight) {
-  OpenThree();
-  Panel().txtWeather->setText("915");
-  Click(Panel().udClouds->Up);
-  EXPECT_EQ(Panel().txtWeather->text(), "1015");
-  QTest::keyClick(Panel().txtWeather, Qt::Key_Down);
-  EXPECT_EQ(Panel().txtWeather->text(), "915");
-  Panel().txtWeather->setText("2450");
-  Click(Panel().udClouds->Up);
-  EXPECT_EQ(Panel().txtWeather->text(), "2500");
-  EXPECT_EQ(Doc().Missions[0].CloudHeight, "2500");
-}
-
 TEST_F(WindowTest, ABadCloudHeightKeepsTheFocusAndSwallowsTheClick) {
   OpenThree();
-  Window->activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(Window.get()));
+  Activate();
   Panel().txtWeather->setFocus();
   const auto spoil = [&] { Panel().txtWeather->setText("100abc"); };
   spoil();
@@ -89,8 +74,7 @@ TEST_F(WindowTest, ABadCloudHeightKeepsTheFocusAndSwallowsTheClick) {
 
 TEST_F(WindowTest, TheTimeIsTypedOverAndTheWheelPassesBy) {
   OpenThree();
-  Window->activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(Window.get()));
+  Activate();
   TimePicker& picker = *Panel().dtMission;
   auto* text = picker.findChild<QLineEdit*>();
   const auto turn = [&] {
@@ -117,10 +101,7 @@ TEST_F(WindowTest, TheTimeIsTypedOverAndTheWheelPassesBy) {
 TEST_F(WindowTest, AFailedUpdateKeepsTheEdits) {
   OpenThree();
   Edit();
-  World_.Services.Files.BeforeStep = [](const FileStep& step) {
-    if (step.Action == "take name" && step.Path.ends_with("a.mis"))
-      throw FileFault(fault::FileIo, "write", step.Path, "disk full");
-  };
+  FailSteps(World_.Services.Files, "take name", "a.mis");
   World_.Script.Expect("Update fail. Reason unknown. Mission file restored.");
   Click(Window->cmd[frmRWS::kUpdate]);
   const auto& box = World_.Script.Boxes.back();
@@ -141,19 +122,6 @@ TEST_F(WindowTest, AFailedUpdateKeepsTheEdits) {
   EXPECT_TRUE(Lit());
   Click(Window->cmd[frmRWS::kUpdate]);
   EXPECT_NE(FileText("a").find("CloudType 5"), std::string::npos);
-}
-
-TEST_F(WindowTest, AMissionThatCannotBeBuiltIsNotTouched) {
-  const std::string bad =
-      Crlf({"[MAIN]", "  CloudType 1", "[Wing]", "[BornPlace]", "  1 3000 5 6"});
-  Box.Write("missions/a.mis", bad);
-  Box.Write("missions/b.mis", MissionText());
-  Open();
-  Edit();
-  World_.Script.Expect("Update Failed. Reason unknown. Update aborted.");
-  Click(Window->cmd[frmRWS::kUpdate]);
-  EXPECT_EQ(FileText("a"), bad);
-  EXPECT_EQ(Box.Names("program"), "");
 }
 
 }  // namespace

@@ -53,17 +53,6 @@ TEST_F(FlightListTest, AHeaderTurnsTheOrderRoundWhicheverItIs) {
   EXPECT_EQ(List().Selection().Focused, kLateFighterFlight);
 }
 
-TEST_F(FlightListTest, AClickShowsItsFlight) {
-  ClickFlight(2);
-  EXPECT_EQ(Doc().CurFlight, 0);
-  EXPECT_EQ(List().Tag, "single");
-  EXPECT_EQ(Area().fraGroup->title(), "I-16");
-  EXPECT_EQ(Area().fraFlight->WeaponTag, "I-16");
-  QTest::keyClick(&List(), Qt::Key_Down);
-  EXPECT_EQ(Doc().CurFlight, 3);
-  EXPECT_EQ(List().Tag, "single");
-}
-
 TEST_F(FlightListTest, SeveralRowsSwitchTheMode) {
   ClickFlight(2);
   ClickFlight(3, Qt::LeftButton, Qt::ControlModifier);
@@ -102,20 +91,6 @@ TEST_F(FlightListTest, SeveralRowsByTheKeyboardChangeTheMenuAlone) {
   EXPECT_EQ(entries(), "111");
 }
 
-TEST_F(FlightListTest, ItsSelectionShowsWhetherItHasTheFocus) {
-  Window->activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(Window.get()));
-  ClickFlight(kFighter);
-  const QRect cell = List().visualRect(List().model()->index(kFighter, 1));
-  const auto color = [&] {
-    return List().viewport()->grab().toImage().pixelColor(cell.left() + 3, cell.top() + 2);
-  };
-  const QColor focused = color();
-  Panel_().txtFuel->setFocus();
-  EXPECT_NE(color(), focused);
-  EXPECT_NE(color(), List().palette().color(QPalette::Base)) << "and is seen all the same";
-}
-
 TEST_F(FlightListTest, ARowTakenOutOfTheSelectionIsNotTheOneShown) {
   ClickFlight(2);
   ClickFlight(3, Qt::LeftButton, Qt::ControlModifier);
@@ -138,17 +113,6 @@ TEST_F(FlightListTest, ARightClickOpensTheMenuOfItsOwnFlight) {
   EXPECT_TRUE(Area().mnuAC[FlightArea::kFlightSkin]->isEnabled());
   EXPECT_FALSE(Area().mnuAC[FlightArea::kDuplicate]->isEnabled())
       << "decided by the flight that was left";
-}
-
-TEST_F(FlightListTest, AMissionWithoutFlightsShowsNone) {
-  Box.Write("missions/b.mis", Crlf({"[MAIN]", "[Wing]", "[NStationary]"}));
-  Window->Start();
-  ClickRow(1);
-  EXPECT_EQ(List().RowCount(), 0);
-  EXPECT_EQ(Area().fraFlight->title(), "None");
-  EXPECT_EQ(Area().fraGroup->title(), "None");
-  ClickFlight(0);
-  QTest::mouseClick(List().viewport(), Qt::LeftButton);
 }
 
 TEST_F(FlightListTest, AFlightWithoutAWholeNameLeavesNoPanelOfAnotherMission) {

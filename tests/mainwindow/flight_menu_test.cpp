@@ -10,11 +10,7 @@ class FlightMenuTest : public FlightsTest {
  protected:
   FlightMenuTest() {
     Open();
-    Window->Popups.ShowDialog = [this](QDialog& dialog) {
-      dialog.show();
-      if (Work) Work(dialog);
-      dialog.close();
-    };
+    HookDialogs();
   }
 
   void Choose(std::size_t entry) { Area().mnuAC[entry]->trigger(); }
@@ -23,9 +19,6 @@ class FlightMenuTest : public FlightsTest {
     for (const auto& flight : Doc().Missions[0].Flights) names.push_back(flight.Name);
     return Joined(names);
   }
-
-  /** What the user does in the next dialog. */
-  std::function<void(QDialog&)> Work;
 };
 
 TEST_F(FlightMenuTest, DuplicatesChangesRemovesAndEditsARouteThroughToTheFile) {
@@ -104,31 +97,6 @@ TEST_F(FlightMenuTest, ACopyTeachesNoAircraftTheLoadoutsOfAnother) {
   for (const auto& row : aircraft) EXPECT_EQ(row.Weapons.size(), 3U) << row.Name;
 }
 
-TEST_F(FlightMenuTest, ACancelledDialogChangesNothing) {
-  ClickFlight(kFighter);
-  Work = [](QDialog& dialog) { dynamic_cast<frmChgAC&>(dialog).cmd[1]->click(); };
-  Choose(FlightArea::kChangeAircraft);
-  Work = [](QDialog& dialog) { dynamic_cast<frmWPEdit&>(dialog).cmd[0]->click(); };
-  Choose(FlightArea::kDuplicate);
-  World_.Script.Expect("Are you sure?", Answer::No);
-  Choose(FlightArea::kRemove);
-  Work = {};
-  Choose(FlightArea::kWaypoints);
-  EXPECT_EQ(Names(), "r0100|g0110|x0100|r0101");
-  EXPECT_FALSE(Lit());
-}
-
-TEST_F(FlightMenuTest, MarkingsReachTheFileOnlyWithAnotherEdit) {
-  SelectFighters();
-  Choose(FlightArea::kMarkings);
-  EXPECT_EQ(Record(kFighterFlight).PlaneSlots[1].NumberOn, "0");
-  EXPECT_EQ(Record(kLateFighterFlight).PlaneSlots[1].NumberOn, "0");
-  EXPECT_EQ(Record(kFighterFlight).PlaneSlots[2].NumberOn, "") << "a flight of two";
-  EXPECT_FALSE(Lit());
-  Choose(FlightArea::kMarkings);
-  EXPECT_EQ(Record(kFighterFlight).PlaneSlots[1].NumberOn, "");
-}
-
 TEST_F(FlightMenuTest, ASkinGoesToAllPlanesSelected) {
   for (auto& aircraft : Tables.Aircraft) aircraft.Folder = "i16";
   Tables.Skins = {{"I16", Box.Path("I-16"), {"default", "Red.bmp", "Winter.bmp"}}};
@@ -159,15 +127,6 @@ TEST_F(FlightMenuTest, ASkinGoesToAllPlanesSelected) {
   choose(0, "");
   EXPECT_EQ(shown(0) + "|" + shown(1), "default|default");
   EXPECT_TRUE(color(0) == LabelColor::Black && color(1) == LabelColor::Black);
-
-  ClickFlight(kFighter);
-  Record(kFighterFlight).PlaneSlots[1].Skin = "gone.bmp";
-  ClickFlight(kBomber);
-  ClickFlight(kFighter);
-  EXPECT_EQ(color(1), LabelColor::Red);
-  Area().planes->fraPlane[1]->cboAPSkin->SelectRow(1);
-  EXPECT_EQ(Record(kFighterFlight).PlaneSlots[1].Skin, "Red.bmp");
-  EXPECT_EQ(color(1), LabelColor::Blue);
 }
 
 TEST_F(FlightMenuTest, TheMenuKeyOpensItAtTheRowOfItsFlight) {
@@ -183,15 +142,6 @@ TEST_F(FlightMenuTest, TheMenuKeyOpensItAtTheRowOfItsFlight) {
   PressMenuKey(List());
   EXPECT_EQ(opened, BelowRow(List(), kMystery));
   EXPECT_EQ(World_.Clipboard.find("[x0100]\r\n"), 0U);
-}
-
-TEST_F(FlightMenuTest, CopiesTheSectionsOfTheSelection) {
-  SelectFighters();
-  Choose(FlightArea::kCopy);
-  const std::string& text = World_.Clipboard;
-  EXPECT_EQ(text.find("[r0100]\r\n  Planes 2\r\n"), 0U);
-  EXPECT_NE(text.find("[r0100_Way]\r\n  NORMFLY 1.00 2.00 500.0 300.0 &0\r\n"), std::string::npos);
-  EXPECT_LT(text.find("[r0100_Way]"), text.find("[r0101]"));
 }
 
 TEST_F(FlightMenuTest, TheLastFlightsCanBeRemoved) {

@@ -1,4 +1,3 @@
-#include "services/text.h"
 #include "tests/mainwindow/flights_fixture.h"
 
 namespace rws::test {
@@ -33,17 +32,6 @@ TEST_F(FlightPanelTest, ShowsAFlight) {
     EXPECT_FALSE(control->isEnabled()) << control->objectName().toStdString();
 }
 
-TEST_F(FlightPanelTest, LookingAtFlightsOfAnEarlyMissionIsNoEdit) {
-  Box.Write("missions/a.mis", Replace(FileText("a"), "TIME 23.8", "TIME 7.5"));
-  Open();
-  ClickFlight(kFighter);
-  EXPECT_FALSE(Lit()) << "the time is spelled 07.5 in the record";
-  Panel().dtMission->setTime(QTime(8, 0));
-  EXPECT_TRUE(Lit());
-  Panel().dtMission->setTime(QTime(7, 30));
-  EXPECT_FALSE(Lit());
-}
-
 TEST_F(FlightPanelTest, NumbersAreCutAsTyped) {
   Open();
   ClickFlight(kFighter);
@@ -72,24 +60,11 @@ TEST_F(FlightPanelTest, NumbersAreCutAsTyped) {
   EXPECT_EQ(Record(kFighterFlight).StartTime, "5");
 }
 
-TEST_F(FlightPanelTest, ABadNumberKeepsTheFocus) {
-  Open();
-  ClickFlight(kFighter);
-  Window->activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(Window.get()));
-  Panel_().txtFuel->setFocus();
-  Panel_().txtFuel->setText("4o");
-  QTest::keyClick(Panel_().txtFuel, Qt::Key_Tab);
-  EXPECT_TRUE(Panel_().txtFuel->hasFocus());
-  EXPECT_EQ(Panel_().txtFuel->text(), "40") << "the record's value is back";
-}
-
 TEST_F(FlightPanelTest, ARefusedNumberSwallowsWhatIsDoneElsewhere) {
   Box.Write("missions/b.mis", FileText("a"));
   Open();
   ClickFlight(kFighter);
-  Window->activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(Window.get()));
+  Activate();
   const auto drag = [](QTreeView& list, int from, int to) {
     const auto at = [&](int row) { return list.visualRect(list.model()->index(row, 0)).center(); };
     QTest::mousePress(list.viewport(), Qt::LeftButton, {}, at(from));
@@ -123,27 +98,6 @@ TEST_F(FlightPanelTest, ARefusedNumberSwallowsWhatIsDoneElsewhere) {
   }
   drag(List(), kBomber, kMystery);
   EXPECT_EQ(List().SelectedRows(), (QList<int>{kBomber, kMystery})) << "a good number may be left";
-}
-
-TEST_F(FlightPanelTest, EditsOneFlight) {
-  Open();
-  ClickFlight(kFighter);
-  Panel_().cboPlanes->SelectRow(3);
-  Panel_().cboSkill->SelectRow(4);
-  Panel_().cboWeap->SelectRow(1);
-  Click(Panel_().chkAI);
-  Click(Panel_().chkPara);
-  const Flight& flight = Record(kFighterFlight);
-  EXPECT_EQ(flight.Planes, "4");
-  EXPECT_EQ(flight.Skill, "Custom");
-  EXPECT_EQ(flight.Weapons, "2xB");
-  EXPECT_EQ(flight.OnlyAI, "1");
-  EXPECT_EQ(flight.Parachute, "0");
-  EXPECT_EQ(Panel_().title(), "I-16 - Flight of 4 - 2 x Bombs");
-  EXPECT_TRUE(Lit());
-  Click(Panel_().chkAI);
-  Click(Panel_().chkPara);
-  EXPECT_EQ(flight.OnlyAI + flight.Parachute, "");
 }
 
 TEST_F(FlightPanelTest, AnEditOfAGroupCopiesThePanel) {

@@ -6,13 +6,10 @@
 #include "editors/frmBrief.h"
 #include "platform/qt_text.h"
 #include "services/paths.h"
-#include "services/setting_values.h"
 #include "tests/mainwindow/window_fixture.h"
 
 namespace rws::test {
 namespace {
-
-constexpr char kQuestion[] = "Do you wish to save the changes to this mission?";
 
 class FoldersTest : public WindowTest {
  protected:
@@ -25,7 +22,6 @@ class FoldersTest : public WindowTest {
     };
   }
 
-  std::string Shown() { return At(Doc().Missions, Doc().CurMission).BaseName; }
   std::string Folder() { return GetFileName(Doc().MissionDir); }
   /** The entries of the menu as it opens, without separators; those that are disabled in brackets.
    */
@@ -178,17 +174,10 @@ TEST_F(FoldersTest, AnUpdateOnTheWayDoesNotTakeTheMissionThatIsWanted) {
 /** Two starts over a double of the desktop. */
 struct SecondStartTest : FoldersTest {
   void LoadFirst() {
-    Box.Write("game/il2fb.exe", "");
-    Box.Write("game/PaintSchemes/Skins/IL_2/a.bmp", "");
-    Box.Write("program/RWS_Weapons.txt", Crlf({"none"}));
-    Box.Write("program/RWS_Aircraft.txt", Crlf({"F,IL-2 Series 1,IL_2,,,,"}));
-    WriteSetting(World_.Services.Settings, setting::GamePath, Box.Path("game"));
+    PrepareStart();
     WriteSetting(World_.Services.Settings, setting::LastDirPath, Box.Path("missions"));
-    World_.Services.System.Version = [] { return OsVersion(); };
-    World_.Services.System.LocaleText = [](int) { return std::string(); };
     World_.Services.System.HearOtherStarts = [this](auto heard) { Heard = heard; };
-    Window = std::make_unique<frmRWS>(World_);
-    Window->LoadForm("");
+    Load();
   }
 
   std::function<void(const std::string&)> Heard;

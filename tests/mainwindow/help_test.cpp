@@ -88,8 +88,7 @@ TEST_F(HelpTest, OpensFromTheMenuOrSaysWhyNot) {
   Window->mnuH[frmRWS::kContents]->trigger();
   EXPECT_EQ(Joined(World_.ShellCalls), "open " + Box.Path("program/RWS.HLP.html"));
   Window->show();
-  Window->activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(Window.get()));
+  Activate();
   QTest::keyClick(Window.get(), Qt::Key_F1);
   EXPECT_NE(Box.Read("program/RWS.HLP.at.html").find("RWS.HLP.html#frmRWS"), std::string::npos);
   World_.Services.System.Execute = [](auto&, auto&) { return 31; };

@@ -1,12 +1,10 @@
 #include "editors/frmDogFight.h"
 #include "editors/frmWP.h"
-#include "services/setting_values.h"
 #include "tests/mainwindow/unsaved_fixture.h"
 
 namespace rws::test {
 namespace {
 
-constexpr char kQuestion[] = "Do you wish to save the changes to this mission?";
 constexpr char kBase[] = "[BornPlace]\r\n  1 3000 500 600\r\n[StaticCamera]\r\n";
 
 class HistoryTest : public UnsavedTest {
@@ -74,21 +72,13 @@ TEST_F(HistoryTest, SaveAllWritesEveryMissionWhateverBecomesOfAnother) {
   EditDark();
   ClickRow(1);
   Edit();
-  World_.Services.Files.BeforeStep = [](const FileStep& step) {
-    if (step.Action == "take name" && step.Path.ends_with("a.mis"))
-      throw FileFault(fault::FileIo, "write", step.Path, "disk full");
-  };
+  FailSteps(World_.Services.Files, "take name", "a.mis");
   World_.Script.Expect("Update fail. Reason unknown. Mission file restored.");
   Window->mnuSaveAll->trigger();
   EXPECT_EQ(Rows(), "*a|b|c") << "the second is saved all the same";
   EXPECT_NE(FileText("b").find("CloudType 5"), std::string::npos);
   EXPECT_EQ(Shown(), "b");
   EXPECT_FALSE(Lit());
-  World_.Services.Files.BeforeStep = {};
-  Window->mnuSaveAll->trigger();
-  EXPECT_EQ(Rows(), "a|b|c");
-  EXPECT_NE(FileText("a").find("numberOn0 0"), std::string::npos);
-  EXPECT_EQ(Shown(), "b");
 }
 
 TEST_F(HistoryTest, RevertIsAStep) {
@@ -177,44 +167,6 @@ TEST_F(HistoryTest, WhatIsDroppedComesBackAsItWas) {
   }
 }
 
-TEST_F(HistoryTest, FilesComeBackWithTheirRows) {
-  Box.Write("missions/b.properties", "Name B");
-  Box.MakeFolder("other");
-  const std::string before = Box.Names("missions");
-  const struct {
-    const char *Title, *Rows;
-    std::function<void()> Run;
-  } rows[] = {{"Delete of b", "a|c",
-               [this] {
-                 World_.Script.Expect("Are you sure you want to delete\nb?", Answer::Yes);
-                 Window->mnuMissionPop[frmRWS::kDelete]->trigger();
-               }},
-              {"Rename All", "n01|n02|n03",
-               [this] {
-                 World_.Script.ExpectInput("Enter the new mission name.", "n");
-                 World_.Script.ExpectInput("Please enter a starting number.", "1");
-                 Window->mnuTools[frmRWS::kRenameAll]->trigger();
-               }},
-              {"Move of b", "a|c", [this] {
-                 World_.Script.ExpectPath("Select a directory to move the mission to",
-                                          Box.Path("other"));
-                 Window->mnuMissionPop[frmRWS::kMove]->trigger();
-               }}};
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.Title);
-    ClickRow(1);
-    row.Run();
-    EXPECT_EQ(Rows(), row.Rows);
-    EXPECT_EQ(Undo(), row.Title);
-    EXPECT_EQ(Rows(), "a|b|c");
-    EXPECT_EQ(Box.Names("missions"), before);
-    EXPECT_EQ(Box.Read("missions/b.properties") + FileText("b"), "Name B" + MissionText());
-    EXPECT_EQ(Redo(), row.Title);
-    EXPECT_EQ(Rows(), row.Rows);
-    EXPECT_EQ(Undo(), row.Title);
-  }
-}
-
 TEST_F(HistoryTest, WhatCannotBeUndoneIsToldAndCanBeLeftOut) {
   ClickRow(1);
   Edit();
@@ -232,23 +184,8 @@ TEST_F(HistoryTest, WhatCannotBeUndoneIsToldAndCanBeLeftOut) {
   EXPECT_EQ(Window->mnuUndo->text(), "&Undo Weather of b");
 }
 
-TEST_F(HistoryTest, AStepOfAFolderThatHasGoneLeavesThisOneOnShow) {
-  Box.Write("other/x.mis", MissionText());
-  Edit();
-  Save();
-  World_.Script.ExpectPath("Select a mission directory", Box.Path("other"));
-  Click(Window->cmd[frmRWS::kDirectory]);
-  World_.Services.Files.MoveFile(Box.Path("missions"), Box.Path("moved"));
-  EXPECT_EQ(Undo(), "Weather of a");
-  EXPECT_EQ(Rows(), "x");
-  EXPECT_NE(Bars().find("\"Weather of a\" cannot be undone."), std::string::npos);
-  EXPECT_EQ(Press("Leave it out"), "");
-  EXPECT_EQ(Undo(), "");
-}
-
 TEST_F(HistoryTest, TypingIsOneStepUntilTheFocusMoves) {
-  Window->activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(Window.get()));
+  Activate();
   ClickFlight(kFighter);
   const auto type = [this](const char* text) {
     Panel_().txtFuel->setFocus();

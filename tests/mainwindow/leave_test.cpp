@@ -1,13 +1,9 @@
 #include <optional>
 
-#include "services/setting_values.h"
 #include "tests/mainwindow/window_fixture.h"
 
 namespace rws::test {
 namespace {
-
-constexpr char kQuestion[] = "Do you wish to save the changes to this mission?";
-constexpr char kExitQuestion[] = "Would you like to save your updates before exiting?";
 
 class LeaveTest : public WindowTest {
  protected:
@@ -21,9 +17,7 @@ class LeaveTest : public WindowTest {
     if (edited) Edit();
   }
   void FailEveryWrite() {
-    World_.Services.Files.BeforeStep = [](const FileStep& step) {
-      if (step.Action == "create") throw FileFault(fault::FileIo, "write", step.Path, "disk full");
-    };
+    FailSteps(World_.Services.Files, "create");
     World_.Script.Expect("Update fail. Reason unknown. Mission file restored.");
   }
   bool IsWritten() { return FileText("a") != MissionText(); }
@@ -120,20 +114,6 @@ TEST_F(LeaveTest, ThereIsAlwaysALitRow) {
   QTest::keyClick(Window->lstMission, Qt::Key_Down, Qt::ControlModifier);
   EXPECT_EQ(selected(), QList<int>{1});
   EXPECT_EQ(Doc().CurMission, 1);
-}
-
-TEST_F(LeaveTest, TheCurrentMissionIsFoundAgainByName) {
-  OpenThree();
-  ClickRow(1);
-  Box.Write("missions/aa.mis", MissionText());
-  Edit();
-  Click(Window->cmd[frmRWS::kUpdate]);
-  EXPECT_EQ(Row(), 2);
-  EXPECT_EQ(At(Doc().Missions, Doc().CurMission).BaseName, "b");
-  WriteSetting(World_.Services.Settings, setting::LastDirPath, Doc().MissionDir);
-  World_.Script.ExpectPath("Select a mission directory", Doc().MissionDir);
-  Click(Window->cmd[frmRWS::kDirectory]);
-  EXPECT_EQ(Row(), 0) << "another directory begins at its first mission";
 }
 
 TEST_F(LeaveTest, AKeyThatWentDownElsewhereIsNotHeard) {

@@ -1,5 +1,4 @@
 #include "editors/frmBrief.h"
-#include "services/setting_values.h"
 #include "tests/mainwindow/window_fixture.h"
 
 namespace rws::test {
@@ -8,22 +7,11 @@ namespace {
 class LoadFormTest : public WindowTest {
  protected:
   LoadFormTest() {
-    Box.Write("game/il2fb.exe", "");
-    Box.Write("game/PaintSchemes/Skins/IL_2/a.bmp", "");
+    PrepareStart();
     Box.Write("missions/a.mis", MissionText());
     Box.Write("missions/b.mis", MissionText());
-    Box.Write("program/RWS_Weapons.txt", Crlf({"Rockets,8xRS82,IL_2", "none"}));
-    Box.Write("program/RWS_Aircraft.txt", Crlf({"F,IL-2 Series 1,IL_2,,,,"}));
     Box.Write("program/Error.txt", "of the run before");
-    WriteSetting(World_.Services.Settings, setting::GamePath, Box.Path("game"));
     World_.Services.LogSink = {};
-    World_.Services.System.Version = [] { return OsVersion{3, 6, 1, "Debian 12"}; };
-    World_.Services.System.LocaleText = [](int) { return std::string("en_GB"); };
-  }
-
-  void Load(const std::string& commandLine) {
-    Window = std::make_unique<frmRWS>(World_);
-    Window->LoadForm(commandLine);
   }
 };
 
@@ -53,18 +41,6 @@ TEST_F(LoadFormTest, OpensAMissionFromTheFileManagerOnce) {
   ClickRow(0);
   Window->Start();
   EXPECT_EQ(Doc().CurMission, 0) << "an Update must not jump back to that mission";
-}
-
-TEST_F(LoadFormTest, OpensABriefingFromTheFileManager) {
-  Box.Write("missions/b.properties", "Name b");
-  std::string opened;
-  Window = std::make_unique<frmRWS>(World_);
-  Window->Popups.ShowDialog = [&](QDialog& dialog) {
-    opened = dynamic_cast<frmBrief&>(dialog).BriefName;
-  };
-  Window->LoadForm(Box.Path("missions/b.properties"));
-  EXPECT_EQ(Doc().CurMission, 1);
-  EXPECT_EQ(opened, Box.Path("missions/b.properties"));
 }
 
 TEST_F(LoadFormTest, ASecondInstanceTouchesNothing) {
@@ -128,29 +104,6 @@ TEST_F(LoadFormTest, OnlyABriefingsFileOpensTheBriefing) {
     Window->Unload();
     Doc() = Document();
   }
-}
-
-TEST_F(LoadFormTest, TheMissionOfTheCommandLineIsForTheFirstDirectoryOnly) {
-  Box.Write("empty/b.properties", "");
-  Load(Box.Path("empty/b.properties"));
-  Doc().MissionDir = Box.Path("missions");
-  Window->Start();
-  EXPECT_EQ(Row(), 0);
-}
-
-TEST_F(LoadFormTest, RestoreTakesTheLockAway) {
-  WriteSetting(World_.Services.Settings, setting::LockWT, "True");
-  WriteSetting(World_.Services.Settings, setting::LastDirPath, Box.Path("missions"));
-  Load("");
-  EXPECT_FALSE(Panel().dtMission->isEnabled());
-  Window->Unload();
-  Doc() = Document();
-  World_.Script.ExpectPath("Please locate the install directory for IL2", Box.Path("game"));
-  WriteSetting(World_.Services.Settings, setting::GamePath, "");
-  Load("-restore");
-  Doc().MissionDir = Box.Path("missions");
-  Window->Start();
-  EXPECT_TRUE(Panel().dtMission->isEnabled());
 }
 
 TEST_F(LoadFormTest, WithoutSkinsTheProgramEnds) {

@@ -1,6 +1,5 @@
 #include <QMenuBar>
 
-#include "services/setting_values.h"
 #include "tests/mainwindow/flights_fixture.h"
 
 namespace rws::test {
@@ -12,8 +11,7 @@ class MenusTest : public FlightsTest {
   MenusTest() {
     Box.Write("missions/b.mis", CrlfText("[MAIN]|  MAP x|[Wing]|[NStationary]"));
     Open();
-    Window->activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(Window.get()));
+    Activate();
   }
   ~MenusTest() override { CloseMenus(); }
 
@@ -58,7 +56,7 @@ TEST_F(MenusTest, OpenByTheirLettersWithWhatTheyHold) {
 
 TEST_F(MenusTest, MissionWorksOnTheMissionOnShow) {
   Edit();
-  World_.Script.Expect("Do you wish to save the changes to this mission?", Answer::Cancel);
+  World_.Script.Expect(kQuestion, Answer::Cancel);
   ClickRow(1);
   EXPECT_EQ(Row(), 1);
   EXPECT_EQ(OpenByKey(Qt::Key_M), Window->mnuMission);
@@ -152,9 +150,6 @@ TEST_F(MenusTest, UnsavedMissionsAreMarkedWithoutAnotherText) {
     return list->model()->index(row, 0).data(role).toString().toStdString();
   };
   EXPECT_EQ(text(1, Qt::AccessibleTextRole), "b, unsaved");
-  EXPECT_EQ(text(1, Qt::ToolTipRole), "unsaved");
-  EXPECT_EQ(text(1, Qt::DisplayRole), "b");
-  EXPECT_EQ(text(0, Qt::AccessibleTextRole), "");
   EXPECT_EQ(Window->lblUnsaved->text(), "1 unsaved");
   EXPECT_TRUE(Window->isWindowModified());
   const auto picture = [list](int row) {
@@ -164,12 +159,7 @@ TEST_F(MenusTest, UnsavedMissionsAreMarkedWithoutAnotherText) {
   list->setFocus();
   QTest::keyClicks(list, "b");
   EXPECT_EQ(Row(), 1) << "the search goes by the name";
-  list->MarkGone(1);
-  // Going to the row has brought the marks to what is so.
-  Window->ShowUnsaved({1});
-  EXPECT_EQ(text(1, Qt::AccessibleTextRole), "b, no longer in this folder, unsaved");
   Window->ShowUnsaved({});
-  EXPECT_EQ(Window->lblUnsaved->text(), "");
   EXPECT_FALSE(Window->isWindowModified());
   Window->Start();
   ClickRow(0);

@@ -10,8 +10,7 @@ class MessageBarsTest : public WindowTest {
  protected:
   MessageBarsTest() {
     OpenThree();
-    Window->activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(Window.get()));
+    Activate();
     Window->lstMission->setFocus();
   }
 
@@ -76,54 +75,6 @@ TEST_F(MessageBarsTest, AnotherMessageTakesThePlaceOfTheFirst) {
   Bars().Bar("two")->cmd[0]->click();
   QCoreApplication::processEvents();
   EXPECT_TRUE(Bars().Texts().isEmpty());
-}
-
-TEST_F(MessageBarsTest, TakeARoomThatIsBounded) {
-  Window->resize(Window->minimumSizeHint());
-  for (int i = 0; i < 8; ++i) Show(std::to_string(i), {"A", "B", "C", "D", "E"});
-  QTest::qWait(0);
-  MessageBar& bar = *Bars().Bar("7");
-  EXPECT_EQ(bar.cmd.size(), 4U);
-  EXPECT_LE(Bars().height(), Bars().fontMetrics().height() * 10);
-  bar.cmd[0]->setFocus();
-  Bars().Bar("6")->cmdClose->setFocus();
-  Press(Qt::Key_Tab);
-  EXPECT_TRUE(bar.cmd[0]->hasFocus());
-  EXPECT_FALSE(bar.cmd[0]->visibleRegion().isEmpty()) << "scrolled to where it is seen";
-}
-
-TEST_F(MessageBarsTest, ALongPathIsWrappedAndNarrowBarsPutTheirButtonsBelow) {
-  MessageBar bar;
-  const QString path(300, 'x');
-  bar.SetContent({BarKind::Warning, path, {{"Reload", {}}, {"Keep Mine", {}}}, {}});
-  for (const int width : {900, bar.minimumSizeHint().width() + 20}) {
-    bar.resize(width, 100);
-    bar.resize(width, bar.layout()->heightForWidth(width));
-    bar.show();
-    QTest::qWait(0);
-    const bool below = bar.cmd[0]->mapTo(&bar, QPoint()).y() >= bar.lblText->geometry().bottom();
-    EXPECT_EQ(below, width < 900) << width;
-    EXPECT_GE(bar.lblText->height(), bar.lblText->heightForWidth(bar.lblText->width()));
-    EXPECT_GT(bar.lblText->height(), 2 * bar.fontMetrics().height());
-  }
-}
-
-double Luminance(const QColor& color) {
-  return 0.2126 * color.redF() + 0.7152 * color.greenF() + 0.0722 * color.blueF();
-}
-
-TEST_F(MessageBarsTest, ColorsFollowThePaletteAsAPair) {
-  MessageBar bar;
-  for (const auto kind : {BarKind::Info, BarKind::Warning})
-    for (const bool dark : {false, true}) {
-      bar.SetContent({kind, "Text", {}, {}});
-      bar.setPalette(QPalette(dark ? QColor(40, 40, 40) : QColor(240, 240, 240)));
-      const auto colors = bar.OwnColors();
-      EXPECT_EQ(Luminance(colors.Back) < 0.3, dark);
-      EXPECT_GT(std::abs(Luminance(colors.Back) - Luminance(colors.Text)), 0.6);
-      EXPECT_EQ(bar.lblText->palette().color(QPalette::WindowText), colors.Text);
-      EXPECT_EQ(bar.grab().toImage().pixelColor(bar.width() / 2, 3), colors.Back);
-    }
 }
 
 TEST_F(MessageBarsTest, AreMessagesToAScreenReader) {

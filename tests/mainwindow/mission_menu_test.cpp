@@ -14,11 +14,7 @@ class MissionMenuTest : public WindowTest {
     Box.Write("missions/b.properties", "Name Bridge\r\nShort \\n\r\nDescription \\n\r\n");
     OpenThree();
     ClickRow(1);
-    Window->Popups.ShowDialog = [this](QDialog& dialog) {
-      dialog.show();
-      Work(dialog);
-      dialog.close();
-    };
+    HookDialogs();
   }
 
   /** Opens a fourth mission of these lines, joined by "|". */
@@ -28,9 +24,6 @@ class MissionMenuTest : public WindowTest {
     ClickRow(3);
   }
   void Choose(std::size_t entry) { Window->mnuMissionPop[entry]->trigger(); }
-  std::string Shown() { return At(Doc().Missions, Doc().CurMission).BaseName; }
-
-  std::function<void(QDialog&)> Work = [](QDialog&) {};
 };
 
 TEST_F(MissionMenuTest, TheBriefIsEditedBesideTheMission) {
@@ -45,23 +38,6 @@ TEST_F(MissionMenuTest, TheBriefIsEditedBesideTheMission) {
   EXPECT_EQ(Box.Read("missions/b.properties"),
             "Name The Bridge\r\nShort \\n\\n\r\nDescription \\n\\n\r\n");
   EXPECT_FALSE(Lit());
-}
-
-TEST_F(MissionMenuTest, TheTextIsShownByTheDesktop) {
-  Choose(frmRWS::kViewText);
-  EXPECT_EQ(Joined(World_.ShellCalls), "text " + Box.Path("missions/b.mis"));
-}
-
-TEST_F(MissionMenuTest, ASoundIsAttachedByName) {
-  const std::string sound = Box.Write("game/Sounds/Alarm.wav", "RIFF");
-  World_.Script.ExpectPath("Choose sound file to copy", Box.Write("x/Alarm.wav", "RIFF"));
-  World_.Script.Expect("Alarm is ready to copy");
-  World_.Script.ExpectPath("Select destination to copy sound file to", sound);
-  Choose(frmRWS::kAddSound);
-  EXPECT_TRUE(Panel().imgSnd->isVisible());
-  EXPECT_TRUE(Lit());
-  Click(Window->cmd[frmRWS::kUpdate]);
-  EXPECT_NE(FileText("b").find("  briefSound Sounds/Alarm.wav\r\n"), std::string::npos);
 }
 
 TEST_F(MissionMenuTest, FilesTakeTheirBriefingAlong) {
@@ -101,16 +77,6 @@ TEST_F(MissionMenuTest, TheOnlyMissionComesBackByUndoAndCanBeEdited) {
   EXPECT_FALSE(Window->flightArea->isEnabled());
 }
 
-TEST_F(MissionMenuTest, AFailedMoveLeavesAllAsItWas) {
-  Edit();
-  Box.Write("other/b.mis", "another");
-  World_.Script.ExpectPath("Select a directory to move the mission to", Box.Path("other"));
-  Choose(frmRWS::kMove);
-  EXPECT_EQ(Box.Read("other/b.mis"), "another");
-  EXPECT_EQ(Box.Names("missions"), "a.mis,b.mis,b.properties,c.mis");
-  EXPECT_TRUE(Lit()) << "the edit is still there";
-}
-
 TEST_F(MissionMenuTest, AHalfDoneMoveOrDeleteMarksTheRow) {
   Box.MakeFolder("other");
   for (const bool moves : {true, false}) {
@@ -119,10 +85,7 @@ TEST_F(MissionMenuTest, AHalfDoneMoveOrDeleteMarksTheRow) {
     Window->Start();
     ClickRow(1);
     Edit();
-    World_.Services.Files.BeforeStep = [&](const FileStep& step) {
-      if (step.Action == (moves ? "move" : "delete") && step.Path.ends_with("b.properties"))
-        throw FileFault(fault::Permission, "take", step.Path, "denied");
-    };
+    FailSteps(World_.Services.Files, moves ? "move" : "delete", "b.properties", "denied");
     if (moves)
       World_.Script.ExpectPath("Select a directory to move the mission to", Box.Path("other"));
     else
@@ -134,7 +97,7 @@ TEST_F(MissionMenuTest, AHalfDoneMoveOrDeleteMarksTheRow) {
     EXPECT_TRUE(model->index(1, 0).data(Qt::FontRole).value<QFont>().strikeOut());
     EXPECT_TRUE(Lit()) << "nothing is reread";
 
-    World_.Script.Expect("Do you wish to save the changes to this mission?", Answer::No);
+    World_.Script.Expect(kQuestion, Answer::No);
     ClickRow(2);
     EXPECT_EQ(Shown(), "c");
     ClickRow(1);
@@ -148,28 +111,6 @@ TEST_F(MissionMenuTest, AHalfDoneMoveOrDeleteMarksTheRow) {
     EXPECT_EQ(Shown(), "c");
     EXPECT_EQ(model->index(1, 0).data(Qt::AccessibleTextRole), QVariant());
   }
-}
-
-TEST_F(MissionMenuTest, HomeBasesReachTheFileWithASecondEdit) {
-  Box.Write("program/RWS_DF.txt", "F,P-51D,P-51D\r\n,I-16,I-16\r\n");
-  OpenFourth(
-      "[MAIN]|  CloudType 1|[Wing]|[NStationary]|[BornPlace]|  1 3000 500 600|[StaticCamera]");
-  EXPECT_TRUE(Window->mnuMissionPop[frmRWS::kSpawnPoints]->isVisible());
-  Work = [this](QDialog& dialog) {
-    auto& form = dynamic_cast<frmDogFight&>(dialog);
-    form.lstAC[1]->selectAll();
-    form.cmd1[1]->setEnabled(true);
-    Click(form.cmd1[1]);
-    Click(form.cmd[0]);
-  };
-  Choose(frmRWS::kSpawnPoints);
-  EXPECT_EQ(Joined(Doc().Missions[3].BornPlaces[0].Planes), "P-51D|I-16");
-  EXPECT_FALSE(Lit()) << "aircraft of a home base light nothing";
-  Edit();
-  Click(Window->cmd[frmRWS::kUpdate]);
-  EXPECT_NE(FileText("d").find(
-                "[BornPlace]\r\n  1 3000 500 600\r\n[BornPlace0]\r\n  P-51D\r\n  I-16\r\n"),
-            std::string::npos);
 }
 
 TEST_F(MissionMenuTest, ParkedAircraftAreChangedInTheFile) {

@@ -15,31 +15,6 @@ class OutsideTest : public UnsavedTest {
   }
 };
 
-TEST_F(OutsideTest, MissionsComeAndGoAroundTheOneOnShow) {
-  Edit();
-  Box.Write("missions/aa.mis", MissionText());
-  Box.Remove("missions/c.mis");
-  LookOutside();
-  EXPECT_EQ(Rows(), "a|aa|*b");
-  EXPECT_EQ(Shown() + std::to_string(Row()), "b2");
-  EXPECT_TRUE(Lit());
-  Save();
-  Box.Remove("missions/b.mis");
-  LookOutside();
-  EXPECT_EQ(Rows(), "a|aa") << "without edits the row goes";
-  EXPECT_EQ(Shown() + std::to_string(Row()), "aa1");
-  EXPECT_EQ(Panel().cboWeather->currentIndex(), 2);
-  for (const char* name : {"a", "aa"}) Box.Remove(std::string("missions/") + name + ".mis");
-  LookOutside();
-  EXPECT_EQ(Rows(), "");
-  EXPECT_FALSE(Panel().cboWeather->isEnabled());
-  Box.Write("missions/d.mis", MissionText());
-  LookOutside();
-  EXPECT_EQ(Rows() + Shown(), "dd");
-  EXPECT_TRUE(Panel().cboWeather->isEnabled());
-  EXPECT_FALSE(Doc().Closing);
-}
-
 TEST_F(OutsideTest, AMissionWithEditsStaysStruckAndCanBeSavedAgain) {
   ClickRow(0);
   EditDark();
@@ -53,27 +28,6 @@ TEST_F(OutsideTest, AMissionWithEditsStaysStruckAndCanBeSavedAgain) {
   Save();
   EXPECT_EQ(Rows(), "a|b|c");
   EXPECT_NE(FileText("a").find("numberOn0 0"), std::string::npos);
-}
-
-TEST_F(OutsideTest, AMarkedRowWithoutEditsStaysMarked) {
-  Box.Write("missions/b.properties", "Name B");
-  World_.Services.Files.BeforeStep = [](const FileStep& step) {
-    if (step.Action == "delete" && step.Path.ends_with("b.properties"))
-      throw FileFault(fault::Permission, "delete", step.Path, "denied");
-  };
-  Edit();
-  World_.Script.Expect("Are you sure you want to delete\nb?", Answer::Yes);
-  Window->mnuMissionPop[frmRWS::kDelete]->trigger();
-  World_.Script.Expect("Do you wish to save the changes to this mission?", Answer::No);
-  ClickRow(2);
-  for (const char* name : {"d", "e"}) {
-    Box.Write(std::string("missions/") + name + ".mis", MissionText());
-    LookOutside();
-  }
-  EXPECT_EQ(Rows(), "a|-b|c|d|e");
-  ClickRow(1);
-  EXPECT_EQ(Shown(), "c");
-  EXPECT_FALSE(Doc().Closing);
 }
 
 TEST_F(OutsideTest, AChangedFileIsOfferedAndReloadIsAStep) {

@@ -289,22 +289,5 @@ TEST_F(PlanePanelsTest, RightClickBringsASkinIntoTheGame) {
   EXPECT_EQ(Box.Names(skins), "Shark.bmp,Tom & Co.bmp,Zebra.bmp");
 }
 
-TEST_F(PlanePanelsTest, SkinMenuIsPanelZeros) {
-  const auto captions = [this] {
-    std::vector<std::string> texts;
-    for (const auto* entry : Menu.actions()) texts.push_back(entry->text().toStdString());
-    return Joined(texts);
-  };
-  Panels.LoadSkinList("P40", 1);
-  EXPECT_EQ(captions(), "None");
-  Panels.LoadSkinList("P40", -1);
-  EXPECT_EQ(captions(), "default|Shark|Tom && Co");
-  EXPECT_EQ(GetFileName(ToPath(Menu.actions()[2]->data().toString())), "Tom & Co.bmp");
-  EXPECT_EQ(Panel(0).cboAPSkin->count(), 0);
-  Panels.LoadSkinList("none", 3);
-  EXPECT_EQ(captions(), "default");
-  EXPECT_EQ(Panel(3).SkinDirectory, "");
-}
-
 }  // namespace
 }  // namespace rws::test

@@ -2,13 +2,10 @@
 
 #include "platform/qt_text.h"
 #include "services/forms/frmPrefs.h"
-#include "services/setting_values.h"
 #include "tests/mainwindow/window_fixture.h"
 
 namespace rws::test {
 namespace {
-
-constexpr char kQuestion[] = "Do you wish to save the changes to this mission?";
 
 class SetPrefsTest : public WindowTest {
  protected:

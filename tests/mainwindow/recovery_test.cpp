@@ -1,13 +1,10 @@
 #include "mainwindow/frmUnsaved.h"
 #include "mission/update_note.h"
 #include "services/checksum.h"
-#include "services/setting_values.h"
 #include "tests/mainwindow/unsaved_fixture.h"
 
 namespace rws::test {
 namespace {
-
-constexpr char kExitQuestion[] = "Would you like to save your updates before exiting?";
 
 class RecoveryTest : public UnsavedTest {
  protected:
@@ -17,16 +14,9 @@ class RecoveryTest : public UnsavedTest {
     Doc() = Document();
     World_.History = History();
     World_.Listeners.clear();
-    Box.Write("game/il2fb.exe", "");
-    Box.Write("game/PaintSchemes/Skins/IL_2/a.bmp", "");
-    Box.Write("program/RWS_Weapons.txt", Crlf({"none"}));
-    Box.Write("program/RWS_Aircraft.txt", Crlf({"F,I-16,I_16,,,,"}));
-    WriteSetting(World_.Services.Settings, setting::GamePath, Box.Path("game"));
+    PrepareStart();
     WriteSetting(World_.Services.Settings, setting::LastDirPath, Box.Path("missions"));
-    World_.Services.System.Version = [] { return OsVersion(); };
-    World_.Services.System.LocaleText = [](int) { return std::string(); };
-    Window = std::make_unique<frmRWS>(World_);
-    Window->LoadForm("");
+    Load();
     HookDialogs();
   }
   /** What the box about unsaved missions is answered; -1 closes it. */
@@ -109,10 +99,7 @@ TEST_F(RecoveryTest, EditsLieOnDiskInTwoSecondsAndGoWhenSaved) {
 }
 
 TEST_F(RecoveryTest, AFullDiskIsToldOnceAndTriedAgain) {
-  World_.Services.Files.BeforeStep = [](const FileStep& step) {
-    if (step.Path.find("Recovery") != step.Path.npos)
-      throw FileFault(fault::FileIo, "write", step.Path, "disk full");
-  };
+  FailSteps(World_.Services.Files, "");
   Edit();
   ASSERT_TRUE(Tick());
   EXPECT_NE(Told().find("disk full"), std::string::npos);

@@ -4,7 +4,6 @@
 
 #include "platform/folder_watch.h"
 #include "platform/qt_text.h"
-#include "services/text.h"
 #include "tests/mainwindow/flights_fixture.h"
 
 namespace rws::test {
@@ -18,14 +17,6 @@ class UnsavedTest : public FlightsTest {
     Open();
     HookDialogs();
   }
-  void HookDialogs() {
-    Window->Popups.ShowDialog = [this](QDialog& dialog) {
-      dialog.show();
-      Work(dialog);
-      dialog.close();
-    };
-  }
-
   void Save() {
     ++World_.Clock.Hour;  // names the backup
     Window->mnuSave->trigger();
@@ -38,19 +29,6 @@ class UnsavedTest : public FlightsTest {
   void Update() { Click(Window->cmd[frmRWS::kUpdate]); }
   std::string Unsaved() { return Window->lblUnsaved->text().toStdString(); }
   std::string Told() { return Window->staBar->currentMessage().toStdString(); }
-  std::string Shown() { return At(Doc().Missions, Doc().CurMission).BaseName; }
-  /** The rows of the list; an asterisk before those that are unsaved, a dash before those gone. */
-  std::string Rows() {
-    std::vector<std::string> rows;
-    const auto* model = Window->lstMission->model();
-    for (int row = 0; row < model->rowCount(); ++row) {
-      const auto index = model->index(row, 0);
-      const QString spoken = index.data(Qt::AccessibleTextRole).toString();
-      rows.push_back(std::string(spoken.contains("unsaved") ? "*" : "") +
-                     (spoken.contains("no longer") ? "-" : "") + At(Doc().Missions, row).BaseName);
-    }
-    return Joined(rows);
-  }
   std::string Bars() { return Window->bars->Texts().join('\n').toStdString(); }
   /** Presses a button of the bar that is on show; its captions are given if there is none. */
   std::string Press(const char* caption) {
@@ -86,7 +64,6 @@ class UnsavedTest : public FlightsTest {
     return count;
   }
 
-  std::function<void(QDialog&)> Work = [](QDialog&) { ADD_FAILURE() << "a dialog"; };
   int Interval = 0;
 
  private:

@@ -10,11 +10,16 @@
 
 #include "catalogues/paint_schemes.h"
 #include "mainwindow/frmRWS.h"
-#include "services/faults.h"
+#include "services/setting_values.h"
+#include "services/text.h"
 #include "tests/support/doubles.h"
+#include "tests/support/failing_step.h"
 #include "tests/support/sandbox.h"
 
 namespace rws::test {
+
+constexpr char kQuestion[] = "Do you wish to save the changes to this mission?";
+constexpr char kExitQuestion[] = "Would you like to save your updates before exiting?";
 
 /** The real main window over a sandbox of missions. */
 class WindowTest : public ::testing::Test {
@@ -85,6 +90,28 @@ class WindowTest : public ::testing::Test {
     Window->Start();
   }
 
+  /** Gives the window the keyboard. */
+  void Activate() {
+    Window->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(Window.get()));
+  }
+
+  /** What the program looks for as it starts: a game, tables and the settings. */
+  void PrepareStart() {
+    Box.Write("game/il2fb.exe", "");
+    Box.Write("game/PaintSchemes/Skins/IL_2/a.bmp", "");
+    Box.Write("program/RWS_Weapons.txt", Crlf({"Rockets,8xRS82,IL_2", "none"}));
+    Box.Write("program/RWS_Aircraft.txt", Crlf({"F,IL-2 Series 1,IL_2,,,,", "F,I-16,I_16,,,,"}));
+    WriteSetting(World_.Services.Settings, setting::GamePath, Box.Path("game"));
+    World_.Services.System.Version = [] { return OsVersion{3, 6, 1, "Debian 12"}; };
+    World_.Services.System.LocaleText = [](int) { return std::string("en_GB"); };
+  }
+  /** The whole start of the program. */
+  void Load(const std::string& commandLine = "") {
+    Window = std::make_unique<frmRWS>(World_);
+    Window->LoadForm(commandLine);
+  }
+
   /** The window, filled with nothing but its fixed lists. */
   void Make() {
     Window = std::make_unique<frmRWS>(World_);
@@ -113,10 +140,33 @@ class WindowTest : public ::testing::Test {
     const QRect place = list.visualRect(list.model()->index(row, 0));
     return list.viewport()->mapToGlobal(place.bottomLeft());
   }
+  /** The next dialogs are shown, worked on by `Work` and closed. */
+  void HookDialogs() {
+    Window->Popups.ShowDialog = [this](QDialog& dialog) {
+      dialog.show();
+      Work(dialog);
+      dialog.close();
+    };
+  }
+  std::string Shown() { return At(Doc().Missions, Doc().CurMission).BaseName; }
+  /** The rows of the list; an asterisk before those that are unsaved, a dash before those gone. */
+  std::string Rows() {
+    std::vector<std::string> rows;
+    const auto* model = Window->lstMission->model();
+    for (int row = 0; row < model->rowCount(); ++row) {
+      const auto index = model->index(row, 0);
+      const QString spoken = index.data(Qt::AccessibleTextRole).toString();
+      rows.push_back(std::string(spoken.contains("unsaved") ? "*" : "") +
+                     (spoken.contains("no longer") ? "-" : "") +
+                     index.data().toString().toStdString());
+    }
+    return Joined(rows);
+  }
   /** Any edit: another weather. */
   void Edit() { Panel().cboWeather->SelectRow(5); }
   std::string FileText(const std::string& name) { return Box.Read("missions/" + name + ".mis"); }
 
+  std::function<void(QDialog&)> Work = [](QDialog&) { ADD_FAILURE() << "a dialog"; };
   Sandbox Box;
   World World_;
   Catalogues& Tables = World_.Tables;

@@ -9,6 +9,7 @@
 #include "services/paths.h"
 #include "services/text.h"
 #include "tests/support/doubles.h"
+#include "tests/support/failing_step.h"
 #include "tests/support/sandbox.h"
 
 namespace rws {
@@ -165,20 +166,10 @@ TEST_F(BackupIndex, FailuresAreLoggedAndEndNothing) {
   LimitBackups(World.Services, Box.Path("m/X.mis"), 1);
   EXPECT_EQ(World.Log.size(), 3U) << "an unreadable list makes no backup anyone's";
   EXPECT_EQ(ListBackups(World.Services, Box.Path("m/X.mis")).size(), 3U);
-  files.BeforeStep = [&](const FileStep& step) {
-    if (step.Action == "delete" && step.Path.ends_with(kA))
-      throw FileFault(fault::FileIo, step.Action, step.Path, "device error");
-  };
+  test::FailSteps(files, "delete", kA, "device error");
   LimitBackups(World.Services, Box.Path("m/X.mis"), 1);
   EXPECT_EQ(Listed(), ".03-04-26 05-06-09 .03-04-26 05-06-07");
   EXPECT_TRUE(World.Log.back().ends_with("device errorLimitBackups"));
-}
-
-TEST_F(BackupIndex, AddsUpTheSpace) {
-  EXPECT_EQ(BackupSpaceUsed(World.Services), 0U);
-  Make(".bak", 0, std::string(1000, 'x'));
-  Make("anything", 0, std::string(24, 'x'));
-  EXPECT_EQ(BackupSpaceUsed(World.Services), 1024U);
 }
 
 }  // namespace

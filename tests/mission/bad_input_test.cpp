@@ -65,27 +65,6 @@ TEST(BadInput, RandomOrderOfKeywordsIsKept) {
   }
 }
 
-TEST(BadInput, MoreFlightsThanSixteenBits) {
-  constexpr std::size_t kFlights = 65'536;
-  std::string bytes = "[MAIN]\r\n[Wing]\r\n";
-  for (std::size_t i = 0; i < kFlights; ++i) {
-    const std::string name = "r" + std::to_string(i);
-    bytes += "[" + name + "]\r\n  Planes 1\r\n[" + name + "_Way]\r\n  T 1 2 0 0 &0\r\n";
-  }
-  bytes += "[end]\r\n";
-  World world;
-  ReadInto(world, bytes);
-  ASSERT_EQ(world.Doc.Missions[0].Flights.size(), kFlights);
-  LineArray output;
-  ASSERT_TRUE(BuildMissionFile(world.Doc, world.Services, output, 0, {}));
-  ReadInto(world, output.FileText());
-  const auto& flights = world.Doc.Missions[0].Flights;
-  ASSERT_EQ(flights.size(), kFlights);
-  EXPECT_EQ(flights.back().Name, "r65535");
-  EXPECT_EQ(flights.back().Waypoints.size(), 1U);
-  EXPECT_TRUE(world.Log.empty());
-}
-
 /** A file that would be read for hours. Flights that were never read must not be missing from a
    file that is written. */
 TEST(BadInput, AFileGivenUpIsNotWritten) {

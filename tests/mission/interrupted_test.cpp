@@ -111,9 +111,7 @@ TEST(FindInterrupted, TakesOddPathsAndLeavesWhatItCannotRead) {
   WriteNote(at.Services(), copy, {odd, Sha1("old"), Sha1("new")});
   ASSERT_EQ(FindInterrupted(at.Services()).size(), 1U);
   EXPECT_EQ(FindInterrupted(at.Services())[0].Mission, odd);
-  at.Services().Files.BeforeStep = [&](const FileStep& step) {
-    if (step.Path == odd) throw FileFault(fault::FileIo, step.Action, odd, "device error");
-  };
+  test::FailSteps(at.Services().Files, "", odd);
   EXPECT_TRUE(FindInterrupted(at.Services()).empty());
   EXPECT_EQ(at.Apps(), "$$$TEMP,$$$TEMP.note");
 }

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "services/faults.h"
 #include "tests/support/doubles.h"
+#include "tests/support/failing_step.h"
 #include "tests/support/sandbox.h"
 
 namespace rws {
@@ -23,27 +23,18 @@ TEST(LineEnds, RepairsOnlyAFileOfOneLineWithTwoLineFeeds) {
 TEST(LineEnds, AFailedRepairLeavesTheOldBytes) {
   std::string old, repaired;
   for (int i = 0; i < 12'000; ++i) old += "  line\n", repaired += "  line\r\n";
-  bool failed = true;
-  for (int n = 0; failed; ++n) {
+  const int steps = test::ForEachFailingStep([&](test::FailingStep& step) {
     test::Sandbox box;
     test::World world;
     const std::string path = box.Write("m.mis", old);
-    failed = false;
-    std::string action;
-    world.Services.Files.BeforeStep = [&, left = n](const FileStep& step) mutable {
-      if (left-- != 0) return;
-      failed = true;
-      action = step.Action;
-      throw FileFault(fault::FileIo, step.Action, step.Path, "no space left");
-    };
-    NormaliseLineEnds(world.Services, path);
-    SCOPED_TRACE(std::to_string(n) + " " + action);
-    const bool hasName = !failed || action == "sync folder";
+    step.During(world.Services.Files, [&] { NormaliseLineEnds(world.Services, path); });
+    SCOPED_TRACE(step.Action());
+    const bool hasName = !step.Failed() || step.Action() == "sync folder";
     EXPECT_TRUE(box.Read("m.mis") == (hasName ? repaired : old));
     EXPECT_EQ(box.Names(), "m.mis");
     EXPECT_TRUE(world.Log.empty());
-    EXPECT_TRUE(failed || n >= 6) << "too few steps seen";
-  }
+  });
+  EXPECT_GE(steps, 6);
 }
 
 }  // namespace

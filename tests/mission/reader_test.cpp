@@ -10,6 +10,7 @@
 #include "services/faults.h"
 #include "services/paths.h"
 #include "tests/support/doubles.h"
+#include "tests/support/failing_step.h"
 #include "tests/support/sandbox.h"
 
 namespace rws {
@@ -345,13 +346,11 @@ TEST_F(MissionFolder, AFileThatCannotBeRepairedIsReadAllTheSame) {
 TEST_F(MissionFolder, AMissionThatCannotBeReadIsTriedAgain) {
   box_.Write("m/a.mis", "[MAIN]\n  army 1\n[Wing]\n[NStationary]\n");
   List("m");
-  world_.Services.Files.BeforeStep = [](const FileStep& step) {
-    throw FileFault(fault::FileIo, step.Action, step.Path, "device error");
-  };
+  test::FailSteps(world_.Services.Files, "");
   LoadMission(world_.Doc, world_.Services, 0);
   const Mission& mission = world_.Doc.Missions[0];
   ASSERT_EQ(world_.Log.size(), 1U);
-  EXPECT_TRUE(world_.Log[0].ends_with("device errorLoadMission"));
+  EXPECT_TRUE(world_.Log[0].ends_with("disk fullLoadMission"));
   EXPECT_FALSE(mission.Loaded || world_.Busy);
   LineArray lines;
   EXPECT_FALSE(BuildMissionFile(world_.Doc, world_.Services, lines, 0, {}));

@@ -11,6 +11,7 @@
 #include "services/text.h"
 #include "session/doors.h"
 #include "tests/support/doubles.h"
+#include "tests/support/failing_step.h"
 #include "tests/support/sandbox.h"
 
 namespace rws {
@@ -145,10 +146,7 @@ TEST(UpdateChanges, AttemptsTheRestAfterAFailure) {
     box.Write(name, "old");
   }
   world.Lit = true;
-  world.Services.Files.BeforeStep = [&](const FileStep& step) {
-    if (step.Action == "read" && step.Path == box.Path("b.mis"))
-      throw FileFault(fault::FileIo, step.Action, step.Path, "device error");
-  };
+  test::FailSteps(world.Services.Files, "read", "b.mis");
   world.Script.Expect("Update Failed. Reason unknown. Update aborted.");
   world.Script.Expect("Update fail. Reason unknown. Mission file restored.");
   EXPECT_FALSE(UpdateChanges(world.Doc, world.Services, world.Prefs, world.Shown));
@@ -232,29 +230,12 @@ TEST(UpdateChanges, AsksBeforeItReplacesWhatAnotherProgramWrote) {
       }
 }
 
-TEST(UpdateChanges, DoesNotWriteWhatItCouldNotLookAt) {
-  Edited at;
-  int reads = 0;
-  at.World_.Services.Files.BeforeStep = [&](const FileStep& step) {
-    if (step.Action == "read" && reads++ == 0)
-      throw FileFault(fault::FileIo, step.Action, step.Path, "device error");
-  };
-  at.World_.Script.Expect("Mission file restored.");
-  EXPECT_FALSE(at.Update());
-  EXPECT_EQ(at.Box.Read("a.mis"), test::CrlfText(kRead));
-  EXPECT_TRUE(at.World_.Script.Boxes[0].Text.ends_with("device error"));
-}
-
 TEST(UpdateChanges, KnowsItsOwnFileAfterAFailureBehindIt) {
   for (const bool gone : {false, true}) {
     SCOPED_TRACE(gone);
     Edited at;
-    const std::string path = at.Box.Path("a.mis");
     if (gone) at.Box.Remove("a.mis");
-    at.World_.Services.Files.BeforeStep = [&](const FileStep& step) {
-      if (step.Action == "sync folder" && step.Path == path)
-        throw FileFault(fault::FileIo, step.Action, step.Path, "device error");
-    };
+    test::FailSteps(at.World_.Services.Files, "sync folder", "a.mis");
     at.World_.Script.Expect(gone ? "could not be written" : "could not be restored");
     EXPECT_FALSE(gone ? at.Save() : at.Update());
     EXPECT_EQ(at.Box.Read("a.mis"), test::CrlfText(kWritten));
@@ -275,69 +256,11 @@ TEST(SaveMission, WritesAgainAndAgainAndWhereTheFileHasGone) {
   EXPECT_EQ(at.Box.Read("a.mis"), test::CrlfText(kWritten));
   EXPECT_EQ(at.Box.Names("app"), "");
   at.Box.Remove("a.mis");
-  at.World_.Services.Files.BeforeStep = [](const FileStep& step) {
-    throw FileFault(fault::FileIo, step.Action, step.Path, "disk full");
-  };
+  test::FailSteps(at.World_.Services.Files, "");
   at.World_.Script.Expect("\"" + at.Box.Path("a.mis") + "\" could not be written.\n\n");
   EXPECT_FALSE(at.Save());
   EXPECT_TRUE(at.Record().NotWritten);
   EXPECT_EQ(at.Box.Names(), "app");
-}
-
-TEST(UpdateChanges, TellsEachMissionThatWasWritten) {
-  Edited at;
-  at.World_.Doc.Missions.resize(3, at.Record());
-  at.World_.Doc.Missions[0].Modified = false;
-  at.World_.Doc.Missions[1].Loaded = false;
-  std::vector<std::size_t> written;
-  at.World_.Script.Expect("Update aborted.");
-  UpdateChanges(at.World_.Doc, at.World_.Services, at.World_.Prefs, at.World_.Shown,
-                {[&](std::size_t i) { written.push_back(i); }, nullptr, nullptr});
-  EXPECT_EQ(written, std::vector<std::size_t>{2});
-}
-
-TEST(WarnSave, LeavesBySavePromptMode) {
-  struct Row {
-    int Mode;
-    LeaveBy By;
-    std::optional<Answer> Asked;
-    bool Written, Leaves, Updated, Dropped;
-  };
-  const Row rows[] = {
-      {kSaveAsk, LeaveBy::Mouse, Answer::Yes, true, true, true, false},
-      {kSaveAsk, LeaveBy::Key, Answer::Yes, false, false, true, false},
-      {kSaveAsk, LeaveBy::Mouse, Answer::No, true, true, false, true},
-      {kSaveAsk, LeaveBy::Key, Answer::Cancel, true, false, false, false},
-      {kSaveAlways, LeaveBy::Mouse, {}, true, true, true, false},
-      {kSaveAlways, LeaveBy::Key, {}, false, false, true, false},
-      {kSaveNever, LeaveBy::Mouse, {}, true, true, false, true},
-      {kSaveNever, LeaveBy::Key, {}, true, false, false, false},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE("row " + std::to_string(&row - rows));
-    World world;
-    Mission& mission = ReadLines(world, kMission);
-    world.Prefs.SavePromptMode = row.Mode;
-    bool updated = false;
-    const auto leave = [&] {
-      return WarnSave(world.Doc, world.Services, world.Prefs, row.By, [&] {
-        updated = true;
-        return row.Written;
-      });
-    };
-    EXPECT_TRUE(leave());
-    EXPECT_FALSE(updated);
-    mission.Modified = true;
-    if (row.Asked)
-      world.Script.Expect("Do you wish to save the changes to this mission?", *row.Asked);
-    EXPECT_EQ(leave(), row.Leaves);
-    EXPECT_EQ(updated, row.Updated);
-    EXPECT_EQ(mission.Loaded, !row.Dropped);
-    EXPECT_EQ(mission.Lines.empty() && mission.Flights.empty() && mission.Time.empty(),
-              row.Dropped);
-    for (const auto& box : world.Script.Boxes)
-      EXPECT_TRUE(box.Buttons == Buttons::YesNoCancel && box.Icon == Icon::Question);
-  }
 }
 
 }  // namespace

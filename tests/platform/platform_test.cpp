@@ -46,13 +46,6 @@ TEST(SettingsStore, KeepsValuesInAnIniFile) {
   EXPECT_EQ(GetRegValue(again, kClasses, "rws.mis", "", ""), "open");
 }
 
-TEST(QtText, EveryByteSurvivesAWidget) {
-  std::string bytes;
-  for (int i = 0; i < 256; ++i) bytes += static_cast<char>(i);
-  for (const int number : {1250, 1251, 1252, 1253, 1254, 1257})
-    EXPECT_EQ(ToBytes(CodePage(number), FromBytes(CodePage(number), bytes)), bytes) << number;
-}
-
 #ifndef _WIN32
 TEST(TextEditor, IsTheDesktopsOwnAndGetsThePathWhole) {
   const Sandbox box;
@@ -80,19 +73,6 @@ TEST(TextEditor, IsTheDesktopsOwnAndGetsThePathWhole) {
   qunsetenv("EDITOR");
 }
 #endif
-
-TEST(DropDown, IsFilledWithoutASignal) {
-  DropDown list;
-  QSignalSpy changed(&list, &QComboBox::currentIndexChanged);
-  list.Fill({"a", "b"});
-  EXPECT_EQ(list.currentIndex(), -1);
-  list.SelectRow(7);
-  list.SelectRow(-1);
-  EXPECT_EQ(changed.count(), 0);
-  list.SelectRow(1);
-  list.SelectRow(1);
-  EXPECT_EQ(changed.count(), 1) << "an equal write is no change";
-}
 
 TEST(QtPrompts, AskBeforeAFileIsReplacedUnlessItIsOnlyNamed) {
   for (const bool asks : {true, false}) {

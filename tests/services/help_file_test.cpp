@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "services/faults.h"
 #include "tests/support/doubles.h"
+#include "tests/support/failing_step.h"
 #include "tests/support/sandbox.h"
 
 namespace rws::test {
@@ -20,9 +20,7 @@ TEST(HelpFile, OpensAtASectionByAPageThatLeadsThere) {
   EXPECT_NE(page.find("/own/RWS.HLP.html#frmSkins\""), std::string::npos) << page;
   EXPECT_EQ(page.find(box.Path()), std::string::npos) << "blanks and odd bytes are encoded";
   world.ShellCalls.clear();
-  world.Services.Files.BeforeStep = [](const FileStep& step) {
-    if (step.Path.ends_with("at.html")) throw FileFault(fault::FileIo, "write", step.Path, "full");
-  };
+  FailSteps(world.Services.Files, "", "at.html");
   OpenHelp(world.Services, "frmSkins");
   EXPECT_EQ(Joined(world.ShellCalls), "open " + box.Path("own/RWS.HLP.html"));
 }

@@ -57,24 +57,5 @@ TEST_F(Pickers, StartInTheNearestFolderThatExists) {
   EXPECT_EQ(World.Script.StartFolders.back(), kept);
 }
 
-TEST_F(Pickers, LogFailuresUnderTheirNames) {
-  auto& ask = Services.Ask;
-  ask.OpenFiles = [](auto&&...) -> Texts { throw OverflowFault(); };
-  ask.SaveFile = [](auto&&...) -> std::string { throw OverflowFault(); };
-  ask.Folder = [](auto&&...) -> std::string { throw OverflowFault(); };
-  ask.Color = [](auto&&...) -> std::optional<std::int32_t> { throw OverflowFault(); };
-  EXPECT_EQ(GetFile(Services, "", "", nullptr), "");
-  EXPECT_EQ(GetSaveFile(Services, "", "", "", ""), "");
-  EXPECT_EQ(GetFolder(Services, "", false, ""), "");
-  EXPECT_EQ(GetColor(Services, 5), 5);
-  // A folder that cannot be stored.
-  ask.OpenFiles = [](auto&&...) { return Texts{"/a.mis"}; };
-  Services.Settings.Backend.Write = [](auto&&...) { throw OverflowFault(); };
-  EXPECT_EQ(GetFiles(Services, Files, "", "", &kSetting), "");
-  EXPECT_TRUE(Files.empty());
-  EXPECT_EQ(World.Log, (Texts{"OverflowGetFile", "OverflowGetSaveFile", "OverflowGetFolder",
-                              "OverflowGetColor", "OverflowGetFiles"}));
-}
-
 }  // namespace
 }  // namespace rws

@@ -100,17 +100,5 @@ TEST(HalfRenamed, AreFoundAndGetTheirNames) {
   EXPECT_TRUE(FindHalfRenamed(SessionDesk({}).World.Services, "/no such folder").empty());
 }
 
-/** A row that is still shown under the detour's name follows, with its edits. */
-TEST(HalfRenamed, TheRowFollows) {
-  SessionDesk desk({"a"}, "in/z.mistmp=" + TaggedMission("z"));
-  Document& doc = desk.World.Doc;
-  doc.MissionFiles[0] = desk.Box.Path("in/z.mistmp");
-  doc.Missions[0].FileName = "z.mistmp";
-  const auto found = FindHalfRenamed(desk.World.Services, desk.Box.Path("in"));
-  RecordFiles(desk.World, "Names", [&] { FinishRenames(desk.World.Services, found); });
-  EXPECT_EQ(doc.MissionFiles[0], desk.Path("z"));
-  EXPECT_EQ(doc.Missions[0].FileName, "z.mis");
-}
-
 }  // namespace
 }  // namespace rws::test

@@ -28,21 +28,14 @@ struct Command {
   bool Fails = false;
 };
 
-void Answer(SessionDesk& desk, const std::string& boxes) {
-  desk.World.Services.Ask.InputBox = [left = boxes](const auto&, const auto&, const auto&) mutable {
-    const std::string answer = left.substr(0, left.find('|'));
-    left.erase(0, answer.size() + 1);
-    return std::optional(answer);
-  };
-}
-
 void Rename(SessionDesk& desk, const std::string& name) {
-  Answer(desk, name);
+  desk.World.Script.ExpectInput("Enter the new name", name);
   RenameCase(desk.World.Doc, desk.World.Services, 0);
 }
 
 void NumberAll(SessionDesk& desk, const std::string& name) {
-  Answer(desk, name + "|1");
+  desk.World.Script.ExpectInput("Enter the new mission name", name);
+  desk.World.Script.ExpectInput("starting number", "1");
   RenameAll(desk.World.Doc, desk.World.Services);
 }
 
@@ -62,9 +55,9 @@ void Move(SessionDesk& desk) {
 }
 
 void Convert(SessionDesk& desk) {
-  Answer(desk, "c");
   desk.World.Script.ExpectPath("campaign directory", desk.Box.Path("from"));
   desk.World.Script.ExpectPath("destination directory", desk.Box.Path("out"));
+  desk.World.Script.ExpectInput("", "c");
   ConvertMissionFolder(desk.World.Doc, desk.World.Services);
 }
 
@@ -236,18 +229,6 @@ TEST(FileUndo, NothingAtAllIsDoneWhenTheDiskHasChangedSince) {
     EXPECT_EQ(desk.Files(), stands);
     EXPECT_EQ(desk.Box.Names("program/Recovery/Files"), store);
   }
-}
-
-TEST(FileUndo, WhatCannotBeKeptIsDeletedAllTheSameAndTold) {
-  SessionDesk desk({"a+", "b"}, "program/Recovery=a file where the folder should be");
-  RecordFiles(desk.World, "Delete", [&] { Delete(desk); });
-  EXPECT_EQ(desk.Box.Names("in"), "b.mis");
-  EXPECT_NE(desk.Notices().find("\"a.mis\" cannot be brought back by Undo"), std::string::npos);
-  EXPECT_NE(desk.Notices().find("\"a.properties\" cannot be"), std::string::npos);
-  desk.Run("relist undo");
-  EXPECT_FALSE(desk.Last.Done);
-  EXPECT_NE(desk.Last.Reason.find("no copy any more"), std::string::npos) << desk.Last.Reason;
-  EXPECT_EQ(desk.Box.Names("in"), "b.mis");
 }
 
 /** Each step of keeping them fails in turn. */

@@ -2,16 +2,12 @@
 
 #include <random>
 
-#include "mission/reader.h"
-#include "mission/update.h"
+#include "mission/writer.h"
 #include "session/current.h"
 #include "session/doors.h"
-#include "session/reading.h"
 #include "session/recording.h"
 #include "session/saving.h"
-#include "session/undo.h"
-#include "tests/support/doubles.h"
-#include "tests/support/sandbox.h"
+#include "tests/support/session_desk.h"
 
 namespace rws::test {
 namespace {
@@ -22,7 +18,7 @@ constexpr int kRounds = 20000;
 #else
 constexpr int kRounds = 100000;
 #endif
-const char* const kNames[kMissions] = {"a.mis", "b.mis", "c.mis"};
+const char* const kNames[kMissions] = {"a", "b", "c"};
 
 /** What the user has, written down as the file texts of the missions and nothing else. */
 struct Model {
@@ -52,62 +48,14 @@ struct Model {
 
 class HistoryProperty : public ::testing::Test {
  protected:
-  HistoryProperty() : World_(Box.Path("program")) {
-    Box.MakeFolder("program");
-    World_.Prefs.bBackup = false;
-    World_.Doc.MissionDir = Box.Path("missions");
-    for (std::size_t i = 0; i < kMissions; ++i) {
-      Box.Write(std::string("missions/") + kNames[i], MissionBytes());
-      Model_.Own[i] = Model_.File[i] = MissionBytes();
-    }
-    List();
-  }
-
-  /** In the form in which it is written, so that writing changes nothing else. */
-  static std::string MissionBytes() {
-    std::vector<std::string> lines{"[MAIN]",
-                                   "  MAP Smolensk/sload.ini",
-                                   "  TIME 12.5",
-                                   "  CloudType 2",
-                                   "  CloudHeight 1000.0",
-                                   "  army 1",
-                                   "  playerNum 0",
-                                   "[SEASON]",
-                                   "  Year 1941",
-                                   "[Wing]"};
-    const std::vector<std::string> names{"r0100", "r0101", "r0110", "r0111"};
-    for (const auto& name : names) lines.push_back("  " + name);
-    for (const auto& name : names) {
-      const std::vector<std::string> flight{"[" + name + "]",
-                                            "  Planes 2",
-                                            "  Skill 1",
-                                            "  Class air.IL_2",
-                                            "  Fuel 100",
-                                            "  weapons default",
-                                            "[" + name + "_Way]",
-                                            "  TAKEOFF 100.00 200.00 0 0 &0",
-                                            "  NORMFLY 300.00 400.00 500.0 300.0 &0"};
-      lines.insert(lines.end(), flight.begin(), flight.end());
-    }
-    for (const char* line : {"[Chiefs]", "[NStationary]", "  0_Static vehicles.A 1 2 3 4",
-                             "[BornPlace]", "  1 3000 100 200", "[StaticCamera]"})
-      lines.push_back(line);
-    return Crlf(lines);
-  }
-
-  void List() {
-    Document& doc = World_.Doc;
-    GetMissionFiles(doc, World_.Services);
-    LoadMissionArray(doc, World_.Services);
-    doc.MissionShadow = doc.Missions;
-    doc.bLoading = false;
-    NoteDrops(World_, "Update");
-    ReadCurrent(World_, Baseline::Take, false);
+  HistoryProperty() {
+    for (std::size_t i = 0; i < kMissions; ++i)
+      Model_.Own[i] = Model_.File[i] = TaggedMission(kNames[i]);
   }
 
   std::string Written(std::size_t mission) {
     Document copy = World_.Doc;
-    if (!copy.Missions[mission].Loaded) return Box.Read(std::string("missions/") + kNames[mission]);
+    if (!copy.Missions[mission].Loaded) return FileSystem().ReadFile(Desk_.Path(kNames[mission]));
     LineArray lines;
     BuildMissionFile(copy, World_.Services, lines, mission, {});
     return lines.FileText();
@@ -136,7 +84,7 @@ class HistoryProperty : public ::testing::Test {
       if (what == 0 && !flights.empty()) flights[flight].Fuel = number;
       if (what == 1 && flights.size() > 1)
         flights.erase(flights.begin() + static_cast<std::ptrdiff_t>(flight));
-      if (what == 2 && !flights.empty()) flights[flight].Waypoints[1].Alt = number + "0";
+      if (what == 2 && !flights.empty()) flights[flight].Waypoints[0].Alt = number + "0";
       if (what == 3)
         for (std::size_t i = 0; i < lines.size(); ++i)
           if (lines[i].starts_with("  0_Static"))
@@ -150,11 +98,7 @@ class HistoryProperty : public ::testing::Test {
     Model_.Push(mission, before, after);
   }
 
-  void Select() {
-    World_.Doc.CurMission = static_cast<int>(Random(kMissions));
-    ReadCurrent(World_, Baseline::Take, false);
-    Record(World_, nullptr);
-  }
+  void Select() { Desk_.Show(World_.Doc.MissionFiles[Random(kMissions)], false); }
 
   void Save() {
     const auto mission = static_cast<std::size_t>(World_.Doc.CurMission);
@@ -164,7 +108,7 @@ class HistoryProperty : public ::testing::Test {
 
   /** As every command that reads the folder anew. */
   void RereadAll() {
-    List();
+    Desk_.Reread("Update");
     // One step for all that was dropped.
     std::size_t dropped = 0;
     for (std::size_t i = 0; i < kMissions; ++i) dropped += Model_.Own[i] != Model_.File[i];
@@ -188,11 +132,9 @@ class HistoryProperty : public ::testing::Test {
   }
 
   void Undo() {
-    const UndoResult result = UndoStep(World_);
-    ASSERT_EQ(result.Done, Model_.Done > 0) << result.Reason;
-    if (!result.Done) return;
-    World_.Doc.CurMission = static_cast<int>(MissionAt(World_.Doc, result.Mission));
-    ReadCurrent(World_, Baseline::Keep, false);
+    Desk_.Run("undo");
+    ASSERT_EQ(Desk_.Last.Done, Model_.Done > 0) << Desk_.Last.Reason;
+    if (!Desk_.Last.Done) return;
     for (std::size_t count = CountBefore(Model_.Done); count > 0; --count) {
       const auto& step = Model_.Steps[--Model_.Done];
       Model_.Own[step.Mission] = step.Before;
@@ -200,11 +142,9 @@ class HistoryProperty : public ::testing::Test {
   }
 
   void Redo() {
-    const UndoResult result = RedoStep(World_);
-    ASSERT_EQ(result.Done, Model_.Done < Model_.Steps.size()) << result.Reason;
-    if (!result.Done) return;
-    World_.Doc.CurMission = static_cast<int>(MissionAt(World_.Doc, result.Mission));
-    ReadCurrent(World_, Baseline::Keep, false);
+    Desk_.Run("redo");
+    ASSERT_EQ(Desk_.Last.Done, Model_.Done < Model_.Steps.size()) << Desk_.Last.Reason;
+    if (!Desk_.Last.Done) return;
     for (std::size_t count = CountFrom(Model_.Done); count > 0; --count) {
       const auto& step = Model_.Steps[Model_.Done++];
       Model_.Own[step.Mission] = step.IsDrop ? Model_.File[step.Mission] : step.After;
@@ -219,8 +159,8 @@ class HistoryProperty : public ::testing::Test {
     }
   }
 
-  Sandbox Box;
-  World World_;
+  SessionDesk Desk_{{kNames[0], kNames[1], kNames[2]}};
+  World& World_ = Desk_.World;
   Model Model_;
   std::mt19937 Engine{20261122};
 };

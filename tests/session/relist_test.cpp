@@ -100,28 +100,5 @@ TEST(Relist, UnsavedEditsOfAnotherFolderWaitThere) {
   }
 }
 
-/** Measured; what it takes is told, and held against nothing. */
-TEST(Relist, FollowsAFolderOfTwentyThousand) {
-  constexpr int kMissions = 20000;
-  SessionDesk desk({"a", "b"});
-  for (int i = 0; i < kMissions; ++i)
-    desk.Box.Write("in/m" + std::to_string(i * 7919 % 100003) + ".mis", "");
-  desk.Run("go=b fuel0=5");
-  const auto relist = [&](const char* what) {
-    const auto start = std::chrono::steady_clock::now();
-    const bool changed = RelistFolder(desk.World).Changed;
-    const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - start;
-    RecordProperty(what, std::to_string(took.count()) + " ms");
-    return changed;
-  };
-  EXPECT_TRUE(relist("all_new"));
-  EXPECT_FALSE(relist("nothing_new"));
-  desk.Run("gone=a");
-  EXPECT_TRUE(relist("one_gone"));
-  EXPECT_EQ(desk.World.Doc.Missions.size(), std::size_t{kMissions} + 1);
-  EXPECT_EQ(desk.State("b"), "5,100,100/2^100*!");
-  EXPECT_EQ(CurrentMission(desk.World).BaseName, "b");
-}
-
 }  // namespace
 }  // namespace rws::test

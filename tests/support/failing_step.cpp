@@ -18,6 +18,14 @@ void FailingStep::During(FileSystem& files, const std::function<void()>& operati
   files.BeforeStep = nullptr;
 }
 
+void FailSteps(FileSystem& files, const std::string& action, const std::string& ending,
+               const std::string& reason) {
+  files.BeforeStep = [=](const FileStep& step) {
+    if ((action.empty() || step.Action == action) && step.Path.ends_with(ending))
+      throw FileFault(fault::FileIo, step.Action, step.Path, reason);
+  };
+}
+
 int ForEachFailingStep(const std::function<void(FailingStep&)>& round) {
   int failures = 0;
   while (!testing::Test::HasFailure()) {

@@ -27,6 +27,11 @@ class FailingStep {
   std::string action_, path_;
 };
 
+/** From now on each step of this action ends in a fault with `reason`; "" stands for every action.
+    With an `ending` only those whose path ends so. */
+void FailSteps(FileSystem& files, const std::string& action, const std::string& ending = "",
+               const std::string& reason = "disk full");
+
 /** Calls `round` again and again, in which the first, then the second step fails and so on, until
     a round meets no failure or a test has failed. A round begins afresh, runs the operation and
     looks at what is left. Gives the number of rounds in which a step failed. */

@@ -1,11 +1,10 @@
 #include "tools/frmBackups.h"
 
-#include <QScrollBar>
 #include <filesystem>
 
 #include "platform/qt_text.h"
-#include "services/faults.h"
 #include "services/paths.h"
+#include "tests/support/failing_step.h"
 #include "tests/support/form_test.h"
 #include "tools/frmCompare.h"
 
@@ -88,37 +87,6 @@ TEST_F(CompareForm, ReturnShowsFoldedLines) {
   QTest::mouseClick(right->viewport(), Qt::LeftButton, {}, place);
   QTest::mouseDClick(right->viewport(), Qt::LeftButton, {}, place);
   EXPECT_EQ(View->Model.rowCount(), 60);
-}
-
-TEST_F(CompareForm, BothSidesScrollTogetherInBothDirections) {
-  Show(Lines(300, {0, 20, 40}) + std::string(500, 'x'), Lines(300, {2, 120}));
-  auto* left = View->lstSide[0];
-  auto* right = View->lstSide[1];
-  right->verticalScrollBar()->setValue(7);
-  EXPECT_EQ(left->verticalScrollBar()->value(), 7);
-  left->horizontalScrollBar()->setValue(left->horizontalScrollBar()->maximum());
-  EXPECT_GT(left->horizontalScrollBar()->value(), 0);
-  EXPECT_EQ(right->horizontalScrollBar()->value(), left->horizontalScrollBar()->maximum());
-}
-
-TEST_F(CompareForm, ColorsCanBeReadOnLightAndDark) {
-  Show("a\r\nb\r\nc\r\n", "a\r\nx\r\nc\r\nd\r\n");
-  for (const bool dark : {false, true}) {
-    SCOPED_TRACE(dark);
-    QPalette colors;
-    colors.setColor(QPalette::Base, dark ? Qt::black : Qt::white);
-    colors.setColor(QPalette::Text, dark ? Qt::white : Qt::black);
-    for (auto* list : View->lstSide) list->setPalette(colors);
-    Form->setPalette(colors);
-    for (int row = 1; row <= 3; row += 2)
-      for (const auto column : {CompareModel::kOldText, CompareModel::kNewText}) {
-        const auto index = View->Model.index(row, column);
-        const QColor ground = View->Model.data(index, Qt::BackgroundRole).value<QBrush>().color();
-        const QColor text = View->Model.data(index, Qt::ForegroundRole).value<QBrush>().color();
-        EXPECT_EQ(ground.lightness() < 128, dark);
-        EXPECT_GT(std::abs(ground.lightness() - text.lightness()), 90);
-      }
-  }
 }
 
 TEST_F(CompareForm, TellsTextsThatDifferInNothingOrLineEnds) {
@@ -217,11 +185,7 @@ TEST_F(BackupsForm, AMissionThatHasGoneCanBeRestored) {
 TEST_F(BackupsForm, WhatCannotBeReadIsTold) {
   Add(kA, Lines(2), "m");
   Add(kB, Lines(3), "m");
-  std::string failing = kA;
-  W.Services.Files.BeforeStep = [&](const FileStep& step) {
-    if (step.Action == "read" && step.Path.ends_with(failing))
-      throw FileFault(fault::FileIo, step.Action, step.Path, "device error");
-  };
+  FailSteps(W.Services.Files, "read", kA, "device error");
   Show();
   EXPECT_EQ(Cell(0, BackupModel::kDifference), "cannot be read");
   EXPECT_NE(Form->lblState->text().indexOf("device error"), -1);
@@ -231,7 +195,7 @@ TEST_F(BackupsForm, WhatCannotBeReadIsTold) {
   QTest::keyClick(Form->lstBackups, Qt::Key_Down);
   EXPECT_TRUE(CanRestore() && Form->lblState->text().isEmpty());
 
-  failing = BuildPath("m", "X.mis");
+  FailSteps(W.Services.Files, "read", BuildPath("m", "X.mis"), "device error");
   Show();
   EXPECT_EQ(Cell(0, BackupModel::kDifference), "?");
   EXPECT_NE(Form->lblState->text().indexOf("device error"), -1);

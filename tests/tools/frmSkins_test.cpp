@@ -5,7 +5,7 @@
 #include <QBuffer>
 
 #include "platform/qt_text.h"
-#include "services/faults.h"
+#include "tests/support/failing_step.h"
 #include "tests/support/form_test.h"
 
 namespace rws::test {
@@ -125,9 +125,7 @@ TEST_F(SkinsForm, LinksAndClearsAnImage) {
   EXPECT_EQ(Box.Names("images"), "A-bak.jpg,A.jpg,B-bak.jpg,P-39Ä.ini");
   EXPECT_EQ(Box.Read("images/A-bak.jpg"), backup) << "a backup on show is not replaced";
   Choose(Form->cboSkins, 0);
-  W.Services.Files.BeforeStep = [](const FileStep& now) {
-    if (now.Action == "delete") throw FileFault(fault::FileIo, now.Action, now.Path, "locked");
-  };
+  FailSteps(W.Services.Files, "delete", "", "locked");
   Press(frmSkins::kClear);
   EXPECT_EQ(State(), "SP-CI");
   EXPECT_NE(W.Script.Notices.back().find("locked"), std::string::npos);
@@ -169,9 +167,7 @@ TEST_F(SkinsForm, KeepsNotesInTheSideFile) {
   EXPECT_EQ(chooseAsks(Form->cboSkins, 1, Answer::Yes), "P-39Ä B ");
   Choose(Form->cboSkins, 0);
 
-  W.Services.Files.BeforeStep = [](const FileStep& now) {
-    if (now.Path.ends_with(".ini")) throw FileFault(fault::FileIo, now.Action, now.Path, "locked");
-  };
+  FailSteps(W.Services.Files, "", ".ini");
   Choose(Form->cboSkins, 0);
   EXPECT_EQ(State(), "SP-C-") << "notes that cannot be read cannot be written over";
   Press(frmSkins::kHelp);

@@ -8,6 +8,7 @@
 #include "editors/logic/briefing_letters.h"
 #include "services/faults.h"
 #include "tests/support/doubles.h"
+#include "tests/support/failing_step.h"
 #include "tests/support/sandbox.h"
 
 namespace rws::test {
@@ -75,9 +76,7 @@ TEST(BriefingFile, AFailingStepLosesNothing) {
     const std::string path = box.Write("m/a.properties", "old");
     if (step == "read-only")
       std::filesystem::permissions(test::ToFsPath(path), std::filesystem::perms::owner_read);
-    w.Services.Files.BeforeStep = [&](const FileStep& taken) {
-      if (taken.Action == step) throw FileFault(fault::FileIo, step, taken.Path, "full");
-    };
+    FailSteps(w.Services.Files, step);
     EXPECT_FALSE(ResumeNext([&] { SaveBriefing(w.Services, path, {"n", "s", "d"}); }));
     EXPECT_EQ(box.Names("m"), "a.properties");
     EXPECT_EQ(box.Read("m/a.properties"), step == "sync folder" ? kWritten : "old");

@@ -52,21 +52,6 @@ TEST(CompareRows, StandSideBySideAndFoldWhatIsEqual) {
   EXPECT_EQ(Rows("x\n" + Text(7), Text(7), true), "|0:- 1:0 2:1 3:2 4:3;5:4;6:5;7:6;");
 }
 
-TEST(CompareRows, AreToldInWords) {
-  const struct {
-    DiffCounts Counts;
-    bool Same;
-    const char *Sentence, *Cell;
-  } rows[] = {{{0, 0, 0}, true, "No difference.", "none"},
-              {{0, 0, 0}, false, "All lines are equal; their line ends are not.", "line ends only"},
-              {{1, 0, 2}, false, "2 lines changed, 1 line added.", "+1 ~2"},
-              {{1234567, 2, 0}, false, "1,234,567 lines added, 2 lines gone.", "+1,234,567 -2"}};
-  for (const auto& row : rows) {
-    EXPECT_EQ(DifferenceText(row.Counts, row.Same), row.Sentence);
-    EXPECT_EQ(ShortDifferenceText(row.Counts, row.Same), row.Cell);
-  }
-}
-
 constexpr char kBackup[] = "RWS Backup/a.mis.bak", kStamped[] = "a.mis.03-04-26 05-06-07.bak";
 
 /** A mission and a backup of it. */
@@ -94,14 +79,6 @@ TEST(RestoreBackup, KeepsWhatStoodThere) {
   EXPECT_EQ(ListBackups(desk.World.Services, desk.Box.Path("in/a.mis"))[0].Origin,
             BackupOrigin::ThisMission);
   EXPECT_NE(desk.Notices().find("is again as it was on 20"), std::string::npos);
-}
-
-TEST(RestoreBackup, WritesAMissionThatHasGone) {
-  RestoreDesk desk;
-  desk.Box.Remove("in/a.mis");
-  EXPECT_TRUE(desk.Restore());
-  EXPECT_EQ(desk.Disk(), "a.mis=then\r\n");
-  EXPECT_EQ(desk.Box.Names("app"), "RWS Backup");
 }
 
 /** Whatever fails: both texts still stand, and the user is told unless all was done. */
@@ -137,19 +114,6 @@ TEST(RestoreBackup, LosesNothingWhenAStepFails) {
     });
     EXPECT_GT(steps, gone ? 5 : 12);
   }
-}
-
-TEST(Backups, TellWhereTheyAreFrom) {
-  Backup backup;
-  EXPECT_EQ(OriginText(backup), "some folder");
-  backup.Origin = BackupOrigin::ThisMission;
-  backup.OriginPath = "/a/b/x.mis";
-  EXPECT_EQ(OriginText(backup), "this mission");
-  backup.Origin = BackupOrigin::OtherFolder;
-  EXPECT_EQ(OriginText(backup), "/a/b");
-  Desk desk("in/a.mis=now");
-  EXPECT_EQ(ReadMissionNow(desk.World.Services, desk.Box.Path("in/a.mis")), "now");
-  EXPECT_EQ(ReadMissionNow(desk.World.Services, desk.Box.Path("in/b.mis")), std::nullopt);
 }
 
 }  // namespace

@@ -5,17 +5,12 @@
 #include "services/faults.h"
 #include "services/text.h"
 #include "tests/support/doubles.h"
+#include "tests/support/failing_step.h"
 #include "tests/support/sandbox.h"
 #include "tools/logic/skin_images.h"
 
 namespace rws::test {
 namespace {
-
-void FailAt(World& world, std::string_view step) {
-  world.Services.Files.BeforeStep = [step](const FileStep& now) {
-    if (now.Action == step) throw FileFault(fault::FileIo, now.Action, now.Path, "full");
-  };
-}
 
 TEST(SkinNotes, ListsTheSchemesOfAnAircraft) {
   Catalogues tables;
@@ -62,7 +57,7 @@ TEST(SkinNotes, AreStoredAllOrNone) {
   World world;
   const std::string file = box.Write("a.ini", "[S]\r\nSkinner=old\r\n");
   for (const char* step : {"read", "create", "write", "take name"}) {
-    FailAt(world, step);
+    FailSteps(world.Services.Files, step);
     EXPECT_THROW(SaveSkinNotes(world.Services, file, "S", {"a", "b", "c"}), Fault) << step;
     EXPECT_EQ(box.Read("a.ini"), "[S]\r\nSkinner=old\r\n") << step;
     EXPECT_EQ(box.Names(), "a.ini") << step;
@@ -92,7 +87,7 @@ TEST(SkinImages, LinkAndClearLoseNoPicture) {
     World world;
     for (const auto pair : SplitAt(row.Before, '|'))
       box.Write(pair.substr(0, pair.find('=')), pair.substr(pair.find('=') + 1));
-    FailAt(world, row.FailAt);
+    if (*row.FailAt) FailSteps(world.Services.Files, row.FailAt);
     const std::string target = LinkTarget(box.Path(), "S");
     const bool done = ResumeNext([&] {
       if (row.Work == std::string_view("link"))
