@@ -97,17 +97,6 @@ TEST_F(ShippedTables, SidesAndNamesAreRight) {
   for (const auto& map : W.Doc.Maps) EXPECT_TRUE(maps.insert(map.Name).second) << map.Name;
 }
 
-TEST_F(ShippedTables, HoldOnlyCharactersOfTheEncoding) {
-  const std::set<char> undefined = {'\x81', '\x8D', '\x8F', '\x90', '\x9D'};
-  for (const char* name : {"Aircraft", "Weapons", "Countries", "Squadron", "Maps", "DF"}) {
-    const std::string path = std::string(kFolder) + "/RWS_" + name + ".txt";
-    for (const char c : W.Services.Files.ReadFile(path)) {
-      const bool isText = c == '\r' || c == '\n' || static_cast<unsigned char>(c) >= 32;
-      ASSERT_TRUE(isText && !undefined.contains(c)) << name;
-    }
-  }
-}
-
 TEST_F(ShippedTables, AreReadRightOnEverySystem) {
   const auto namesOn = [&](int page) {
     W.Services.Page = CodePage(page);

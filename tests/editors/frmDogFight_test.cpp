@@ -126,14 +126,5 @@ TEST_F(HomeBaseForm, MovesTheAircraftSelectedByMouseOrKeys) {
   EXPECT_EQ(Shown(kAvailable), "Bf 109|P-51");
 }
 
-TEST_F(HomeBaseForm, StaysEmptyWithoutABase) {
-  W.Doc.MissionShadow[0].BornPlaces.clear();
-  Open();
-  EXPECT_EQ(Shown(kAvailable) + Shown(kReserve), "");
-  QTest::mouseClick(Form->slide, Qt::LeftButton);
-  QTest::keyClick(Form->cbo, Qt::Key_Down);
-  EXPECT_EQ(W.Log.size(), 2u) << "told in the log, and the form is still there";
-}
-
 }  // namespace
 }  // namespace rws::test

@@ -43,19 +43,6 @@ TEST_F(LoadFormTest, OpensAMissionFromTheFileManagerOnce) {
   EXPECT_EQ(Doc().CurMission, 0) << "an Update must not jump back to that mission";
 }
 
-TEST_F(LoadFormTest, ASecondInstanceTouchesNothing) {
-  const auto settings = World_.SettingTexts;
-  World_.Services.System.TakeInstance = [] { return false; };
-  World_.Script.Expect("Only one instance may be running at one time.");
-  Load("");
-  EXPECT_TRUE(Doc().Closing);
-  EXPECT_FALSE(Window->isVisible());
-  Window->close();
-  EXPECT_EQ(World_.SettingTexts, settings);
-  EXPECT_EQ(Box.Read("program/Error.txt"), "of the run before");
-  EXPECT_EQ(World_.Script.Boxes[0].Icon, Icon::Information);
-}
-
 TEST_F(LoadFormTest, WithoutAGameTheProgramEnds) {
   World_.SettingTexts.clear();
   World_.Script.ExpectPath("Please locate the install directory for IL2", "");
@@ -111,18 +98,9 @@ TEST_F(LoadFormTest, WithoutSkinsTheProgramEnds) {
   Box.Write("bare/il2fb.exe", "");
   WriteSetting(World_.Services.Settings, setting::GamePath, Box.Path("bare"));
   World_.Script.Expect("Check the error log file for errors.");
-  int shutDowns = 0;
-  auto& backend = World_.Services.Settings.Backend;
-  backend.Write = [&, write = backend.Write](SettingsRoot root, const std::string& key,
-                                             const std::string& name, const SettingData& data) {
-    shutDowns += name == setting::ForeColor.Name;
-    write(root, key, name, data);
-  };
   Load("");
   EXPECT_TRUE(Doc().Closing);
   EXPECT_FALSE(Window->isVisible());
-  Window->close();
-  EXPECT_EQ(shutDowns, 1) << "the event loop is never entered";
   EXPECT_EQ(ReadSetting(World_.Services.Settings, setting::GamePath), "");
 }
 

@@ -82,18 +82,6 @@ TEST_F(MenusTest, FlightFollowsTheSelection) {
   EXPECT_TRUE(Window->mnuFlight->menuAction()->isEnabled());
 }
 
-TEST_F(MenusTest, WithoutMissionsTheirMenusAreDark) {
-  for (const char* name : {"missions/a.mis", "missions/b.mis"}) Box.Remove(name);
-  Window->Start();
-  for (const auto* menu : {Window->mnuMission, Window->mnuFlight})
-    EXPECT_FALSE(menu->menuAction()->isEnabled());
-  EXPECT_TRUE(Window->mnuReread->isEnabled());
-  Box.Write("missions/c.mis", MissionText());
-  QTest::keyClick(Window.get(), Qt::Key_F5);
-  for (const auto* menu : {Window->mnuMission, Window->mnuFlight})
-    EXPECT_TRUE(menu->menuAction()->isEnabled());
-}
-
 TEST_F(MenusTest, KeysOfEntriesReachTheWindowButNotPastARefusedText) {
   std::vector<std::string> done;
   for (auto* entry : {Window->mnuSave, Window->mnuSaveAll, Window->mnuUndo, Window->mnuRedo}) {

@@ -130,9 +130,8 @@ TEST_F(MissionMenuTest, ParkedAircraftAreChangedInTheFile) {
   Click(Panel().cmdModSA);
   EXPECT_TRUE(Lit());
   Click(Window->cmd[frmRWS::kUpdate]);
-  EXPECT_NE(
-      FileText("d").find("  0_Static vehicles.planes.Plane$DUCK 1 10.00 20.00 360.00 0.0 de\r\n"),
-      std::string::npos);
+  EXPECT_TRUE(Contains(FileText("d"),
+                       "  0_Static vehicles.planes.Plane$DUCK 1 10.00 20.00 360.00 0.0 de\r\n"));
 }
 
 TEST_F(MissionMenuTest, TheMenuKeyOpensItAtTheRowOfItsMission) {

@@ -103,17 +103,6 @@ TEST_F(WindowTest, AnotherDirectoryMayHoldNoMission) {
   EXPECT_EQ(text(), "");
 }
 
-TEST_F(WindowTest, AMissionThatIsGoneEndsTheProgram) {
-  OpenThree();
-  World_.Services.Files.DeleteFile(Box.Path("missions/c.mis"));
-  World_.Script.Expect("Check error log for errors. RWS will now close.");
-  ClickRow(2);
-  EXPECT_TRUE(Doc().Closing);
-  EXPECT_EQ(World_.Log.back(), Box.Path("missions/c.mis") + "File does not exist!");
-  QCoreApplication::processEvents();
-  EXPECT_FALSE(Window->isVisible());
-}
-
 TEST_F(WindowTest, PlaysAndStopsTheSound) {
   Box.Write("game/Quick/Go.WAV", "x");
   Box.Write("missions/a.mis", Crlf({"[MAIN]", "  briefSound quick/go.wav", "[Wing]", "[x]"}));

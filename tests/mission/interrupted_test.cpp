@@ -37,60 +37,52 @@ struct Start {
 };
 
 TEST(FindInterrupted, TellsWhatIsNeededAndDropsWhatIsDone) {
-  using Make = void (*)(const Start& at);
+  using enum InterruptedState;
   struct Row {
     const char* What;
-    Make Prepare;
+    /** Content of the copy and of the mission; null where there is none. */
+    const char *Copy, *Mission;
     std::optional<InterruptedState> State;
     std::string Left;
+    void (*Then)(const Start& at) = nullptr;
+    bool HasNote = true;
   };
-  const std::string both = "$$$TEMP,$$$TEMP.note";
+  const auto stepAside = [](const Start& at) {
+    MoveWithNote(at.Services(), CopyPath(at.Services()), CopyPath(at.Services()) + kStamp);
+  };
+  const auto tearNote = [](const Start& at) {
+    std::filesystem::resize_file(test::ToFsPath(NotePath(CopyPath(at.Services()))), 150);
+  };
+  const std::string both = "$$$TEMP,$$$TEMP.note",
+                    aside = "$$$TEMP" + kStamp + ",$$$TEMP" + kStamp + ".note";
   const Row rows[] = {
-      {"missing", [](const Start& at) { at.Leave("$$$TEMP", "old"); }, InterruptedState::Missing,
-       both},
-      {"torn", [](const Start& at) { at.Leave("$$$TEMP", "old"), at.Box.Write("m/a.mis", "ne"); },
-       InterruptedState::Torn, both},
-      {"emptied", [](const Start& at) { at.Leave("$$$TEMP", "old"), at.Box.Write("m/a.mis", ""); },
-       InterruptedState::Torn, both},
-      {"not begun",
-       [](const Start& at) { at.Leave("$$$TEMP", "old"), at.Box.Write("m/a.mis", "old"); },
+      {"missing", "old", nullptr, Missing, both},
+      {"torn", "old", "ne", Torn, both},
+      {"emptied", "old", "", Torn, both},
+      {"not begun", "old", "old", {}, ""},
+      {"written", "old", "new", {}, ""},
+      {"stepped aside", "old", nullptr, Missing, aside, stepAside},
+      {"no note", "old", nullptr, Unknown, "$$$TEMP", nullptr, false},
+      {"torn note", "old", nullptr, Unknown, both, tearNote},
+      {"note on another copy", "other", nullptr, Unknown, both},
+      {"note alone", "old", nullptr, {}, "", [](const Start& at) { at.Box.Remove("app/$$$TEMP"); }},
+      {"half a copy",
+       nullptr,
+       nullptr,
        {},
-       ""},
-      {"written",
-       [](const Start& at) { at.Leave("$$$TEMP", "old"), at.Box.Write("m/a.mis", "new"); },
-       {},
-       ""},
-      {"stepped aside",
-       [](const Start& at) {
-         at.Leave("$$$TEMP", "old");
-         MoveWithNote(at.Services(), CopyPath(at.Services()), CopyPath(at.Services()) + kStamp);
-       },
-       InterruptedState::Missing, "$$$TEMP" + kStamp + ",$$$TEMP" + kStamp + ".note"},
-      {"no note", [](const Start& at) { at.Box.Write("app/$$$TEMP", "old"); },
-       InterruptedState::Unknown, "$$$TEMP"},
-      {"torn note",
-       [](const Start& at) {
-         const std::string note = NotePath(at.Leave("$$$TEMP", "old"));
-         std::filesystem::resize_file(test::ToFsPath(note), 150);
-       },
-       InterruptedState::Unknown, both},
-      {"note on another copy", [](const Start& at) { at.Leave("$$$TEMP", "other"); },
-       InterruptedState::Unknown, both},
-      {"note alone",
-       [](const Start& at) { at.Leave("$$$TEMP", "old"), at.Box.Remove("app/$$$TEMP"); },
-       {},
-       ""},
-      {"half a copy, dismissed",
-       [](const Start& at) {
-         at.Box.Write("app/$$$TEMP.rws0", "ol"), at.Box.Write("app/$$$TEMP1.kept", "old");
-       },
-       {},
-       "$$$TEMP.rws0,$$$TEMP1.kept"}};
+       "$$$TEMP.rws0",
+       [](const Start& at) { at.Box.Write("app/$$$TEMP.rws0", "ol"); }},
+      {"dismissed", nullptr, nullptr, {}, "$$$TEMP1.kept", [](const Start& at) {
+         at.Box.Write("app/$$$TEMP1.kept", "old");
+       }}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.What);
     const Start at;
     at.Box.MakeFolder("app");
-    row.Prepare(at);
+    if (row.Copy && row.HasNote) at.Leave("$$$TEMP", row.Copy);
+    if (row.Copy && !row.HasNote) at.Box.Write("app/$$$TEMP", row.Copy);
+    if (row.Mission) at.Box.Write("m/a.mis", row.Mission);
+    if (row.Then) row.Then(at);
     const auto found = FindInterrupted(at.Services());
     ASSERT_EQ(found.size(), row.State ? 1U : 0U);
     EXPECT_EQ(at.Apps(), row.Left);

@@ -81,8 +81,7 @@ TEST_F(DesktopAssociationTest, WritesThePackagedFilesAndTakesThemBack) {
                   "text/plain=b.desktop");
   }
   const std::string entry = Box.Read(Entry);
-  EXPECT_NE(entry.find("\nExec=\"/opt/a \\\\\\\\b\\\\\"\\\\$c 5%%/rws-edit\" %f\n"),
-            std::string::npos)
+  EXPECT_TRUE(Contains(entry, "\nExec=\"/opt/a \\\\\\\\b\\\\\"\\\\$c 5%%/rws-edit\" %f\n"))
       << entry;
   for (const auto& [own, packaged] :
        {std::pair(Package, "rws-edit-mime.xml"), std::pair(Entry, "rws-edit.desktop")}) {

@@ -192,21 +192,16 @@ TEST(FileUndo, NothingAtAllIsDoneWhenTheDiskHasChangedSince) {
   };
   const Row rows[] = {
       {"Rename All", "in/n03.mis", nullptr, "n03.mis\" is no longer there"},
-      {"Rename All", "in/b.mis", "New", "b.mis\" is there again"},
       {"Rename All", "in/c.properties", "New", "c.properties\" is there again"},
       {"Rename All of a chain", "in/n02.properties", nullptr, "n02.properties\" is no longer"},
       {"Rename All", "in/n02.mis", "New", "n02.mis\" is there again", true},
       {"Delete", "in/a.properties", "New", "a.properties\" is there again"},
-      {"Delete", "in/a.mis", "New", "a.mis\" is there again"},
       {"Delete", "in/a.mis", "New", "a.mis\" has changed", true},
       {"Delete", "in/a.properties", nullptr, "a.properties\" has changed since, or has gone", true},
       {"Move", "out/a.properties", nullptr, "a.properties\" is no longer there"},
-      {"Move", "in/a.mis", "New", "a.mis\" is there again"},
       {"Save As over", "in/b.mis", "New", "b.mis\" has changed"},
       {"Save As over", "in/b.properties", nullptr, "b.properties\" has changed since, or has gone"},
-      {"Save As over", "in/b.properties", "New", "b.properties\" has changed", true},
       {"Save As", "in/new.properties", "New", "new.properties\" has changed"},
-      {"Save As", "in/new.mis", "New", "new.mis\" is there again", true},
       {"Convert", "out/c-01.mis", "New", "c-01.mis\" has changed"},
   };
   for (const auto& row : rows) {

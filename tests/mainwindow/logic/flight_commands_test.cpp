@@ -137,30 +137,6 @@ TEST(DuplicateFlight, StepsAwayFromItsSource) {
   EXPECT_TRUE(world.Log.empty());
 }
 
-TEST(DuplicateFlight, LivesWithDamage) {
-  const Catalogues tables = MakeTables();
-  World world;
-  Document& doc = world.Doc;
-  Mission& mission = ReadFlights(world, FlightLines("x", "TB_3", "Skill 1", "bad") +
-                                            FlightLines("r0101", "X_1", "Skill 1", "N 1 2 3 4"));
-  world.Log.clear();
-  doc.CurFlight = 2;
-  EXPECT_FALSE(DuplicateFlight(doc, tables, world.Services, {}, 1));
-  doc.CurFlight = 1;  // its companion is in no table
-  EXPECT_TRUE(DuplicateFlight(doc, tables, world.Services, {}, 1));
-  // After a removal the shadow holds other flights at each place, after damage fewer.
-  EXPECT_TRUE(RemoveFlights(doc, world.Services, {1}));
-  doc.CurFlight = 0;  // without a line to attach a companion to
-  EXPECT_TRUE(DuplicateFlight(doc, tables, world.Services, {}, 1));
-  EXPECT_EQ(Names(mission), "x|r0102|x00");
-  EXPECT_EQ(Names(doc.MissionShadow[0]), "x|r0101|x00|");
-  EXPECT_TRUE(MissionChanged(doc, 0));
-  doc.MissionShadow[0].Flights.clear();
-  EXPECT_TRUE(DuplicateFlight(doc, tables, world.Services, {}, 1));
-  EXPECT_EQ(Names(doc.MissionShadow[0]), "|||x01");
-  EXPECT_EQ(world.Log.size(), 6u) << Joined(world.Log);
-}
-
 TEST(ChangeAirCraft, RenamesAndRefits) {
   struct Row {
     AircraftChoice Choice;

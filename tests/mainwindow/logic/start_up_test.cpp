@@ -34,15 +34,6 @@ TEST_F(StartUp, GamePathIsAskedForUntilFoundOrGivenUp) {
   EXPECT_TRUE(FindGamePath(W.Doc, W.Services)) << "a known path asks nothing";
 }
 
-TEST_F(StartUp, GivingUpWritesNoGamePath) {
-  Box.Write("broken/conf.ini", "");
-  W.Doc.GamePath = Box.Path("broken");
-  // A directory with a conf.ini leads straight to the question.
-  W.Script.Expect(kQuestion, Answer::No);
-  EXPECT_FALSE(FindGamePath(W.Doc, W.Services));
-  EXPECT_TRUE(W.Doc.GamePath.empty() && W.SettingTexts.empty());
-}
-
 TEST_F(StartUp, TheBrowserBeginsAtALikelyPlace) {
   W.Services.System.HomeFolder = [this] { return Box.Path("home"); };
   EXPECT_EQ(LikelyGameFolder(W.Services), "");
