@@ -1,7 +1,6 @@
 #include "app/all_forms.h"
 
 #include <QAbstractButton>
-#include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QMenuBar>

@@ -120,18 +120,5 @@ TEST_F(AircraftTest, ShowsAndLearnsWeapons) {
   EXPECT_TRUE(W.Log.empty());
 }
 
-TEST_F(AircraftTest, LearnsNothingForAnUnknownAircraft) {
-  Load(Crlf({"F,Duck,A_1"}), Crlf({"A_1", "Bombs,b", "none"}));
-  const WeaponList list = MakeWeaponList(Cat, "X_9");
-  EXPECT_EQ(list.Rows, Rows{"Default"});
-  EXPECT_EQ(DisplayWeps(Cat, W.Services, list.Tag, "new").Text, "Default");
-  // An entry without a key ends the walk.
-  EXPECT_EQ(DisplayWeps(Cat, W.Services, "A_1", "b").Text, "Default");
-  EXPECT_EQ(Cat.Aircraft[0].Weapons.size(), 4u);
-  EXPECT_EQ(GetWeaponName(Catalogues(), W.Services, "A_1", "Default"), "");
-  EXPECT_EQ(W.Log, (Rows{"Subscript out of rangeDisplayWeps", "Subscript out of rangeDisplayWeps",
-                         "Subscript out of rangeGetWeaponName"}));
-}
-
 }  // namespace
 }  // namespace rws::test

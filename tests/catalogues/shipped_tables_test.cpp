@@ -9,7 +9,6 @@
 #include "catalogues/dogfight.h"
 #include "catalogues/maps.h"
 #include "catalogues/squadrons.h"
-#include "catalogues/weapons.h"
 #include "services/faults.h"
 #include "services/text.h"
 #include "tests/support/doubles.h"
@@ -113,15 +112,6 @@ TEST_F(ShippedTables, AreReadRightOnEverySystem) {
   EXPECT_TRUE(Contains(russian, "Molders"));
   EXPECT_EQ(std::count(russian.begin(), russian.end(), '?'),
             std::count(western.begin(), western.end(), '?'));
-}
-
-TEST_F(ShippedTables, ParkedClassesAreNoSecondAircraft) {
-  for (const auto& aircraft : Tables.Aircraft) {
-    if (aircraft.ParkedClass.empty()) continue;
-    EXPECT_EQ(GetPlaneName(Tables, W.Services, aircraft.ParkedClass), aircraft.Name);
-    EXPECT_FALSE(IsKnownPlane(Tables, aircraft.ParkedClass));
-  }
-  EXPECT_EQ(GetPlaneName(Tables, W.Services, "SWORDFISH"), "Swordfish Mk.I 1936");
 }
 
 }  // namespace

@@ -2,14 +2,12 @@
 
 #include "catalogues/countries.h"
 #include "catalogues/dogfight.h"
-#include "catalogues/maps.h"
 #include "catalogues/paint_schemes.h"
 #include "catalogues/squadrons.h"
 #include "catalogues/table_text.h"
 #include "services/checksum.h"
 #include "services/faults.h"
 #include "services/paths.h"
-#include "services/setting_values.h"
 #include "tests/support/doubles.h"
 #include "tests/support/sandbox.h"
 
@@ -106,20 +104,6 @@ TEST(Sha1, OfPublishedExamples) {
   EXPECT_EQ(Sha1("abc"), "a9993e364706816aba3e25717850c26c9cd0d89d");
   EXPECT_EQ(Sha1(""), "da39a3ee5e6b4b0d3255bfef95601890afd80709");
   EXPECT_EQ(Sha1(std::string(1'000'000, 'a')), "34aa973cd4c4daa4f61eeb2bdbad27316534016f");
-}
-
-TEST_F(TablesTest, IsSilentOverMissingEmptyAndFolderTables) {
-  W.Doc.Maps.resize(1);
-  Cat.DogFightAircraft.resize(1);
-  Box.Write("RWS_Maps.txt", "");
-  Box.MakeFolder("RWS_Countries.txt");
-  Box.MakeFolder("RWS_Squadron.txt");
-  LoadMaps(W.Doc, W.Services);
-  LoadRegiments(Cat, W.Services);
-  ReadDogFight(Cat, W.Services);
-  EXPECT_FALSE(LoadAC(Cat, W.Services));
-  EXPECT_TRUE(W.Doc.Maps.empty() && Cat.Squadrons.empty() && Cat.DogFightAircraft.empty());
-  EXPECT_TRUE(W.Log.empty());
 }
 
 TEST_F(TablesTest, ListsTheSkinsOfEachFolder) {

@@ -8,7 +8,6 @@
 #include "services/paths.h"
 #include "services/text.h"
 #include "tests/support/doubles.h"
-#include "tests/support/places.h"
 #include "tests/support/run_cli.h"
 #include "tests/support/sandbox.h"
 
@@ -135,20 +134,6 @@ TEST_F(Cli, ExitsWithOneOrTwo) {
   // One mission that is gone does not hide the others.
   EXPECT_EQ(Run("show gone.mis a.mis"), 1);
   EXPECT_EQ(Json::parse(out_)["BaseName"], "a");
-}
-
-TEST_F(Cli, FindsItsTablesWhenCalledThroughTheSearchPathAndALink) {
-  if (!test::kPosixFiles) GTEST_SKIP() << test::kNeedsPosixFiles;
-  box_.Write("lib/RWS_Maps.txt", "Moscow winter,moscow/sload.ini\r\n");
-  box_.MakeFolder("bin");
-  std::filesystem::copy_file(test::CliProgram(), box_.Path("lib/rws-cli"));
-  box_.Link("bin/rws-cli", "lib/rws-cli");
-  box_.Write("a.mis", kMission);
-  ASSERT_EQ(
-      std::system(
-          ("cd \"" + box_.Path() + "\" && PATH=\"$PWD/bin\" rws-cli show a.mis > out.txt").c_str()),
-      0);
-  EXPECT_EQ(Json::parse(box_.Read("out.txt"))["MapName"], "Moscow winter");
 }
 
 TEST_F(Cli, RefusesToReplaceTheMissionItself) {

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <QStandardItemModel>
 #include <QTest>
 #include <QVBoxLayout>

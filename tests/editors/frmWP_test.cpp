@@ -204,17 +204,5 @@ TEST_F(WaypointForm, LeavesTriggersAlone) {
             Joined({before.Alt, before.Speed, before.Type, before.Marker}));
 }
 
-TEST_F(WaypointForm, StandsWithoutARoute) {
-  W.Doc.CurFlight = 7;
-  Open();
-  EXPECT_EQ(Form->grd->RowCount(), 0);
-  EXPECT_EQ(Form->grd->model()->columnCount(), 7);
-  QTest::keyClick(Form->grd, Qt::Key_Space);
-  QTest::mouseClick(Form->grd->viewport(), Qt::RightButton);
-  Form->opt[frmWP::kNonMetric]->click();
-  Form->cmd[frmWP::kExit]->click();
-  EXPECT_FALSE(Form->isVisible());
-}
-
 }  // namespace
 }  // namespace rws::test

@@ -1,5 +1,4 @@
 #include <QDragEnterEvent>
-#include <QLineEdit>
 #include <QMimeData>
 #include <QUrl>
 

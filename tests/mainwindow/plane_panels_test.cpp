@@ -1,8 +1,5 @@
 #include "mainwindow/plane_panels.h"
 
-#include <QLineEdit>
-
-#include "platform/qt_text.h"
 #include "services/paths.h"
 #include "tests/mainwindow/window_fixture.h"
 

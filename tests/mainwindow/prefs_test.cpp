@@ -1,5 +1,3 @@
-#include <filesystem>
-
 #include "platform/qt_text.h"
 #include "services/forms/frmPrefs.h"
 #include "tests/mainwindow/window_fixture.h"
@@ -70,12 +68,6 @@ TEST_F(SetPrefsTest, TakesStoresAndShowsEverything) {
     form.chkWA->click();
     form.chkLock->click();
   });
-  const auto base = [this] { return Window->lstMission->palette().color(QPalette::Base); };
-  Apply([](frmPrefs& form) { form.chkDesktop->click(); });
-  EXPECT_EQ(base(), Window->palette().color(QPalette::Base));
-  EXPECT_EQ(Stored(setting::DesktopColors), "True");
-  Apply([](frmPrefs& form) { form.chkDesktop->click(); });
-  EXPECT_EQ(base(), QColor(255, 0, 0)) << "the told ones again";
   EXPECT_FALSE(Prefs.bAssociate);
   EXPECT_TRUE(flight.udDStart->isEnabled() && Panel().dtMission->isEnabled());
   EXPECT_EQ(Stored(setting::LockWT), "False");
@@ -99,11 +91,6 @@ TEST_F(SetPrefsTest, AsksBeforeEditsAreDropped) {
     EXPECT_EQ(FileText("a") != MissionText(), row.Written);
     EXPECT_EQ(Lit(), !row.Applied);
   }
-  Doc().Missions.clear();
-  std::filesystem::remove_all(Box.Path("missions"));
-  Box.MakeFolder("missions");
-  Apply([](frmPrefs& form) { form.optSave[0]->click(); });
-  EXPECT_EQ(Prefs.SavePromptMode, kSaveAsk) << "a directory without missions is no obstacle";
 }
 
 }  // namespace

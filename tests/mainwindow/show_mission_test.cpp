@@ -62,7 +62,6 @@ TEST_F(WindowTest, AnotherDirectoryMayHoldNoMission) {
   Open();
   ClickRow(0);
   Edit();
-  const auto logged = World_.Log.size();
   WriteSetting(World_.Services.Settings, setting::LastDirPath, Box.Path("missions/gone/deeper"));
   World_.Script.ExpectPath("Select a mission directory", "");
   Click(Window->cmd[frmRWS::kDirectory]);
@@ -79,13 +78,10 @@ TEST_F(WindowTest, AnotherDirectoryMayHoldNoMission) {
   EXPECT_EQ(Panel().txtWeather->text() + Window->staPanels[1]->text(), "");
   EXPECT_EQ(Panel().dtMission->time(), QTime(0, 0));
   EXPECT_FALSE(Panel().imgSnd->isVisible());
-  EXPECT_EQ(Window->flightArea->lstPlanes->RowCount(), 0);
   EXPECT_EQ(Window->flightArea->fraFlight->txtFuel->text(), "0");
   EXPECT_FALSE(Window->flightArea->planes->fraPlane[0]->IsHighlighted());
-  EXPECT_EQ(World_.Log.size(), logged) << World_.Log.back();
   const auto text = [this] { return Window->lstMission->EmptyText().toStdString(); };
   EXPECT_TRUE(Contains(text(), "no missions in \"" + Box.Path("program") + "\"")) << text();
-  EXPECT_TRUE(Contains(text(), "with Directory, or")) << text();
   EXPECT_EQ(Window->staPanels[0]->text().toStdString(), Box.Path("program"));
   EXPECT_EQ(ReadSetting(World_.Services.Settings, setting::LastDirPath), Box.Path("program"));
   Window->Popups.OpenMenu = [](QMenu&, QPoint) { FAIL() << "a menu over no mission"; };

@@ -3,7 +3,6 @@
 #include <QTimerEvent>
 
 #include "platform/folder_watch.h"
-#include "platform/qt_text.h"
 #include "tests/mainwindow/flights_fixture.h"
 
 namespace rws::test {

@@ -5,8 +5,6 @@
 #include <random>
 #include <string>
 
-#include "services/text.h"
-
 namespace rws {
 namespace {
 

@@ -9,7 +9,6 @@
 #include "mission/interrupted.h"
 #include "mission/reader.h"
 #include "mission/update.h"
-#include "mission/writer.h"
 #include "services/faults.h"
 #include "services/setting_values.h"
 #include "services/text.h"
@@ -198,30 +197,6 @@ TEST_P(WriteMissionFileIn, EveryStepFailsInTurn) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Situations, WriteMissionFileIn, testing::Range(0, 8));
-
-TEST(WriteMissionFile, KeepsTheFirstBackupUnderItsPlainName) {
-  test::Sandbox box;
-  World world(box.Path("app"));
-  box.MakeFolder("app");
-  world.Doc.MissionFiles = {box.Write("m/a.mis", "one")};
-  LoadMissionArray(world.Doc, world.Services);
-  for (const char* line : {"two", "three", "four", "five"}) {
-    world.Clock.Hour = line == std::string("four") ? 17 : 5;
-    world.Prefs.bBackup = line != std::string("five");
-    LineArray lines;
-    lines.Add(line);
-    EXPECT_TRUE(
-        WriteMissionFile(world.Services, world.Doc.Missions[0], lines, world.Prefs.bBackup));
-  }
-  EXPECT_EQ(box.Read("m/a.mis"), "five\r\n");
-  EXPECT_EQ(box.Names("m") + "," + box.Names("app"), "a.mis,RWS Backup");
-  EXPECT_EQ(box.Names("app/RWS Backup"),
-            "Origins.txt,a.mis.03-04-26 05-06-07.bak,a.mis.03-04-26 17-06-07.bak,a.mis.bak");
-  EXPECT_EQ(box.Read("app/RWS Backup/a.mis.bak"), "one");
-  EXPECT_EQ(box.Read("app/RWS Backup/a.mis.03-04-26 05-06-07.bak"), "two\r\n");
-  EXPECT_EQ(box.Read("app/RWS Backup/a.mis.03-04-26 17-06-07.bak"), "three\r\n");
-  EXPECT_TRUE(world.Log.empty());
-}
 
 TEST(WriteMissionFile, SavesAndWritesTheFileBehindALink) {
   if (!test::kPosixFiles) GTEST_SKIP() << test::kNeedsPosixFiles;

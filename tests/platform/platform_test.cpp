@@ -1,23 +1,19 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QComboBox>
 #include <QFileDialog>
 #include <QMouseEvent>
 #include <QProgressDialog>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 #include <QWidget>
 #include <QWindow>
 #include <filesystem>
 
-#include "controls/drop_down.h"
 #include "platform/event_pump.h"
 #include "platform/form_placement.h"
 #include "platform/qt_prompts.h"
-#include "platform/qt_text.h"
 #include "platform/settings_store.h"
 #include "platform/text_editor.h"
 #include "services/setting_values.h"

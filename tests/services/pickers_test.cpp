@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "services/faults.h"
 #include "tests/support/doubles.h"
 #include "tests/support/sandbox.h"
 

@@ -35,16 +35,6 @@ TEST(SystemFacts, OpenFileTellsCodesUpTo32) {
   }
 }
 
-TEST(SystemFacts, FileRenameGivesTheReason) {
-  const test::Sandbox box;
-  const Services services;
-  const std::string a = box.Write("a.mis", "A"), b = box.Write("b.mis", "B");
-  EXPECT_EQ(FileRename(services, a, b), "File already exists: \"" + b + "\"");
-  EXPECT_EQ(FileRename(services, a, box.Path("c.mis")), "");
-  EXPECT_EQ(FileRename(services, a, b + "2"), "File not found: \"" + a + "\"");
-  EXPECT_EQ(box.Names(), "b.mis,c.mis");
-}
-
 TEST(ErrorLog, OneLineAnEntryAndNeverAFailure) {
   const test::Sandbox box;
   Services services;

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "services/faults.h"
 #include "services/version.h"
 #include "tests/support/doubles.h"
 

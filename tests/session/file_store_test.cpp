@@ -4,7 +4,6 @@
 
 #include "session/half_renamed.h"
 #include "session/journal.h"
-#include "session/relist.h"
 #include "tests/support/session_desk.h"
 
 namespace rws::test {

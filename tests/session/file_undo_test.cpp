@@ -6,7 +6,6 @@
 
 #include "services/paths.h"
 #include "services/text.h"
-#include "session/file_store.h"
 #include "session/journal.h"
 #include "session/recording.h"
 #include "session/relist.h"

@@ -4,7 +4,6 @@
 
 #include <numeric>
 
-#include "session/recording.h"
 #include "session/undo.h"
 #include "tests/support/session_desk.h"
 

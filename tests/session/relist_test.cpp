@@ -2,11 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
-
-#include "services/paths.h"
-#include "services/text.h"
-#include "session/current.h"
 #include "session/recording.h"
 #include "tests/support/session_desk.h"
 

@@ -108,11 +108,6 @@ TEST_F(SkinsForm, LinksAndClearsAnImage) {
   EXPECT_EQ(State(), "S----");
 
   Choose(Form->cboSkins, 0);
-  Locate("");
-  EXPECT_EQ(State(), "S----");
-  EXPECT_EQ(W.Script.StartFolders.back(), Box.Path("own"));
-  Choose(Form->cboSkins, 0);
-  EXPECT_EQ(State(), "SP-CI");
   Locate(Box.Path("own/B.jpg"));
   Press(frmSkins::kClear);
   EXPECT_EQ(State(), "S----");

@@ -93,15 +93,6 @@ TEST(FlightRows, SortWithoutRegardToCase) {
   EXPECT_EQ(order(FlightSort::BySquad, true), "201543");
 }
 
-TEST(FlightRows, CompareASelectionAndFillUpTexts) {
-  EXPECT_TRUE(SelectedSameAircraft({"Il-2", "Il-2M", "Il-2"}));
-  EXPECT_FALSE(SelectedSameAircraft({"Il-2M", "Il-2"}));
-  EXPECT_TRUE(SelectedAllFlyable(MakeCatalogues(), {"Duck"}));
-  EXPECT_FALSE(SelectedAllFlyable(MakeCatalogues(), {"Duck", "Alk"}));
-  EXPECT_EQ(RightJust("ab", "c", 6) + RightJust("ab", "c", 3) + RightJust("ab", "c", 1),
-            "ab   cabcabc");
-}
-
 TEST(AircraftCountText, CountsByArmyAndAircraft) {
   World w;
   const Catalogues cat = MakeCatalogues();

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "platform/qt_text.h"
-#include "services/forms/frmCam.h"
 #include "services/setting_values.h"
 #include "tests/support/form_test.h"
 
@@ -29,8 +28,6 @@ struct PrefsTest : FormTest<frmPrefs> {
     });
   }
 };
-
-using CompatibilityForm = FormTest<frmCam>;
 
 TEST_F(PrefsTest, ApplyIsLitWhileSomethingDiffers) {
   EXPECT_FALSE(Form->cmd[frmPrefs::kApply]->isEnabled());
@@ -102,15 +99,6 @@ TEST_F(PrefsTest, APathWithoutSkinsClosesTheForm) {
   Form->cmdChg->click();
   EXPECT_TRUE(Form->isHidden());
 #endif
-}
-
-TEST_F(CompatibilityForm, OpensAndKeepsItsPlace) {
-  frmCam& form = Open();
-  EXPECT_EQ(ToPath(form.windowTitle()), kProgramTitle);
-  form.cmd->click();
-  EXPECT_TRUE(form.isHidden());
-  EXPECT_NE(GetRegValue(W.Services.Settings, SettingsRoot::CurrentUser, kSetPath, "frmCamTop", ""),
-            "");
 }
 
 }  // namespace

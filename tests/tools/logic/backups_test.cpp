@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "services/faults.h"
 #include "tests/support/desk.h"
 #include "tests/support/failing_step.h"
 #include "tools/logic/compare_rows.h"
