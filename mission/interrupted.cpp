@@ -1,5 +1,6 @@
 #include "mission/interrupted.h"
 
+#include <memory>
 #include <optional>
 
 #include "mission/backup_index.h"
@@ -15,10 +16,12 @@ namespace rws {
 
 namespace {
 
+constexpr int kShortWait = 500;
+
 /** Not what is still being written beside a copy, and not what was dismissed. */
 bool IsCopyName(std::string_view name) {
   return name.starts_with(kCopyName) && !name.ends_with(kNoteEnding) &&
-         !name.ends_with(kKeptEnding) && !Contains(name, ".rws");
+         !name.ends_with(kKeptEnding) && !name.ends_with(kLockEnding) && !Contains(name, ".rws");
 }
 
 /** Checksum of a file; nothing when it cannot be read. */
@@ -63,6 +66,9 @@ void ReplaceTorn(const Services& services, const std::string& mission, const std
 }  // namespace
 
 std::vector<Interrupted> FindInterrupted(const Services& services) {
+  std::shared_ptr<void> held;
+  // What another program is just writing is not interrupted.
+  if (!ResumeNext([&] { held = HoldCopy(services, kShortWait); })) return {};
   std::vector<std::string> names;
   ResumeNext([&] {
     names = services.Files.ListFileNames(
@@ -81,6 +87,7 @@ std::vector<Interrupted> FindInterrupted(const Services& services) {
 
 void GiveBack(const Services& services, const Interrupted& interrupted) {
   const auto& [mission, copy, state, time] = interrupted;
+  const auto held = HoldCopy(services);
   if (state == InterruptedState::Unknown)
     throw FileFault(fault::InvalidCall, "put back", copy, "its mission is not known");
   if (state == InterruptedState::Torn && !services.Files.IsGone(mission))
@@ -91,6 +98,7 @@ void GiveBack(const Services& services, const Interrupted& interrupted) {
 }
 
 std::string Dismiss(const Services& services, const Interrupted& interrupted) {
+  const auto held = HoldCopy(services);
   const std::string kept = FreeStampedName(services, CopyPath(services), kKeptEnding);
   MoveWithNote(services, interrupted.Copy, kept);
   return kept;

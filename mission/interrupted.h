@@ -33,7 +33,8 @@ struct Interrupted {
 /** Looks for copies that Updates have left in `AppPath`, and gives those that may be needed. A copy
     of a mission that stands whole, old or new, has done its work and is deleted with its note, as
    is a note without a copy. A copy whose note is missing or broken is given as of an unknown
-   mission. One whose mission cannot be read at the moment stays and is not given. Never fails. */
+   mission. One whose mission cannot be read at the moment stays and is not given; neither is any
+   while another program is writing missions. Never fails. */
 std::vector<Interrupted> FindInterrupted(const Services& services);
 
 /** Puts a copy back to its mission's path; copy and note are gone then. A torn file is kept among

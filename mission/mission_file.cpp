@@ -1,5 +1,6 @@
 #include "mission/mission_file.h"
 
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -37,6 +38,19 @@ class NoteGoesWithCopy {
   const std::string& copy_;
 };
 
+Fault ChangedFault(const std::string& path) {
+  return FileFault(fault::Permission, "write", path,
+                   "another program has changed it since it was read");
+}
+
+/** In a folder the first backup keeps the plain name for good; later ones carry their time. */
+std::string NextBackup(const Services& services, const std::string& folder,
+                       const std::string& fileName) {
+  const std::string plain = BuildPath(folder, fileName + ".bak");
+  if (!services.Files.FileExists(plain)) return plain;
+  return BuildPath(folder, fileName + "." + StampText(services.System.Now()) + ".bak");
+}
+
 void TellNotRestored(const Services& services, const std::string& path, const Fault& cause,
                      const std::string& whatStands) {
   services.Ask.MsgBox(
@@ -50,12 +64,16 @@ bool HoldSame(const Services& services, const std::string& a, const std::string&
   return same;
 }
 
+std::string FolderOf(const Services& services, const WriteRules& rules) {
+  return rules.BackupFolder.empty() ? BackupFolder(services) : rules.BackupFolder;
+}
+
 /** Moves the copy back. A file that stands at the mission's path is not replaced; where it is still
     the mission as it was, the copy has done its work. */
 void Restore(const Services& services, const std::string& temporary, const std::string& path,
-             const Fault& cause) {
+             const WriteRules& rules, const Fault& cause) {
   if (HoldSame(services, temporary, path)) {
-    PartFromBackups(services, path);
+    ResumeNext([&] { PartFromBackups(services, FolderOf(services, rules), path); });
     ResumeNext([&] { services.Files.DeleteFile(temporary); });
     return;
   }
@@ -71,13 +89,21 @@ void Restore(const Services& services, const std::string& temporary, const std::
   Trap([&] { services.Files.MoveFile(temporary, path); }, tell);
 }
 
-void KeepBackup(const Services& services, const std::string& path, const std::string& fileName) {
-  std::string backup = BackupPath(services, fileName);
-  // The second one of a second.
-  if (services.Files.FileExists(backup))
-    backup = FreeStampedName(services, BuildPath(BackupFolder(services), fileName + "."), ".bak");
-  services.Files.LinkOrCopy(path, backup);
-  NoteBackup(services, backup, path);
+void KeepBackup(const Services& services, const std::string& path, const std::string& fileName,
+                const WriteRules& rules) {
+  const std::string folder = FolderOf(services, rules);
+  std::string backup = NextBackup(services, folder, fileName);
+  // The second one of a second; who else writes into the folder may be quicker, too.
+  constexpr int kMostTries = 1000;
+  for (int tries = 0;; ++tries) {
+    const auto isTaken = [&](const Fault& caught) {
+      if (caught.Number != fault::FileExists || tries == kMostTries) throw Fault(caught);
+    };
+    if (services.Files.FileExists(backup))
+      backup = FreeStampedName(services, BuildPath(folder, fileName + "."), ".bak");
+    if (Trap([&] { services.Files.LinkOrCopy(path, backup); }, isTaken)) break;
+  }
+  if (rules.BackupFolder.empty()) NoteBackup(services, backup, path);
 }
 
 }  // namespace
@@ -89,14 +115,17 @@ std::string BackupFolder(const Services& services) {
 }
 
 std::string BackupPath(const Services& services, const std::string& fileName) {
-  const std::string folder = BackupFolder(services);
-  const std::string plain = BuildPath(folder, fileName + ".bak");
-  if (!services.Files.FileExists(plain)) return plain;
-  return BuildPath(folder, fileName + "." + StampText(services.System.Now()) + ".bak");
+  return NextBackup(services, BackupFolder(services), fileName);
 }
 
 bool WriteMissionFile(const Services& services, const Mission& mission, const LineArray& lines,
-                      bool backup, std::string* reason) {
+                      const WriteRules& rules, std::string* reason) {
+  const auto tell = [&](const Fault& caught) {
+    LogError(services, caught.Text, "WriteMissionFile");
+    if (reason) *reason = caught.Text;
+  };
+  std::shared_ptr<void> held;
+  if (!Trap([&] { held = HoldCopy(services); }, tell)) return false;
   // A link stays where it is; the file behind it is saved and written.
   const std::string path = services.Files.FollowLinks(BuildPath(mission.DirPath, mission.FileName));
   const std::string temporary = CopyPath(services);
@@ -105,23 +134,23 @@ bool WriteMissionFile(const Services& services, const Mission& mission, const Li
   const auto write = [&] {
     KeepEarlierCopy(services, temporary);
     const std::string old = services.Files.ReadFile(path);
+    if (rules.Expected && old != *rules.Expected) throw ChangedFault(path);
     const std::string fullPath = services.Files.GetAbsolutePathName(path);
     WriteNote(services, temporary, {fullPath, Sha1(old), Sha1(lines.FileText())});
     begun = true;
     services.Files.ReplaceFile(temporary, old, path);
     copied = true;
-    if (backup)
-      KeepBackup(services, path, mission.FileName);
+    if (rules.Backup)
+      KeepBackup(services, path, mission.FileName, rules);
     else
       services.Files.RequireWritable(path);
     services.Files.ReplaceFile(path, lines.FileText(), path,
-                               backup ? IfReadOnly::Replace : IfReadOnly::AsTheSystemDoes);
+                               rules.Backup ? IfReadOnly::Replace : IfReadOnly::AsTheSystemDoes);
     services.Files.DeleteFile(temporary);
   };
   return Trap(write, [&](const Fault& caught) {
-    LogError(services, caught.Text, "WriteMissionFile");
-    if (reason) *reason = caught.Text;
-    if (copied) return Restore(services, temporary, path, caught);
+    tell(caught);
+    if (copied) return Restore(services, temporary, path, rules, caught);
     // The mission has not been touched yet.
     if (begun && services.Files.FileExists(temporary))
       ResumeNext([&] { services.Files.DeleteFile(temporary); });

@@ -43,6 +43,17 @@ std::optional<UpdateNote> Parse(std::string_view text) {
 
 std::string CopyPath(const Services& services) { return BuildPath(services.AppPath, kCopyName); }
 
+std::shared_ptr<void> HoldCopy(const Services& services, int mostWait) {
+  std::shared_ptr<void> held;
+  const auto hold = [&] {
+    held = services.Files.Hold(CopyPath(services) + std::string(kLockEnding), mostWait);
+  };
+  Trap(hold, [](const Fault& caught) {
+    if (caught.Number == fault::FileOpen) throw Fault(caught);
+  });
+  return held;
+}
+
 std::string NotePath(const std::string& copy) { return copy + std::string(kNoteEnding); }
 
 void WriteNote(const Services& services, const std::string& copy, const UpdateNote& note) {
@@ -86,8 +97,12 @@ std::string FreeStampedName(const Services& services, const std::string& start,
 }
 
 void PartFromBackups(const Services& services, const std::string& mission) {
+  PartFromBackups(services, BuildPath(services.AppPath, "RWS Backup"), mission);
+}
+
+void PartFromBackups(const Services& services, const std::string& folder,
+                     const std::string& mission) {
   const FileSystem& files = services.Files;
-  const std::string folder = BuildPath(services.AppPath, "RWS Backup");
   std::vector<std::string> names;
   ResumeNext([&] { names = files.ListFileNames(folder, [](const auto&) { return true; }); });
   for (const auto& name : names) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,10 +14,17 @@
 namespace rws {
 
 inline constexpr std::string_view kCopyName = "$$$TEMP", kNoteEnding = ".note",
-                                  kKeptEnding = ".kept";
+                                  kKeptEnding = ".kept", kLockEnding = ".lock";
 
 /** Full path of the copy. */
 std::string CopyPath(const Services& services);
+/** How long an Update waits for that of another program, in milliseconds. */
+inline constexpr int kLongWait = 30'000;
+/** Keeps every other program out that makes such a copy in `AppPath`, or looks for one, until what
+    it gives is dropped: there is one name for all. Waits so long for who has it; a `FileOpen` fault
+    if that lasts. Where no lock can be made it goes without. */
+std::shared_ptr<void> HoldCopy(const Services& services, int mostWait = kLongWait);
+
 /** Path of the note of a copy. */
 std::string NotePath(const std::string& copy);
 
@@ -43,9 +51,12 @@ void MoveWithNote(const Services& services, const std::string& copy, const std::
 std::string FreeStampedName(const Services& services, const std::string& start,
                             std::string_view ending);
 
-/** Makes each backup that is still one file with the mission, as an Update that did not come to its
-    end leaves it, a file of its own: who then writes into the mission does not change the backup. A
-    backup for which that fails is deleted, the mission holding the same. */
+/** Makes each backup in a folder that is still one file with the mission, as an Update that did not
+    come to its end leaves it, a file of its own: who then writes into the mission does not change
+    the backup. A backup for which that fails is deleted, the mission holding the same. */
+void PartFromBackups(const Services& services, const std::string& folder,
+                     const std::string& mission);
+/** The same for "RWS Backup". */
 void PartFromBackups(const Services& services, const std::string& mission);
 
 }  // namespace rws

@@ -134,6 +134,8 @@ std::string FileSystem::FollowLinks(const std::string& path) const {
 
 std::string FileSystem::ProgramFile() const { return os::ProgramFile(); }
 
+std::string FileSystem::UserDataFolder() const { return os::UserDataFolder(); }
+
 std::string FileSystem::GetAbsolutePathName(const std::string& path) const {
   return path.empty() ? path : os::AbsolutePath(path);
 }
@@ -289,6 +291,18 @@ void FileSystem::DeleteFile(const std::string& path) const {
   os::DeleteFile(target);
   done();
   SyncFolderOf(target);
+}
+
+std::shared_ptr<void> FileSystem::Hold(const std::string& path, int mostWait) const {
+  constexpr int kPause = 5;
+  const std::string target = Resolve(path);
+  Step("lock", target);
+  for (int waited = 0;; waited += kPause) {
+    if (std::shared_ptr<os::HeldFile> held = os::TryHold(target)) return held;
+    if (waited >= mostWait)
+      throw FileFault(fault::FileOpen, "lock", target, "another program is at work and has it");
+    os::Pause(kPause);
+  }
 }
 
 void FileSystem::CreateFolder(const std::string& path) const {

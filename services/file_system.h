@@ -76,6 +76,9 @@ class FileSystem {
   /** The running program's own file, also when it was called through the search path or a link; ""
       where the system does not tell. */
   std::string ProgramFile() const;
+  /** The folder in which programs keep what belongs to the user, "~/.local/share" or its like; ""
+      where the system does not tell. */
+  std::string UserDataFolder() const;
   /** `path` from the root of the file system on. */
   std::string GetAbsolutePathName(const std::string& path) const;
   /** True if both paths lead to one file, also through a link. */
@@ -106,6 +109,11 @@ class FileSystem {
       when the copy is on disk. */
   void MoveFile(const std::string& from, const std::string& to) const;
   void DeleteFile(const std::string& path) const;
+  /** Keeps out all who ask for the same path, in other processes too, until what it gives is
+      dropped or the process ends, however that comes. The path is that of a file made for this
+      alone, which is deleted then. Waits so many milliseconds for another to let go; one that does
+      not is a `FileOpen` fault. */
+  std::shared_ptr<void> Hold(const std::string& path, int mostWait) const;
   /** Makes one folder; its parent must exist. */
   void CreateFolder(const std::string& path) const;
 

@@ -78,7 +78,22 @@ bool RenameNew(const std::string& from, const std::string& to);
     a file system that knows no second names. */
 void Link(const std::string& from, const std::string& to);
 void DeleteFile(const std::string& path);
+
+/** A file that one holds at a time, in any process. The system lets go of it when the process ends,
+    however that comes; who lets go of it deletes it. */
+class HeldFile {
+ public:
+  virtual ~HeldFile() = default;
+};
+/** Null while another holds it. Where the file system knows no locks nobody is kept out. */
+std::unique_ptr<HeldFile> TryHold(const std::string& path);
+/** Waits so long before the next try. */
+void Pause(int milliseconds);
+
 void CreateFolder(const std::string& path);
+/** The folder in which programs keep what belongs to the user; "" where the system does not tell.
+ */
+std::string UserDataFolder();
 /** The running program's own file, links followed; "" where the system does not tell. */
 std::string ProgramFile();
 /** `path` from the root on, "." and ".." taken out by spelling alone. */

@@ -1,11 +1,13 @@
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <ctime>
 #include <filesystem>
@@ -81,7 +83,45 @@ class PosixOutput : public OutputFile {
   Descriptor file_;
 };
 
+class PosixHeld : public HeldFile {
+ public:
+  PosixHeld(std::string path, int file) : path_(std::move(path)), file_(file) {}
+  ~PosixHeld() override {
+    ::unlink(path_.c_str());
+    ::close(file_);
+  }
+
+ private:
+  std::string path_;
+  int file_;
+};
+
+/** True if the open file is still the one of that name. */
+bool IsNamed(int file, const std::string& path) {
+  struct stat held, named;
+  return ::fstat(file, &held) == 0 && ::stat(path.c_str(), &named) == 0 &&
+         held.st_dev == named.st_dev && held.st_ino == named.st_ino;
+}
+
 }  // namespace
+
+std::unique_ptr<HeldFile> TryHold(const std::string& path) {
+  int file = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+  // One that another user's run has left, which it did not live to delete.
+  if (file < 0 && errno == EACCES) file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (file < 0) Fail("lock", path, errno);
+  const bool isTaken =
+      ::flock(file, LOCK_EX | LOCK_NB) != 0 && (errno == EWOULDBLOCK || errno == EINTR);
+  // Who held it before may have deleted it meanwhile, and another may hold a new one.
+  if (!isTaken && IsNamed(file, path)) return std::make_unique<PosixHeld>(path, file);
+  ::close(file);
+  return nullptr;
+}
+
+void Pause(int milliseconds) {
+  const std::timespec time{milliseconds / 1000, milliseconds % 1000 * 1'000'000L};
+  ::nanosleep(&time, nullptr);
+}
 
 bool Stat(const std::string& path, EntryKind& kind) {
   struct stat info;
@@ -140,6 +180,13 @@ std::string FollowLinks(const std::string& path) {
 std::string ProgramFile() {
   std::error_code error;
   return std::filesystem::read_symlink("/proc/self/exe", error).string();
+}
+
+std::string UserDataFolder() {
+  const char* data = std::getenv("XDG_DATA_HOME");
+  if (data && data[0] == '/') return data;
+  const char* home = std::getenv("HOME");
+  return home && *home ? BuildPath(home, ".local/share") : "";
 }
 
 bool CanWriteInto(const std::string& folder) { return ::access(folder.c_str(), W_OK | X_OK) == 0; }

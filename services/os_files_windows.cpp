@@ -108,7 +108,29 @@ class WindowsOutput : public OutputFile {
   Handle file_;
 };
 
+/** No other can open it meanwhile, and the system deletes it with the last handle. */
+class WindowsHeld : public HeldFile {
+ public:
+  explicit WindowsHeld(HANDLE file) : file_(file) {}
+  ~WindowsHeld() override { ::CloseHandle(file_); }
+
+ private:
+  HANDLE file_;
+};
+
 }  // namespace
+
+std::unique_ptr<HeldFile> TryHold(const std::string& path) {
+  const HANDLE file = ::CreateFileW(Wide(path).c_str(), GENERIC_WRITE | DELETE, 0, nullptr,
+                                    OPEN_ALWAYS, FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+  if (file != INVALID_HANDLE_VALUE) return std::make_unique<WindowsHeld>(file);
+  const DWORD error = ::GetLastError();
+  // The second is said of a file that is just being deleted.
+  if (error != ERROR_SHARING_VIOLATION && error != ERROR_ACCESS_DENIED) Fail("lock", path, error);
+  return nullptr;
+}
+
+void Pause(int milliseconds) { ::Sleep(static_cast<DWORD>(milliseconds)); }
 
 bool Stat(const std::string& path, EntryKind& kind) {
   std::error_code error;
@@ -179,6 +201,13 @@ std::string FollowLinks(const std::string& path) {
 std::string ProgramFile() {
   std::wstring path(32768, L'\0');
   path.resize(::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+  return Narrow(path);
+}
+
+std::string UserDataFolder() {
+  std::wstring path(32768, L'\0');
+  path.resize(
+      ::GetEnvironmentVariableW(L"LOCALAPPDATA", path.data(), static_cast<DWORD>(path.size())));
   return Narrow(path);
 }
 
