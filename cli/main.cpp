@@ -1,77 +1,39 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
+#include <map>
 #include <string>
 #include <vector>
 
-#include "catalogues/maps.h"
+#include "cli/cli_services.h"
+#include "cli/edit.h"
 #include "cli/records_json.h"
-#include "mission/line_ends.h"
-#include "mission/reader.h"
-#include "mission/writer.h"
 #include "services/arguments.h"
 #include "services/faults.h"
-#include "services/list_files.h"
-#include "services/paths.h"
-#include "services/system_code_page.h"
 
 namespace {
 
 using namespace rws;
 
-constexpr int kFailed = 1, kBadUsage = 2;
-
 struct Options {
+  CliOptions All;
   std::vector<std::string> Files;
-  std::string File, Output, Tables, Game;
-  int CodePage = SystemCodePage();
+  std::string File, Output;
+  EditOptions Edit;
+  DiffOptions Diff;
 };
 
-void Complain(const std::string& text) { std::cerr << "rws-cli: " << text << "\n"; }
-
-Services NewServices(const Options& options, const std::string& called) {
-  Services services;
-  const std::string program = services.Files.ProgramFile();
-  services.ProgramPath =
-      GetParentFolderName(program.empty() ? services.Files.GetAbsolutePathName(called) : program);
-  services.AppPath = options.Tables.empty() ? services.ProgramPath : options.Tables;
-  services.Page = CodePage(options.CodePage);
-  services.LogSink = [](const std::string& line) { Complain(line); };
-  return services;
-}
-
-/** The game directory that a mission lies in: the nearest folder above it with an "il2*.*" file. */
-std::string GameAbove(const Services& services, const std::string& missionPath) {
-  std::string folder = services.Files.GetAbsolutePathName(missionPath);
-  while (!(folder = GetParentFolderName(folder)).empty()) {
-    std::vector<std::string> found;
-    ResumeNext([&] { ListFiles(services, found, folder, "il2*.*", false, ""); });
-    if (!found.empty()) return folder;
-  }
-  return "";
-}
-
-/** Reads one mission without touching the disk; a repair of its line ends stays in memory. */
-Document ReadMission(const Services& services, const Options& options, const std::string& path) {
-  Document doc;
-  LoadMaps(doc, services);
-  doc.GamePath = options.Game.empty() ? GameAbove(services, path) : options.Game;
-  std::string bytes = services.Files.ReadFile(path);
-  if (auto repaired = RepairedLineEnds(bytes)) bytes = std::move(*repaired);
-  doc.MissionFiles = {path};
-  LoadMissionArray(doc, services);
-  ReadMissionText(doc, services, 0, std::move(bytes));
-  return doc;
+Document ReadAnew(const Services& services, const Options& options, const std::string& path) {
+  return ReadMission(services, options.All, path, services.Files.ReadFile(path), ReadAs::Anew);
 }
 
 int Show(const Services& services, const Options& options) {
   int result = 0;
   for (const auto& path : options.Files) {
-    Trap(
-        [&] { std::cout << MissionJson(ReadMission(services, options, path).Missions[0]) << "\n"; },
-        [&](const Fault& caught) {
-          Complain(caught.Text);
-          result = kFailed;
-        });
+    Trap([&] { std::cout << MissionJson(ReadAnew(services, options, path).Missions[0]) << "\n"; },
+         [&](const Fault& caught) {
+           Complain(caught.Text);
+           result = kFailed;
+         });
   }
   return std::cout.flush() ? result : kFailed;
 }
@@ -84,23 +46,63 @@ int Rewrite(const Services& services, const Options& options) {
   int result = kFailed;
   Trap(
       [&] {
-        Document doc = ReadMission(services, options, options.File);
-        LineArray lines;
-        if (!BuildMissionFile(doc, services, lines, 0, {}))
-          return Complain("cannot build the new text of \"" + options.File + "\"");
-        services.Files.ReplaceFile(options.Output, lines.FileText());
+        Document doc = ReadAnew(services, options, options.File);
+        services.Files.ReplaceFile(options.Output, BuildMission(doc, services).FileText());
         result = 0;
       },
       [](const Fault& caught) { Complain(caught.Text); });
   return result;
 }
 
-int Run(const std::vector<std::string>& arguments) {
-  CLI::App app("Shows and rewrites IL-2 mission files.", "rws-cli");
-  app.set_version_flag("--version", "rws-cli " RWS_VERSION);
-  app.require_subcommand(1);
-  app.fallthrough();
-  Options options;
+void AddLines(CLI::App* command, ReadAs& lines) {
+  command
+      ->add_option("--lines", lines,
+                   "What becomes of lines that are not edited: \"keep\" leaves them as they are, "
+                   "\"anew\" makes the whole file anew, as the window can (default: keep)")
+      ->transform(CLI::Transformer(
+          std::map<std::string, ReadAs>{{"keep", ReadAs::Kept}, {"anew", ReadAs::Anew}}));
+}
+
+void AddEdit(CLI::App& app, EditOptions& edit) {
+  auto* command = app.add_subcommand(
+      "edit", "Change values of missions; where one of them cannot be changed, no file is touched");
+  command->add_option("FILE", edit.Files, "Mission files")->required();
+  command
+      ->add_option("--set", edit.Sets,
+                   "PATH=VALUE, several times if need be. Paths: Time CloudType CloudHeight Army "
+                   "Player PlayerNum TimeConstant WeaponsConstant; flight[F] with .Fuel .Skill "
+                   ".Weapons .Planes .StartTime .OnlyAI .Parachute .Class, .plane[N] with .Skin "
+                   ".Pilot .NoseArt .Skill .NumberOn, .waypoint[N] with .Alt .Speed .Type .Marker; "
+                   "base[N] with .Army .Radius. F is a flight's name, class=CLASS or "
+                   "army=red|blue|white, N counts from 0; * stands for anything")
+      ->allow_extra_args(false);
+  command->add_option("--remove", edit.Removals, "flight[F], several times if need be")
+      ->allow_extra_args(false);
+  AddLines(command, edit.Lines);
+  auto* backup =
+      command->add_option("--backup", edit.BackupFolder,
+                          "Folder for a backup of each mission before it is changed (default: "
+                          "\"RWS Backup\" where the program keeps its own)");
+  auto* none = command->add_flag("--no-backup", edit.NoBackup, "Make no backups");
+  command->add_flag("--dry-run", edit.DryRun,
+                    "Print what would change as a unified diff, and touch nothing");
+  auto* output = command->add_option("--output", edit.Output,
+                                     "Write there instead, and leave the one FILE as it is");
+  command->add_flag("--force", edit.Force, "Take classes and loadouts that the tables lack");
+  none->excludes(backup);
+  output->excludes(backup)->excludes(none);
+}
+
+void AddDiff(CLI::App& app, DiffOptions& diff) {
+  auto* command = app.add_subcommand(
+      "diff",
+      "Print what an update without any edit would change, as a unified diff; exits with 0 "
+      "for nothing, 1 for something, 2 for trouble");
+  command->add_option("FILE", diff.File, "Mission file")->required();
+  AddLines(command, diff.Lines);
+}
+
+void AddCommon(CLI::App& app, CliOptions& options) {
   app.add_option("--tables", options.Tables,
                  "Folder of the data tables (default: the program's own)");
   app.add_option("--game", options.Game,
@@ -108,6 +110,15 @@ int Run(const std::vector<std::string>& arguments) {
   app.add_option("--codepage", options.CodePage,
                  "Code page of the missions (default: the one of the system)")
       ->check(CLI::IsMember({1250, 1251, 1252, 1253, 1254, 1257}));
+}
+
+int Run(const std::vector<std::string>& arguments) {
+  CLI::App app("Shows, changes and rewrites IL-2 mission files.", "rws-cli");
+  app.set_version_flag("--version", "rws-cli " RWS_VERSION);
+  app.require_subcommand(1);
+  app.fallthrough();
+  Options options;
+  AddCommon(app, options.All);
   auto* show = app.add_subcommand("show", "Print each mission's records, a JSON object a line");
   show->add_option("FILE", options.Files, "Mission files")->required();
   auto* rewrite = app.add_subcommand(
@@ -115,14 +126,19 @@ int Run(const std::vector<std::string>& arguments) {
   rewrite->add_option("FILE", options.File, "Mission file")->required();
   rewrite->add_option("--output", options.Output, "File to write, not the mission itself")
       ->required();
+  AddEdit(app, options.Edit);
+  AddDiff(app, options.Diff);
   try {
     // It takes them from the end.
     app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend() - 1));
   } catch (const CLI::ParseError& stop) {
     return app.exit(stop) == 0 ? 0 : kBadUsage;
   }
-  const Services services = NewServices(options, arguments[0]);
-  return show->parsed() ? Show(services, options) : Rewrite(services, options);
+  const Services services = NewServices(options.All, arguments[0]);
+  if (show->parsed()) return Show(services, options);
+  if (rewrite->parsed()) return Rewrite(services, options);
+  if (app.got_subcommand("edit")) return Edit(services, options.All, options.Edit);
+  return Diff(services, options.All, options.Diff);
 }
 
 }  // namespace

@@ -3,8 +3,11 @@
 #ifdef _WIN32
 #include <windows.h>
 // Needs the one above.
+#include <fcntl.h>
+#include <io.h>
 #include <shellapi.h>
 
+#include <cstdio>
 #include <filesystem>
 #endif
 
@@ -24,6 +27,12 @@ std::vector<std::string> ProgramArguments(int argc, char** argv) {
   return arguments;
 #else
   return {argv, argv + argc};
+#endif
+}
+
+void WriteRawOutput() {
+#ifdef _WIN32
+  ::_setmode(::_fileno(stdout), _O_BINARY);
 #endif
 }
 

@@ -1,0 +1,113 @@
+#include "cli/cli_services.h"
+
+#include <chrono>
+#include <iostream>
+
+#include "catalogues/maps.h"
+#include "mission/kept_merge.h"
+#include "mission/kept_reader.h"
+#include "mission/line_ends.h"
+#include "mission/reader.h"
+#include "mission/writer.h"
+#include "services/faults.h"
+#include "services/list_files.h"
+#include "services/paths.h"
+
+namespace rws {
+
+namespace {
+
+/** The game directory that a mission lies in: the nearest folder above it with an "il2*.*" file. */
+std::string GameAbove(const Services& services, const std::string& missionPath) {
+  std::string folder = services.Files.GetAbsolutePathName(missionPath);
+  while (!(folder = GetParentFolderName(folder)).empty()) {
+    std::vector<std::string> found;
+    ResumeNext([&] { ListFiles(services, found, folder, "il2*.*", false, ""); });
+    if (!found.empty()) return folder;
+  }
+  return "";
+}
+
+/** Where the program keeps backups and copies: beside itself, or among the user's own files. */
+std::string OwnFolder(const Services& services) {
+  const FileSystem& files = services.Files;
+  const bool isInstalled = files.FolderExists(SharedFolder(services.ProgramPath));
+  if (!isInstalled && files.CanWriteInto(services.ProgramPath)) return services.ProgramPath;
+  const std::string data = files.UserDataFolder();
+  return data.empty() ? services.ProgramPath : BuildPath(data, "rws-edit");
+}
+
+void MakeFolders(const FileSystem& files, const std::string& folder) {
+  if (folder.empty() || files.FolderExists(folder)) return;
+  MakeFolders(files, GetParentFolderName(folder));
+  files.CreateFolder(folder);
+}
+
+DateTime Now() {
+  const auto since = std::chrono::system_clock::now().time_since_epoch();
+  FileStamp stamp;
+  stamp.Modified = std::chrono::duration_cast<std::chrono::nanoseconds>(since).count();
+  return FileSystem::LocalTime(stamp);
+}
+
+}  // namespace
+
+void Complain(const std::string& text) { std::cerr << "rws-cli: " << text << "\n"; }
+
+Services NewServices(const CliOptions& options, const std::string& called) {
+  Services services;
+  const std::string program = services.Files.ProgramFile();
+  services.ProgramPath =
+      GetParentFolderName(program.empty() ? services.Files.GetAbsolutePathName(called) : program);
+  services.AppPath = options.Tables.empty() ? OwnFolder(services) : options.Tables;
+  services.Page = CodePage(options.CodePage);
+  services.LogSink = [](const std::string& line) { Complain(line); };
+  services.Ask.MsgBox = [](const std::string& text, Buttons, Icon, const std::string&) {
+    Complain(text);
+    return Answer::Ok;
+  };
+  services.System.Now = Now;
+  services.Window.Close = [] {};
+  return services;
+}
+
+Services WritingServices(const Services& services) {
+  Services writing = services;
+  writing.AppPath = OwnFolder(services);
+  writing.LogSink = [](const std::string&) {};
+  MakeFolders(writing.Files, writing.AppPath);
+  return writing;
+}
+
+Document ReadMission(const Services& services, const CliOptions& options, const std::string& path,
+                     std::string bytes, ReadAs as) {
+  Document doc;
+  LoadMaps(doc, services);
+  doc.GamePath = options.Game.empty() ? GameAbove(services, path) : options.Game;
+  doc.MissionFiles = {path};
+  LoadMissionArray(doc, services);
+  if (as == ReadAs::Kept) {
+    ReadKeptMission(doc, services, doc.Missions[0], std::move(bytes));
+    return doc;
+  }
+  if (auto repaired = RepairedLineEnds(bytes)) bytes = std::move(*repaired);
+  ReadMissionText(doc, services, 0, std::move(bytes));
+  return doc;
+}
+
+LineArray BuildMission(Document& doc, const Services& services) {
+  const Mission& mission = doc.Missions[0];
+  LineArray lines;
+  std::string reason;
+  Services silent = services;
+  silent.LogSink = [](const std::string&) {};
+  const bool built = mission.KeepsLines ? BuildKeptFile(doc, silent, mission, lines, &reason)
+                                        : BuildMissionFile(doc, silent, lines, 0, {}, &reason);
+  if (!built)
+    throw Fault(
+        fault::InvalidCall,
+        "cannot build the new text" + (reason.empty() ? "" : ": " + services.Page.ToUtf8(reason)));
+  return lines;
+}
+
+}  // namespace rws

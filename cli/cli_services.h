@@ -1,0 +1,45 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "mission/document.h"
+#include "services/services.h"
+#include "services/system_code_page.h"
+
+/** What all commands of the tool share. */
+namespace rws {
+
+inline constexpr int kDone = 0, kFailed = 1, kBadUsage = 2;
+
+/** The options of all commands. */
+struct CliOptions {
+  std::string Tables, Game;
+  int CodePage = SystemCodePage();
+};
+
+/** Tells the user what went wrong. */
+void Complain(const std::string& text);
+
+/** Services that find the tables; `called` is the name that the program was called by. */
+Services NewServices(const CliOptions& options, const std::string& called);
+
+/** The same with the program's own folder for backups and copies, which is made. A fault when that
+    cannot be. Its log is silent: who uses it tells what failed. */
+Services WritingServices(const Services& services);
+
+/** How a mission is read. */
+enum class ReadAs {
+  Anew,  // by the rules of the window, for a file that is made anew
+  Kept   // with every line kept
+};
+
+/** Reads one mission without touching the disk; a repair of its line ends stays in memory. A file
+    that is no mission is a fault. */
+Document ReadMission(const Services& services, const CliOptions& options, const std::string& path,
+                     std::string bytes, ReadAs as);
+
+/** What an Update of the document's mission would write; a fault if it cannot be built. */
+LineArray BuildMission(Document& doc, const Services& services);
+
+}  // namespace rws

@@ -1,0 +1,116 @@
+#include "cli/logic/mission_edit.h"
+
+#include <algorithm>
+
+#include "catalogues/squadrons.h"
+#include "mission/flight_values.h"
+#include "services/text.h"
+
+namespace rws {
+
+namespace {
+
+bool Fits(const Flight& flight, const FlightChoice& choice, const EditRules& rules) {
+  if (choice.By == FlightChoice::Name) return FitsPattern(flight.Name, choice.Text);
+  if (choice.By == FlightChoice::Class) return FitsPattern(flight.Class, choice.Text);
+  return flight.Name.size() >= 2 &&
+         FitsPattern(GetArmyByGroup(rules.Tables, rules.Services, flight.Name), choice.Text);
+}
+
+std::vector<std::size_t> Chosen(const Mission& mission, const FlightChoice& choice,
+                                const EditRules& rules) {
+  std::vector<std::size_t> chosen;
+  for (std::size_t i = 0; i < mission.Flights.size(); ++i)
+    if (Fits(mission.Flights[i], choice, rules)) chosen.push_back(i);
+  return chosen;
+}
+
+std::size_t CountOf(const Mission& mission, ValueOf what, std::size_t flight) {
+  if (what == ValueOf::Plane) return PlaneCount(mission.Flights[flight]);
+  if (what == ValueOf::Waypoint) return mission.Flights[flight].Waypoints.size();
+  return what == ValueOf::Base ? mission.BornPlaces.size() : 1;
+}
+
+/** The places that a path names, in flights that are chosen already. */
+std::vector<ValuePlace> PlacesOf(const Mission& mission, const Assignment& set,
+                                 std::vector<std::size_t> flights) {
+  const bool ofFlight = set.Path.Of != ValueOf::Mission && set.Path.Of != ValueOf::Base;
+  if (!ofFlight) flights = {0};
+  std::vector<ValuePlace> places;
+  for (const auto flight : flights) {
+    const std::size_t count = CountOf(mission, set.Path.Of, flight);
+    for (std::size_t i = 0; i < count; ++i)
+      if (!set.Path.Index || set.Path.Index == i || set.Path.Of == ValueOf::Flight)
+        places.push_back({set.Path.Of, flight, i, set.Path.Field,
+                          ofFlight ? mission.Flights[flight].Name : "", set.Text});
+  }
+  return places;
+}
+
+void TellPlayer(const Mission& mission, const std::string& removed, EditOutcome& outcome) {
+  if (mission.Player == removed)
+    outcome.Warnings.push_back("the player's flight \"" + removed +
+                               "\" is removed; Player still names it");
+}
+
+}  // namespace
+
+EditOutcome EditMission(Mission& mission, const EditOrder& order, const EditRules& rules) {
+  EditOutcome outcome;
+  const auto tried = [&](const std::string& text, const auto& what) {
+    return Trap(what,
+                [&](const Fault& caught) { outcome.Faults.push_back(text + ": " + caught.Text); });
+  };
+  std::vector<std::vector<std::size_t>> chosen;
+  for (const auto& set : order.Sets) chosen.push_back(Chosen(mission, set.Path.Flights, rules));
+  std::vector<bool> removed(mission.Flights.size());
+  std::vector<std::size_t> removals;
+  for (const auto& removal : order.Removals) {
+    const auto flights = Chosen(mission, removal.Flights, rules);
+    for (const auto flight : flights) removed[flight] = true;
+    removals.push_back(flights.size());
+  }
+  for (std::size_t i = 0; i < order.Sets.size(); ++i) {
+    const auto places = PlacesOf(mission, order.Sets[i], chosen[i]);
+    outcome.Named.push_back(places.size());
+    for (const auto& place : places)
+      if (!tried(place.Text, [&] { WriteValue(mission, place, order.Sets[i].Value, rules); }))
+        break;
+    outcome.Places.insert(outcome.Places.end(), places.begin(), places.end());
+  }
+  outcome.Named.insert(outcome.Named.end(), removals.begin(), removals.end());
+  std::vector<Flight> kept;
+  for (const auto& place : outcome.Places)
+    if (outcome.Faults.empty()) tried(place.Text, [&] { CheckAgreement(mission, place, rules); });
+  for (std::size_t i = 0; i < removed.size(); ++i) {
+    if (removed[i])
+      TellPlayer(mission, mission.Flights[i].Name, outcome);
+    else
+      kept.push_back(std::move(mission.Flights[i]));
+  }
+  mission.Flights = std::move(kept);
+  return outcome;
+}
+
+std::vector<std::string> LostValues(const Mission& edited, const Mission& read,
+                                    const std::vector<ValuePlace>& places) {
+  const auto find = [](const Mission& mission, ValuePlace place) {
+    const auto& flights = mission.Flights;
+    if (!place.FlightName.empty())
+      place.Flight = static_cast<std::size_t>(
+          std::find_if(flights.begin(), flights.end(),
+                       [&](const Flight& flight) { return flight.Name == place.FlightName; }) -
+          flights.begin());
+    std::string value = "<none>";
+    ResumeNext([&] { value = ReadValue(mission, place); });
+    return value;
+  };
+  std::vector<std::string> lost;
+  for (const auto& place : places)
+    if (!SameValue(find(edited, place), find(read, place)) &&
+        (lost.empty() || lost.back() != place.Text))
+      lost.push_back(place.Text);
+  return lost;
+}
+
+}  // namespace rws

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "cli/logic/edit_rules.h"
+#include "cli/logic/mission_values.h"
+#include "cli/logic/value_path.h"
+#include "mission/records.h"
+
+/** Edits of a mission's records that are given as paths and values. */
+namespace rws {
+
+/** A flight to be removed. */
+struct Removal {
+  FlightChoice Flights;
+  std::string Text;  // as it was given, for messages
+};
+
+/** Everything that is to be changed: the values first, in their order, then the removals. Flights
+    are chosen by what the mission is like before. */
+struct EditOrder {
+  std::vector<Assignment> Sets;
+  std::vector<Removal> Removals;
+};
+
+struct EditOutcome {
+  /** What cannot be done, each with the path or flight; the mission is of no use then. */
+  std::vector<std::string> Faults;
+  /** What the user should know. */
+  std::vector<std::string> Warnings;
+  /** How many values or flights each entry of the order names: the sets, then the removals. */
+  std::vector<std::size_t> Named;
+  /** Where values were set. */
+  std::vector<ValuePlace> Places;
+};
+
+EditOutcome EditMission(Mission& mission, const EditOrder& order, const EditRules& rules);
+
+/** The paths whose values are not in `read`, what an edited mission's new file was read as. */
+std::vector<std::string> LostValues(const Mission& edited, const Mission& read,
+                                    const std::vector<ValuePlace>& places);
+
+}  // namespace rws
