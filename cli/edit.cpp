@@ -66,6 +66,16 @@ class Editing {
                        " lacks a letter of it");
     return *bytes;
   }
+  /** An entry of the order: the sets come first, then the removals. */
+  const std::string& EntryText(std::size_t entry) const {
+    const std::size_t sets = edit_.Sets.size();
+    return entry < sets ? edit_.Sets[entry] : edit_.Removals[entry - sets];
+  }
+  bool IsPattern(std::size_t entry) const {
+    const std::size_t sets = order_.Sets.size();
+    return entry < sets ? order_.Sets[entry].Path.IsPattern()
+                        : order_.Removals[entry - sets].Flights.IsPattern();
+  }
   bool TakeOrder();
   bool FilesAreRight();
   void LoadTables();
@@ -158,12 +168,8 @@ void Editing::Change(Job& job) {
   for (const auto& reason : outcome.Faults) Fail(job.Path, services_.Page.ToUtf8(reason));
   for (std::size_t i = 0; i < outcome.Named.size(); ++i) {
     named_[i] += outcome.Named[i];
-    const bool isSet = i < order_.Sets.size();
-    const bool isPattern = isSet ? order_.Sets[i].Path.IsPattern()
-                                 : order_.Removals[i - order_.Sets.size()].Flights.IsPattern();
-    if (outcome.Named[i] == 0 && !isPattern)
-      Fail(job.Path, (isSet ? edit_.Sets[i] : edit_.Removals[i - order_.Sets.size()]) +
-                         ": names nothing in this mission");
+    if (outcome.Named[i] == 0 && !IsPattern(i))
+      Fail(job.Path, EntryText(i) + ": names nothing in this mission");
   }
   if (!outcome.Faults.empty()) return;
   const Mission edited = mission;
@@ -183,14 +189,8 @@ void Editing::Prove(Job& job, const Mission& edited, const std::vector<ValuePlac
 
 void Editing::TellWhatNamesNothing() {
   if (failed_) return;
-  for (std::size_t i = 0; i < named_.size(); ++i) {
-    const bool isSet = i < order_.Sets.size();
-    if (named_[i] > 0) continue;
-    if (isSet)
-      Fail("--set " + edit_.Sets[i], "names nothing in any mission");
-    else
-      Fail("--remove " + edit_.Removals[i - order_.Sets.size()], "names nothing in any mission");
-  }
+  for (std::size_t i = 0; i < named_.size(); ++i)
+    if (named_[i] == 0) Fail(EntryText(i), "names nothing in any mission");
 }
 
 int Editing::Show() {
@@ -202,7 +202,12 @@ int Editing::Show() {
 }
 
 int Editing::WriteOutput() {
-  const auto write = [&] { services_.Files.ReplaceFile(edit_.Output, jobs_[0].New.FileText()); };
+  const auto write = [&] {
+    const FileSystem& files = services_.Files;
+    const std::string folder = GetParentFolderName(files.GetAbsolutePathName(edit_.Output));
+    if (!files.FolderExists(folder)) throw PathNotFoundFault(folder);
+    files.ReplaceFile(edit_.Output, jobs_[0].New.FileText());
+  };
   return Tried(edit_.Output, write) ? kDone : kFailed;
 }
 

@@ -1,6 +1,5 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -55,12 +54,15 @@ int Rewrite(const Services& services, const Options& options) {
 }
 
 void AddLines(CLI::App* command, ReadAs& lines) {
+  const auto take = [&lines](const std::string& word) {
+    lines = word == "anew" ? ReadAs::Anew : ReadAs::Kept;
+  };
   command
-      ->add_option("--lines", lines,
-                   "What becomes of lines that are not edited: \"keep\" leaves them as they are, "
-                   "\"anew\" makes the whole file anew, as the window can (default: keep)")
-      ->transform(CLI::Transformer(
-          std::map<std::string, ReadAs>{{"keep", ReadAs::Kept}, {"anew", ReadAs::Anew}}));
+      ->add_option_function<std::string>(
+          "--lines", take,
+          "What becomes of lines that are not edited: \"keep\" leaves them as they are, \"anew\" "
+          "makes the whole file anew, as the window can (default: keep)")
+      ->check(CLI::IsMember({"keep", "anew"}));
 }
 
 void AddEdit(CLI::App& app, EditOptions& edit) {

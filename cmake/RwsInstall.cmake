@@ -71,7 +71,7 @@ of the player, writes the changed missions back and keeps a backup of each.
 .
 It also edits briefings, home bases and parked aircraft, renames, converts
 and copies whole folders of missions, and comes with rws-cli, which prints
-the records of a mission for scripts.")
+and changes missions for scripts.")
 if(RWS_UPDATE_SITE)
   set(CPACK_PACKAGE_HOMEPAGE_URL ${RWS_UPDATE_SITE})
 endif()

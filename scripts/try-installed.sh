@@ -20,6 +20,11 @@ same "$(rws-cli --version)" "rws-cli $version" "the version"
 # The name of the map is known only where the tables are found.
 rws-cli show "$samples/single_bridge_patrol.mis" | grep '"MapName":"[^"]' >/dev/null ||
   fail "rws-cli show finds no table"
+cp "$samples/single_bridge_patrol.mis" edited.mis
+rws-cli edit edited.mis --set 'flight[*].Weapons=default' --set Time=5.5 ||
+  fail "rws-cli edit cannot write"
+grep 'TIME 5.5' edited.mis >/dev/null || fail "rws-cli edit changes nothing"
+rm -r edited.mis .local/share/rws-edit
 man -w rws-edit rws-cli >/dev/null 2>&1 || echo "Manuals are not installed on this system."
 
 type_of() { gio info -a standard::content-type "$1" | sed -n 's/.*content-type: //p'; }
