@@ -16,7 +16,7 @@ namespace rws {
 
 namespace {
 
-constexpr int kShortWait = 500;
+constexpr int kShortWait = 100;
 
 /** Not what is still being written beside a copy, and not what was dismissed. */
 bool IsCopyName(std::string_view name) {

@@ -1,7 +1,7 @@
 #include "cli/logic/edit_rules.h"
 
 #include <algorithm>
-#include <limits>
+#include <optional>
 
 #include "catalogues/aircraft.h"
 #include "catalogues/squadrons.h"
@@ -28,6 +28,18 @@ const Aircraft* FindClass(const EditRules& rules, std::string_view aircraftClass
   for (const auto& aircraft : rules.Tables.Aircraft)
     if (EqualNoCase(aircraft.Class, aircraftClass)) return &aircraft;
   return nullptr;
+}
+
+std::optional<std::string_view> FindLoadout(const EditRules& rules, std::string_view aircraftClass,
+                                            std::string_view key) {
+  const Aircraft* aircraft = FindClass(rules, aircraftClass);
+  if (!aircraft) return {};
+  const CodePage& page = rules.Services.Page;
+  for (const auto& entry : aircraft->Weapons) {
+    const auto parts = SplitAt(entry, ',');
+    if (parts.size() > 1 && page.LCase(parts[1]) == page.LCase(key)) return parts[1];
+  }
+  return {};
 }
 
 std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
@@ -89,19 +101,15 @@ std::string ClassOf(const EditRules& rules, std::string_view value) {
 
 std::string LoadoutOf(const EditRules& rules, std::string_view aircraftClass,
                       std::string_view value) {
-  if (!IsOneWord(value)) throw ValueFault("it is to be the key of a loadout");
-  if (const Aircraft* aircraft = FindClass(rules, aircraftClass)) {
-    const std::string wanted = rules.Services.Page.LCase(value);
-    for (const auto& entry : aircraft->Weapons) {
-      const auto parts = SplitAt(entry, ',');
-      if (parts.size() > 1 && rules.Services.Page.LCase(parts[1]) == wanted)
-        return std::string(parts[1]);
-    }
-  }
-  if (!rules.Force)
-    throw ValueFault("the tables have no loadout " + Quoted(value) + " for class " +
-                     Quoted(aircraftClass));
-  return std::string(value);
+  const auto known = FindLoadout(rules, aircraftClass, value);
+  return std::string(known.value_or(value));
+}
+
+void CheckLoadout(const EditRules& rules, const Flight& flight) {
+  if (!IsOneWord(flight.Weapons)) throw ValueFault("it is to be the key of a loadout");
+  if (!rules.Force && !FindLoadout(rules, flight.Class, flight.Weapons))
+    throw ValueFault("the tables have no loadout " + Quoted(flight.Weapons) + " for class " +
+                     Quoted(flight.Class));
 }
 
 void CheckHasNoseArt(const EditRules& rules, const Flight& flight) {

@@ -44,9 +44,12 @@ void CheckSkill(std::string_view value);
 /** The class as the table spells it. */
 std::string ClassOf(const EditRules& rules, std::string_view value);
 
-/** The loadout as the table of the flight's aircraft spells it. */
+/** A loadout as the table spells it for an aircraft; as it is given where that lacks it. */
 std::string LoadoutOf(const EditRules& rules, std::string_view aircraftClass,
                       std::string_view value);
+
+/** One that the table lacks is none. */
+void CheckLoadout(const EditRules& rules, const Flight& flight);
 
 /** The nose art box is open to some aircraft of one country only. */
 void CheckHasNoseArt(const EditRules& rules, const Flight& flight);

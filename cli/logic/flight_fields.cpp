@@ -61,8 +61,8 @@ void WriteFlightValue(Flight& flight, std::string_view field, std::string_view v
     flight.Fuel = value;
   }
   if (field == "Skill") SetSkill(flight, value);
-  // With the class that it will have then, it is looked for at the end.
-  if (field == "Weapons") flight.Weapons = value;
+  // Whether the class that the flight will have then has it is looked at in the end.
+  if (field == "Weapons") flight.Weapons = LoadoutOf(rules, flight.Class, value);
   if (field == "Planes") {
     CheckWhole(value, 1, 4);
     flight.Planes = NumberText(Val(value));

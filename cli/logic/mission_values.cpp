@@ -170,7 +170,7 @@ void CheckAgreement(const Mission& mission, const ValuePlace& place, const EditR
   if (place.Of != ValueOf::Flight) return;
   const Flight& flight = FlightAt(mission, place);
   if ((place.Field == "Class" && !flight.Weapons.empty()) || place.Field == "Weapons")
-    LoadoutOf(rules, flight.Class, flight.Weapons);
+    CheckLoadout(rules, flight);
   if (place.Field == "OnlyAI" && flight.OnlyAI.empty()) CheckOnlyAI(rules, flight);
   constexpr std::string_view kOfPlayer[] = {"Class", "OnlyAI", "Planes"};
   const bool isOfPlayer =

@@ -9,6 +9,8 @@
 #include "mission/interrupted.h"
 #include "mission/reader.h"
 #include "mission/update.h"
+#include "mission/update_note.h"
+#include "mission/writer.h"
 #include "services/faults.h"
 #include "services/setting_values.h"
 #include "services/text.h"
@@ -197,6 +199,50 @@ TEST_P(WriteMissionFileIn, EveryStepFailsInTurn) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Situations, WriteMissionFileIn, testing::Range(0, 8));
+
+/** Another program is at work, another has changed the file, the backup goes elsewhere. */
+TEST(WriteMissionFile, KeepsToItsRules) {
+  test::Sandbox box;
+  World world(box.Path("app"));
+  box.MakeFolder("app");
+  box.MakeFolder("kept");
+  world.Doc.MissionFiles = {box.Write("m/a.mis", "one")};
+  LoadMissionArray(world.Doc, world.Services);
+  LineArray lines;
+  lines.Add("two");
+  std::string reason;
+  const auto write = [&](const WriteRules& rules) {
+    reason.clear();
+    return WriteMissionFile(world.Services, world.Doc.Missions[0], lines, rules, &reason);
+  };
+  EXPECT_FALSE(write({true, box.Path("kept"), "other"}));
+  EXPECT_NE(reason.find("has changed it"), reason.npos) << reason;
+  EXPECT_EQ(box.Read("m/a.mis") + box.Names("app") + box.Names("kept"), "one");
+  EXPECT_TRUE(write({true, box.Path("kept"), "one"}));
+  EXPECT_EQ(box.Read("m/a.mis") + box.Read("kept/a.mis.bak"), "two\r\none");
+  EXPECT_EQ(box.Names("app"), "");
+  // A name of this second that another program takes before the link is made.
+  world.Services.Files.BeforeStep = [&](const FileStep& step) {
+    const std::string stamped = "kept/a.mis." + kStamp + ".bak";
+    if (step.Action == "link" && !box.Exists(stamped)) box.Write(stamped, "another's");
+  };
+  EXPECT_TRUE(write({true, box.Path("kept"), {}}));
+  EXPECT_EQ(box.Names("kept"), "a.mis." + kStamp + " 2.bak,a.mis." + kStamp + ".bak,a.mis.bak");
+  EXPECT_EQ(box.Read("kept/a.mis." + kStamp + ".bak"), "another's");
+  EXPECT_EQ(box.Read("kept/a.mis." + kStamp + " 2.bak"), "two\r\n");
+}
+
+TEST(WriteMissionFile, LooksAtNoCopyThatAnotherMayBeWriting) {
+  test::Sandbox box;
+  World world(box.Path("app"));
+  box.MakeFolder("app");
+  box.Write("app/$$$TEMP", kEarlierCopy);
+  const auto held = HoldCopy(world.Services);
+  const std::string before = box.Names("app");
+  EXPECT_THROW(HoldCopy(world.Services, 0), Fault);
+  EXPECT_TRUE(FindInterrupted(world.Services).empty());
+  EXPECT_EQ(box.Names("app"), before);
+}
 
 TEST(WriteMissionFile, SavesAndWritesTheFileBehindALink) {
   if (!test::kPosixFiles) GTEST_SKIP() << test::kNeedsPosixFiles;

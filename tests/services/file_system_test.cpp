@@ -225,6 +225,23 @@ TEST_F(FileSystemTest, AStampTellsAChange) {
   EXPECT_TRUE(before.Year == 2023 && before.Month == 11 && (before.Day == 14 || before.Day == 15));
 }
 
+TEST_F(FileSystemTest, AHeldFileKeepsOthersOut) {
+  const std::string lock = Box.Path("lock");
+  const auto tryIt = [&] { return FaultOf([&] { Files.Hold(lock, 0); }); };
+  EXPECT_EQ(tryIt().Number, 0);
+  EXPECT_FALSE(Box.Exists("lock"));
+  auto held = Files.Hold(lock, 0);
+  EXPECT_TRUE(Box.Exists("lock"));
+  EXPECT_EQ(tryIt().Number, fault::FileOpen);
+  EXPECT_NE(tryIt().Text.find(lock), std::string::npos);
+  held.reset();
+  EXPECT_FALSE(Box.Exists("lock"));
+  // One that a run has left which did not live to delete it.
+  Box.Write("lock", "");
+  EXPECT_EQ(tryIt().Number, 0);
+  EXPECT_EQ(FaultOf([&] { Files.Hold(Box.Path("no/lock"), 0); }).Number, kFolderNotFound);
+}
+
 TEST(FileSystem, LinkOrCopyIsWholeAndNeverOverAnExistingFile) {
   const std::string whole(150000, 'o');
   const auto rights = fs::perms::owner_read | fs::perms::owner_write;

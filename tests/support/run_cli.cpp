@@ -19,21 +19,21 @@ HANDLE OpenInherited(const std::string& path) {
 
 }  // namespace
 
-int RunCli(const std::string& folder, const std::string& arguments) {
+int RunCli(const std::string& folder, const std::string& arguments, const std::string& program) {
   STARTUPINFOW start{};
   start.cb = sizeof(start);
   start.dwFlags = STARTF_USESTDHANDLES;
   start.hStdOutput = OpenInherited(folder + "\\out.txt");
   start.hStdError = OpenInherited(folder + "\\err.txt");
-  std::wstring command = ToFsPath("\"" + CliProgram() + "\" " + arguments).wstring();
-  PROCESS_INFORMATION program{};
+  std::wstring command = ToFsPath("\"" + program + "\" " + arguments).wstring();
+  PROCESS_INFORMATION process{};
   DWORD code = static_cast<DWORD>(-1);
   if (::CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr,
-                       ToFsPath(folder).c_str(), &start, &program)) {
-    ::WaitForSingleObject(program.hProcess, INFINITE);
-    ::GetExitCodeProcess(program.hProcess, &code);
-    ::CloseHandle(program.hThread);
-    ::CloseHandle(program.hProcess);
+                       ToFsPath(folder).c_str(), &start, &process)) {
+    ::WaitForSingleObject(process.hProcess, INFINITE);
+    ::GetExitCodeProcess(process.hProcess, &code);
+    ::CloseHandle(process.hThread);
+    ::CloseHandle(process.hProcess);
   }
   ::CloseHandle(start.hStdOutput);
   ::CloseHandle(start.hStdError);
@@ -50,9 +50,9 @@ int RunCli(const std::string& folder, const std::string& arguments) {
 
 namespace rws::test {
 
-int RunCli(const std::string& folder, const std::string& arguments) {
+int RunCli(const std::string& folder, const std::string& arguments, const std::string& program) {
   const std::string command =
-      "cd \"" + folder + "\" && \"" + CliProgram() + "\" " + arguments + " > out.txt 2> err.txt";
+      "cd \"" + folder + "\" && \"" + program + "\" " + arguments + " > out.txt 2> err.txt";
   const int status = std::system(command.c_str());
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
