@@ -4,6 +4,7 @@
 
 #include "catalogues/squadrons.h"
 #include "mission/flight_values.h"
+#include "mission/references.h"
 #include "services/text.h"
 
 namespace rws {
@@ -47,10 +48,15 @@ std::vector<ValuePlace> PlacesOf(const Mission& mission, const Assignment& set,
   return places;
 }
 
-void TellPlayer(const Mission& mission, const std::string& removed, EditOutcome& outcome) {
-  if (mission.Player == removed)
-    outcome.Warnings.push_back("the player's flight \"" + removed +
-                               "\" is removed; Player still names it");
+/** Who still names a flight that is gone keeps naming it, as in the window. */
+void TellReferences(const Mission& mission, const std::string& removed, EditOutcome& outcome) {
+  std::vector<std::string> references = References(mission, removed);
+  if (mission.Player == removed) references.insert(references.begin(), "Player");
+  if (references.empty()) return;
+  const std::string more =
+      references.size() == 1 ? "" : " and " + std::to_string(references.size() - 1) + " more";
+  outcome.Warnings.push_back("flight \"" + removed + "\" is removed, and still named by " +
+                             references.front() + more);
 }
 
 }  // namespace
@@ -80,15 +86,17 @@ EditOutcome EditMission(Mission& mission, const EditOrder& order, const EditRule
   }
   outcome.Named.insert(outcome.Named.end(), removals.begin(), removals.end());
   std::vector<Flight> kept;
+  std::vector<std::string> names;
   for (const auto& place : outcome.Places)
     if (outcome.Faults.empty()) tried(place.Text, [&] { CheckAgreement(mission, place, rules); });
   for (std::size_t i = 0; i < removed.size(); ++i) {
     if (removed[i])
-      TellPlayer(mission, mission.Flights[i].Name, outcome);
+      names.push_back(mission.Flights[i].Name);
     else
       kept.push_back(std::move(mission.Flights[i]));
   }
   mission.Flights = std::move(kept);
+  for (const auto& name : names) TellReferences(mission, name, outcome);
   return outcome;
 }
 

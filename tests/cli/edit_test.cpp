@@ -102,7 +102,7 @@ TEST_F(CliEdit, ChangesTheWordsOfAValueAlone) {
   for (const auto& [arguments, changes] : rows) {
     SCOPED_TRACE(arguments);
     EXPECT_EQ(Run(std::string("edit a.mis --dry-run ") + arguments), 0);
-    EXPECT_EQ(err_, "");
+    EXPECT_EQ(err_.empty(), !Contains(arguments, "--remove")) << err_;
     EXPECT_EQ(Changes(), changes);
   }
   EXPECT_EQ(box_.Read("a.mis"), kMission);
@@ -220,6 +220,15 @@ TEST_F(CliEdit, WritesAsAnUpdateDoes) {
   EXPECT_NE(err_.find("read-only"), err_.npos) << err_;
   EXPECT_EQ(box_.Read("a.mis"), changed(kMission));
   fs::permissions(path, fs::perms::owner_all);
+}
+
+TEST_F(CliEdit, TellsWhoStillNamesARemovedFlight) {
+  EXPECT_EQ(Run("edit a.mis --dry-run --remove flight[*]"), 0);
+  EXPECT_EQ(err_, "rws-cli: a.mis: flight \"4ShAPL00\" is removed, and still named by Player\n");
+  EXPECT_EQ(Run("edit a.mis --dry-run --remove flight[I_JG5401]"), 0);
+  EXPECT_TRUE(
+      err_.starts_with("rws-cli: a.mis: flight \"I_JG5401\" is removed, and still named by "))
+      << err_;
 }
 
 TEST_F(CliEdit, LeavesOrRewritesTheOtherLines) {
