@@ -26,7 +26,8 @@ TEST_F(Pickers, StoreTheFolderOfAChoiceOnly) {
   EXPECT_EQ(GetFile(Services, "", "", &kSetting) + GetSaveFile(Services, "", "x.mis", "", ""), "");
   EXPECT_EQ(GetFolder(Services, "", true, ""), "");
   EXPECT_EQ(GetColor(Services, 0x123456), 0x123456);
-  EXPECT_TRUE(World.SettingTexts.empty() && World.Log.empty());
+  EXPECT_EQ(World.SettingTexts, test::World().SettingTexts);
+  EXPECT_TRUE(World.Log.empty());
 
   World.Script.ExpectPath("Missions", "/b/1.mis|/b/2.mis");
   EXPECT_EQ(GetFiles(Services, Files, "Missions", "*.mis", &kSetting), "/b");

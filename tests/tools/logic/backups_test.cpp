@@ -71,7 +71,7 @@ TEST(RestoreBackup, KeepsWhatStoodThere) {
   desk.Box.Write("app/RWS Backup/a.mis.01-01-01 01-01-01.bak", "old");
   NoteBackup(desk.World.Services, "a.mis.01-01-01 01-01-01.bak", desk.Box.Path("in/a.mis"));
   EXPECT_TRUE(desk.Restore());
-  EXPECT_EQ(desk.Disk(), "a.mis=then\r\n");
+  EXPECT_EQ(desk.Disk(), "a.mis=then");
   EXPECT_EQ(desk.Box.Read("app/RWS Backup/" + std::string(kStamped)), "now");
   EXPECT_EQ(desk.Box.Names("app/RWS Backup"), "Origins.txt," + std::string(kStamped) + ",a.mis.bak")
       << "no more than one with a time";
@@ -101,10 +101,10 @@ TEST(RestoreBackup, LosesNothingWhenAStepFails) {
       const std::string mission = desk.Box.Read("in/a.mis");
       EXPECT_EQ(desk.Box.Read(std::string("app/") + kBackup), "then");
       if (restored) {
-        EXPECT_EQ(mission, "then\r\n");
+        EXPECT_EQ(mission, "then");
         EXPECT_TRUE(gone || desk.Box.Read("app/RWS Backup/" + std::string(kStamped)) == "now");
       } else if (gone) {
-        EXPECT_TRUE(mission == "<none>" || mission == "then\r\n") << mission;
+        EXPECT_TRUE(mission == "<none>" || mission == "then") << mission;
       } else {
         EXPECT_TRUE(mission == "now" ||
                     desk.Box.Read("app/RWS Backup/" + std::string(kStamped)) == "now")
