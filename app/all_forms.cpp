@@ -12,6 +12,7 @@
 #include "services/forms/frmPrefs.h"
 #include "session/current.h"
 #include "tools/frmBackups.h"
+#include "tools/frmChanges.h"
 #include "tools/frmCompare.h"
 #include "tools/frmSkins.h"
 #include "tools/frmView.h"
@@ -72,6 +73,12 @@ std::vector<NamedForm> AllForms(Session& session, QWidget* parent) {
                       [&session](frmBrief& form) {
                         form.BriefName = PropertiesPath(CurrentMissionPath(session.Doc));
                       }),
+      Named<frmChanges>("frmChanges", session, parent,
+                        [&session](frmChanges& form) {
+                          form.MissionPath = CurrentMissionPath(session.Doc);
+                          form.Choose = [](UntouchedLines) {};
+                          form.Changed = [] {};
+                        }),
       Named<frmChgAC>("frmChgAC", session, parent,
                       [&session](frmChgAC& form) {
                         form.ACName = CurrentFlight(session).Class;

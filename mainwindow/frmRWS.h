@@ -251,7 +251,7 @@ class frmRWS : public QMainWindow {
   void OfferToKeepLines();
   void ChooseShownLines(UntouchedLines choice);
   void StoreUntouched(UntouchedLines choice);
-  void ClickChanges();
+  void ClickChanges(bool mayChange = true);
   std::optional<UntouchedLines> AskAboutMissions(const std::vector<std::string>& paths);
 
   void Press(std::size_t button);

@@ -10,7 +10,7 @@
 #include "session/current.h"
 #include "session/lines_rule.h"
 #include "session/recording.h"
-#include "tools/frmCompare.h"
+#include "tools/frmChanges.h"
 
 namespace rws {
 
@@ -117,18 +117,17 @@ void frmRWS::StoreUntouched(UntouchedLines choice) {
                std::to_string(static_cast<int>(choice)));
 }
 
-void frmRWS::ClickChanges() {
-  const Mission& mission = CurrentMission(session_);
-  const auto current = static_cast<std::size_t>(session_.Doc.CurMission);
-  const PendingLines pending =
-      LookAhead(session_.Doc, session_.Services, mission, missionPanel->Shown(),
-                SavedMission(session_, current), PendingPart::Both);
-  frmCompare form(session_, this);
-  form.Subject = PathOf(mission);
-  form.BeforeCaption = "As it is on disk";
-  form.AfterCaption = "As it would be written";
-  form.Before = pending.File.FileText();
-  form.After = (mission.KeepsLines ? pending.Kept : pending.Anew).FileText();
+void frmRWS::ClickChanges(bool mayChange) {
+  frmChanges form(session_, this);
+  form.MissionPath = PathOf(CurrentMission(session_));
+  form.Shown = [this] { return missionPanel->Shown(); };
+  if (mayChange) {
+    form.Choose = [this](UntouchedLines choice) { ChooseShownLines(choice); };
+    form.Changed = [this] {
+      const std::string path = At(session_.Doc.MissionFiles, session_.Doc.CurMission);
+      GoTo(path, session_.Doc.CurFlight);
+    };
+  }
   form.LoadForm();
   Popups.ShowDialog(form);
 }
@@ -136,7 +135,8 @@ void frmRWS::ClickChanges() {
 std::optional<UntouchedLines> frmRWS::AskAboutMissions(const std::vector<std::string>& paths) {
   frmLines form(session_.Services, this);
   form.Missions = paths;
-  form.Show = [this] { ClickChanges(); };
+  // While an Update waits nothing may be changed.
+  form.Show = [this] { ClickChanges(false); };
   form.LoadForm();
   Popups.ShowDialog(form);
   if (form.Choice && form.chkAlways->isChecked()) StoreUntouched(*form.Choice);

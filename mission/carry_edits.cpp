@@ -182,4 +182,15 @@ void SetKeepsLines(Document& doc, const Services& services, std::size_t mission,
   record = std::move(other);
 }
 
+Mission ReadAs(const Document& doc, const Services& services, const Mission& mission, bool keeps,
+               const Mission& saved) {
+  if (mission.KeepsLines == keeps) return mission;
+  Document one;
+  one.GamePath = doc.GamePath;
+  one.Maps = doc.Maps;
+  one.Missions.push_back(mission);
+  SetKeepsLines(one, services, 0, keeps, saved);
+  return std::move(one.Missions[0]);
+}
+
 }  // namespace rws

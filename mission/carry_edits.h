@@ -17,6 +17,10 @@ void CarryEdits(const Mission& read, const Mission& edited, Mission& onto);
 void SetKeepsLines(Document& doc, const Services& services, std::size_t mission, bool keeps,
                    const Mission& saved);
 
+/** A copy of the mission as it would be read that way, with its edits. */
+Mission ReadAs(const Document& doc, const Services& services, const Mission& mission, bool keeps,
+               const Mission& saved);
+
 /** The mission as its file was when it was read last, read the same way. */
 Mission FreshlyRead(const Document& doc, const Services& services, const Mission& mission);
 

@@ -91,14 +91,6 @@ LineArray MadeAnew(const Document& doc, const Services& services, const Mission&
   return lines;
 }
 
-Mission ReadThe(bool keeps, const Document& doc, const Services& services, const Mission& mission,
-                const Mission& saved) {
-  if (mission.KeepsLines == keeps) return mission;
-  Document one = DocumentOf(doc, mission);
-  SetKeepsLines(one, services, 0, keeps, saved);
-  return one.Missions[0];
-}
-
 }  // namespace
 
 PendingLines LookAhead(const Document& doc, const Services& services, const Mission& mission,
@@ -107,13 +99,13 @@ PendingLines LookAhead(const Document& doc, const Services& services, const Miss
   PendingLines pending;
   pending.File = mission.AsRead;
   if (part != PendingPart::Anew) {
-    const Mission kept = ReadThe(true, doc, silent, mission, saved);
+    const Mission kept = ReadAs(doc, silent, mission, true, saved);
     pending.File = kept.AsRead;
     BuildKeptFile(doc, silent, kept, pending.Kept, &pending.KeptFault);
   }
   if (part != PendingPart::Kept)
-    pending.Anew = MadeAnew(doc, silent, ReadThe(false, doc, silent, mission, saved), shown,
-                            pending.AnewFault);
+    pending.Anew =
+        MadeAnew(doc, silent, ReadAs(doc, silent, mission, false, saved), shown, pending.AnewFault);
   return pending;
 }
 
@@ -133,7 +125,7 @@ MadeAnewCheck CheckMadeAnew(const Document& doc, const Services& services, const
   Mission unedited = mission;
   unedited.Lines = unedited.AsRead;
   Mission fresh = FreshlyRead(doc, silent, unedited);
-  fresh = ReadThe(false, doc, silent, fresh, fresh);
+  fresh = ReadAs(doc, silent, fresh, false, fresh);
   std::string fault;
   const LineArray lines = MadeAnew(doc, silent, fresh, shown, fault);
   return {fault.empty() && SameMeaning(fresh.AsRead, lines), ChangedLines(fresh.AsRead, lines)};

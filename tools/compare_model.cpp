@@ -12,7 +12,6 @@ namespace {
 
 /** A longer line would be drawn for seconds; no mission has one. */
 constexpr std::size_t kLongestShown = 2000;
-constexpr int kSides = 2;
 
 enum Look { kAdded, kGone, kChanged, kAbsent, kFolded, kLooks };
 
@@ -34,17 +33,19 @@ const Colors& ColorsOf(Look look, bool dark) {
   return (dark ? kDark : kLight)[look];
 }
 
-std::size_t SideOf(int column) { return static_cast<std::size_t>(column / kSides); }
+QColor MarkColorOf(bool dark) { return dark ? QColor(0x8a, 0x6d, 0x10) : QColor(0xff, 0xcf, 0x5c); }
 
-std::size_t LineOf(const CompareRow& row, int column) {
-  return SideOf(column) == 0 ? row.Old : row.New;
+std::size_t IndexOf(const CompareRow& row, std::size_t side) {
+  return side == 0 ? row.Old : row.New;
 }
 
 /** The look of a cell; none of an equal line. */
 Look LookOf(const CompareRow& row, int column) {
   if (row.Folded > 0) return kFolded;
   if (row.Kind == HunkKind::Same) return kLooks;
-  if (LineOf(row, column) == CompareRow::kNoLine) return kAbsent;
+  // Of a line that has gone it is still to be told whose doing that is.
+  const bool isAbsent = IndexOf(row, CompareModel::SideOf(column)) == CompareRow::kNoLine;
+  if (isAbsent && column != CompareModel::kLabel) return kAbsent;
   if (row.Kind == HunkKind::Changed) return kChanged;
   return row.Kind == HunkKind::Added ? kAdded : kGone;
 }
@@ -95,6 +96,30 @@ void CompareModel::SetDark(bool dark) {
   if (rowCount() > 0) Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, kColumns - 1));
 }
 
+QColor CompareModel::MarkColor() const { return MarkColorOf(dark_); }
+
+std::string_view CompareModel::LineOf(const CompareRow& row, std::size_t side) const {
+  const std::size_t line = IndexOf(row, side);
+  return line == CompareRow::kNoLine ? std::string_view() : lines_[side][line];
+}
+
+std::vector<ByteSpan> CompareModel::ChangedSpans(const CompareRow& row, std::size_t side) const {
+  if (row.Kind != HunkKind::Changed) return {};
+  const auto shown = [&](std::size_t of) { return LineOf(row, of).substr(0, kLongestShown); };
+  const ChangedWords words = FindChangedWords(shown(0), shown(1));
+  return side == 0 ? words.Old : words.New;
+}
+
+std::vector<LetterSpan> CompareModel::Marks(const QModelIndex& index) const {
+  std::vector<LetterSpan> marks;
+  if (!index.isValid() || !IsText(index.column())) return marks;
+  const CompareRow& row = rows_[static_cast<std::size_t>(index.row())];
+  // A byte is a letter.
+  for (const auto& span : ChangedSpans(row, SideOf(index.column())))
+    marks.push_back({static_cast<int>(span.First), static_cast<int>(span.Count)});
+  return marks;
+}
+
 int CompareModel::LongestLine() const {
   std::size_t longest = 0;
   for (const auto& row : rows_) {
@@ -119,28 +144,39 @@ int CompareModel::columnCount(const QModelIndex& parent) const {
 }
 
 QString CompareModel::Number(const CompareRow& row, int column) const {
-  const std::size_t line = LineOf(row, column);
+  const std::size_t line = IndexOf(row, SideOf(column));
   if (row.Folded > 0 || line == CompareRow::kNoLine) return {};
   return FromPath(GroupedNumber(line + 1)) + QLatin1Char(' ') + SignOf(LookOf(row, column));
 }
 
 QString CompareModel::Text(const CompareRow& row, int column) const {
   if (row.Folded > 0) return tr("... %1 equal lines ...").arg(FromPath(GroupedNumber(row.Folded)));
-  const std::size_t line = LineOf(row, column);
-  if (line == CompareRow::kNoLine) return {};
-  const std::string_view bytes = lines_[SideOf(column)][line];
+  const std::string_view bytes = LineOf(row, SideOf(column));
   const QString text = FromBytes(page_, bytes.substr(0, kLongestShown));
   return bytes.size() > kLongestShown ? text + QStringLiteral(" ...") : text;
 }
 
+QString CompareModel::Label(const CompareRow& row) const {
+  const ChangeLabel label =
+      LabelOf && row.Kind != HunkKind::Same ? LabelOf(row, LineOf(row, 1)) : ChangeLabel::None;
+  if (label == ChangeLabel::None) return {};
+  return label == ChangeLabel::Edit ? tr("your edit") : tr("rewritten");
+}
+
 QString CompareModel::Spoken(const CompareRow& row, int column) const {
+  const QString label = Label(row);
+  const QString whose = label.isEmpty() ? label : QStringLiteral(", ") + label;
+  const std::size_t side = SideOf(column);
+  const std::string words = WordsOf(LineOf(row, side), ChangedSpans(row, side));
   switch (LookOf(row, column)) {
     case kAdded:
-      return tr("added: %1").arg(Text(row, column));
+      return tr("added%1: %2").arg(whose, Text(row, column));
     case kGone:
-      return tr("gone: %1").arg(Text(row, column));
+      return tr("gone%1: %2").arg(whose, Text(row, column));
     case kChanged:
-      return tr("changed: %1").arg(Text(row, column));
+      if (words.empty()) return tr("changed%1: %2").arg(whose, Text(row, column));
+      return tr("changed%1: %2; what differs: %3")
+          .arg(whose, Text(row, column), FromBytes(page_, words));
     case kAbsent:
       return tr("no line here");
     default:
@@ -151,13 +187,15 @@ QString CompareModel::Spoken(const CompareRow& row, int column) const {
 QVariant CompareModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || index.row() >= rowCount()) return {};
   const CompareRow& row = rows_[static_cast<std::size_t>(index.row())];
-  const bool isNumber = index.column() % kSides == 0;
   const Look look = LookOf(row, index.column());
+  const bool isNumber = !IsText(index.column()) && index.column() != kLabel;
   switch (role) {
     case Qt::DisplayRole:
-      return isNumber ? Number(row, index.column()) : Text(row, index.column());
+      if (index.column() == kLabel) return Label(row);
+      return IsText(index.column()) ? Text(row, index.column()) : Number(row, index.column());
     case Qt::AccessibleTextRole:
-      return isNumber ? Number(row, index.column()) : Spoken(row, index.column());
+      if (index.column() == kLabel) return Label(row);
+      return IsText(index.column()) ? Spoken(row, index.column()) : Number(row, index.column());
     case Qt::ToolTipRole:
       return look == kFolded ? tr("Double-click or Return shows these lines") : QVariant();
     case Qt::TextAlignmentRole:

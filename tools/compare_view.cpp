@@ -5,11 +5,14 @@
 #include <QFontDatabase>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
+#include <QTextLayout>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 #include "controls/layouts.h"
 #include "platform/qt_text.h"
@@ -18,17 +21,63 @@ namespace rws {
 
 namespace {
 
-/** The lit row shows in the column of the numbers; the text keeps the colour of its difference. */
+/** The lit row shows in the column of the numbers; the text keeps the colour of its difference, and
+    words that differ lie on a stronger one and are underlined. */
 class SideDelegate : public QStyledItemDelegate {
  public:
-  using QStyledItemDelegate::QStyledItemDelegate;
+  SideDelegate(const CompareModel& model, QObject* parent)
+      : QStyledItemDelegate(parent), model_(model) {}
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option,
+             const QModelIndex& index) const override {
+    const auto marks = model_.Marks(index);
+    if (marks.empty()) return QStyledItemDelegate::paint(painter, option, index);
+    QStyleOptionViewItem cell = option;
+    initStyleOption(&cell, index);
+    const QString text = std::exchange(cell.text, QString());
+    const QStyle* style = cell.widget->style();
+    style->drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
+    // Where the style puts the text of a cell.
+    const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, cell.widget) + 1;
+    const QRect place =
+        style->subElementRect(QStyle::SE_ItemViewItemText, &cell, cell.widget).isEmpty()
+            ? cell.rect
+            : cell.rect.adjusted(margin, 0, -margin, 0);
+    DrawMarked(*painter, text, marks, cell, place);
+  }
 
  protected:
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
     QStyledItemDelegate::initStyleOption(option, index);
-    const bool isText = index.column() % 2 == 1;
-    if (isText) option->state &= ~(QStyle::State_Selected | QStyle::State_HasFocus);
+    if (CompareModel::IsText(index.column()))
+      option->state &= ~(QStyle::State_Selected | QStyle::State_HasFocus);
   }
+
+ private:
+  void DrawMarked(QPainter& painter, const QString& text, const std::vector<LetterSpan>& marks,
+                  const QStyleOptionViewItem& cell, const QRect& place) const {
+    QTextCharFormat format;
+    format.setBackground(model_.MarkColor());
+    format.setFontUnderline(true);
+    QList<QTextLayout::FormatRange> ranges;
+    for (const auto& mark : marks) ranges.push_back({mark.First, mark.Count, format});
+    QTextLayout layout(text, cell.font);
+    QTextOption plain;
+    plain.setWrapMode(QTextOption::NoWrap);
+    layout.setTextOption(plain);
+    layout.setFormats(ranges);
+    layout.beginLayout();
+    const QTextLine line = layout.createLine();
+    layout.endLayout();
+    painter.save();
+    painter.setClipRect(cell.rect);
+    painter.setPen(cell.palette.color(QPalette::Text));
+    layout.draw(&painter,
+                QPointF(place.left(), place.top() + (place.height() - line.height()) / 2));
+    painter.restore();
+  }
+
+  const CompareModel& model_;
 };
 
 /** One of the two lists. Return opens a folded row also where the desktop does not count it as an
@@ -72,9 +121,11 @@ QTableView* CompareView::MakeSide(CompareModel::Column number, const char* name)
   auto* list = Named(new SideView, name);
   list->Resized = [this] { FitColumns(); };
   list->setModel(&Model);
-  list->setItemDelegate(new SideDelegate(list));
+  list->setItemDelegate(new SideDelegate(Model, list));
   for (int column = 0; column < CompareModel::kColumns; ++column)
-    list->setColumnHidden(column, column / 2 != number / 2);
+    list->setColumnHidden(column, CompareModel::SideOf(column) != CompareModel::SideOf(number));
+  // Beside the number, where it stays in sight when the lines are long.
+  list->horizontalHeader()->moveSection(CompareModel::kLabel, CompareModel::kNewText);
   list->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   list->setSelectionBehavior(QAbstractItemView::SelectRows);
   list->setSelectionMode(QAbstractItemView::SingleSelection);
@@ -179,14 +230,15 @@ void CompareView::SetTexts(std::string before, std::string after) {
 int CompareView::CurrentRow() const { return lstSide[0]->currentIndex().row(); }
 
 void CompareView::Select(int row) {
-  const QModelIndex index = Model.index(row, CompareModel::kOldText);
+  const QModelIndex index =
+      Model.index(std::min(row, Model.rowCount() - 1), CompareModel::kOldText);
   if (!index.isValid()) return;
   lstSide[0]->selectionModel()->setCurrentIndex(
       index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   // By the number: the text begins at the left.
   for (const int column : {CompareModel::kOldNumber, CompareModel::kNewNumber})
-    lstSide[static_cast<std::size_t>(column / 2)]->scrollTo(Model.index(row, column),
-                                                            QAbstractItemView::PositionAtCenter);
+    lstSide[CompareModel::SideOf(column)]->scrollTo(Model.index(row, column),
+                                                    QAbstractItemView::PositionAtCenter);
 }
 
 void CompareView::Go(bool forward) {
@@ -226,11 +278,16 @@ void CompareView::ShowPlace() {
 void CompareView::FitColumns() {
   const int letter = QFontMetrics(lstSide[0]->font()).averageCharWidth();
   const int number = (Model.LongestNumber() + 3) * letter;
-  for (auto* list : {lstSide[0], lstSide[1]}) {
+  constexpr int kLabelLetters = 12;
+  const int label = Model.LabelOf ? kLabelLetters * letter : 0;
+  lstSide[1]->setColumnHidden(CompareModel::kLabel, label == 0);
+  for (auto* list : lstSide) {
+    const int before = number + (list == lstSide[1] ? label : 0);
     const int text =
-        std::max((Model.LongestLine() + 2) * letter, list->viewport()->width() - number);
+        std::max((Model.LongestLine() + 2) * letter, list->viewport()->width() - before);
     for (int column = 0; column < CompareModel::kColumns; ++column)
-      list->setColumnWidth(column, column % 2 == 0 ? number : text);
+      list->setColumnWidth(column, CompareModel::IsText(column) ? text : number);
+    list->setColumnWidth(CompareModel::kLabel, label);
   }
 }
 

@@ -10,6 +10,7 @@
 #include "editors/frmStatic.h"
 #include "editors/frmWP.h"
 #include "editors/frmWPEdit.h"
+#include "mainwindow/frmLines.h"
 #include "mainwindow/frmUnsaved.h"
 #include "platform/fetch.h"
 #include "platform/qt_text.h"
@@ -18,6 +19,7 @@
 #include "tests/mainwindow/window_fixture.h"
 #include "tests/support/places.h"
 #include "tools/frmBackups.h"
+#include "tools/frmChanges.h"
 #include "tools/frmCompare.h"
 #include "tools/frmSkins.h"
 #include "tools/frmView.h"
@@ -57,8 +59,9 @@ TEST_F(HelpTest, TellsOfEveryWindowMenuEntryAndButton) {
   windows.push_back(std::move(Window));
   windows.push_back(std::make_unique<frmView>(World_.Services, nullptr));
   windows.push_back(std::make_unique<frmUnsaved>(World_.Services, nullptr));
+  windows.push_back(std::make_unique<frmLines>(World_.Services, nullptr));
   AddForms<frmWP, frmWPEdit, frmBrief, frmDogFight, frmStatic, frmChgAC, frmPrefs, frmSkins,
-           frmBackups, frmCompare>(windows);
+           frmBackups, frmChanges, frmCompare>(windows);
   ASSERT_FALSE(Captions(*windows[0]).isEmpty());
   for (const auto& window : windows) {
     const QString name = window->objectName();
