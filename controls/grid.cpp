@@ -172,7 +172,23 @@ void Grid::SetColumns(const QList<GridColumn>& columns) {
 
 void Grid::SetRows(const QList<QStringList>& rows, const QSet<int>& fixed, const QString& why) {
   cells_->SetRows(rows, fixed, why);
+  WidenColumns(rows);
   if (!currentIndex().isValid() && !rows.isEmpty()) setCurrentIndex(cells_->index(0, 0));
+}
+
+/** Columns whose captions are narrower than what stands in them. Measuring thousands of cells would
+    be felt. */
+void Grid::WidenColumns(const QList<QStringList>& rows) {
+  constexpr qsizetype kMeasured = 100;
+  auto* header = horizontalHeader();
+  const int margin = 2 * fontMetrics().averageCharWidth();
+  // The last one takes what is left.
+  for (int i = 0; i + 1 < header->count(); ++i) {
+    int width = header->sectionSize(i);
+    for (qsizetype row = 0; row < std::min(rows.size(), kMeasured); ++row)
+      width = std::max(width, fontMetrics().horizontalAdvance(rows[row].value(i)) + margin);
+    if (width > header->sectionSize(i)) header->resizeSection(i, width);
+  }
 }
 
 void Grid::SetRow(int row, const QStringList& texts) { cells_->SetRow(row - 1, texts); }

@@ -74,6 +74,7 @@ class Grid : public QTableView {
   void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
+  void WidenColumns(const QList<QStringList>& rows);
   void RememberPress(const QMouseEvent* event);
 
   GridCells* cells_;
