@@ -1,5 +1,5 @@
 #include "mainwindow/frmLines.h"
-#include "services/setting_values.h"
+#include "session/doors.h"
 #include "tests/mainwindow/unsaved_fixture.h"
 
 namespace rws::test {
@@ -11,6 +11,8 @@ class LinesTest : public UnsavedTest {
   LinesTest() {
     Doc().Untouched = UntouchedLines::Ask;
     Rich_ = Replace(MissionText(), "  Planes 2\r\n", "  Planes 2\r\n  spawn0 1_Static\r\n");
+    // Showing alone would spell it otherwise.
+    Rich_ = Replace(Rich_, "TIME 12.5", "TIME 6.7512");
     Box.Write("missions/b.mis", Rich_);
     ClickRow(1);
     Look();
@@ -75,6 +77,21 @@ TEST_F(LinesTest, WritingAnewIsAChoiceForTheRun) {
   Edit();
   Update();
   EXPECT_EQ(FileText("b").find("spawn0"), std::string::npos);
+}
+
+TEST_F(LinesTest, TargetsMayFollowAFlightThatGetsAnotherName) {
+  ClickRow(0);
+  auto& flights = Doc().Missions[0].Flights;
+  std::string& line = flights[1].Waypoints[0].Line;
+  line = "  NORMFLY 1.00 2.00 500.0 300.0 r0100 0 &0";
+  rws::Edit(World_, {"x", "Test"}, [&] { flights[2].Fuel = "7"; });
+  EXPECT_EQ(Bars(), "") << "nothing has another name";
+  rws::Edit(World_, {"x", "Test"}, [&] { flights[0].Name = "r0103"; });
+  EXPECT_NE(Bars().find("\"r0100\": route of g0110, waypoint 0"), std::string::npos) << Bars();
+  EXPECT_EQ(Press("Let them follow"), "");
+  EXPECT_EQ(line, "  NORMFLY 1.00 2.00 500.0 300.0 r0103 0 &0");
+  EXPECT_EQ(Undo(), "References of g0110");
+  EXPECT_EQ(Doc().Missions[0].Flights[0].Name, "r0103");
 }
 
 }  // namespace
