@@ -88,6 +88,13 @@ class SideView : public QTableView {
 
   std::function<void()> Resized;
 
+  /** Up and down only: a text is wider than the view, and a click on it would move it. */
+  void scrollTo(const QModelIndex& index, ScrollHint hint) override {
+    const int left = horizontalScrollBar()->value();
+    QTableView::scrollTo(index, hint);
+    horizontalScrollBar()->setValue(left);
+  }
+
  protected:
   void resizeEvent(QResizeEvent* event) override {
     QTableView::resizeEvent(event);
@@ -97,6 +104,12 @@ class SideView : public QTableView {
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (isReturn && currentIndex().isValid()) {
       Q_EMIT doubleClicked(currentIndex());
+      return;
+    }
+    if (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right) {
+      horizontalScrollBar()->triggerAction(event->key() == Qt::Key_Left
+                                               ? QAbstractSlider::SliderSingleStepSub
+                                               : QAbstractSlider::SliderSingleStepAdd);
       return;
     }
     // Home and End go to the ends of the text; the view alone would go to those of the row.
@@ -235,10 +248,11 @@ void CompareView::Select(int row) {
   if (!index.isValid()) return;
   lstSide[0]->selectionModel()->setCurrentIndex(
       index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-  // By the number: the text begins at the left.
-  for (const int column : {CompareModel::kOldNumber, CompareModel::kNewNumber})
-    lstSide[CompareModel::SideOf(column)]->scrollTo(Model.index(row, column),
-                                                    QAbstractItemView::PositionAtCenter);
+  for (const int column : {CompareModel::kOldNumber, CompareModel::kNewNumber}) {
+    auto* list = lstSide[CompareModel::SideOf(column)];
+    list->scrollTo(Model.index(row, column), QAbstractItemView::PositionAtCenter);
+    list->horizontalScrollBar()->setValue(0);
+  }
 }
 
 void CompareView::Go(bool forward) {

@@ -99,7 +99,7 @@ void frmChanges::ShowRule() {
   const bool asks = rule == UntouchedLines::Ask;
   const bool keeps = WillKeepLines(session_.Doc, Record());
   lblRule->setText(keeps  ? tr("Update keeps them.")
-                   : asks ? tr("Not chosen yet: Update asks where it matters, else writes anew.")
+                   : asks ? tr("No choice yet: Update asks where it matters.")
                           : tr("Update writes them anew."));
   cmd[kUse]->setVisible(static_cast<bool>(Choose));
   cmd[kUse]->setEnabled(Choose && Fault().empty() && (asks || keeps != Keeps()));
