@@ -1,5 +1,6 @@
 // Rename All over 2,000 missions with briefings, beside the bare renames of the same files with the
-// same flushes in the same run.
+// same flushes in the same run; the window of changes opened, beside the bare split of both texts
+// into lines.
 
 #include <benchmark/benchmark.h>
 
@@ -10,9 +11,13 @@
 #include <string>
 #include <vector>
 
+#include "bench/mission_text.h"
+#include "mission/line_diff.h"
+#include "mission/pending_lines.h"
 #include "mission/reader.h"
 #include "services/os_files.h"
 #include "session/session.h"
+#include "tools/logic/change_rows.h"
 #include "tools/logic/folder_tools.h"
 
 namespace rws::bench {
@@ -95,6 +100,61 @@ void RenameAllMissions(benchmark::State& state) {
   state.counters["ratio"] = work / floor;
 }
 BENCHMARK(RenameAllMissions)->Arg(1000)->Arg(2000)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+/** A mission on disk, read to be written anew, with an edit of every second flight. */
+struct EditedMission {
+  explicit EditedMission(std::size_t bytes) {
+    World.Services.LogSink = [](const std::string&) {};
+    const fs::path path = fs::temp_directory_path() / "rws changes bench.mis";
+    std::ofstream(path, std::ios::binary) << MissionText(bytes, 20);
+    Mission& record = World.Doc.Missions.emplace_back();
+    record.DirPath = path.parent_path().string() + "/";
+    record.FileName = path.filename().string();
+    LoadMission(World.Doc, World.Services, 0);
+    Saved = record;
+    for (std::size_t i = 0; i < record.Flights.size(); i += 2) record.Flights[i].Fuel = "33";
+  }
+  ~EditedMission() { fs::remove(Saved.DirPath + Saved.FileName); }
+
+  Session World;
+  Mission Saved;
+};
+
+void ChangesOpened(benchmark::State& state) {
+  EditedMission mission(static_cast<std::size_t>(state.range(0)));
+  const Document& doc = mission.World.Doc;
+  double floor = 0, work = 0;
+  std::size_t different = 0;
+  for (auto _ : state) {
+    auto start = Clock::now();
+    const PendingLines pending = LookAhead(doc, mission.World.Services, doc.Missions[0], {},
+                                           mission.Saved, PendingPart::Both);
+    const ChangeLabels labels(pending.File.FileText(), pending.Kept.FileText());
+    const auto before = SplitLines(pending.File.FileText());
+    const auto after = SplitLines(pending.Anew.FileText());
+    const auto rows = MakeCompareRows(DiffLines(before, after));
+    benchmark::DoNotOptimize(ChangeCountText(pending, false));
+    const double seconds = SecondsSince(start);
+    work += seconds;
+    state.SetIterationTime(seconds);
+    different = DifferenceRows(rows).size();
+    if (!pending.KeptFault.empty() || different == 0) return state.SkipWithError("no changes");
+    start = Clock::now();
+    benchmark::DoNotOptimize(SplitLines(pending.File.FileText()));
+    benchmark::DoNotOptimize(SplitLines(pending.Anew.FileText()));
+    floor += SecondsSince(start);
+  }
+  const auto runs = static_cast<double>(state.iterations());
+  state.counters["floor_ms"] = floor / runs * 1e3;
+  state.counters["work_ms"] = work / runs * 1e3;
+  state.counters["ratio"] = work / floor;
+  state.counters["differences"] = static_cast<double>(different);
+}
+BENCHMARK(ChangesOpened)
+    ->Arg(20'000)
+    ->Arg(1'000'000)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace rws::bench
