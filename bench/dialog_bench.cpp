@@ -8,6 +8,7 @@
 #include <QTreeWidget>
 #include <chrono>
 
+#include "bench/mission_text.h"
 #include "catalogues/aircraft.h"
 #include "catalogues/countries.h"
 #include "catalogues/dogfight.h"
@@ -17,7 +18,9 @@
 #include "editors/frmStatic.h"
 #include "editors/frmWP.h"
 #include "mission/reader.h"
+#include "session/recording.h"
 #include "session/session.h"
+#include "tools/frmChanges.h"
 
 namespace rws::bench {
 namespace {
@@ -112,6 +115,19 @@ void HomeBaseOf365(benchmark::State& state) {
   Open<frmDogFight>(state, world, 365, [](frmDogFight& form) { form.Idx = 0; });
 }
 BENCHMARK(HomeBaseOf365)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+void ChangesOf1MB(benchmark::State& state) {
+  World world;
+  world.Read(MissionText(1'000'000, 20));
+  world.Doc.MissionFiles = {"/missions/a.mis"};
+  NoteRead(world, 0);
+  for (auto& flight : world.Doc.Missions[0].Flights) flight.Fuel = "33";
+  Open<frmChanges>(state, world, 1, [](frmChanges& form) {
+    form.MissionPath = "/missions/a.mis";
+    form.Changed = [] {};
+  });
+}
+BENCHMARK(ChangesOf1MB)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace rws::bench
