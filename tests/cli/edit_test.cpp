@@ -41,6 +41,8 @@ class CliEdit : public testing::Test {
         box_.Path(), "--tables \"" + test::SourceFolder() + "/data\" " + arguments, program_);
     out_ = box_.Read("out.txt");
     err_ = box_.Read("err.txt");
+    // Standard output is text on some systems.
+    std::erase(err_, '\r');
     return code;
   }
   /** What differs from the mission, as "old>new" for each line of a dry run's diff. */
