@@ -152,6 +152,23 @@ TEST_F(Kept, WritesAnEditIntoItsOwnWords) {
   }
 }
 
+TEST_F(Kept, NewLinesEndAsThoseOfTheFile) {
+  const struct {
+    const char *File, *Written;
+  } rows[] = {
+      {"[MAIN]\n TIME 1\n[a]\n", "[MAIN]\n TIME 1\n player r\n[a]\n"},
+      {"[MAIN]\r\n TIME 1", "[MAIN]\r\n TIME 1\r\n player r"},
+      {"[MAIN]\r[a]\r\n", "[MAIN]\r  player r\r[a]\r\n"},
+      {"", "  player r"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.File);
+    Mission mission = Read(row.File);
+    mission.Player = "r";
+    EXPECT_EQ(Written(mission).substr(0, string(row.Written).size()), row.Written);
+  }
+}
+
 TEST_F(Kept, FlightsComeAndGoWithTheirLines) {
   Mission mission = Rich();
   Flight copy = mission.Flights[0], made;

@@ -32,7 +32,10 @@ TEST(LinesRule, ChoiceIsAStepAndEditsBelongToBothReadings) {
   LinesDesk desk;
   desk.Run("fuel0=50");
   ChooseLines(desk.World, desk.Row("a"), UntouchedLines::Keep);
-  desk.Run("fuel0=60 undo undo undo");
+  EXPECT_NE(desk.State("a").find('!'), std::string::npos);
+  desk.Run("fuel0=100 compare");
+  EXPECT_EQ(desk.State("a").find('!'), std::string::npos) << "back at what the file has";
+  desk.Run("undo fuel0=60 undo undo undo");
   EXPECT_FALSE(desk.World.Doc.Missions[desk.Row("a")].KeepsLines);
   EXPECT_EQ(desk.State("a").find('*'), std::string::npos) << desk.State("a");
   desk.Run("redo redo redo save");
