@@ -10,6 +10,14 @@ bool EndsLine(const std::string& text) {
   return text.empty() || text.back() == '\n' || text.back() == '\r';
 }
 
+/** A blank line has nothing but its end, so that it stays. */
+void CutLastEnd(std::string& text) {
+  std::size_t size = text.size();
+  if (size > 0 && text[size - 1] == '\n') --size;
+  if (size > 0 && text[size - 1] == '\r') --size;
+  if (size > 0 && text[size - 1] != '\n' && text[size - 1] != '\r') text.resize(size);
+}
+
 }  // namespace
 
 std::optional<std::string_view> LinePatch::Line(std::size_t index) const {
@@ -66,7 +74,7 @@ LineArray LinePatch::Result() const {
   keepUpTo(lines.size());
   // A file without an end of its last line stays one.
   const bool open = !lines.empty() && lines.EndOf(lines.size() - 1).empty();
-  if (open && text.ends_with(end)) text.resize(text.size() - end.size());
+  if (open) CutLastEnd(text);
   return LineArray::FromFileAsIs(std::move(text));
 }
 
