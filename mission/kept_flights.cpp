@@ -35,12 +35,6 @@ class FlightKeys {
   const KeptSection& section_;
 };
 
-bool SameSkills(const Flight& a, const Flight& b) {
-  return a.Skill == b.Skill &&
-         std::equal(a.PlaneSlots.begin(), a.PlaneSlots.end(), b.PlaneSlots.begin(),
-                    [](const auto& one, const auto& other) { return one.Skill == other.Skill; });
-}
-
 /** One skill for all leaves no plane its own, and the first of its own takes the common one away.
  */
 void EditSkills(FlightKeys& keys, const Flight& read, const Flight& edited) {
@@ -177,6 +171,7 @@ void EditRoute(const KeptText& text, LinePatch& patch, const KeptSection& route,
     removeUpTo(row);
     ++next;
     const Waypoint& before = read.Waypoints[row];
+    if (!WaypointDiffers(before, waypoint)) continue;
     patch.Replace(rows[row].Line, EditedWaypoint(text.Lines()[rows[row].Line], before, waypoint));
     if (NeedsTriggers(before.Type) && !NeedsTriggers(waypoint.Type))
       for (const auto line : rows[row].Triggers) patch.Remove(line);
@@ -203,6 +198,12 @@ LineArray LinesOfFlight(const KeptText& text, std::string_view name) {
 }
 
 }  // namespace
+
+bool SameSkills(const Flight& a, const Flight& b) {
+  return a.Skill == b.Skill &&
+         std::equal(a.PlaneSlots.begin(), a.PlaneSlots.end(), b.PlaneSlots.begin(),
+                    [](const auto& one, const auto& other) { return one.Skill == other.Skill; });
+}
 
 bool SameFileName(std::string_view a, std::string_view b) { return EqualNoCase(a, b); }
 

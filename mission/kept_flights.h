@@ -31,6 +31,9 @@ std::vector<std::string> RouteTail(std::string_view line);
 /** True if a waypoint's line would be another one for the game. */
 bool WaypointDiffers(const Waypoint& a, const Waypoint& b);
 
+/** True if both have the skills of all four planes alike, also of those that do not fly. */
+bool SameSkills(const Flight& a, const Flight& b);
+
 /** File names are the same in any letter case. */
 bool SameFileName(std::string_view a, std::string_view b);
 

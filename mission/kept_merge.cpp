@@ -1,6 +1,7 @@
 #include "mission/kept_merge.h"
 
 #include <algorithm>
+#include <map>
 #include <optional>
 #include <utility>
 
@@ -92,16 +93,20 @@ std::size_t WingLine(const KeptText& text, const KeptSection& wing, std::string_
 }
 
 void Merge::EditWing(const KeptSection* wing) {
-  for (std::size_t i = 0; i < became_.size() && wing; ++i) {
-    const std::string& name = read_.Flights[i].Name;
-    const std::size_t line = WingLine(text_, *wing, name);
-    if (line == KeptText::npos || (became_[i] && became_[i]->Name == name)) continue;
-    if (!became_[i]) {
+  std::map<std::string, const Flight*> relisted;  // by names in lower case; null for one removed
+  for (std::size_t i = 0; i < became_.size(); ++i)
+    if (const auto& name = read_.Flights[i].Name; !became_[i] || became_[i]->Name != name)
+      relisted[LowerKey(name)] = became_[i];
+  if (!wing || relisted.empty()) return;
+  for (std::size_t line = wing->First; line < wing->Last; ++line) {
+    const auto flight = relisted.find(LowerKey(KeyOf(text_.Lines()[line]).Key));
+    if (flight == relisted.end()) continue;
+    if (!flight->second) {
       patch_.Remove(line);
       continue;
     }
     WordLine words(text_.Lines()[line]);
-    words.Set(0, became_[i]->Name);
+    words.Set(0, flight->second->Name);
     patch_.Replace(line, words.Text());
   }
 }
@@ -136,21 +141,21 @@ void Merge::AddFlights(const KeptSection* wing) {
 void Merge::EditFlights() {
   const auto sections = FlightSections(text_);
   became_.assign(sections.size(), nullptr);
+  std::map<std::string, std::size_t> byName;
+  for (std::size_t i = 0; i < sections.size(); ++i) byName[LowerKey(sections[i]->Name)] = i;
   for (const auto& flight : edited_.Flights) {
-    const auto from = std::find_if(sections.begin(), sections.end(), [&](const auto* section) {
-      return EqualNoCase(section->Name, flight.KeptName);
-    });
-    const bool known = from != sections.end();
-    const auto index = static_cast<std::size_t>(from - sections.begin());
+    const auto found = byName.find(LowerKey(flight.KeptName));
+    const bool known = found != byName.end();
+    const std::size_t index = known ? found->second : sections.size();
     if (!known || became_[index]) {
       added_.push_back({&flight, known, nullptr});
       continue;
     }
     became_[index] = &flight;
-    EditFlight(text_, patch_, **from, read_.Flights[index], flight);
+    EditFlight(text_, patch_, *sections[index], read_.Flights[index], flight);
     // One that was taken out, and written so, comes back at its place.
     for (auto& added : added_)
-      if (!added.Next) added.Next = *from;
+      if (!added.Next) added.Next = sections[index];
   }
   for (std::size_t i = 0; i < sections.size(); ++i)
     if (!became_[i])

@@ -1,5 +1,7 @@
 #include <algorithm>
 #include <functional>
+#include <map>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,7 +18,8 @@ namespace {
 
 constexpr std::size_t kMostLines = 20;
 
-bool SameSkills(const Flight& a, const Flight& b) {
+/** Planes that do not fly need no skill. */
+bool SameSkillsInUse(const Flight& a, const Flight& b) {
   if (a.Skill != b.Skill) return false;
   for (std::size_t i = 0; i < PlaneCount(b) && b.Skill == "Custom"; ++i)
     if (a.PlaneSlots[i].Skill != b.PlaneSlots[i].Skill) return false;
@@ -35,7 +38,7 @@ bool SameSlots(const Flight& a, const Flight& b) {
 bool SameOwnSection(const Flight& a, const Flight& b) {
   return a.Planes == b.Planes && a.OnlyAI == b.OnlyAI && a.Parachute == b.Parachute &&
          a.Class == b.Class && a.Fuel == b.Fuel && a.Weapons == b.Weapons &&
-         a.StartTime == b.StartTime && SameSkills(a, b) && SameSlots(a, b);
+         a.StartTime == b.StartTime && SameSkillsInUse(a, b) && SameSlots(a, b);
 }
 
 bool SameRoute(const Flight& a, const Flight& b) {
@@ -92,10 +95,11 @@ class Concerned {
               marks_.begin() + static_cast<std::ptrdiff_t>(last), true);
   }
   void MarkSection(const KeptSection& section) { MarkLines(section.First, section.Last); }
-  void MarkWing(const std::string& name) {
-    if (const auto* wing = text_.Find("Wing"))
-      for (std::size_t i = wing->First; i < wing->Last; ++i)
-        if (EqualNoCase(KeyOf(text_.Lines()[i]).Key, name)) MarkLines(i, i + 1);
+  /** The names are in lower case. */
+  void MarkWing(const std::set<std::string>& names) {
+    const auto* wing = text_.Find("Wing");
+    for (std::size_t i = wing ? wing->First : 0; wing && i < wing->Last; ++i)
+      if (names.contains(LowerKey(KeyOf(text_.Lines()[i]).Key))) MarkLines(i, i + 1);
   }
   void MarkFlights(const Mission& read, const Mission& edited);
   void MarkEdited(const KeptSection& section, const Flight& read, const Flight& edited);
@@ -109,22 +113,26 @@ class Concerned {
 
 void Concerned::MarkFlights(const Mission& read, const Mission& edited) {
   const auto sections = FlightSections(text_);
+  std::map<std::string, const Flight*> byKeptName;
+  for (const auto& flight : edited.Flights)
+    byKeptName.try_emplace(LowerKey(flight.KeptName), &flight);
+  std::set<std::string> relisted;
   for (std::size_t i = 0; i < sections.size() && i < read.Flights.size(); ++i) {
-    const auto became = std::find_if(
-        edited.Flights.begin(), edited.Flights.end(),
-        [&](const Flight& flight) { return EqualNoCase(flight.KeptName, sections[i]->Name); });
-    const bool gone = became == edited.Flights.end();
+    const auto found = byKeptName.find(LowerKey(sections[i]->Name));
+    const bool gone = found == byKeptName.end();
+    const Flight* became = gone ? nullptr : found->second;
     if (gone || became->Name != read.Flights[i].Name) {
-      MarkWing(read.Flights[i].Name);
+      relisted.insert(LowerKey(read.Flights[i].Name));
       for (const auto* part : SectionsOfFlight(text_, *sections[i]))
         MarkLines(part->Header, gone ? part->Last : part->First);
     }
     if (!gone) MarkEdited(*sections[i], read.Flights[i], *became);
   }
+  if (!relisted.empty()) MarkWing(relisted);
 }
 
 void Concerned::MarkEdited(const KeptSection& section, const Flight& read, const Flight& edited) {
-  if (!SameOwnSection(read, edited)) MarkKeys(section, read, edited);
+  if (!SameOwnSection(read, edited) || !SameSkills(read, edited)) MarkKeys(section, read, edited);
   if (const auto* route = RouteOf(text_, section.Name)) MarkRoute(*route, read, edited);
 }
 
@@ -151,11 +159,14 @@ void Concerned::MarkKeys(const KeptSection& section, const Flight& read, const F
 
 void Concerned::MarkRoute(const KeptSection& route, const Flight& read, const Flight& edited) {
   const auto rows = WaypointsOf(text_, route);
+  std::vector<const Waypoint*> becameOf(rows.size());
+  for (const auto& waypoint : edited.Waypoints)
+    if (const auto row = static_cast<std::size_t>(waypoint.KeptRow);
+        waypoint.KeptRow >= 0 && row < rows.size() && !becameOf[row])
+      becameOf[row] = &waypoint;
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    const auto became =
-        std::find_if(edited.Waypoints.begin(), edited.Waypoints.end(),
-                     [&](const Waypoint& waypoint) { return std::cmp_equal(waypoint.KeptRow, i); });
-    const bool gone = became == edited.Waypoints.end();
+    const Waypoint* became = becameOf[i];
+    const bool gone = !became;
     if (!gone && !WaypointDiffers(read.Waypoints[i], *became)) continue;
     MarkLines(rows[i].Line, rows[i].Line + 1);
     if (gone || read.Waypoints[i].Type != became->Type)

@@ -73,6 +73,34 @@ TEST_F(Kept, ReadsAsTheGameDoes) {
   EXPECT_EQ(m.BornPlaces[1].Radius, 5000);
 }
 
+TEST_F(Kept, EditsWhatFilesHoldTwiceOrLeaveOpen) {
+  struct {
+    const char *File, *Written;
+    std::function<void(Mission&)> Edit;
+  } const rows[] = {
+      // A file names a flight twice.
+      {"[Wing]|  r1|  R1|[r1]|  Planes 1|", "[Wing]|", [](Mission& m) { m.Flights.clear(); }},
+      {"[Wing]|  r1|  R1|[r1]|  Planes 1|", "[Wing]|  q1|  q1|[q1]|  Planes 1|",
+       [](Mission& m) { m.Flights[0].Name = "q1"; }},
+      // The plane that was edited does not fly any more.
+      {"[Wing]|[r1]|  Planes 4|  Skill0 1|  Skill3 2|",
+       "[Wing]|[r1]|  Planes 2|  Skill0 1|  Skill3 0|",
+       [](Mission& m) { m.Flights[0].Planes = "2", m.Flights[0].PlaneSlots[3].Skill = "0"; }},
+      // The last line of the file has no end, and a blank line is the last that stays.
+      {"[Wing]|  r1||[r1]|  Planes 1", "[Wing]||", [](Mission& m) { m.Flights.clear(); }},
+      {"[Wing]|  r1|[r1]|  Planes 1", "[Wing]", [](Mission& m) { m.Flights.clear(); }}};
+  const auto lines = [](string text) {
+    for (std::size_t at = 0; (at = text.find('|', at)) != text.npos;) text.replace(at, 1, "\r\n");
+    return text;
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.Written);
+    Mission mission = Read(lines(row.File));
+    row.Edit(mission);
+    EXPECT_EQ(Written(mission), lines(row.Written));
+  }
+}
+
 /** An edit, and what becomes of which lines, joined by "|": "old~=new", "old~+new" for a new line
     behind one, "old~-" for one that goes. */
 struct Row {
