@@ -70,7 +70,8 @@ TEST_F(Kept, ReadsAsTheGameDoes) {
   EXPECT_EQ(m.Flights[1].Name + m.Flights[1].Waypoints.at(0).Marker, "G0100&0");
   ASSERT_EQ(m.BornPlaces.size(), 2U);
   EXPECT_EQ(m.BornPlaces[0].Planes, (std::vector<string>{"Bf-109E-4", "Unknown-1"}));
-  EXPECT_EQ(m.BornPlaces[1].Radius, 5000);
+  const BornPlace& base = m.BornPlaces[1];
+  EXPECT_TRUE(base.Army == 2 && base.Radius == 5000 && base.X == 1 && base.Y == 2);
 }
 
 TEST_F(Kept, EditsWhatFilesHoldTwiceOrLeaveOpen) {

@@ -43,6 +43,16 @@ TEST(LinesRule, ChoiceIsAStepAndEditsBelongToBothReadings) {
   EXPECT_EQ(desk.State("a").find('*'), std::string::npos) << desk.State("a");
 }
 
+TEST(LinesRule, WhatShowingWroteIsNoEdit) {
+  LinesDesk desk;
+  desk.Run("show0=55 fuel1=70");
+  ChooseLines(desk.World, desk.Row("a"), UntouchedLines::Keep);
+  desk.Run("save");
+  std::string text = desk.Text;
+  text.replace(text.find("Fuel 100", text.find("[r0101]")), 8, "Fuel 70");
+  EXPECT_EQ(desk.OnDisk(), text);
+}
+
 TEST(LinesRule, StepsOfBeforeGoOnInTheOtherReading) {
   LinesDesk desk;
   desk.Run("fuel0=50");
