@@ -104,9 +104,9 @@ LineArray BuildMission(Document& doc, const Services& services) {
   const bool built = mission.KeepsLines ? BuildKeptFile(doc, silent, mission, lines, &reason)
                                         : BuildMissionFile(doc, silent, lines, 0, {}, &reason);
   if (!built)
-    throw Fault(
-        fault::InvalidCall,
-        "cannot build the new text" + (reason.empty() ? "" : ": " + services.Page.ToUtf8(reason)));
+    throw Fault(fault::InvalidCall,
+                "cannot build the new text of \"" + doc.MissionFiles[0] + "\"" +
+                    (reason.empty() ? "" : ": " + services.Page.ToUtf8(reason)));
   return lines;
 }
 
