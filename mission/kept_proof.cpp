@@ -182,12 +182,14 @@ void Concerned::MarkBases(const Mission& read, const Mission& edited) {
     const auto* section = AircraftSection(text_, i);
     if (!section || is.Planes == should.Planes) continue;
     if (should.Planes.empty()) MarkLines(section->Header, section->Last);
-    for (const auto& plane : AircraftOf(text_, *section)) {
-      const bool stays =
-          std::any_of(should.Planes.begin(), should.Planes.end(),
-                      [&](const std::string& name) { return EqualNoCase(name, plane.Name); });
-      if (!stays) MarkLines(plane.First, plane.Last);
-    }
+    // One that is listed twice may go once.
+    std::map<std::string, std::size_t> stay;
+    for (const auto& name : should.Planes) ++stay[LowerKey(name)];
+    for (const auto& plane : AircraftOf(text_, *section))
+      if (auto& left = stay[LowerKey(plane.Name)]; left > 0)
+        --left;
+      else
+        MarkLines(plane.First, plane.Last);
   }
 }
 

@@ -79,10 +79,13 @@ TEST_F(Kept, EditsWhatFilesHoldTwiceOrLeaveOpen) {
     const char *File, *Written;
     std::function<void(Mission&)> Edit;
   } const rows[] = {
-      // A file names a flight twice.
+      // A flight, or an aircraft, is listed twice.
       {"[Wing]|  r1|  R1|[r1]|  Planes 1|", "[Wing]|", [](Mission& m) { m.Flights.clear(); }},
       {"[Wing]|  r1|  R1|[r1]|  Planes 1|", "[Wing]|  q1|  q1|[q1]|  Planes 1|",
        [](Mission& m) { m.Flights[0].Name = "q1"; }},
+      {"[Wing]|[BornPlace]|  1 2 3 4|[BornPlace0]|  A|  a 5|",
+       "[Wing]|[BornPlace]|  1 2 3 4|[BornPlace0]|  A|",
+       [](Mission& m) { m.BornPlaces[0].Planes.pop_back(); }},
       // The plane that was edited does not fly any more.
       {"[Wing]|[r1]|  Planes 4|  Skill0 1|  Skill3 2|",
        "[Wing]|[r1]|  Planes 2|  Skill0 1|  Skill3 0|",
