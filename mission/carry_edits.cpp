@@ -87,6 +87,7 @@ void CarryFlights(const Mission& read, const Mission& edited, Mission& onto) {
       }
     } else if (!before) {
       added.push_back(flight);
+      if (onto.KeepsLines) SpellSwitches(added.back());
     }
   }
   std::erase_if(onto.Flights, [&](const Flight& flight) {

@@ -167,6 +167,12 @@ std::size_t MarkerPlace(const std::vector<KeptWord>& words) {
   return KeptText::npos;
 }
 
+void SpellSwitches(Flight& flight) {
+  flight.OnlyAI = Flag(flight.OnlyAI, false);
+  flight.Parachute = Flag(flight.Parachute, true);
+  for (auto& slot : flight.PlaneSlots) slot.NumberOn = Flag(slot.NumberOn, true);
+}
+
 Flight ReadKeptFlight(const KeptText& text, const KeptSection& section) {
   const auto value = [&](const std::string& key) {
     return std::string(text.ValueOf(section, key));
@@ -175,8 +181,8 @@ Flight ReadKeptFlight(const KeptText& text, const KeptSection& section) {
   flight.Name = flight.KeptName = section.Name;
   flight.KeptIn = text.Lines();
   flight.Planes = value("Planes");
-  flight.OnlyAI = Flag(value("OnlyAI"), false);
-  flight.Parachute = Flag(value("Parachute"), true);
+  flight.OnlyAI = value("OnlyAI");
+  flight.Parachute = value("Parachute");
   flight.Class = value("Class");
   if (FindNoCase(flight.Class, "air.", 0) == 0) flight.Class.erase(0, 4);
   flight.Fuel = value("Fuel");
@@ -189,8 +195,9 @@ Flight ReadKeptFlight(const KeptText& text, const KeptSection& section) {
     slot.Skin = value("skin" + number);
     slot.NoseArt = value("noseart" + number);
     slot.Pilot = value("pilot" + number);
-    slot.NumberOn = Flag(value("numberOn" + number), true);
+    slot.NumberOn = value("numberOn" + number);
   }
+  SpellSwitches(flight);
   if (const auto* route = RouteOf(text, section.Name)) ReadRoute(text, *route, flight);
   flight.LastWaypoint = std::to_string(static_cast<std::ptrdiff_t>(flight.Waypoints.size()) - 1);
   return flight;

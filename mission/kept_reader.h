@@ -39,6 +39,9 @@ struct KeptWaypoint {
 /** The rows of a route; blank lines are none. */
 std::vector<KeptWaypoint> WaypointsOf(const KeptText& text, const KeptSection& route);
 
+/** A record's switches as they are told here: "" for what a file need not tell. */
+void SpellSwitches(Flight& flight);
+
 /** The record of a flight's section and its route. */
 Flight ReadKeptFlight(const KeptText& text, const KeptSection& section);
 

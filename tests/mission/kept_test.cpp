@@ -184,6 +184,17 @@ TEST_F(Kept, WritesAnEditIntoItsOwnWords) {
   }
 }
 
+TEST_F(Kept, NumbersKeepTheirForm) {
+  const struct {
+    const char *Old, *Value, *Now;
+  } rows[] = {{"1873", "900", "900"}, {"1873.0", "900", "900.0"}, {"1873.55", "900", "900.0"}};
+  for (const auto& row : rows) {
+    Mission mission = Read("[MAIN]\nCloudHeight " + string(row.Old));
+    mission.CloudHeight = row.Value;
+    EXPECT_EQ(Written(mission), "[MAIN]\nCloudHeight " + string(row.Now)) << row.Old;
+  }
+}
+
 TEST_F(Kept, NewLinesEndAsThoseOfTheFile) {
   const struct {
     const char *File, *Written;
@@ -371,6 +382,10 @@ TEST_F(Kept, TakesOverEditsMadeInTheOtherReading) {
   Flight copy = told.Flights[0];
   copy.Name = "r0101";
   told.Flights.push_back(copy);
+  copy.Name = "r0300";
+  copy.KeptName.clear();
+  copy.Waypoints.resize(1);
+  told.Flights.push_back(copy);
   SetKeepsLines(world.Doc, world.Services, 0, true, saved);
   const Mission& kept = world.Doc.Missions[0];
   ASSERT_TRUE(kept.KeepsLines);
@@ -378,6 +393,7 @@ TEST_F(Kept, TakesOverEditsMadeInTheOtherReading) {
   EXPECT_NE(text.find("  Fuel 42\r\n  weapons default\r\n  spawn0"), text.npos) << text;
   EXPECT_NE(text.find("168677.44 1999.00 350.00 &1 F3\r\n"), text.npos);
   EXPECT_NE(text.find("[r0101_Way]"), text.npos);
+  EXPECT_NE(text.find("[r0300]\r\n  Planes 4\r\n"), text.npos) << "one that was never read";
 }
 
 }  // namespace
