@@ -2,9 +2,17 @@
 
 #include <utility>
 
+#include "services/faults.h"
+
 namespace rws {
 
 namespace {
+
+/** Two lines where one was meant would be what nobody has edited. */
+void RequireOneLine(const std::string& line) {
+  if (line.find_first_of("\r\n") != line.npos)
+    throw Fault(fault::InvalidCall, "A value cannot hold the end of a line.");
+}
 
 bool EndsLine(const std::string& text) {
   return text.empty() || text.back() == '\n' || text.back() == '\r';
@@ -28,6 +36,7 @@ std::optional<std::string_view> LinePatch::Line(std::size_t index) const {
 }
 
 void LinePatch::Replace(std::size_t index, std::string line) {
+  RequireOneLine(line);
   if (Line(index) != line) changes_[index].Text = std::move(line);
 }
 
@@ -38,6 +47,7 @@ void LinePatch::RemoveRange(std::size_t first, std::size_t last) {
 }
 
 void LinePatch::Insert(std::size_t before, std::string line) {
+  RequireOneLine(line);
   changes_[before].Before.push_back(std::move(line));
 }
 

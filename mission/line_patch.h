@@ -22,6 +22,7 @@ class LinePatch {
 
   /** The line as it is by now; nothing for one that is taken away. */
   std::optional<std::string_view> Line(std::size_t index) const;
+  /** A text of more than one line is an invalid call, here and for `Insert`. */
   void Replace(std::size_t index, std::string line);
   void Remove(std::size_t index);
   void RemoveRange(std::size_t first, std::size_t last);
