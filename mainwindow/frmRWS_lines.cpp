@@ -79,7 +79,6 @@ void frmRWS::OfferToKeepLines() {
   const bool open = !mission.KeepsLines && !madeAnew_.KeepsMeaning &&
                     UntouchedRule(session_.Doc, mission) == UntouchedLines::Ask;
   if (!open) return bars->Hide(kLinesBar);
-  if (bars->Bar(kLinesBar)) return;
   const QString lines = FromPath(GroupedNumber(madeAnew_.Lines));
   BarContent bar{BarKind::Warning,
                  tr("This mission holds more than RWS Edit's own rules know: an Update would also "
@@ -88,6 +87,7 @@ void frmRWS::OfferToKeepLines() {
                  {},
                  {},
                  tr("Always do so")};
+  if (const auto* shown = bars->Bar(kLinesBar); shown && shown->Text() == bar.Text) return;
   const auto choose = [this](UntouchedLines choice) {
     return [this, choice] {
       if (bars->Bar(kLinesBar)->chk->isChecked()) StoreUntouched(choice);

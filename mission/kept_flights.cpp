@@ -43,7 +43,9 @@ void EditSkills(FlightKeys& keys, const Flight& read, const Flight& edited) {
   if (!custom || !wasCustom) keys.Set("Skill", custom ? "" : edited.Skill);
   for (std::size_t i = 0; i < edited.PlaneSlots.size(); ++i) {
     const std::string key = "Skill" + std::to_string(i);
-    const std::string& skill = edited.PlaneSlots[i].Skill;
+    std::string skill = edited.PlaneSlots[i].Skill;
+    // A plane that got none of its own stays at the one that all had.
+    if (custom && !wasCustom && skill.empty() && i < PlaneCount(edited)) skill = read.Skill;
     if (!custom)
       keys.Set(key, "");
     else if (!wasCustom || skill != read.PlaneSlots[i].Skill)

@@ -18,11 +18,13 @@ namespace {
 
 constexpr std::size_t kMostLines = 20;
 
-/** Planes that do not fly need no skill. */
-bool SameSkillsInUse(const Flight& a, const Flight& b) {
-  if (a.Skill != b.Skill) return false;
-  for (std::size_t i = 0; i < PlaneCount(b) && b.Skill == "Custom"; ++i)
-    if (a.PlaneSlots[i].Skill != b.PlaneSlots[i].Skill) return false;
+/** Planes that do not fly need no skill, and one for which none was chosen may have any. */
+bool SameSkillsInUse(const Flight& read, const Flight& edited) {
+  if (read.Skill != edited.Skill) return false;
+  for (std::size_t i = 0; i < PlaneCount(edited) && edited.Skill == "Custom"; ++i) {
+    const std::string& skill = edited.PlaneSlots[i].Skill;
+    if (!skill.empty() && read.PlaneSlots[i].Skill != skill) return false;
+  }
   return true;
 }
 

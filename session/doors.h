@@ -75,7 +75,8 @@ bool Edit(Session& session, const EditKind& kind, Body&& change) {
     done = kind.Handler ? LogAndLeave(session.Services, kind.Handler, whole) : ResumeNext(whole);
   }
   --session.Editing;
-  if (shown || session.Editing == 0) Notify(session, shown ? nullptr : &kind);
+  // What an edit shows is a part of it.
+  if (session.Editing == 0) Notify(session, shown ? nullptr : &kind);
   return done;
 }
 

@@ -107,6 +107,7 @@ void Restore(Session& session, const Recovered& recovered) {
   const Mission saved = record;
   record = recovered.Mission;
   NameMission(record, recovered.Path);
+  if (record.KeepsLines) doc.UntouchedOf[PathOf(record)] = UntouchedLines::Keep;
   if (!state.Saved) state.Saved = Freeze(saved, nullptr);
   if (mission < doc.MissionShadow.size()) doc.MissionShadow[mission] = saved;
   state.Own = Freeze(record, state.Saved);

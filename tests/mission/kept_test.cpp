@@ -184,6 +184,13 @@ TEST_F(Kept, WritesAnEditIntoItsOwnWords) {
   }
 }
 
+TEST_F(Kept, PlanesWithoutASkillOfTheirOwnKeepTheCommonOne) {
+  Mission mission = Read("[a]\nPlanes 3\nSkill 3\nClass x\n");
+  mission.Flights[0].Skill = "Custom";
+  mission.Flights[0].PlaneSlots[0].Skill = "0";
+  EXPECT_EQ(Written(mission), "[a]\nPlanes 3\nSkill0 0\nSkill1 3\nSkill2 3\nClass x\n");
+}
+
 TEST_F(Kept, NumbersKeepTheirForm) {
   const struct {
     const char *Old, *Value, *Now;

@@ -4,6 +4,7 @@
 
 #include <numeric>
 
+#include "session/doors.h"
 #include "session/undo.h"
 #include "tests/support/session_desk.h"
 
@@ -81,6 +82,18 @@ TEST(History, StepsMergeAreTakenBackAndDoneAgain) {
               std::accumulate(steps.begin(), steps.end(), std::size_t{0},
                               [](std::size_t sum, const Step& step) { return sum + step.Bytes; }));
   }
+}
+
+TEST(History, WhatAnEditShowsIsAPartOfIt) {
+  SessionDesk desk({"a"});
+  auto& flights = desk.World.Doc.Missions[0].Flights;
+  Edit(desk.World, {"x", "Removal"}, [&] {
+    flights.erase(flights.begin());
+    Show(desk.World, [&] { Edit(desk.World, {"y", "Shown"}, [&] { flights[0].Fuel = "100.0"; }); });
+  });
+  EXPECT_EQ(desk.Steps(), "Removal of a");
+  desk.Run("undo");
+  EXPECT_EQ(desk.State("a"), "100,100,100/2^100");
 }
 
 TEST(History, AStepWithoutItsFileTellsSoAndGoesToWhereItHappened) {
