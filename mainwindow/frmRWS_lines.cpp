@@ -54,7 +54,9 @@ void frmRWS::ShowPendingLines() {
   if (path != linesOf_ || !mission.AsRead.SharesWith(linesSeen_)) {
     linesOf_ = path;
     linesSeen_ = mission.AsRead;
-    madeAnew_ = CheckMadeAnew(session_.Doc, session_.Services, mission, shown);
+    // Of no use for a mission that is not made anew.
+    madeAnew_ = mission.KeepsLines ? MadeAnewCheck()
+                                   : CheckMadeAnew(session_.Doc, session_.Services, mission, shown);
   }
   std::size_t edited = 0, rewritten = mission.KeepsLines ? 0 : madeAnew_.Lines;
   if (IsUnsaved(session_, current)) {
