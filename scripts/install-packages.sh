@@ -7,6 +7,7 @@
 #   test     what test.sh and .ci/run need
 #   bench    the benchmark library
 #   windows  what scripts/test-windows.sh needs
+#   windows-qt  what scripts/windows-qt.sh needs, beside the above
 #   desktop  what the program needs to open a window under Wayland
 #   picture  a virtual display, for a picture of the window on a machine without one
 #   package  what scripts/package.sh needs
@@ -28,6 +29,12 @@ for group in "$@"; do
         wine wine64
       )
       ;;
+    windows-qt)
+      packages+=(
+        g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 mingw-w64-x86-64-dev
+        qt6-base-dev-tools dpkg-dev
+      )
+      ;;
     desktop) packages+=(qt6-wayland) ;;
     picture) packages+=(xvfb xauth) ;;
     package)
@@ -37,7 +44,7 @@ for group in "$@"; do
       )
       ;;
     *)
-      echo "install-packages.sh: unknown group \"$group\" (test, bench, windows, desktop, picture, package)" >&2
+      echo "install-packages.sh: unknown group \"$group\" (test, bench, windows, windows-qt, desktop, picture, package)" >&2
       exit 2
       ;;
   esac
