@@ -1,16 +1,18 @@
 #include <QApplication>
-#include <QIcon>
-#include <cstdio>
 
 #include "app/program.h"
+#include "platform/icons.h"
+#include "platform/start.h"
 
 int main(int argc, char** argv) {
   if (const std::string answer = rws::AnswerTo(argc, argv); !answer.empty())
-    return std::fputs(answer.c_str(), stdout) < 0 ? 1 : 0;
+    return rws::Print(answer) ? 0 : 1;
+  rws::PrepareStart();
   QApplication application(argc, argv);
+  rws::ChooseStyle();
   // Wayland takes the icon from the desktop entry, other systems from the window.
   QGuiApplication::setDesktopFileName(QStringLiteral("rws-edit"));
-  QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/rws-edit.svg")));
+  QApplication::setWindowIcon(rws::ProgramIcon(QStringLiteral("rws-edit")));
   rws::Program program;
   program.Window.LoadForm(rws::CommandLine(argc, argv));
   return program.Session.Doc.Closing ? 0 : application.exec();

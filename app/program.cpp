@@ -3,11 +3,7 @@
 #include <string_view>
 
 #include "platform/desktop.h"
-#include "platform/qt_text.h"
 #include "services/version.h"
-#ifdef _WIN32
-#include <windows.h>
-#endif
 
 namespace rws {
 
@@ -22,23 +18,6 @@ Session NewSession() {
 }  // namespace
 
 Program::Program() : Session(NewSession()), Window(Session) {}
-
-std::string CommandLine(int argc, char** argv) {
-#ifdef _WIN32
-  (void)argc;
-  (void)argv;
-  // The raw text: the arguments would have lost their quotes.
-  QString text = QString::fromWCharArray(::GetCommandLineW());
-  const QChar end = text.startsWith(QLatin1Char('"')) ? QLatin1Char('"') : QLatin1Char(' ');
-  const auto behind = text.indexOf(end, 1);
-  return behind < 0 ? "" : ToPath(text.mid(behind + 1).trimmed());
-#else
-  // The bytes as they came: a path need not be text in any encoding.
-  std::string text;
-  for (int i = 1; i < argc; ++i) text.append(i > 1 ? " " : "").append(argv[i]);
-  return text;
-#endif
-}
 
 std::string AnswerTo(int argc, char** argv) {
   const std::string_view option = argc == 2 ? argv[1] : "";

@@ -16,13 +16,9 @@
 #include "session/loading.h"
 #include "session/recording.h"
 
-/** The pictures stand in a library; without this call the linker would leave them out. */
-static void InitIcons() { Q_INIT_RESOURCE(icons); }
-
 namespace rws {
 
 frmRWS::frmRWS(Session& session) : session_(session) {
-  InitIcons();
   Build();
   ConnectDocument();
   Connect();

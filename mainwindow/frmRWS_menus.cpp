@@ -3,6 +3,7 @@
 #include "controls/layouts.h"
 #include "controls/menu_entries.h"
 #include "mainwindow/frmRWS.h"
+#include "platform/icons.h"
 #include "services/setting_values.h"
 #include "services/trapped.h"
 
@@ -28,7 +29,7 @@ void KeepTip(QAction* entry) {
 }
 
 QIcon ToolIcon(const char* name) {
-  return QIcon(QStringLiteral(":/icons/toolbar/%1.svg").arg(QLatin1String(name)));
+  return ProgramIcon(QStringLiteral("toolbar/") + QLatin1String(name));
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include "controls/layouts.h"
 #include "mainwindow/mission_panel.h"
+#include "platform/icons.h"
 
 namespace rws {
 
@@ -34,7 +35,7 @@ void MissionPanel::BuildValues() {
   chkST = new CheckBox(tr("&Static Time"));
   chkWL = new CheckBox(tr("No User &Loadout"));
   imgSnd = new QToolButton;
-  imgSnd->setIcon(QIcon(QStringLiteral(":/icons/sound.svg")));
+  imgSnd->setIcon(ProgramIcon(QStringLiteral("sound")));
   imgSnd->setAutoRaise(true);
 
   auto* grid = new QGridLayout;

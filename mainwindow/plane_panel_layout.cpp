@@ -1,12 +1,12 @@
 #include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QIcon>
 #include <QLineEdit>
 #include <QShortcutEvent>
 
 #include "controls/list_colors.h"
 #include "mainwindow/plane_panel.h"
+#include "platform/icons.h"
 
 namespace rws {
 
@@ -37,7 +37,7 @@ void PlanePanel::BuildControls() {
   chkMark = new CheckBox(tr("Markings On"), this);
   chkPlayer = new CheckBox(tr("Player"), this);
   img = new QLabel(this);
-  img->setPixmap(QIcon(QStringLiteral(":/icons/picture.svg")).pixmap(QSize(16, 16)));
+  img->setPixmap(ProgramIcon(QStringLiteral("picture")).pixmap(QSize(16, 16)));
   lbl1->setBuddy(cboSL);
   for (const Paint paint : {kSkin, kPilot, kNoseArt}) Labels()[paint]->setBuddy(Lists()[paint]);
   lbl2->SetAlwaysReachable();

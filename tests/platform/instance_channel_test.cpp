@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "tests/support/doubles.h"
+#include "tests/support/sandbox.h"
 
 namespace rws::test {
 namespace {
@@ -17,12 +18,8 @@ namespace {
 class InstanceChannel : public testing::Test {
  protected:
   InstanceChannel() {
-#ifdef _WIN32
-    channel = InstanceChannelName(folder.filePath("lock"));
-#else
     // Short, as the address of a socket has to be.
-    channel = folder.filePath("s");
-#endif
+    channel = kPosixFiles ? folder.filePath("s") : InstanceChannelName(folder.filePath("lock"));
     Listen();
   }
 
@@ -86,12 +83,12 @@ TEST_F(InstanceChannel, AConnectionThatIsOpenAtTheEndIsNotHeard) {
 TEST_F(InstanceChannel, NobodyListensOrACrashedRunDid) {
   listener.reset();
   EXPECT_FALSE(TellListener(channel, "/x"));
-#ifndef _WIN32
-  QFile left(channel);
-  ASSERT_TRUE(left.open(QIODevice::WriteOnly));
-  left.close();
-#endif
-  EXPECT_FALSE(TellListener(channel, "/x"));
+  if (kPosixFiles) {
+    QFile left(channel);
+    ASSERT_TRUE(left.open(QIODevice::WriteOnly));
+    left.close();
+    EXPECT_FALSE(TellListener(channel, "/x"));
+  }
   Listen();
   EXPECT_TRUE(TellListener(channel, "/y"));
   EXPECT_TRUE(Hears(1));

@@ -9,13 +9,11 @@
 #include <QTimer>
 #include <QWidget>
 #include <QWindow>
-#include <filesystem>
 
 #include "platform/event_pump.h"
 #include "platform/form_placement.h"
 #include "platform/qt_prompts.h"
 #include "platform/settings_store.h"
-#include "platform/text_editor.h"
 #include "services/setting_values.h"
 #include "tests/support/doubles.h"
 #include "tests/support/sandbox.h"
@@ -41,34 +39,6 @@ TEST(SettingsStore, KeepsValuesInAnIniFile) {
   EXPECT_EQ(ReadSetting(again, setting::GamePath), "");
   EXPECT_EQ(GetRegValue(again, kClasses, "rws.mis", "", ""), "open");
 }
-
-#ifndef _WIN32
-TEST(TextEditor, IsTheDesktopsOwnAndGetsThePathWhole) {
-  const Sandbox box;
-  const auto script = [&](const std::string& name, const std::string& body) {
-    std::filesystem::permissions(box.Write("bin/" + name, "#!/bin/sh\n" + body + "\n"),
-                                 std::filesystem::perms::owner_all);
-  };
-  const std::string record = "printf '%s|' \"${0##*/}\" \"$@\" > '" + box.Path("calls") + "'";
-  const QByteArray path = qgetenv("PATH");
-  qputenv("PATH", QByteArray::fromStdString(box.Path("bin")) + ":" + path);
-  qputenv("VISUAL", "vi");
-  qputenv("EDITOR", "kate -n");
-  const std::string file = box.Path("-a b.mis");
-  script("xdg-mime", "[ \"$*\" = 'query default text/plain' ] && echo editor.desktop");
-  script("gtk-launch", record);
-  EXPECT_GT(OpenInTextEditor(file), 32);
-  EXPECT_EQ(box.Read("calls"), "gtk-launch|editor.desktop|" + file + "|");
-  script("gtk-launch", "exit 1");
-  script("kate", record + "; mv '" + box.Path("calls") + "' '" + box.Path("done") + "'");
-  EXPECT_GT(OpenInTextEditor(file), 32);
-  EXPECT_TRUE(QTest::qWaitFor([&] { return box.Exists("done"); }));
-  EXPECT_EQ(box.Read("done"), "kate|-n|" + file + "|");
-  qputenv("PATH", path);
-  qunsetenv("VISUAL");
-  qunsetenv("EDITOR");
-}
-#endif
 
 TEST(QtPrompts, AskBeforeAFileIsReplacedUnlessItIsOnlyNamed) {
   for (const bool asks : {true, false}) {

@@ -1,16 +1,14 @@
-#include "platform/desktop_association.h"
-
 #include <gtest/gtest.h>
 
 #include <QByteArray>
 #include <array>
 #include <filesystem>
 
+#include "platform/desktop_association.h"
 #include "services/text.h"
 #include "tests/support/places.h"
 #include "tests/support/sandbox.h"
 
-#ifndef _WIN32
 namespace rws::test {
 namespace {
 
@@ -161,4 +159,3 @@ TEST_F(DesktopAssociationTest, LeavesFilesOfOthersAlone) {
 
 }  // namespace
 }  // namespace rws::test
-#endif
