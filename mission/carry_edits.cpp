@@ -1,16 +1,22 @@
 #include "mission/carry_edits.h"
 
 #include <algorithm>
-#include <memory>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <map>
 #include <set>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 #include <vector>
 
 #include "mission/fields.h"
+#include "mission/kept_keys.h"
 #include "mission/kept_reader.h"
 #include "mission/line_ends.h"
 #include "mission/reader.h"
+#include "mission/untouched.h"
 #include "services/faults.h"
 #include "services/paths.h"
 #include "services/text.h"
@@ -20,7 +26,20 @@ namespace rws {
 namespace {
 
 template <class Value>
-constexpr bool kIsPlain = std::is_same_v<Value, std::string> || std::is_arithmetic_v<Value>;
+bool IsSame(const Value& a, const Value& b) {
+  if constexpr (requires { FieldsOf<Value>::kTable; }) {
+    bool same = true;
+    ForEachField<Value>([&](const auto& field) {
+      if (field.What == Holds::Content) same = same && IsSame(a.*field.Pointer, b.*field.Pointer);
+    });
+    return same;
+  } else if constexpr (requires { FieldsOf<std::decay_t<decltype(a[0])>>::kTable; }) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](const auto& one, const auto& other) { return IsSame(one, other); });
+  } else {
+    return a == b;
+  }
+}
 
 /** Copies the plain content that has been edited. */
 template <class Record>
@@ -32,100 +51,225 @@ void CarryPlain(const Record& read, const Record& edited, Record& onto) {
   });
 }
 
-/** The waypoint that was read from a row of the route; null for none. */
+/** Waypoints by the rows of the route that they were read from. */
 template <class Waypoints>
-auto* RowOf(Waypoints& waypoints, std::int32_t row) {
-  const auto found =
-      std::find_if(waypoints.begin(), waypoints.end(),
-                   [&](const Waypoint& waypoint) { return row >= 0 && waypoint.KeptRow == row; });
-  return found == waypoints.end() ? nullptr : std::to_address(found);
+auto ByRow(Waypoints& waypoints) {
+  std::map<std::int32_t, decltype(waypoints.data())> rows;
+  for (auto& waypoint : waypoints)
+    if (waypoint.KeptRow >= 0) rows.emplace(waypoint.KeptRow, &waypoint);
+  return rows;
 }
 
-void CarryRoute(const Flight& read, const Flight& edited, Flight& onto) {
-  std::set<std::int32_t> stayed;
-  for (const auto& waypoint : edited.Waypoints) {
-    stayed.insert(waypoint.KeptRow);
-    const Waypoint* before = RowOf(read.Waypoints, waypoint.KeptRow);
-    Waypoint* after = RowOf(onto.Waypoints, waypoint.KeptRow);
-    if (before && after) CarryPlain(*before, waypoint, *after);
+/** Those that are no rows of their own in a mission whose lines are kept, such as "TRIGGERS". */
+std::vector<Waypoint> WithoutRow(std::vector<Waypoint> waypoints) {
+  std::erase_if(waypoints, [](const Waypoint& waypoint) { return waypoint.KeptRow >= 0; });
+  return waypoints;
+}
+
+bool CarryRoute(const Flight& read, const Flight& edited, Flight& onto) {
+  if (!IsSame(WithoutRow(read.Waypoints), WithoutRow(edited.Waypoints))) return false;
+  const auto was = ByRow(read.Waypoints), is = ByRow(edited.Waypoints);
+  const auto becomes = ByRow(onto.Waypoints);
+  std::set<std::int32_t> gone;
+  for (const auto& [row, before] : was) {
+    const auto after = is.find(row);
+    const auto place = becomes.find(row);
+    if (after != is.end() && IsSame(*before, *after->second)) continue;
+    // A route may have been read into the flight before its own.
+    if (place == becomes.end() || place->second->X != before->X || place->second->Y != before->Y)
+      return false;
+    if (after == is.end())
+      gone.insert(row);
+    else
+      CarryPlain(*before, *after->second, *place->second);
   }
-  std::erase_if(onto.Waypoints, [&](const Waypoint& waypoint) {
-    return waypoint.KeptRow >= 0 && RowOf(read.Waypoints, waypoint.KeptRow) &&
-           !stayed.contains(waypoint.KeptRow);
-  });
+  std::erase_if(onto.Waypoints,
+                [&](const Waypoint& waypoint) { return gone.contains(waypoint.KeptRow); });
+  return std::all_of(is.begin(), is.end(),
+                     [&](const auto& row) { return was.contains(row.first); });
 }
 
-void CarryFlight(const Flight& read, const Flight& edited, Flight& onto) {
+bool CarryFlight(const Flight& read, const Flight& edited, Flight& onto) {
   CarryPlain(read, edited, onto);
   for (std::size_t i = 0; i < onto.PlaneSlots.size(); ++i)
     CarryPlain(read.PlaneSlots[i], edited.PlaneSlots[i], onto.PlaneSlots[i]);
-  CarryRoute(read, edited, onto);
+  return CarryRoute(read, edited, onto);
 }
 
-/** The flight that was read by a name; null for none. */
-template <class Flights>
-auto* NamedAsRead(Flights& flights, const std::string& name) {
-  const auto found = std::find_if(flights.begin(), flights.end(), [&](const Flight& flight) {
-    return !name.empty() && EqualNoCase(flight.KeptName, name);
-  });
-  return found == flights.end() ? nullptr : std::to_address(found);
+constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
+/** For each flight the one of others that is the same, each at most once: the ones that have the
+    same key, by each kind of key in turn. */
+template <class... Keys>
+std::vector<std::size_t> Pairs(const std::vector<Flight>& flights,
+                               const std::vector<Flight>& others, Keys... keys) {
+  std::vector<std::size_t> pairs(flights.size(), kNone);
+  std::vector<bool> taken(others.size());
+  const auto pairBy = [&](const auto& keyOf) {
+    std::map<std::string, std::deque<std::size_t>> left;
+    for (std::size_t i = 0; i < others.size(); ++i)
+      if (const std::string key = keyOf(others[i]); !taken[i] && !key.empty())
+        left[key].push_back(i);
+    for (std::size_t i = 0; i < flights.size(); ++i) {
+      const auto found = pairs[i] == kNone ? left.find(keyOf(flights[i])) : left.end();
+      if (found == left.end() || found->second.empty()) continue;
+      pairs[i] = found->second.front();
+      found->second.pop_front();
+      taken[pairs[i]] = true;
+    }
+  };
+  (pairBy(keys), ...);
+  return pairs;
 }
 
-void CarryFlights(const Mission& read, const Mission& edited, Mission& onto) {
+std::string NameKey(const Flight& flight) { return LowerKey(Trim(flight.Name)); }
+std::string ReadKey(const Flight& flight) { return LowerKey(Trim(flight.KeptName)); }
+std::string BothKeys(const Flight& flight) { return ReadKey(flight) + '\n' + NameKey(flight); }
+
+/** What of the flights could not be carried over; "" for nothing. */
+std::string CarryFlights(const Mission& read, const Mission& edited, Mission& onto) {
+  const auto& flights = edited.Flights;
+  const auto readOf = Pairs(flights, read.Flights, BothKeys, ReadKey, NameKey);
+  // What they are called by now: a flight that was renamed may have been written since.
+  const auto ontoOf = Pairs(read.Flights, onto.Flights, NameKey);
   const std::vector<Flight> source = onto.Flights;
-  std::set<std::string> stayed;
+  std::map<std::string, std::size_t> originals;
+  for (std::size_t i = read.Flights.size(); i-- > 0;) originals[ReadKey(read.Flights[i])] = i;
+  std::vector<bool> stays(read.Flights.size());
   std::vector<Flight> added;
-  for (const auto& flight : edited.Flights) {
-    const Flight* before = NamedAsRead(read.Flights, flight.KeptName);
-    Flight* after = NamedAsRead(onto.Flights, flight.KeptName);
-    if (before && after) {
-      if (stayed.insert(before->KeptName).second) {
-        CarryFlight(*before, flight, *after);
-      } else {
-        Flight& copy = added.emplace_back(*NamedAsRead(source, flight.KeptName));
-        CarryFlight(*before, flight, copy);
-      }
-    } else if (!before) {
-      added.push_back(flight);
-      if (onto.KeepsLines) SpellSwitches(added.back());
+  for (std::size_t i = 0; i < flights.size(); ++i) {
+    const auto original = originals.find(ReadKey(flights[i]));
+    std::size_t before = readOf[i];
+    const bool isAdded = before == kNone;
+    if (!isAdded) stays[before] = true;
+    if (isAdded && original != originals.end() && !flights[i].KeptName.empty())
+      before = original->second;
+    const std::size_t place = before == kNone ? kNone : ontoOf[before];
+    bool carried = true;
+    Flight* to = nullptr;
+    if (isAdded)
+      to = &added.emplace_back(place == kNone ? flights[i] : source[place]);
+    else if (place != kNone)
+      to = &onto.Flights[place];
+    if (place != kNone)
+      carried = CarryFlight(read.Flights[before], flights[i], *to);
+    else if (!isAdded)
+      carried = IsSame(read.Flights[before], flights[i]);
+    if (!carried) return "flight " + flights[i].Name;
+    if (to && onto.KeepsLines) SpellSwitches(*to);
+  }
+  std::set<std::size_t> gone;
+  for (std::size_t i = 0; i < stays.size(); ++i) {
+    if (stays[i]) continue;
+    if (ontoOf[i] == kNone) return "flight " + read.Flights[i].Name;
+    gone.insert(ontoOf[i]);
+  }
+  for (auto place = gone.rbegin(); place != gone.rend(); ++place)
+    onto.Flights.erase(onto.Flights.begin() + static_cast<std::ptrdiff_t>(*place));
+  onto.Flights.insert(onto.Flights.end(), added.begin(), added.end());
+  return "";
+}
+
+std::map<std::string, std::size_t> CountNames(const std::vector<std::string>& planes) {
+  std::map<std::string, std::size_t> names;
+  for (const auto& plane : planes) ++names[LowerKey(KeyOf(plane).Key)];
+  return names;
+}
+
+bool GoesOn(const std::string& plane) { return KeyOf(plane).Key.starts_with('+'); }
+
+/** Of each aircraft that was added or removed there are as many as edited. */
+void CarryAircraft(const BornPlace& read, const BornPlace& edited, BornPlace& onto,
+                   bool namesAlone) {
+  auto was = CountNames(read.Planes), wanted = CountNames(edited.Planes);
+  auto has = CountNames(onto.Planes);
+  const auto isEdited = [&](const std::string& name) { return was[name] != wanted[name]; };
+  auto& planes = onto.Planes;
+  for (std::size_t i = planes.size(); i-- > 0;) {
+    const std::string name = LowerKey(KeyOf(planes[i]).Key);
+    if (GoesOn(planes[i]) || !isEdited(name) || has[name] <= wanted[name]) continue;
+    std::size_t end = i + 1;
+    while (end < planes.size() && GoesOn(planes[end])) ++end;
+    planes.erase(planes.begin() + static_cast<std::ptrdiff_t>(i),
+                 planes.begin() + static_cast<std::ptrdiff_t>(end));
+    --has[name];
+  }
+  for (const auto& plane : edited.Planes) {
+    const std::string_view spelled = KeyOf(plane).Key;
+    const std::string name = LowerKey(spelled);
+    if (GoesOn(plane) || !isEdited(name) || has[name] >= wanted[name]) continue;
+    planes.push_back(namesAlone ? std::string(spelled) : plane);
+    ++has[name];
+  }
+}
+
+std::string CarryBases(const Mission& read, const Mission& edited, Mission& onto) {
+  const auto &was = read.BornPlaces, &is = edited.BornPlaces;
+  for (std::size_t i = 0; i < std::max(was.size(), is.size()); ++i) {
+    if (i < std::min(was.size(), is.size()) && IsSame(was[i], is[i])) continue;
+    // Not all lines that one reading takes for home bases are such in the other one.
+    if (i >= std::min({was.size(), is.size(), onto.BornPlaces.size()}) ||
+        onto.BornPlaces[i].X != was[i].X || onto.BornPlaces[i].Y != was[i].Y)
+      return "home base " + std::to_string(i);
+    CarryPlain(was[i], is[i], onto.BornPlaces[i]);
+    CarryAircraft(was[i], is[i], onto.BornPlaces[i], onto.KeepsLines);
+  }
+  return "";
+}
+
+/** Its words, also those where the game no longer reads. */
+std::string WordsOf(std::string_view line) {
+  std::string words;
+  for (std::size_t i = 0; i < line.size();) {
+    const std::size_t end = std::min(line.find_first_of(" \t", i), line.size());
+    if (end > i) words.append(line.substr(i, end - i)).append(1, ' ');
+    i = end + 1;
+  }
+  return words;
+}
+
+/** A line with the words of another. */
+std::string WithWords(std::string_view line, std::string_view other) {
+  WordLine words(line);
+  std::string whole;
+  const auto edited = KeptWords(other);
+  for (std::size_t i = 0; i < edited.size(); ++i) {
+    whole.append(edited[i].Text).append(1, ' ');
+    if (words.Word(i) != edited[i].Text) words.Set(i, std::string(edited[i].Text));
+  }
+  const std::string result = words.Text();
+  return whole == WordsOf(other) && whole == WordsOf(result) ? result : std::string(other);
+}
+
+/** Lines that a command has changed, such as those of parked aircraft: known by their words, as the
+    two readings need not have the same lines. False where those are not as often in both. */
+bool CarryLines(const LineArray& read, const LineArray& edited, LineArray& onto) {
+  if (read.SharesWith(edited)) return true;
+  if (read.size() != edited.size()) return false;
+  struct Places {
+    std::vector<std::size_t> Read, Onto;
+  };
+  std::map<std::string, Places> changed;
+  for (std::size_t i = 0; i < read.size(); ++i)
+    if (read[i] != edited[i] && WordsOf(read[i]) != WordsOf(edited[i])) changed[WordsOf(read[i])];
+  if (changed.empty()) return true;
+  const auto find = [&](const LineArray& lines, std::vector<std::size_t> Places::*places) {
+    for (std::size_t i = 0; i < lines.size(); ++i)
+      if (const auto found = changed.find(WordsOf(lines[i])); found != changed.end())
+        (found->second.*places).push_back(i);
+  };
+  find(read, &Places::Read);
+  find(onto, &Places::Onto);
+  for (const auto& [words, places] : changed) {
+    if (places.Read.size() != places.Onto.size()) return false;
+    for (std::size_t i = 0; i < places.Read.size(); ++i) {
+      const auto is = edited[places.Read[i]];
+      if (WordsOf(is) == words) continue;
+      const std::size_t place = places.Onto[i];
+      onto.Set(place, onto.SharesWith(read) ? std::string(is) : WithWords(onto[place], is));
     }
   }
-  std::erase_if(onto.Flights, [&](const Flight& flight) {
-    const Flight* before = NamedAsRead(read.Flights, flight.KeptName);
-    return before && !stayed.contains(before->KeptName);
-  });
-  onto.Flights.insert(onto.Flights.end(), added.begin(), added.end());
-}
-
-std::string_view NameOf(std::string_view planeLine) { return KeyOf(planeLine).Key; }
-
-bool Offers(const std::vector<std::string>& planes, std::string_view name) {
-  return std::any_of(planes.begin(), planes.end(),
-                     [&](const std::string& plane) { return EqualNoCase(NameOf(plane), name); });
-}
-
-void CarryBase(const BornPlace& read, const BornPlace& edited, BornPlace& onto) {
-  CarryPlain(read, edited, onto);
-  std::erase_if(onto.Planes, [&](const std::string& plane) {
-    return Offers(read.Planes, NameOf(plane)) && !Offers(edited.Planes, NameOf(plane));
-  });
-  for (const auto& plane : edited.Planes)
-    if (!Offers(read.Planes, NameOf(plane)) && !Offers(onto.Planes, NameOf(plane)))
-      onto.Planes.push_back(plane);
-}
-
-bool SameWords(std::string_view a, std::string_view b) {
-  const auto one = KeptWords(a), other = KeptWords(b);
-  return std::equal(one.begin(), one.end(), other.begin(), other.end(),
-                    [](const KeptWord& x, const KeptWord& y) { return x.Text == y.Text; });
-}
-
-/** Lines that a dialog has changed; both readings have as many, or else nothing is known of them.
- */
-void CarryLines(const LineArray& read, const LineArray& edited, LineArray& onto) {
-  if (read.SharesWith(edited) || read.size() != edited.size() || read.size() != onto.size()) return;
-  for (std::size_t i = 0; i < read.size(); ++i)
-    if (!SameWords(read[i], edited[i])) onto.Set(i, edited[i]);
+  return true;
 }
 
 /** The bytes of the file that the mission was read from; its lines where others have changed it. */
@@ -138,60 +282,68 @@ std::string BytesOf(const Services& services, const Mission& mission) {
   return bytes.empty() ? mission.AsRead.FileText() : bytes;
 }
 
+/** Not loaded where it cannot be read that way. */
 Mission ReadAnew(const Document& doc, const Services& services, const Mission& mission, bool keeps,
                  std::string bytes) {
-  Document other;
-  other.GamePath = doc.GamePath;
-  other.Maps = doc.Maps;
-  Mission& fresh = other.Missions.emplace_back();
+  Mission fresh;
   fresh.DirPath = mission.DirPath;
   fresh.FileName = mission.FileName;
   fresh.BaseName = mission.BaseName;
   if (keeps) {
     ReadKeptMission(doc, services, fresh, std::move(bytes));
-  } else {
-    if (auto repaired = RepairedLineEnds(bytes)) bytes = std::move(*repaired);
-    ReadMissionText(other, services, 0, std::move(bytes));
+    return fresh;
   }
-  return fresh;
+  if (auto repaired = RepairedLineEnds(bytes)) bytes = std::move(*repaired);
+  Document one = DocumentOf(doc, std::move(fresh));
+  ReadMissionText(one, services, 0, std::move(bytes));
+  return std::move(one.Missions[0]);
 }
 
 }  // namespace
 
-void CarryEdits(const Mission& read, const Mission& edited, Mission& onto) {
+Document DocumentOf(const Document& doc, Mission mission) {
+  Document one;
+  one.GamePath = doc.GamePath;
+  one.Maps = doc.Maps;
+  one.Missions.push_back(std::move(mission));
+  return one;
+}
+
+std::string CarryEdits(const Mission& read, const Mission& edited, Mission& onto) {
   CarryPlain(read, edited, onto);
-  CarryLines(read.Lines, edited.Lines, onto.Lines);
-  CarryFlights(read, edited, onto);
-  for (std::size_t i = 0; i < onto.BornPlaces.size(); ++i)
-    if (i < read.BornPlaces.size() && i < edited.BornPlaces.size())
-      CarryBase(read.BornPlaces[i], edited.BornPlaces[i], onto.BornPlaces[i]);
+  if (!CarryLines(read.Lines, edited.Lines, onto.Lines))
+    return "lines of parked aircraft or targets";
+  const std::string left = CarryFlights(read, edited, onto);
+  return left.empty() ? CarryBases(read, edited, onto) : left;
 }
 
 Mission FreshlyRead(const Document& doc, const Services& services, const Mission& mission) {
   return ReadAnew(doc, services, mission, mission.KeepsLines, mission.AsRead.FileText());
 }
 
-void SetKeepsLines(Document& doc, const Services& services, std::size_t mission, bool keeps,
-                   const Mission& saved) {
-  Mission& record = At(doc.Missions, static_cast<std::ptrdiff_t>(mission));
-  if (record.KeepsLines == keeps) return;
-  Mission other = ReadAnew(doc, services, record, keeps, BytesOf(services, record));
-  if (!other.Loaded) return;
-  CarryEdits(saved, record, other);
-  other.Modified = record.Modified;
-  other.NotWritten = record.NotWritten;
-  record = std::move(other);
+std::string SetKeepsLines(const Document& doc, const Services& services, Mission& mission,
+                          bool keeps, const Mission& saved) {
+  if (mission.KeepsLines == keeps) return "";
+  const std::string fault = "\"" + PathOf(mission) + "\" cannot be read " +
+                            (keeps ? "with its lines kept" : "to be written anew") + ": ";
+  Mission other = ReadAnew(doc, services, mission, keeps, BytesOf(services, mission));
+  if (!other.Loaded) return fault + "the log tells why.";
+  const std::string left = CarryEdits(saved, mission, other);
+  if (!left.empty())
+    return fault + "the edits of " + services.Page.ToUtf8(left) + " have no place there.";
+  other.Modified = mission.Modified;
+  other.NotWritten = mission.NotWritten;
+  mission = std::move(other);
+  return "";
 }
 
 Mission ReadAs(const Document& doc, const Services& services, const Mission& mission, bool keeps,
                const Mission& saved) {
-  if (mission.KeepsLines == keeps) return mission;
-  Document one;
-  one.GamePath = doc.GamePath;
-  one.Maps = doc.Maps;
-  one.Missions.push_back(mission);
-  SetKeepsLines(one, services, 0, keeps, saved);
-  return std::move(one.Missions[0]);
+  Mission result = mission;
+  const std::string reason = SetKeepsLines(doc, services, result, keeps, saved);
+  if (!reason.empty())
+    throw Fault(fault::InvalidCall, services.Page.FromUtf8(reason).value_or(reason));
+  return result;
 }
 
 }  // namespace rws

@@ -16,9 +16,6 @@ namespace rws {
 
 namespace {
 
-template <class Value>
-constexpr bool kIsPlain = std::is_same_v<Value, std::string> || std::is_arithmetic_v<Value>;
-
 /** These follow from others. */
 bool IsDerived(std::string_view field) {
   return field == "Line" || field == "Dist" || field == "LastWaypoint";

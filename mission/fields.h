@@ -1,6 +1,8 @@
 #pragma once
 
+#include <string>
 #include <tuple>
+#include <type_traits>
 #include <utility>
 
 #include "mission/records.h"
@@ -22,6 +24,10 @@ enum class Holds {
   Content,  // a part of the mission, which an edit changes
   State     // where the record stands in the program: no difference in it is an edit
 };
+
+/** True for a value that is neither an array nor a record. */
+template <class Value>
+constexpr bool kIsPlain = std::is_same_v<Value, std::string> || std::is_arithmetic_v<Value>;
 
 template <class Member>
 struct Field {

@@ -9,21 +9,13 @@
 #include "mission/carry_edits.h"
 #include "mission/kept_merge.h"
 #include "mission/kept_text.h"
+#include "services/faults.h"
 #include "services/numbers.h"
 #include "services/text.h"
 
 namespace rws {
 
 namespace {
-
-/** A document of one mission, for rules that work on a document. */
-Document DocumentOf(const Document& doc, Mission mission) {
-  Document one;
-  one.GamePath = doc.GamePath;
-  one.Maps = doc.Maps;
-  one.Missions.push_back(std::move(mission));
-  return one;
-}
 
 /** What is tried is no fault of the run. */
 Services Silent(const Services& services) {
@@ -98,14 +90,20 @@ PendingLines LookAhead(const Document& doc, const Services& services, const Miss
   const Services silent = Silent(services);
   PendingLines pending;
   pending.File = mission.AsRead;
-  if (part != PendingPart::Anew) {
-    const Mission kept = ReadAs(doc, silent, mission, true, saved);
-    pending.File = kept.AsRead;
-    BuildKeptFile(doc, silent, kept, pending.Kept, &pending.KeptFault);
-  }
+  const auto build = [&](std::string& fault, const auto& body) {
+    Trap(body, [&](const Fault& caught) { fault = caught.Text; });
+  };
+  if (part != PendingPart::Anew)
+    build(pending.KeptFault, [&] {
+      const Mission kept = ReadAs(doc, silent, mission, true, saved);
+      pending.File = kept.AsRead;
+      BuildKeptFile(doc, silent, kept, pending.Kept, &pending.KeptFault);
+    });
   if (part != PendingPart::Kept)
-    pending.Anew =
-        MadeAnew(doc, silent, ReadAs(doc, silent, mission, false, saved), shown, pending.AnewFault);
+    build(pending.AnewFault, [&] {
+      const Mission anew = ReadAs(doc, silent, mission, false, saved);
+      pending.Anew = MadeAnew(doc, silent, anew, shown, pending.AnewFault);
+    });
   return pending;
 }
 

@@ -170,13 +170,14 @@ Mission SavedState(const Document& doc, const Services& services, const UpdateHo
     mission made anew. */
 bool BuildKept(Document& doc, const Services& services, LineArray& lines, std::size_t mission,
                const Mission& saved, std::string& reason) {
-  const Mission& record = doc.Missions[mission];
+  Mission& record = doc.Missions[mission];
   if (BuildKeptFile(doc, services, record, lines, &reason)) return true;
+  reason = services.Page.ToUtf8(reason);
   const Answer answer = services.Ask.MsgBox(
       "\"" + record.BaseName + "\" cannot be written with its other lines kept as they are.\n\n" +
-          services.Page.ToUtf8(reason) + "\n\nWrite all of its lines anew instead?",
+          reason + "\n\nWrite all of its lines anew instead?",
       Buttons::YesNo, Icon::Exclamation, kProgramTitle);
-  if (answer == Answer::Yes) SetKeepsLines(doc, services, mission, false, saved);
+  if (answer == Answer::Yes) reason = SetKeepsLines(doc, services, record, false, saved);
   return false;
 }
 
@@ -186,7 +187,8 @@ bool BuildLines(Document& doc, const Services& services, LineArray& lines, std::
   const bool keeps = WillKeepLines(doc, record);
   if (record.Loaded && (keeps || record.KeepsLines)) {
     const Mission saved = SavedState(doc, services, hooks, mission);
-    SetKeepsLines(doc, services, mission, keeps, saved);
+    reason = SetKeepsLines(doc, services, record, keeps, saved);
+    if (!reason.empty()) return false;
     if (keeps &&
         BuildKept(doc, services, lines, mission, FreshlyRead(doc, services, record), reason))
       return true;

@@ -16,8 +16,15 @@ void ReadLines(Session& session, std::size_t mission, bool keeps) {
       doc.Missions[mission].KeepsLines == keeps)
     return;
   Mission saved = Thaw(*known->second.Saved);
-  SetKeepsLines(doc, session.Services, mission, keeps, saved);
-  if (doc.Missions[mission].KeepsLines != keeps) return;
+  const std::string reason =
+      SetKeepsLines(doc, session.Services, doc.Missions[mission], keeps, saved);
+  if (!reason.empty()) {
+    // As it is read now, and an Update that would do harm asks.
+    doc.UntouchedOf[doc.MissionFiles[mission]] = UntouchedLines::Ask;
+    session.Services.Ask.MsgBox(reason + "\n\nIt stays as it is.", Buttons::Ok, Icon::Exclamation,
+                                kProgramTitle);
+    return;
+  }
   const bool isLit = doc.Missions[mission].Modified;
   saved = FreshlyRead(doc, session.Services, doc.Missions[mission]);
   MissionState& state = known->second;

@@ -9,13 +9,14 @@
 namespace rws {
 
 /** Makes a choice for one mission, until the run ends, and reads it that way with its edits carried
-    over: one step of the history. */
+    over: one step of the history. Where it cannot be read that way without loss the user is told,
+    and the choice is open again. */
 void ChooseLines(Session& session, std::size_t mission, UntouchedLines choice);
 
 /** Reads a mission the way that its rule asks for, where it is in memory in the other one. No step:
     it has the same edits. */
 void FollowLinesRule(Session& session, std::size_t mission);
-/** Reads it the way that is told. */
+/** Reads it the way that is told, or tells the user why that cannot be. */
 void ReadLines(Session& session, std::size_t mission, bool keeps);
 
 /** The mission as it was read, with what showing it has changed since. */

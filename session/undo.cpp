@@ -60,17 +60,23 @@ void PutBack(Session& session, std::size_t mission, const MissionState& state) {
   session.History.Known[doc.MissionFiles[mission]] = state;
 }
 
+/** Steps of before the lines were kept, or of after, are about values that are spelled otherwise.
+ */
+bool IsOtherReading(const Mission& record, const MissionState& from, const MissionState& to) {
+  const bool keeps = to.Own->Head.KeepsLines;
+  return from.Own->Head.KeepsLines == keeps && record.KeepsLines != keeps;
+}
+
 void Patch(Session& session, std::size_t mission, const MissionState& from,
            const MissionState& to) {
   Document& doc = session.Doc;
   MissionState& known = session.History.Known[doc.MissionFiles[mission]];
   const bool sameReading = known.Reading == to.Reading;
   Mission& record = doc.Missions[mission];
-  // Steps of before the lines were kept, or of after, are about values that are spelled otherwise.
-  if (record.KeepsLines == to.Own->Head.KeepsLines)
-    record = Patched(record, *from.Own, *to.Own);
-  else
+  if (IsOtherReading(record, from, to))
     CarryEdits(Thaw(*from.Own), Thaw(*to.Own), record);
+  else
+    record = Patched(record, *from.Own, *to.Own);
   if (sameReading) PutShadow(doc, mission, to);
   known.Own = Freeze(record, known.Own);
   const bool unsaved = !SameContent(*known.Own, *known.Saved);
@@ -143,6 +149,11 @@ std::string Missing(Session& session, const std::vector<Turn>& turns) {
     const std::ptrdiff_t mission = MissionAt(session.Doc, path);
     if (mission < 0 || !ReadForUndo(session, static_cast<std::size_t>(mission)))
       return "\"" + GetFileName(path) + "\" is no longer in this folder or cannot be read.";
+    Mission record = session.Doc.Missions[static_cast<std::size_t>(mission)];
+    if (!IsOtherReading(record, from, to)) continue;
+    if (const std::string left = CarryEdits(Thaw(*from.Own), Thaw(*to.Own), record); !left.empty())
+      return "\"" + GetFileName(path) + "\" has been read in another way since, in which " +
+             session.Services.Page.ToUtf8(left) + " cannot be found.";
   }
   return "";
 }

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <random>
 #include <string>
@@ -379,6 +380,30 @@ TEST_F(Kept, HoldsForMissionsAsNoBuilderWritesThem) {
   }
 }
 
+TEST_F(Kept, TakesNothingButEditsFromTheOtherReading) {
+  int carried = 0;
+  for (unsigned seed = 1; seed <= 200; ++seed) {
+    NastyMission nasty(seed);
+    World world;
+    test::ReadInto(world, nasty.Text());
+    Mission& told = world.Doc.Missions[0];
+    if (!told.Loaded) continue;
+    SCOPED_TRACE(std::to_string(seed) + "\n" + told.AsRead.FileText());
+    const Mission saved = told;
+    ASSERT_EQ(SetKeepsLines(world.Doc, world.Services, told, true, saved), "");
+    EXPECT_EQ(Written(told), saved.AsRead.FileText());
+    for (std::size_t i = 0; i < saved.Flights.size(); ++i) {
+      told = saved;
+      told.Flights[i].Fuel = "77";
+      if (!SetKeepsLines(world.Doc, world.Services, told, true, saved).empty()) continue;
+      EXPECT_EQ(1, std::count_if(told.Flights.begin(), told.Flights.end(),
+                                 [](const Flight& flight) { return flight.Fuel == "77"; }));
+      ++carried;
+    }
+  }
+  EXPECT_GT(carried, 5);
+}
+
 TEST_F(Kept, TakesOverEditsMadeInTheOtherReading) {
   World world;
   test::ReadInto(world, CrlfText(kRich));
@@ -394,7 +419,7 @@ TEST_F(Kept, TakesOverEditsMadeInTheOtherReading) {
   copy.KeptName.clear();
   copy.Waypoints.resize(1);
   told.Flights.push_back(copy);
-  SetKeepsLines(world.Doc, world.Services, 0, true, saved);
+  EXPECT_EQ(SetKeepsLines(world.Doc, world.Services, told, true, saved), "");
   const Mission& kept = world.Doc.Missions[0];
   ASSERT_TRUE(kept.KeepsLines);
   const string text = Written(kept);

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <string>
+
 #include "mission/kept_reader.h"
 #include "services/text.h"
 #include "session/doors.h"
@@ -74,6 +77,65 @@ TEST(LinesRule, ARemovedFlightComesBackWithItsLinesAfterASave) {
   EXPECT_EQ(desk.OnDisk().find("[r0100]"), std::string::npos);
   desk.Run("undo save");
   EXPECT_EQ(desk.OnDisk(), desk.Text);
+}
+
+TEST(LinesRule, StepsAreTakenBackInTheOtherReadingBehindASave) {
+  const std::function<void(Mission&)> edits[] = {
+      [](Mission& m) {
+        m.Flights.push_back(m.Flights[0]);
+        m.Flights.back().Name = "r0103";
+      },
+      [](Mission& m) { m.Flights[0].Name = "g0100"; },
+      [](Mission& m) { m.Flights[0].OnlyAI = "1"; },
+  };
+  for (const auto& edit : edits) {
+    LinesDesk desk;
+    auto& mission = desk.World.Doc.Missions[desk.Row("a")];
+    Edit(desk.World, {"mnuAC_Click", "Edit"}, [&] { edit(mission); });
+    desk.World.Doc.UntouchedOf[desk.Path("a")] = UntouchedLines::Keep;
+    desk.Run("save");
+    ASSERT_TRUE(desk.World.Doc.Missions[desk.Row("a")].KeepsLines);
+    ASSERT_NE(desk.OnDisk(), desk.Text);
+    desk.Run("undo save");
+    EXPECT_EQ(desk.OnDisk(), desk.Text);
+  }
+}
+
+TEST(LinesRule, AReadingThatWouldLoseSomethingIsRefused) {
+  // More than the reader goes through, or an edit that has no place.
+  std::string endless;
+  for (int i = 0; i < 9000; ++i) endless += "_way\r\n";
+  for (const bool keeps : {true, false}) {
+    SCOPED_TRACE(keeps);
+    const auto refused = keeps ? UntouchedLines::Anew : UntouchedLines::Keep;
+    LinesDesk desk;
+    Document& doc = desk.World.Doc;
+    const auto mission = [&]() -> Mission& { return doc.Missions[desk.Row("a")]; };
+    doc.UntouchedOf[desk.Path("a")] = UntouchedLines::Keep;
+    if (keeps)
+      desk.Text += endless;
+    else
+      doc.UntouchedOf.clear();
+    if (!keeps)
+      desk.Text = Replace(desk.Text, "[r0100_Way]\r\n", "[r0100_Way]\r\n TRIGGERS 0 0 0 0\r\n");
+    desk.Box.Write("in/a.mis", desk.Text);
+    desk.Run("reread go=a fuel0=50");
+    ASSERT_EQ(mission().KeepsLines, keeps);
+    if (!keeps)
+      Edit(desk.World, {"x", "Edit"}, [&] { mission().Flights[0].Waypoints[0].Alt = "5"; });
+    const std::string steps = desk.Steps(), state = desk.State("a");
+    desk.World.Script.Expect("a.mis\" cannot be read ");
+    ChooseLines(desk.World, desk.Row("a"), refused);
+    EXPECT_EQ(mission().KeepsLines, keeps);
+    EXPECT_EQ(desk.State("a") + desk.Steps(), state + steps);
+    // Nor does an Update do it.
+    doc.UntouchedOf[desk.Path("a")] = refused;
+    desk.World.Script.Expect("Update aborted.\n\n\"" + desk.Path("a") + "\" cannot be read ");
+    desk.Run("save");
+    EXPECT_EQ(desk.OnDisk(), desk.Text);
+    EXPECT_EQ(mission().Flights[0].Fuel, "50");
+    EXPECT_TRUE(mission().NotWritten);
+  }
 }
 
 TEST(LinesRule, PackedMissionsKeepTheirTexts) {
