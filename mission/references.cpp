@@ -14,16 +14,17 @@ namespace {
 /** "[Target]" lines have the object's name behind its index, as their ninth word or not at all. */
 constexpr std::size_t kTargetWord = 9;
 
-/** Calls `visit` with what names the flight: the line, the place of the name, and where it is. */
+/** Calls `visit` with what names one of the flights: the line, the place of the name, and where it
+    is. */
 template <class AnyMission>
 void ForEachReference(
-    AnyMission& mission, std::string_view flightName,
+    AnyMission& mission, const FlightNames& names,
     const std::function<void(const WordLine& line, std::size_t place, const std::string& where,
                              const std::function<void(std::string)>& set)>& visit) {
   const auto look = [&](std::string_view text, std::size_t place, const auto& where,
                         const std::function<void(std::string)>& set) {
     const WordLine line(text);
-    if (line.Word(place) == flightName) visit(line, place, where(), set);
+    if (names.contains(line.Word(place))) visit(line, place, where(), set);
   };
   for (auto& flight : mission.Flights)
     for (std::size_t i = 0; i < flight.Waypoints.size(); ++i)
@@ -47,17 +48,21 @@ void ForEachReference(
 
 }  // namespace
 
-std::vector<std::string> References(const Mission& mission, std::string_view flightName) {
-  std::vector<std::string> places;
-  ForEachReference(mission, flightName,
-                   [&](const WordLine&, std::size_t, const std::string& where, const auto&) {
-                     places.push_back(where);
-                   });
+std::map<std::string, std::vector<std::string>> References(const Mission& mission,
+                                                           const FlightNames& names) {
+  std::map<std::string, std::vector<std::string>> places;
+  ForEachReference(mission, names,
+                   [&](const WordLine& line, std::size_t place, const std::string& where,
+                       const auto&) { places[std::string(line.Word(place))].push_back(where); });
   return places;
 }
 
-void RenameReferences(Mission& mission, std::string_view from, const std::string& to) {
-  ForEachReference(mission, from,
+std::vector<std::string> References(const Mission& mission, const std::string& flightName) {
+  return References(mission, FlightNames{flightName})[flightName];
+}
+
+void RenameReferences(Mission& mission, const std::string& from, const std::string& to) {
+  ForEachReference(mission, {from},
                    [&](WordLine line, std::size_t place, const std::string&, const auto& set) {
                      line.Set(place, to);
                      set(line.Text());

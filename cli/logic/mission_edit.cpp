@@ -1,6 +1,8 @@
 #include "cli/logic/mission_edit.h"
 
-#include <algorithm>
+#include <map>
+#include <string_view>
+#include <utility>
 
 #include "catalogues/squadrons.h"
 #include "mission/flight_values.h"
@@ -49,14 +51,18 @@ std::vector<ValuePlace> PlacesOf(const Mission& mission, const Assignment& set,
 }
 
 /** Who still names a flight that is gone keeps naming it, as in the window. */
-void TellReferences(const Mission& mission, const std::string& removed, EditOutcome& outcome) {
-  std::vector<std::string> references = References(mission, removed);
-  if (mission.Player == removed) references.insert(references.begin(), "Player");
-  if (references.empty()) return;
-  const std::string more =
-      references.size() == 1 ? "" : " and " + std::to_string(references.size() - 1) + " more";
-  outcome.Warnings.push_back("flight \"" + removed + "\" is removed, and still named by " +
-                             references.front() + more);
+void TellReferences(const Mission& mission, const std::vector<std::string>& removed,
+                    EditOutcome& outcome) {
+  auto all = References(mission, FlightNames(removed.begin(), removed.end()));
+  for (const auto& name : removed) {
+    std::vector<std::string> references = std::move(all[name]);
+    if (mission.Player == name) references.insert(references.begin(), "Player");
+    if (references.empty()) continue;
+    const std::string more =
+        references.size() == 1 ? "" : " and " + std::to_string(references.size() - 1) + " more";
+    outcome.Warnings.push_back("flight \"" + name + "\" is removed, and still named by " +
+                               references.front() + more);
+  }
 }
 
 }  // namespace
@@ -96,26 +102,31 @@ EditOutcome EditMission(Mission& mission, const EditOrder& order, const EditRule
       kept.push_back(std::move(mission.Flights[i]));
   }
   mission.Flights = std::move(kept);
-  for (const auto& name : names) TellReferences(mission, name, outcome);
+  TellReferences(mission, names, outcome);
   return outcome;
 }
 
 std::vector<std::string> LostValues(const Mission& edited, const Mission& read,
                                     const std::vector<ValuePlace>& places) {
-  const auto find = [](const Mission& mission, ValuePlace place) {
-    const auto& flights = mission.Flights;
+  using Names = std::map<std::string_view, std::size_t>;
+  const auto namesOf = [](const Mission& mission) {
+    Names names;
+    for (std::size_t i = 0; i < mission.Flights.size(); ++i)
+      names.emplace(mission.Flights[i].Name, i);
+    return names;
+  };
+  const auto find = [](const Mission& mission, const Names& names, ValuePlace place) {
+    const auto flight = names.find(place.FlightName);
     if (!place.FlightName.empty())
-      place.Flight = static_cast<std::size_t>(
-          std::find_if(flights.begin(), flights.end(),
-                       [&](const Flight& flight) { return flight.Name == place.FlightName; }) -
-          flights.begin());
+      place.Flight = flight == names.end() ? mission.Flights.size() : flight->second;
     std::string value = "<none>";
     ResumeNext([&] { value = ReadValue(mission, place); });
     return value;
   };
+  const Names inEdited = namesOf(edited), inRead = namesOf(read);
   std::vector<std::string> lost;
   for (const auto& place : places)
-    if (!SameValue(find(edited, place), find(read, place)) &&
+    if (!SameValue(find(edited, inEdited, place), find(read, inRead, place)) &&
         (lost.empty() || lost.back() != place.Text))
       lost.push_back(place.Text);
   return lost;
