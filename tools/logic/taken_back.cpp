@@ -28,6 +28,8 @@ void PutRecord(Session& session, std::size_t mission, Mission record) {
     shadow.Modified = own.Modified;
     state.Shadow = Freeze(shadow, state.Saved);
   }
+  // Nor is an Update still owed that had failed over what is no longer there.
+  own.NotWritten = own.NotWritten && !SameContent(*Freeze(own, state.Saved), *state.Saved);
   state.Own = Freeze(own, state.Saved);
 }
 

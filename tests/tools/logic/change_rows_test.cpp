@@ -80,8 +80,10 @@ TEST(TakenBack, IsAStepThatUndoTakesBack) {
   desk.Run("undo");
   EXPECT_EQ(desk.State("a"), before);
   desk.Run("redo undo undo");
+  session.Doc.Missions[0].NotWritten = true;
   EXPECT_EQ(TakeChangeBack(session, 0, {line - 1, line - 1}), 0U);
   EXPECT_FALSE(session.Doc.Missions[0].Modified);
+  EXPECT_FALSE(session.Doc.Missions[0].NotWritten);
   EXPECT_EQ(desk.State("a").find('*'), std::string::npos) << "nothing is left to write";
 }
 
