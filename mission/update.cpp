@@ -10,6 +10,7 @@
 #include "mission/fields.h"
 #include "mission/kept_merge.h"
 #include "mission/kept_reader.h"
+#include "mission/line_ends.h"
 #include "mission/mission_file.h"
 #include "mission/pending_lines.h"
 #include "mission/untouched.h"
@@ -213,7 +214,13 @@ bool UpdateMission(Document& doc, const Services& services, const Preferences& p
                    const UpdateHooks& hooks) {
   LineArray lines;
   std::string reason;
+  const Mission before = At(doc.Missions, static_cast<std::ptrdiff_t>(mission));
+  // One that was read the other way only to be written is not so when it was not written.
+  const auto readAsBefore = [&] {
+    if (doc.Missions[mission].KeepsLines != before.KeepsLines) doc.Missions[mission] = before;
+  };
   if (!BuildLines(doc, services, lines, mission, shown, hooks, reason)) {
+    readAsBefore();
     TellFailure(services, "Update Failed. Reason unknown. Update aborted.", reason);
     return false;
   }
@@ -221,8 +228,10 @@ bool UpdateMission(Document& doc, const Services& services, const Preferences& p
   const std::string path = PathOf(record);
   // A write may have failed only behind the new file: that is then no other program's.
   const auto takeWhatStands = [&] {
+    readAsBefore();
     ResumeNext([&] {
-      if (services.Files.ReadFile(path) == lines.FileText()) record.AsRead = lines;
+      if (services.Files.ReadFile(path) == lines.FileText())
+        record.AsRead = record.KeepsLines ? lines : LinesOfFile(lines.FileText());
     });
   };
   bool written = false;

@@ -20,7 +20,7 @@ void ReadLines(Session& session, std::size_t mission, bool keeps) {
       SetKeepsLines(doc, session.Services, doc.Missions[mission], keeps, saved);
   if (!reason.empty()) {
     // As it is read now, and an Update that would do harm asks.
-    doc.UntouchedOf[doc.MissionFiles[mission]] = UntouchedLines::Ask;
+    doc.UntouchedOf[PathOf(doc.Missions[mission])] = UntouchedLines::Ask;
     session.Services.Ask.MsgBox(reason + "\n\nIt stays as it is.", Buttons::Ok, Icon::Exclamation,
                                 kProgramTitle);
     return;

@@ -10,6 +10,7 @@
 #include "session/doors.h"
 #include "session/packing.h"
 #include "session/undo.h"
+#include "tests/support/failing_step.h"
 #include "tests/support/session_desk.h"
 
 namespace rws::test {
@@ -99,6 +100,24 @@ TEST(LinesRule, StepsAreTakenBackInTheOtherReadingBehindASave) {
     desk.Run("undo save");
     EXPECT_EQ(desk.OnDisk(), desk.Text);
   }
+}
+
+TEST(LinesRule, AFailedUpdateLeavesTheReadingAsItWas) {
+  LinesDesk desk;
+  Document& doc = desk.World.Doc;
+  const std::size_t row = desk.Row("a");
+  desk.Run("fuel0=50");
+  const std::string before = desk.State("a");
+  doc.UntouchedOf[desk.Path("a")] = UntouchedLines::Keep;
+  FailSteps(desk.World.Services.Files, "take name", "a.mis");
+  desk.World.Script.Expect("Update fail");
+  desk.Run("save");
+  EXPECT_FALSE(doc.Missions[row].KeepsLines);
+  EXPECT_TRUE(doc.Missions[row].NotWritten);
+  EXPECT_EQ(desk.State("a") + desk.Steps(), before.substr(0, before.find('!')) + "Fuel of r0100");
+  desk.World.Services.Files.BeforeStep = nullptr;
+  desk.Run("save undo save");
+  EXPECT_EQ(desk.OnDisk(), desk.Text);
 }
 
 TEST(LinesRule, AReadingThatWouldLoseSomethingIsRefused) {
