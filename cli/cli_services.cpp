@@ -9,6 +9,7 @@
 #include "mission/line_ends.h"
 #include "mission/reader.h"
 #include "mission/writer.h"
+#include "services/error_log.h"
 #include "services/faults.h"
 #include "services/list_files.h"
 #include "services/paths.h"
@@ -99,8 +100,7 @@ LineArray BuildMission(Document& doc, const Services& services) {
   const Mission& mission = doc.Missions[0];
   LineArray lines;
   std::string reason;
-  Services silent = services;
-  silent.LogSink = [](const std::string&) {};
+  const Services silent = Silent(services);
   const bool built = mission.KeepsLines ? BuildKeptFile(doc, silent, mission, lines, &reason)
                                         : BuildMissionFile(doc, silent, lines, 0, {}, &reason);
   if (!built)

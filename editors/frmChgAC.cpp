@@ -38,11 +38,7 @@ void frmChgAC::LoadForm() {
   filling_ = unanswered_ = true;
   Changed = false;
   Load(
-      "Form_Load",
-      [&] {
-        LoadFormSize(services_, *this);
-        LoadFormPos(services_, *this);
-      },
+      "Form_Load", [&] { LoadFormPlace(services_, *this); },
       [&] { ApplyListColors(*this, session_.Prefs); }, [&] { FillPlanes(); }, [&] { FillTree(); },
       [&] {
         const std::string name = GetPlaneName(session_.Tables, services_, ACName);
@@ -126,8 +122,7 @@ void frmChgAC::Apply() {
 void frmChgAC::done(int result) {
   LogAndLeave(services_, "Form_Unload", [&] {
     if (unanswered_) ACName = "Cancel";
-    SaveFormSize(services_, *this);
-    SaveFormPos(services_, *this);
+    SaveFormPlace(services_, *this);
   });
   Dialog::done(result);
 }

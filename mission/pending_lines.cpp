@@ -9,6 +9,7 @@
 #include "mission/carry_edits.h"
 #include "mission/kept_merge.h"
 #include "mission/kept_text.h"
+#include "services/error_log.h"
 #include "services/faults.h"
 #include "services/numbers.h"
 #include "services/text.h"
@@ -16,13 +17,6 @@
 namespace rws {
 
 namespace {
-
-/** What is tried is no fault of the run. */
-Services Silent(const Services& services) {
-  Services silent = services;
-  silent.LogSink = [](const std::string&) {};
-  return silent;
-}
 
 /** A number without what its format adds: "1500.00" is "1500". */
 std::string PlainNumber(std::string_view word) {

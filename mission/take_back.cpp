@@ -15,6 +15,7 @@
 #include "mission/kept_reader.h"
 #include "mission/kept_text.h"
 #include "mission/line_diff.h"
+#include "services/error_log.h"
 #include "services/faults.h"
 #include "services/text.h"
 
@@ -306,9 +307,7 @@ class Attempt {
 
 TakenBack TakeBack(const Document& doc, const Services& services, const Mission& mission,
                    const Mission& saved, const ChangedLine& line) {
-  // What is tried is no fault of the run.
-  Services silent = services;
-  silent.LogSink = [](const std::string&) {};
+  const Services silent = Silent(services);
   TakenBack taken;
   ResumeNext([&] {
     const Mission kept = ReadAs(doc, silent, mission, true, saved);

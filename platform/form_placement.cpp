@@ -81,19 +81,22 @@ QSize FrameExtent(const QWidget& form) {
   return like->frameGeometry().size() - like->size();
 }
 
-void SaveFormSize(const Services& services, const QWidget& form) {
-  const auto frame = NormalFrame(form);
-  if (!frame) return;
-  Store(services, Name(form, "Width"), frame->width());
-  Store(services, Name(form, "Height"), frame->height());
+void SaveFormPlace(const Services& services, const QWidget& form) {
+  if (const auto frame = NormalFrame(form)) {
+    Store(services, Name(form, "Width"), frame->width());
+    Store(services, Name(form, "Height"), frame->height());
+  }
+  SaveFormPos(services, form);
 }
 
-void LoadFormSize(const Services& services, QWidget& form) {
+void LoadFormPlace(const Services& services, QWidget& form) {
   const QSize frame = FrameExtent(form);
   const QSize outer = form.size() + frame;
   const QSize stored(Stored(services, Name(form, "Width")).value_or(outer.width()),
                      Stored(services, Name(form, "Height")).value_or(outer.height()));
   form.resize(stored.boundedTo(form.screen()->availableSize()) - frame);
+  // Behind the size: it may put the form in the middle.
+  LoadFormPos(services, form);
 }
 
 void SaveWindowSize(const Services& services, const QWidget& window) {

@@ -22,11 +22,11 @@ void CenterForm(QWidget& form);
 /** The width and height that the window frame adds to a form; before the form is shown, what it
     adds to the parent's window. */
 QSize FrameExtent(const QWidget& form);
-/** Stores a form's size, frame included, under its name; as `SaveFormPos` where maximised. */
-void SaveFormSize(const Services& services, const QWidget& form);
-/** Gives a form the size that it had, at most that of the screen. Without a stored size it stays as
-    it is. To be called before `LoadFormPos`, which may put the form in the middle. */
-void LoadFormSize(const Services& services, QWidget& form);
+/** Stores a form's size, frame included, and its place; as `SaveFormPos` where maximised. */
+void SaveFormPlace(const Services& services, const QWidget& form);
+/** Gives a form the size that it had, at most that of the screen, and then puts it where it stood.
+    What is not stored stays as it is. */
+void LoadFormPlace(const Services& services, QWidget& form);
 
 /** Stores the size of a main window, without its frame, which is not known before it is shown, and
     whether it is maximised. */

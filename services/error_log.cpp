@@ -13,4 +13,10 @@ void LogError(const Services& services, std::string_view description,
   });
 }
 
+Services Silent(const Services& services) {
+  Services silent = services;
+  silent.LogSink = [](const std::string&) {};
+  return silent;
+}
+
 }  // namespace rws

@@ -13,6 +13,9 @@ namespace rws {
 void LogError(const Services& services, std::string_view description,
               std::string_view procedureName);
 
+/** The same services without a log: what is only tried is no fault of the run. */
+Services Silent(const Services& services);
+
 /** Runs `body`; a fault is logged under the procedure's name and ends it. False if it failed. */
 template <class Body>
 bool LogAndLeave(const Services& services, std::string_view procedureName, Body&& body) {

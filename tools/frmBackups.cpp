@@ -31,21 +31,14 @@ void frmBackups::LoadForm() {
   lblMission->setText(FromPath(MissionPath));
   cmd[kRestore]->setEnabled(false);
   Load(
-      "Form_Load",
-      [&] {
-        LoadFormSize(services_, *this);
-        LoadFormPos(services_, *this);
-      },
-      [&] { ReadNow(); }, [&] { FillList(); });
+      "Form_Load", [&] { LoadFormPlace(services_, *this); }, [&] { ReadNow(); },
+      [&] { FillList(); });
   setWindowTitle(tr("%1 - Restore a Backup").arg(QLatin1String(kProgramTitle)));
 }
 
 void frmBackups::done(int result) {
   idle_.stop();
-  LogAndLeave(services_, "Form_Unload", [&] {
-    SaveFormSize(services_, *this);
-    SaveFormPos(services_, *this);
-  });
+  LogAndLeave(services_, "Form_Unload", [&] { SaveFormPlace(services_, *this); });
   Dialog::done(result);
 }
 

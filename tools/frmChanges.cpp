@@ -48,11 +48,7 @@ const Mission& frmChanges::Record() const {
 void frmChanges::LoadForm() {
   ApplyListColors(*this, session_.Prefs);
   Load(
-      "Form_Load",
-      [&] {
-        LoadFormSize(services_, *this);
-        LoadFormPos(services_, *this);
-      },
+      "Form_Load", [&] { LoadFormPlace(services_, *this); },
       [&] {
         lblSubject->setText(FromPath(MissionPath));
         const QSignalBlocker quiet(optWay[kKeep]);
@@ -155,10 +151,7 @@ void frmChanges::CopyAsText() {
 }
 
 void frmChanges::done(int result) {
-  LogAndLeave(services_, "Form_Unload", [&] {
-    SaveFormSize(services_, *this);
-    SaveFormPos(services_, *this);
-  });
+  LogAndLeave(services_, "Form_Unload", [&] { SaveFormPlace(services_, *this); });
   Dialog::done(result);
 }
 

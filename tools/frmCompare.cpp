@@ -33,11 +33,7 @@ void frmCompare::Build() {
 void frmCompare::LoadForm() {
   ApplyListColors(*this, session_.Prefs);
   Load(
-      "Form_Load",
-      [&] {
-        LoadFormSize(services_, *this);
-        LoadFormPos(services_, *this);
-      },
+      "Form_Load", [&] { LoadFormPlace(services_, *this); },
       [&] {
         lblSubject->setText(FromPath(Subject));
         lblSubject->setVisible(!Subject.empty());
@@ -48,10 +44,7 @@ void frmCompare::LoadForm() {
 }
 
 void frmCompare::done(int result) {
-  LogAndLeave(services_, "Form_Unload", [&] {
-    SaveFormSize(services_, *this);
-    SaveFormPos(services_, *this);
-  });
+  LogAndLeave(services_, "Form_Unload", [&] { SaveFormPlace(services_, *this); });
   Dialog::done(result);
 }
 

@@ -25,18 +25,14 @@ frmView::frmView(const Services& services, QWidget* parent)
 }
 
 void frmView::LoadForm() {
-  LoadFormSize(services_, *this);
-  LoadFormPos(services_, *this);
+  LoadFormPlace(services_, *this);
   const QImage picture = ReadPicture(services_.Files, FileName);
   img->setPixmap(QPixmap::fromImage(picture));
   img->setAccessibleName(FromPath(GetBaseName(FileName)));
 }
 
 void frmView::done(int result) {
-  LogAndLeave(services_, "Form_Unload", [&] {
-    SaveFormSize(services_, *this);
-    SaveFormPos(services_, *this);
-  });
+  LogAndLeave(services_, "Form_Unload", [&] { SaveFormPlace(services_, *this); });
   Dialog::done(result);
 }
 

@@ -2,9 +2,7 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <functional>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -12,6 +10,7 @@
 #include "mission/kept_reader.h"
 #include "mission/line_diff.h"
 #include "tests/support/doubles.h"
+#include "tests/support/sandbox.h"
 
 /** Every mission of the folder that RWS_MISSIONS names is read with its lines kept, and edited
    value by value. Without that folder the test is skipped. */
@@ -20,13 +19,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using test::World;
-
-std::string Bytes(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::ostringstream bytes;
-  bytes << file.rdbuf();
-  return bytes.str();
-}
 
 /** Edits one value; gives the number of lines that may change, 0 where there is nothing to edit. */
 struct SingleEdit {
@@ -96,7 +88,7 @@ class KeptRealMissions : public ::testing::Test {
   }
   Mission Read(const fs::path& path) {
     Mission mission;
-    ReadKeptMission(Here.Doc, Here.Services, mission, Bytes(path));
+    ReadKeptMission(Here.Doc, Here.Services, mission, test::FileBytes(path));
     return mission;
   }
   /** The merged lines, which have passed the check. */
@@ -115,7 +107,7 @@ TEST_F(KeptRealMissions, StayAsTheyAreButForTheLinesOfAnEdit) {
   for (const auto& path : Paths) {
     SCOPED_TRACE(path.filename().string());
     const Mission read = Read(path);
-    ASSERT_EQ(Merged(read).FileText(), Bytes(path));
+    ASSERT_EQ(Merged(read).FileText(), test::FileBytes(path));
     // Some of many flights are enough.
     const std::size_t stride = 1 + read.Flights.size() / 6;
     for (std::size_t flight = 0; flight < read.Flights.size(); flight += stride) {

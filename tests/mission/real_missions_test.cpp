@@ -2,14 +2,13 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 #include "mission/line_ends.h"
 #include "mission/update.h"
 #include "mission/writer.h"
 #include "services/text.h"
 #include "tests/support/doubles.h"
+#include "tests/support/sandbox.h"
 
 /** Every mission of the folder that RWS_MISSIONS names is read, rewritten, read again and rewritten
     again. Without that folder the test is skipped. */
@@ -19,13 +18,6 @@ namespace {
 namespace fs = std::filesystem;
 using test::ReadInto;
 using test::World;
-
-std::string Bytes(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::ostringstream bytes;
-  bytes << file.rdbuf();
-  return bytes.str();
-}
 
 /** What would be written; "<none>" when nothing would be. */
 std::string Rewritten(World& world) {
@@ -91,7 +83,8 @@ TEST(RealMissions, ComeBackAsTheyWere) {
     if (!EqualNoCase(entry.path().extension().string(), ".mis")) continue;
     SCOPED_TRACE(entry.path().filename().string());
     World world;
-    const std::string file = Bytes(entry.path()), bytes = RepairedLineEnds(file).value_or(file);
+    const std::string file = test::FileBytes(entry.path()),
+                      bytes = RepairedLineEnds(file).value_or(file);
     ReadInto(world, bytes);
     const Mission mission = world.Doc.Missions[0];
     const std::string once = Rewritten(world);

@@ -31,6 +31,13 @@ std::string NewFolder() {
 
 fs::path ToFsPath(const std::string& path) { return std::u8string(path.begin(), path.end()); }
 
+std::string FileBytes(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  std::ostringstream bytes;
+  bytes << file.rdbuf();
+  return bytes.str();
+}
+
 Sandbox::Sandbox() : root_(NewFolder()) {}
 
 Sandbox::~Sandbox() {
@@ -52,11 +59,8 @@ std::string Sandbox::Write(std::string_view name, std::string_view bytes) const 
 }
 
 std::string Sandbox::Read(std::string_view name) const {
-  std::ifstream file(ToFsPath(Path(name)), std::ios::binary);
-  if (!file) return "<none>";
-  std::ostringstream bytes;
-  bytes << file.rdbuf();
-  return bytes.str();
+  const fs::path path = ToFsPath(Path(name));
+  return std::ifstream(path) ? FileBytes(path) : "<none>";
 }
 
 bool Sandbox::Exists(std::string_view name) const { return fs::exists(ToFsPath(Path(name))); }

@@ -17,6 +17,9 @@ inline constexpr char kNeedsPosixFiles[] = "needs names whose letter case counts
 /** A path text for the standard library, to which a narrow text is UTF-8 on some systems only. */
 std::filesystem::path ToFsPath(const std::string& path);
 
+/** Content of a file; "" when it cannot be read. */
+std::string FileBytes(const std::filesystem::path& path);
+
 /** A folder of its own for one test, removed at the end. Its path holds a blank and a byte that is
    no ASCII. */
 class Sandbox {
