@@ -172,12 +172,12 @@ void LoadMission(Document& doc, const Services& services, std::size_t mission) {
     services.Window.ShowBusy(false);
     return CloseOverMissingFile(doc, services, path);
   }
-  const bool onDisk = doc.Untouched == UntouchedLines::Anew;
+  const bool keeps = UntouchedRule(doc, record) == UntouchedLines::Keep;
+  const bool onDisk = doc.Untouched == UntouchedLines::Anew && !keeps;
   const std::string reason = onDisk ? NormaliseLineEnds(services, path) : "";
   LogAndLeave(services, "LoadMission", [&] {
     std::string bytes = services.Files.ReadFile(path);
-    if (UntouchedRule(doc, record) == UntouchedLines::Keep)
-      return ReadKeptMission(doc, services, doc.Missions[mission], std::move(bytes));
+    if (keeps) return ReadKeptMission(doc, services, doc.Missions[mission], std::move(bytes));
     if (auto repaired = RepairedLineEnds(bytes)) {
       if (onDisk) TellUnrepaired(services, path, reason);
       bytes = std::move(*repaired);

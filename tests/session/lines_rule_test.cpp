@@ -102,6 +102,15 @@ TEST(LinesRule, StepsAreTakenBackInTheOtherReadingBehindASave) {
   }
 }
 
+TEST(LinesRule, ReadingAMissionThatIsKeptChangesNoLineEnd) {
+  LinesDesk desk;
+  const std::string text = Replace(desk.Text, "\r\n", "\n");
+  desk.Box.Write("in/a.mis", text);
+  desk.World.Doc.UntouchedOf[desk.Path("a")] = UntouchedLines::Keep;
+  desk.Run("reread go=a");
+  EXPECT_EQ(desk.OnDisk(), text);
+}
+
 TEST(LinesRule, AFailedUpdateLeavesTheReadingAsItWas) {
   LinesDesk desk;
   Document& doc = desk.World.Doc;
