@@ -9,10 +9,12 @@
 #include "mission/line_ends.h"
 #include "mission/reader.h"
 #include "mission/writer.h"
+#include "services/arguments.h"
 #include "services/error_log.h"
 #include "services/faults.h"
 #include "services/list_files.h"
 #include "services/paths.h"
+#include "services/text.h"
 
 namespace rws {
 
@@ -78,6 +80,25 @@ Services WritingServices(const Services& services) {
   writing.LogSink = [](const std::string&) {};
   MakeFolders(writing.Files, writing.AppPath);
   return writing;
+}
+
+std::vector<std::string> NamedFiles(const Services& services,
+                                    const std::vector<std::string>& given) {
+  if (kShellExpands) return given;
+  std::vector<std::string> named;
+  for (const auto& path : given) {
+    const std::string folder = StripFileName(path), name = path.substr(folder.size());
+    std::vector<std::string> found;
+    if (name.find_first_of("*?") != name.npos) {
+      // Those two are all that a pattern here has of the others.
+      const std::string pattern = Replace(Replace(name, "[", "[[]"), "#", "[#]");
+      ResumeNext(
+          [&] { ListFiles(services, found, folder.empty() ? "." : folder, pattern, false, ""); });
+    }
+    for (const auto& file : found) named.push_back(folder + file);
+    if (found.empty()) named.push_back(path);
+  }
+  return named;
 }
 
 Document ReadMission(const Services& services, const CliOptions& options, const std::string& path,

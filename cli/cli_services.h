@@ -28,6 +28,12 @@ Services NewServices(const CliOptions& options, const std::string& called);
     cannot be. Its log is silent: who uses it tells what failed. */
 Services WritingServices(const Services& services);
 
+/** The files that the user named. Where the shell leaves that to the program, a pattern of "*" and
+    "?" as the last part of a path gives the files that it stands for, sorted without regard to
+    case; one that stands for none is given as it is. */
+std::vector<std::string> NamedFiles(const Services& services,
+                                    const std::vector<std::string>& given);
+
 /** How a mission is read. */
 enum class ReadAs {
   Anew,  // by the rules of the window, for a file that is made anew

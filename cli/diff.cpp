@@ -2,7 +2,6 @@
 
 #include "cli/edit.h"
 #include "mission/unified_diff.h"
-#include "services/arguments.h"
 #include "services/faults.h"
 
 namespace rws {
@@ -15,7 +14,6 @@ int Diff(const Services& services, const CliOptions& options, const DiffOptions&
         const std::string bytes = services.Files.ReadFile(diff.File, LineArray::kLargest);
         Document doc = ReadMission(services, options, diff.File, bytes, diff.Lines);
         const LineArray lines = BuildMission(doc, services);
-        WriteRawOutput();
         std::cout << UnifiedDiff(diff.File, diff.File, bytes, lines.FileText());
         result = bytes == lines.FileText() ? kSame : kDiffers;
       },

@@ -11,7 +11,6 @@
 #include "mission/kept_text.h"
 #include "mission/mission_file.h"
 #include "mission/unified_diff.h"
-#include "services/arguments.h"
 #include "services/faults.h"
 #include "services/paths.h"
 
@@ -194,7 +193,6 @@ void Editing::TellWhatNamesNothing() {
 }
 
 int Editing::Show() {
-  WriteRawOutput();
   for (const Job& job : jobs_)
     std::cout << UnifiedDiff(job.Path, edit_.Output.empty() ? job.Path : edit_.Output, job.Old,
                              job.New.FileText());

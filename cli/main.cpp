@@ -137,6 +137,7 @@ int Run(const std::vector<std::string>& arguments) {
     return app.exit(stop) == 0 ? 0 : kBadUsage;
   }
   const Services services = NewServices(options.All, arguments[0]);
+  for (auto* files : {&options.Files, &options.Edit.Files}) *files = NamedFiles(services, *files);
   if (show->parsed()) return Show(services, options);
   if (rewrite->parsed()) return Rewrite(services, options);
   if (app.got_subcommand("edit")) return Edit(services, options.All, options.Edit);
@@ -145,4 +146,7 @@ int Run(const std::vector<std::string>& arguments) {
 
 }  // namespace
 
-int main(int argc, char** argv) { return Run(ProgramArguments(argc, argv)); }
+int main(int argc, char** argv) {
+  WriteRawOutput();
+  return Run(ProgramArguments(argc, argv));
+}

@@ -1,5 +1,7 @@
 # Fails when a source file includes something of a room that its own room does not link, or a header
-# of a library that it does not link. Rooms and links are those of the build.
+# of a library that it does not link, or asks by #if for which system it is built: such a difference
+# belongs to `platform` or a pair of files `*_posix.cpp` and `*_windows.cpp`. Rooms and links are
+# those of the build.
 #
 #   cmake -DROOT=<top of the sources> -DROOMS=<build>/rooms.cmake -P scripts/check-layers.cmake
 cmake_minimum_required(VERSION 3.25)
@@ -45,6 +47,9 @@ function(library_of name result)
   set(${result} "${library}" PARENT_SCOPE)
 endfunction()
 
+set(SYSTEMS "(_WIN(32|64)|Q_OS_WIN|__MINGW|_MSC_VER)")
+set(MAY_ASK "^(platform|app|tests/platform|tests/services/forms)/|_windows\\.cpp$")
+
 set(count 0)
 foreach(folder IN LISTS FOLDERS)
   file(GLOB_RECURSE found RELATIVE "${ROOT}" "${ROOT}/${folder}/*.h" "${ROOT}/${folder}/*.cpp")
@@ -54,6 +59,10 @@ foreach(folder IN LISTS FOLDERS)
       continue()
     endif()
     math(EXPR count "${count} + 1")
+    file(STRINGS "${ROOT}/${file}" lines REGEX "^[ \t]*#[ \t]*(el)?if.*${SYSTEMS}")
+    if(lines AND NOT file MATCHES "${MAY_ASK}")
+      string(APPEND problems "  ${file}: asks for the system, ${lines}\n")
+    endif()
     file(STRINGS "${ROOT}/${file}" lines REGEX "^[ \t]*#[ \t]*include[ \t]*[<\"]")
     foreach(line IN LISTS lines)
       string(REGEX MATCH "[<\"]([^>\"]+)" name "${line}")
@@ -77,6 +86,6 @@ if(count EQUAL 0)
   message(FATAL_ERROR "No source files under ${ROOT}")
 endif()
 if(problems)
-  message(FATAL_ERROR "Includes that break the layers:\n${problems}")
+  message(FATAL_ERROR "Breaks of the layers:\n${problems}")
 endif()
-message(STATUS "Layers: ${count} files looked at, no include goes up.")
+message(STATUS "Layers: ${count} files looked at, no include goes up, no #if asks for the system.")

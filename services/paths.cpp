@@ -2,12 +2,6 @@
 
 namespace rws {
 
-#ifdef _WIN32
-const char kSeparator = '\\';
-#else
-const char kSeparator = '/';
-#endif
-
 namespace {
 std::size_t NameStart(std::string_view path) {
   const std::size_t last = path.find_last_of("\\/");

@@ -9,10 +9,16 @@ namespace rws {
 
 /** The system's own separator. */
 extern const char kSeparator;
+/** Where there are drives, the one that is there always: "C:\"; "" elsewhere. */
+extern const char kFirstDrive[];
+/** True for a drive alone; where there are no drives, for the root. */
+bool IsDrive(std::string_view path);
 
 bool IsSeparator(char c);
 /** A character that no file name can hold on one of the systems. */
 bool IsRefusedInName(char c);
+/** Why this system cannot give a file or folder the name that `path` ends with; "" where it can. */
+std::string NameRefusal(std::string_view path);
 
 /** `folder` and `name` joined by one separator; an empty folder gives the name. */
 std::string BuildPath(std::string_view folder, std::string_view name);

@@ -28,11 +28,8 @@ std::string ExistingFolder(const Services& services, std::string folder) {
   while (!folder.empty() && !services.Files.FolderExists(folder))
     folder = GetParentFolderName(folder);
   if (!folder.empty()) return folder;
-#ifdef _WIN32
-  return "C:\\";
-#else
+  if (*kFirstDrive) return kFirstDrive;
   return services.System.HomeFolder ? services.System.HomeFolder() : "/";
-#endif
 }
 
 std::string GetFiles(const Services& services, std::vector<std::string>& result,

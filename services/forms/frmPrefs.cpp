@@ -17,16 +17,6 @@ namespace {
 
 constexpr char kSkinFolder[] = "PaintSchemes\\Skins";
 
-/** True for a drive alone; where there are no drives, for the root. */
-bool IsDrive(const std::string& path) {
-#ifdef _WIN32
-  const bool rooted = path.size() == 2 || (path.size() == 3 && IsSeparator(path[2]));
-  return rooted && path[1] == ':';
-#else
-  return path == "/";
-#endif
-}
-
 }  // namespace
 
 frmPrefs::frmPrefs(Session& session, QWidget* parent)

@@ -61,8 +61,8 @@ TEST_F(Cli, ShowPrintsEveryField) {
   EXPECT_EQ(Json::parse(out_)["BriefSound"], BuildPath("elsewhere", "a\\b.wav"));
 }
 
-#ifndef _WIN32
 TEST_F(Cli, ReadsInThePageOfTheLocaleOrTheOneGiven) {
+  if (!test::kPosixFiles) GTEST_SKIP() << "the code page is that of the system, not of a variable";
   // The letter is a Cyrillic capital in one page and no letter in the other.
   box_.Write("a.mis", test::CrlfText("[Wing]|[r0100]|  Planes 1|  skin0 \xD7.bmp|[end]"));
   struct Row {
@@ -75,13 +75,24 @@ TEST_F(Cli, ReadsInThePageOfTheLocaleOrTheOneGiven) {
   const std::string before = std::getenv("LC_ALL") ? std::getenv("LC_ALL") : "";
   for (const auto& row : rows) {
     SCOPED_TRACE(std::string(row.Locale) + " " + row.Arguments);
-    setenv("LC_ALL", row.Locale, 1);
+    test::SetVariable("LC_ALL", row.Locale);
     EXPECT_EQ(Run(std::string("show a.mis ") + row.Arguments), 0) << err_;
     EXPECT_NE(out_.find(std::string(R"("Skin":")") + row.Letter), out_.npos);
   }
-  setenv("LC_ALL", before.c_str(), 1);
+  test::SetVariable("LC_ALL", before);
 }
-#endif
+
+TEST_F(Cli, TakesPatternsOfFiles) {
+  for (const char* name : {"m/b.mis", "m/A.mis", "m/a.misx", "m/[x]#.mis"})
+    box_.Write(name, kMission);
+  ASSERT_EQ(Run("show m/?.mis"), 0) << err_;
+  EXPECT_EQ(std::count(out_.begin(), out_.end(), '\n'), 2);
+  EXPECT_LT(out_.find("A.mis"), out_.find("b.mis"));
+  ASSERT_EQ(Run("show m/*#.mis m/b.mis"), 0) << err_;
+  EXPECT_LT(out_.find("[x]#.mis"), out_.find("b.mis"));
+  EXPECT_EQ(Run("show m/*.none"), 1);
+  EXPECT_NE(err_.find("*.none"), err_.npos) << err_;
+}
 
 TEST_F(Cli, RewriteGivesWhatAnUpdateWouldWrite) {
   std::string broken = kMission;  // its line ends are repaired in memory only

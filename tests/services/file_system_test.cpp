@@ -20,8 +20,8 @@ namespace fs = std::filesystem;
 using Names = std::vector<std::string>;
 
 // The systems give other reasons.
-constexpr int kFolderNotFound = test::kPosixFiles ? fault::FileNotFound : fault::PathNotFound;
-constexpr int kIsFolder = test::kPosixFiles ? fault::FileIo : fault::Permission;
+const int kFolderNotFound = test::kPosixFiles ? fault::FileNotFound : fault::PathNotFound;
+const int kIsFolder = test::kPosixFiles ? fault::FileIo : fault::Permission;
 
 struct FileSystemTest : testing::Test {
   /** The fault that `body` ends with; number 0 when it has none. */

@@ -12,4 +12,7 @@ namespace rws::test {
 int RunCli(const std::string& folder, const std::string& arguments,
            const std::string& program = CliProgram());
 
+/** Sets a variable of the environment that the programs run from now on find. */
+void SetVariable(const std::string& name, const std::string& value);
+
 }  // namespace rws::test

@@ -7,11 +7,7 @@
 namespace rws::test {
 
 /** Whether file names are any bytes, their letter case counts, and everybody may make links. */
-#ifdef _WIN32
-inline constexpr bool kPosixFiles = false;
-#else
-inline constexpr bool kPosixFiles = true;
-#endif
+extern const bool kPosixFiles;
 inline constexpr char kNeedsPosixFiles[] = "needs names whose letter case counts, or links";
 
 /** A path text for the standard library, to which a narrow text is UTF-8 on some systems only. */

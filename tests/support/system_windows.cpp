@@ -1,19 +1,22 @@
-#include "tests/support/run_cli.h"
-
-#include "tests/support/places.h"
-#include "tests/support/sandbox.h"
-
-#ifdef _WIN32
-
 #include <windows.h>
 
+#include "tests/support/run_cli.h"
+#include "tests/support/sandbox.h"
+
 namespace rws::test {
+
+const bool kPosixFiles = false;
+
+void SetVariable(const std::string& name, const std::string& value) {
+  ::SetEnvironmentVariableW(ToFsPath(name).c_str(), ToFsPath(value).c_str());
+}
 
 namespace {
 
 HANDLE OpenInherited(const std::string& path) {
   SECURITY_ATTRIBUTES inherited{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
-  return ::CreateFileW(ToFsPath(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited,
+  return ::CreateFileW(ToFsPath(path).c_str(), GENERIC_WRITE,
+                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, &inherited,
                        CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
@@ -41,22 +44,3 @@ int RunCli(const std::string& folder, const std::string& arguments, const std::s
 }
 
 }  // namespace rws::test
-
-#else
-
-#include <sys/wait.h>
-
-#include <cstdlib>
-
-namespace rws::test {
-
-int RunCli(const std::string& folder, const std::string& arguments, const std::string& program) {
-  const std::string command =
-      "cd \"" + folder + "\" && \"" + program + "\" " + arguments + " > out.txt 2> err.txt";
-  const int status = std::system(command.c_str());
-  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
-}  // namespace rws::test
-
-#endif
