@@ -32,7 +32,7 @@ std::optional<std::string> SumOf(const Services& services, const std::string& pa
 }
 
 void DropCopy(const Services& services, const std::string& copy) {
-  ResumeNext([&] { services.Files.DeleteFile(copy); });
+  ResumeNext([&] { services.Files.DeleteFile(copy, IfReadOnly::AllTheSame); });
   DropNote(services, copy);
 }
 
@@ -59,8 +59,8 @@ void ReplaceTorn(const Services& services, const std::string& mission, const std
   const std::string backup = FreeStampedName(services, start, ".bak");
   services.Files.LinkOrCopy(mission, backup);
   NoteBackup(services, backup, mission);
-  services.Files.ReplaceFile(mission, services.Files.ReadFile(copy), copy, IfReadOnly::Replace);
-  services.Files.DeleteFile(copy);
+  services.Files.ReplaceFile(mission, services.Files.ReadFile(copy), copy, IfReadOnly::AllTheSame);
+  services.Files.DeleteFile(copy, IfReadOnly::AllTheSame);
 }
 
 }  // namespace

@@ -74,7 +74,7 @@ void Restore(const Services& services, const std::string& temporary, const std::
              const WriteRules& rules, const Fault& cause) {
   if (HoldSame(services, temporary, path)) {
     ResumeNext([&] { PartFromBackups(services, FolderOf(services, rules), path); });
-    ResumeNext([&] { services.Files.DeleteFile(temporary); });
+    ResumeNext([&] { services.Files.DeleteFile(temporary, IfReadOnly::AllTheSame); });
     return;
   }
   const bool stood = services.Files.FileExists(path);
@@ -145,15 +145,15 @@ bool WriteMissionFile(const Services& services, const Mission& mission, const Li
     else
       services.Files.RequireWritable(path);
     services.Files.ReplaceFile(path, lines.FileText(), path,
-                               rules.Backup ? IfReadOnly::Replace : IfReadOnly::AsTheSystemDoes);
-    services.Files.DeleteFile(temporary);
+                               rules.Backup ? IfReadOnly::AllTheSame : IfReadOnly::AsTheSystemDoes);
+    services.Files.DeleteFile(temporary, IfReadOnly::AllTheSame);
   };
   return Trap(write, [&](const Fault& caught) {
     tell(caught);
     if (copied) return Restore(services, temporary, path, rules, caught);
     // The mission has not been touched yet.
     if (begun && services.Files.FileExists(temporary))
-      ResumeNext([&] { services.Files.DeleteFile(temporary); });
+      ResumeNext([&] { services.Files.DeleteFile(temporary, IfReadOnly::AllTheSame); });
     if (services.Files.FileExists(path)) return;
     TellNotRestored(services, path, caught, "");
     throw Fault(caught);

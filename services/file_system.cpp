@@ -32,7 +32,7 @@ class RemovedUnlessKept {
  public:
   explicit RemovedUnlessKept(std::string path) : path_(std::move(path)) {}
   ~RemovedUnlessKept() {
-    if (!path_.empty()) ResumeNext([&] { os::DeleteFile(path_); });
+    if (!path_.empty()) ResumeNext([&] { os::DeleteFile(path_, true); });
   }
   RemovedUnlessKept(const RemovedUnlessKept&) = delete;
   RemovedUnlessKept& operator=(const RemovedUnlessKept&) = delete;
@@ -41,6 +41,12 @@ class RemovedUnlessKept {
  private:
   std::string path_;
 };
+
+/** Before a file or folder gets the name of `path`. */
+void RequireName(const std::string& path) {
+  const std::string refusal = NameRefusal(path);
+  if (!refusal.empty()) throw FileFault(fault::InvalidCall, "use the name", path, refusal);
+}
 
 /** A name beside `path` that nothing bears yet. */
 std::string NameBeside(const std::string& path) {
@@ -199,6 +205,7 @@ void FileSystem::WriteBeside(const std::string& path, const std::string& beside,
 
 void FileSystem::WriteWhole(const std::string& target, std::string_view bytes,
                             const std::string& rightsFrom, IfReadOnly readOnly) const {
+  RequireName(target);
   // A device or a pipe would be replaced by a file of its name.
   os::EntryKind kind;
   if (os::Stat(target, kind) && kind == os::EntryKind::Other)
@@ -208,7 +215,7 @@ void FileSystem::WriteWhole(const std::string& target, std::string_view bytes,
   WriteBeside(target, beside, bytes, rightsFrom);
   RemovedUnlessKept written(beside);
   Step("take name", target);
-  os::RenameOver(beside, target, readOnly == IfReadOnly::Replace);
+  os::RenameOver(beside, target, readOnly == IfReadOnly::AllTheSame);
   written.Keep();
   done();
   SyncFolderOf(target);
@@ -222,6 +229,7 @@ void FileSystem::ReplaceFile(const std::string& path, std::string_view bytes,
 
 void FileSystem::AppendToFile(const std::string& path, std::string_view bytes) const {
   const std::string target = Resolve(path);
+  RequireName(target);
   Step("append", target);
   auto file = os::OpenOutput(target, os::OpenMode::Append, target);
   file->Write(bytes);
@@ -252,6 +260,7 @@ void FileSystem::CopyNew(const std::string& source, const std::string& target) c
 void FileSystem::LinkOrCopy(const std::string& from, const std::string& to) const {
   const std::string source = FollowLinks(from);
   const std::string target = Resolve(to);
+  RequireName(target);
   if (os::Exists(target)) throw FileExistsFault(target);
   const auto link = [&] {
     Step("link", source);
@@ -272,11 +281,12 @@ void FileSystem::MoveFile(const std::string& from, const std::string& to) const 
   if (os::Exists(target) && (source == to || !isItself)) throw FileExistsFault(target);
   const std::string wanted =
       isItself ? BuildPath(GetParentFolderName(target), GetFileName(to)) : target;
+  RequireName(wanted);
   const auto done = Announce(FileDeed::Move, source, wanted);
   Step("move", source);
   if (!os::RenameNew(source, wanted)) {
     CopyNew(source, wanted);
-    os::DeleteFile(source);
+    os::DeleteFile(source, true);
   }
   done();
   if (known_) known_->Moved(source, wanted);
@@ -284,11 +294,11 @@ void FileSystem::MoveFile(const std::string& from, const std::string& to) const 
   if (GetParentFolderName(source) != GetParentFolderName(wanted)) SyncFolderOf(source);
 }
 
-void FileSystem::DeleteFile(const std::string& path) const {
+void FileSystem::DeleteFile(const std::string& path, IfReadOnly readOnly) const {
   const std::string target = Resolve(path);
   const auto done = Announce(FileDeed::Delete, target, target);
   Step("delete", target);
-  os::DeleteFile(target);
+  os::DeleteFile(target, readOnly == IfReadOnly::AllTheSame);
   done();
   SyncFolderOf(target);
 }
@@ -296,6 +306,7 @@ void FileSystem::DeleteFile(const std::string& path) const {
 std::shared_ptr<void> FileSystem::Hold(const std::string& path, int mostWait) const {
   constexpr int kPause = 5;
   const std::string target = Resolve(path);
+  RequireName(target);
   Step("lock", target);
   for (int waited = 0;; waited += kPause) {
     if (std::shared_ptr<os::HeldFile> held = os::TryHold(target)) return held;
@@ -307,6 +318,7 @@ std::shared_ptr<void> FileSystem::Hold(const std::string& path, int mostWait) co
 
 void FileSystem::CreateFolder(const std::string& path) const {
   const std::string target = Resolve(path);
+  RequireName(target);
   Step("create folder", target);
   os::CreateFolder(target);
   SyncFolderOf(target);

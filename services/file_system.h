@@ -34,11 +34,11 @@ struct FolderEntry {
   bool IsFolder;
 };
 
-/** What becomes of a read-only file that is to be replaced. */
+/** What becomes of a read-only file that is to be replaced or deleted. */
 enum class IfReadOnly {
-  /** On Windows it is refused, elsewhere it is replaced. */
+  /** On Windows that is refused, elsewhere it is done. */
   AsTheSystemDoes,
-  Replace
+  AllTheSame
 };
 
 class NameIndex;
@@ -46,7 +46,7 @@ class NameIndex;
 /** The only code that touches the disk. Takes "\" and "/"; finds a name in any letter case on
     systems that mind it, the exact spelling first, else the first match in sorted order. What it
     writes is flushed, file and folder, before the call returns. Every failure is a fault that names
-    the file and the reason. */
+    the file and the reason; a name that the system refuses is one before anything is touched. */
 class FileSystem {
  public:
   /** Called before each action that changes the disk or reads a file; a test makes it throw. */
@@ -108,7 +108,7 @@ class FileSystem {
   /** Moves or renames; never over an existing file. Between file systems the source is deleted only
       when the copy is on disk. */
   void MoveFile(const std::string& from, const std::string& to) const;
-  void DeleteFile(const std::string& path) const;
+  void DeleteFile(const std::string& path, IfReadOnly readOnly = IfReadOnly::AsTheSystemDoes) const;
   /** Keeps out all who ask for the same path, in other processes too, until what it gives is
       dropped or the process ends, however that comes. The path is that of a file made for this
       alone, which is deleted then. Waits so many milliseconds for another to let go; one that does

@@ -77,7 +77,8 @@ bool RenameNew(const std::string& from, const std::string& to);
 /** Gives the file at `from` the second name `to`, in one step; a file at `to` is a fault, and so is
     a file system that knows no second names. */
 void Link(const std::string& from, const std::string& to);
-void DeleteFile(const std::string& path);
+/** Some systems refuse to delete a read-only file; with `evenReadOnly` they do not. */
+void DeleteFile(const std::string& path, bool evenReadOnly);
 
 /** A file that one holds at a time, in any process. The system lets go of it when the process ends,
     however that comes; who lets go of it deletes it. */

@@ -294,7 +294,7 @@ void Link(const std::string& from, const std::string& to) {
   Fail("link", from, errno);
 }
 
-void DeleteFile(const std::string& path) {
+void DeleteFile(const std::string& path, bool) {
   if (::unlink(path.c_str()) != 0) Fail("delete", path, errno);
 }
 

@@ -94,7 +94,8 @@ void LimitStore(const Services& services, const StoreLimits& limits) {
     const std::string path = BuildPath(StoreFolder(services), *name);
     ResumeNext([&] { bytes += services.Files.Stamp(path).Size; });
     const bool isOld = today - *KeptOn(*name) > limits.Days;
-    if (isOld || bytes > limits.Bytes) ResumeNext([&] { services.Files.DeleteFile(path); });
+    if (isOld || bytes > limits.Bytes)
+      ResumeNext([&] { services.Files.DeleteFile(path, IfReadOnly::AllTheSame); });
   }
 }
 
