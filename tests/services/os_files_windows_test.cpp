@@ -174,17 +174,17 @@ TEST_F(WindowsFiles, FoldersThatCannotBeListedAreNoEmptyOnes) {
 }
 
 TEST_F(WindowsFiles, NamesOfAnyLetters) {
-  // Half a surrogate pair is no letter, but Windows takes it for a name.
-  const std::string names[] = {"\xD0\x9C\xD0\xB8\xD1\x81.mis", "\xF0\x9F\x98\x80.mis",
-                               "\xED\xA0\x80x.mis"};
-  for (const auto& name : names) {
+  for (const std::string name : {"\xD0\x9C\xD0\xB8\xD1\x81.mis", "\xF0\x9F\x98\x80.mis"}) {
     const std::string path = Box.Path() + "\\" + name;
-    EXPECT_EQ(Narrow(Wide(name)), name);
     Files.ReplaceFile(path, "1");
     EXPECT_EQ(All(Box.Path()), name + "=1;");
     EXPECT_EQ(Files.Resolve(path), path);
     Files.DeleteFile(path);
   }
+  // Half a surrogate pair is no letter, but Windows takes it for a name. Wine does not.
+  const std::wstring half = L"\xD800x\xDC00.mis";
+  EXPECT_EQ(Wide(Narrow(half)), half);
+  EXPECT_EQ(Narrow(Wide("\xF0\x9F\x98\x80")), "\xF0\x9F\x98\x80");
 }
 
 TEST_F(WindowsFiles, RenamesInLetterCaseAlone) {
