@@ -4,9 +4,9 @@
 #include <algorithm>
 
 #include "controls/list_colors.h"
-#include "editors/logic/briefing_file.h"
 #include "editors/logic/briefing_inserts.h"
 #include "editors/logic/briefing_letters.h"
+#include "mission/briefing_file.h"
 #include "platform/form_placement.h"
 #include "platform/qt_text.h"
 #include "services/paths.h"

@@ -132,6 +132,12 @@ std::string FileSystem::Resolve(const std::string& path) const {
   return os::Exists(exact) ? exact : BuildPath(prefix, FindEntry(folder, name).value_or(name));
 }
 
+FileSystem FileSystem::ForThreads() const {
+  FileSystem other = *this;
+  other.known_.reset();
+  return other;
+}
+
 bool FileSystem::MindsCase() { return os::kMindsCase; }
 
 std::string FileSystem::FollowLinks(const std::string& path) const {
@@ -331,7 +337,8 @@ std::vector<FolderEntry> FileSystem::ListFolder(const std::string& path) const {
   for (auto& entry : os::ListFolder(folder)) {
     os::EntryKind kind = entry.Kind;
     if (kind == os::EntryKind::Link && !os::Stat(BuildPath(folder, entry.Name), kind)) continue;
-    entries.push_back({std::move(entry.Name), kind == os::EntryKind::Folder});
+    entries.push_back(
+        {std::move(entry.Name), kind == os::EntryKind::Folder, kind == os::EntryKind::File});
   }
   SortByName(entries, [](const FolderEntry& entry) -> const std::string& { return entry.Name; });
   return entries;

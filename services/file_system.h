@@ -32,6 +32,8 @@ struct FileDeed {
 struct FolderEntry {
   std::string Name;
   bool IsFolder;
+  /** False for a folder, and for a device or a pipe. */
+  bool IsFile = true;
 };
 
 /** What becomes of a read-only file that is to be replaced or deleted. */
@@ -46,7 +48,9 @@ class NameIndex;
 /** The only code that touches the disk. Takes "\" and "/"; finds a name in any letter case on
     systems that mind it, the exact spelling first, else the first match in sorted order. What it
     writes is flushed, file and folder, before the call returns. Every failure is a fault that names
-    the file and the reason; a name that the system refuses is one before anything is touched. */
+    the file and the reason; a name that the system refuses is one before anything is touched.
+    Several threads may read, list and look at once through one object that nobody changes
+    meanwhile; its hooks are called in all of them. */
 class FileSystem {
  public:
   /** Called before each action that changes the disk or reads a file; a test makes it throw. */
@@ -54,6 +58,9 @@ class FileSystem {
   /** Called before a file is written, moved or deleted as a whole; what it gives, if anything, is
       called when that is done. */
   std::function<std::function<void()>(const FileDeed&)> OnDeed;
+
+  /** One for other threads, which shares nothing that this one changes. */
+  FileSystem ForThreads() const;
 
   /** Whether names that differ in letter case only are two files on this system. */
   static bool MindsCase();

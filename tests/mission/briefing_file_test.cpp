@@ -1,4 +1,4 @@
-#include "editors/logic/briefing_file.h"
+#include "mission/briefing_file.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,332 @@
+#include "library/mission_reader.h"
+
+#include <algorithm>
+#include <map>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+#include "library/briefings.h"
+#include "mission/briefing_file.h"
+#include "mission/line_array.h"
+#include "services/faults.h"
+#include "services/paths.h"
+#include "services/text.h"
+
+namespace rws {
+
+namespace {
+
+constexpr std::size_t kFilesATask = 16;
+/** No briefing comes near it. */
+constexpr std::uint64_t kMostBriefing = 1024 * 1024;
+/** A text beyond it leaves no memory behind for the next ones. */
+constexpr std::size_t kUsualMission = 4 * 1024 * 1024;
+
+/** A path without links in any of its parts, so that one folder has one. */
+std::string RealPath(const FileSystem& files, const std::string& path) {
+  const std::string parent = GetParentFolderName(path);
+  if (parent.empty() || parent == path) return path;
+  return files.FollowLinks(BuildPath(RealPath(files, parent), GetFileName(path)));
+}
+
+std::vector<std::string> Fragments(const std::string& excluded) {
+  std::vector<std::string> fragments;
+  const std::string folded = FoldName(excluded);
+  for (const auto part : SplitAt(folded, ','))
+    if (!part.empty()) fragments.emplace_back(part);
+  return fragments;
+}
+
+bool IsLeftOut(const std::string& name, const std::vector<std::string>& fragments) {
+  if (fragments.empty()) return false;
+  const std::string folded = FoldName(name);
+  return std::any_of(fragments.begin(), fragments.end(),
+                     [&](const std::string& part) { return Contains(folded, part); });
+}
+
+}  // namespace
+
+struct MissionReader::Job {
+  std::uint32_t Number = 0;
+  ReadRequest Request;
+  std::vector<std::string> Excluded;
+  std::unordered_set<std::string> Seen;  // folders, without links; with the lock
+};
+
+/** A folder to be listed, or missions of it to be read. */
+struct MissionReader::Task {
+  enum Work { ListRoot, ListBelow, ListNamed, ReadListed, ReadNamed };
+
+  Work What;
+  std::shared_ptr<MissionReader::Job> For;
+  std::string Folder;
+  std::string Real = {};  // where a folder below another really is
+  MissionKind Kind = MissionKind::Unknown;
+  std::vector<ListedMission> Missions = {};
+};
+
+/** What one thread works with. */
+class MissionReader::Worker {
+ public:
+  Worker(MissionReader& reader, const FileSystem& files) : reader_(reader), files_(files) {}
+
+  void Do(Task task, const std::stop_token& stop) {
+    task.Kind = KindOfFolder(files_.GetAbsolutePathName(task.Folder));
+    if (task.What == Task::ListNamed)
+      ListNamed(std::move(task));
+    else if (task.What == Task::ListRoot || task.What == Task::ListBelow)
+      List(std::move(task));
+    else
+      ReadAll(task, stop);
+  }
+
+ private:
+  using Folders = std::vector<std::pair<std::string, std::string>>;
+
+  void List(Task task) {
+    if (task.What == Task::ListRoot) {
+      task.Real = RealPath(files_, files_.GetAbsolutePathName(task.Folder));
+      const std::lock_guard lock(reader_.mutex_);
+      if (!task.For->Seen.insert(task.Real).second) return;
+    }
+    const auto entries = files_.ListFolder(task.Folder);
+    task.Missions = ListedMissions(entries);
+    std::erase_if(task.Missions, [&](const ListedMission& mission) {
+      return IsLeftOut(mission.Name, task.For->Excluded);
+    });
+    const Folders below = task.For->Request.Tree ? FoldersBelow(task, entries) : Folders();
+    task.What = Task::ReadListed;
+    PushBelow(below, std::move(task));
+  }
+
+  /** A folder that cannot be listed may still let its files be read. */
+  void ListNamed(Task task) {
+    std::unordered_map<std::string, std::string> briefings;
+    ResumeNext([&] {
+      for (auto& mission : ListedMissions(files_.ListFolder(task.Folder)))
+        briefings[std::move(mission.Name)] = std::move(mission.Briefing);
+    });
+    for (auto& mission : task.Missions) mission.Briefing = briefings[mission.Name];
+    task.What = Task::ReadNamed;
+    PushBelow({}, std::move(task));
+  }
+
+  Folders FoldersBelow(const Task& task, const std::vector<FolderEntry>& entries) const {
+    Folders below;
+    for (const auto& entry : entries)
+      if (entry.IsFolder)
+        below.emplace_back(BuildPath(task.Folder, entry.Name),
+                           files_.FollowLinks(BuildPath(task.Real, entry.Name)));
+    return below;
+  }
+
+  void PushBelow(const Folders& below, Task task) {
+    auto missions = std::exchange(task.Missions, {});
+    const std::lock_guard lock(reader_.mutex_);
+    if (!reader_.IsLive(*task.For)) return;
+    for (const auto& [path, real] : below)
+      if (task.For->Seen.insert(real).second) reader_.Push({Task::ListBelow, task.For, path, real});
+    reader_.progress_.Found += missions.size();
+    for (std::size_t i = 0; i < missions.size(); i += kFilesATask) {
+      Task part = task;
+      const auto first = missions.begin() + static_cast<std::ptrdiff_t>(i);
+      const auto count = std::min(kFilesATask, missions.size() - i);
+      part.Missions.assign(std::make_move_iterator(first),
+                           std::make_move_iterator(first + static_cast<std::ptrdiff_t>(count)));
+      reader_.Push(std::move(part));
+    }
+  }
+
+  void ReadAll(const Task& task, const std::stop_token& stop) {
+    std::vector<MissionFacts> results;
+    for (const auto& mission : task.Missions) {
+      if (stop.stop_requested()) return;
+      results.push_back(Read(task, mission));
+      // The next one may take long.
+      if (results.back().Stamp.Size > kUsualMission) Publish(*task.For, results);
+    }
+    Publish(*task.For, results);
+  }
+
+  void Publish(const Job& job, std::vector<MissionFacts>& results) {
+    {
+      const std::lock_guard lock(reader_.mutex_);
+      if (!results.empty() && reader_.IsLive(job)) {
+        reader_.progress_.Read += results.size();
+        reader_.results_.push_back(std::move(results));
+      }
+    }
+    results.clear();
+    reader_.hasResult_.notify_all();
+  }
+
+  MissionFacts Read(const Task& task, const ListedMission& mission) {
+    MissionFacts facts;
+    facts.Folder = task.Folder;
+    facts.FileName = mission.Name;
+    facts.Kind = task.Kind;
+    facts.Request = task.For->Number;
+    const std::string path = BuildPath(task.Folder, mission.Name);
+    facts.Stamp = files_.Stamp(path);
+    Trap(
+        [&] {
+          // A pipe of that name would be waited for.
+          if (task.What == Task::ReadNamed && !files_.FileExists(path))
+            throw FileNotFoundFault(path);
+          ReadFile(path, task.For->Request.Texts, facts);
+        },
+        [&](const Fault& caught) {
+          facts.Fault = MissionFault::Unreadable;
+          facts.FaultText = caught.Text;
+          facts.Stamp.Exists = facts.Stamp.Exists && caught.Number != fault::FileNotFound;
+        });
+    if (!mission.Briefing.empty())
+      ReadBriefing(BuildPath(task.Folder, mission.Briefing), task.For->Request.Texts, facts);
+    return facts;
+  }
+
+  void ReadFile(const std::string& path, const std::vector<std::string>& texts,
+                MissionFacts& facts) {
+    const std::string bytes = files_.ReadFile(path, LineArray::kLargest);
+    factsReader_.Read(bytes, facts);
+    Look(bytes, texts, facts);
+    if (bytes.size() > kUsualMission) {
+      factsReader_ = {};
+      lower_ = {};
+    }
+    facts.KindGuessed = facts.Kind == MissionKind::Unknown;
+    if (facts.KindGuessed) facts.Kind = GuessedKind(facts);
+  }
+
+  /** One that cannot be read leaves the mission without. */
+  void ReadBriefing(const std::string& path, const std::vector<std::string>& texts,
+                    MissionFacts& facts) {
+    ResumeNext([&] {
+      const std::string bytes = files_.ReadFile(path, kMostBriefing);
+      Briefing briefing = ParseBriefing(bytes);
+      facts.BriefingName = std::move(briefing.Name);
+      facts.BriefingShort = std::move(briefing.Short);
+      Look(bytes, texts, facts);
+    });
+  }
+
+  void Look(const std::string& bytes, const std::vector<std::string>& texts, MissionFacts& facts) {
+    if (texts.empty()) return;
+    reader_.page_.LCaseInto(lower_, bytes);
+    for (std::size_t i = 0; i < texts.size(); ++i)
+      if (lower_.find(texts[i]) != lower_.npos) facts.TextsFound |= 1U << i;
+  }
+
+  MissionReader& reader_;
+  const FileSystem& files_;
+  FactsReader factsReader_;
+  std::string lower_;
+};
+
+MissionReader::MissionReader(const FileSystem& files, const CodePage& page, unsigned threads)
+    : files_(files.ForThreads()), page_(page) {
+  if (threads == 0) threads = std::max(1U, std::thread::hardware_concurrency());
+  for (unsigned i = 0; i < threads; ++i)
+    threads_.emplace_back([this](const std::stop_token& stop) { Run(stop); });
+}
+
+MissionReader::~MissionReader() {
+  Stop();
+  for (auto& thread : threads_) thread.request_stop();
+  threads_.clear();
+}
+
+bool MissionReader::IsLive(const Job& job) const { return job.Number >= firstLive_; }
+
+void MissionReader::Push(Task task) {
+  tasks_.push_back(std::move(task));
+  ++pending_;
+  hasTask_.notify_one();
+}
+
+std::uint32_t MissionReader::Add(ReadRequest request) {
+  const auto job = std::make_shared<Job>();
+  job->Request = std::move(request);
+  job->Excluded = Fragments(job->Request.Excluded);
+  job->Request.Texts.resize(std::min<std::size_t>(job->Request.Texts.size(), 32));
+  std::map<std::string, std::vector<ListedMission>> files;
+  for (const auto& path : job->Request.Files)
+    files[GetParentFolderName(path)].push_back({GetFileName(path), ""});
+  const std::lock_guard lock(mutex_);
+  if (pending_ == 0 && results_.empty()) progress_ = {};
+  job->Number = ++lastRequest_;
+  for (auto& [folder, missions] : files)
+    Push({Task::ListNamed, job, folder, "", MissionKind::Unknown, std::move(missions)});
+  for (const auto& folder : job->Request.Folders) Push({Task::ListRoot, job, folder});
+  return job->Number;
+}
+
+void MissionReader::Stop() {
+  const std::lock_guard lock(mutex_);
+  firstLive_ = lastRequest_ + 1;
+  tasks_.clear();
+  results_.clear();
+  troubles_.clear();
+  pending_ = 0;
+  progress_ = {};
+}
+
+void MissionReader::Run(const std::stop_token& stop) {
+  Worker worker(*this, files_);
+  while (true) {
+    std::unique_lock lock(mutex_);
+    hasTask_.wait(lock, stop, [&] { return !tasks_.empty(); });
+    if (stop.stop_requested()) return;
+    Task task = std::move(tasks_.front());
+    tasks_.pop_front();
+    lock.unlock();
+    const auto job = task.For;
+    std::string trouble;
+    Trap([&] { worker.Do(std::move(task), stop); },
+         [&](const Fault& caught) { trouble = caught.Text; });
+    lock.lock();
+    if (!IsLive(*job)) continue;
+    if (!trouble.empty()) troubles_.push_back(std::move(trouble));
+    --pending_;
+    hasResult_.notify_all();
+  }
+}
+
+ReadProgress MissionReader::Progress() const {
+  const std::lock_guard lock(mutex_);
+  ReadProgress progress = progress_;
+  progress.Idle = pending_ == 0;
+  return progress;
+}
+
+std::vector<MissionFacts> MissionReader::TakeLocked(std::size_t most) {
+  std::vector<MissionFacts> taken;
+  while (!results_.empty() && taken.size() < most) {
+    auto& batch = results_.front();
+    const std::size_t count = std::min(batch.size(), most - taken.size());
+    const auto from = batch.end() - static_cast<std::ptrdiff_t>(count);
+    taken.insert(taken.end(), std::make_move_iterator(from), std::make_move_iterator(batch.end()));
+    batch.erase(from, batch.end());
+    if (batch.empty()) results_.pop_front();
+  }
+  return taken;
+}
+
+std::vector<MissionFacts> MissionReader::Take(std::size_t most) {
+  const std::lock_guard lock(mutex_);
+  return TakeLocked(most);
+}
+
+std::vector<MissionFacts> MissionReader::Wait() {
+  std::unique_lock lock(mutex_);
+  hasResult_.wait(lock, [&] { return !results_.empty() || pending_ == 0; });
+  return TakeLocked(SIZE_MAX);
+}
+
+std::vector<std::string> MissionReader::TakeTroubles() {
+  const std::lock_guard lock(mutex_);
+  return std::exchange(troubles_, {});
+}
+
+}  // namespace rws
