@@ -68,6 +68,11 @@ void LoadAircraftArray(Document& doc, Catalogues& catalogues, const Services& se
   LogAndLeave(services, "LoadAircraftArray", [&] { ReadAircraft(catalogues, services, weapons); });
 }
 
+void LoadAircraftNames(Catalogues& catalogues, const Services& services) {
+  catalogues.Aircraft.clear();
+  LogAndLeave(services, "LoadAircraftArray", [&] { ReadAircraft(catalogues, services, {}); });
+}
+
 std::string GetPlaneName(const Catalogues& catalogues, const Services& services,
                          std::string_view nameOrClass) {
   const std::string wanted = services.Page.LCase(nameOrClass);

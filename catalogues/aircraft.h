@@ -17,6 +17,9 @@ namespace rws {
  */
 void LoadAircraftArray(Document& doc, Catalogues& catalogues, const Services& services);
 
+/** The same without the loadouts, for who needs names only. */
+void LoadAircraftNames(Catalogues& catalogues, const Services& services);
+
 /** Display name for a name or class in any letter case, that of a parked one included; an unknown
     one comes back as it is. */
 std::string GetPlaneName(const Catalogues& catalogues, const Services& services,
