@@ -5,6 +5,7 @@
 
 #include "cli/cli_services.h"
 #include "cli/edit.h"
+#include "cli/find.h"
 #include "cli/records_json.h"
 #include "services/arguments.h"
 #include "services/faults.h"
@@ -19,6 +20,7 @@ struct Options {
   std::string File, Output;
   EditOptions Edit;
   DiffOptions Diff;
+  FindOptions Find;
 };
 
 Document ReadAnew(const Services& services, const Options& options, const std::string& path) {
@@ -104,6 +106,21 @@ void AddDiff(CLI::App& app, DiffOptions& diff) {
   AddLines(command, diff.Lines);
 }
 
+void AddFind(CLI::App& app, FindOptions& find) {
+  auto* command = app.add_subcommand(
+      "find", "List the missions of folders, or those of them for which a query holds");
+  command->add_option("DIR", find.Folders, "Folders, or single missions")->required();
+  command
+      ->add_option("--where", find.Where,
+                   "Words of the names of file and briefing, and map: aircraft: squadron: "
+                   "player: army: kind: time: weather: flights: text: is:broken, all of which "
+                   "must hold; \"-\" ahead negates, quotes hold blanks together")
+      ->allow_extra_args(false);
+  command->add_flag("--recursive", find.Recursive, "Also the folders below");
+  command->add_option("--format", find.Format, "table, csv or json (default: table)")
+      ->check(CLI::IsMember({"table", "csv", "json"}));
+}
+
 void AddCommon(CLI::App& app, CliOptions& options) {
   app.add_option("--tables", options.Tables,
                  "Folder of the data tables (default: the program's own)");
@@ -130,6 +147,7 @@ int Run(const std::vector<std::string>& arguments) {
       ->required();
   AddEdit(app, options.Edit);
   AddDiff(app, options.Diff);
+  AddFind(app, options.Find);
   try {
     // It takes them from the end.
     app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend() - 1));
@@ -141,6 +159,7 @@ int Run(const std::vector<std::string>& arguments) {
   if (show->parsed()) return Show(services, options);
   if (rewrite->parsed()) return Rewrite(services, options);
   if (app.got_subcommand("edit")) return Edit(services, options.All, options.Edit);
+  if (app.got_subcommand("find")) return Find(services, options.Find);
   return Diff(services, options.All, options.Diff);
 }
 

@@ -1,0 +1,179 @@
+#include "cli/find.h"
+
+#include <algorithm>
+#include <iostream>
+#include <nlohmann/json.hpp>
+
+#include "catalogues/aircraft.h"
+#include "catalogues/maps.h"
+#include "catalogues/squadrons.h"
+#include "library/columns.h"
+#include "library/filter.h"
+#include "library/mission_reader.h"
+#include "services/arguments.h"
+#include "services/faults.h"
+
+namespace rws {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+IndexNames ReadNames(const Services& services) {
+  Document doc;
+  Catalogues tables;
+  LoadMaps(doc, services);
+  LoadRegiments(tables, services);
+  LoadAircraftNames(tables, services);
+  return {MapNames(doc.Maps, services.Page), AircraftNames(tables, services.Page),
+          SquadronNames(tables, services.Page)};
+}
+
+/** Widths count characters, bytes of UTF-8 that go on with one do not. */
+std::size_t Width(std::string_view text) {
+  return static_cast<std::size_t>(
+      std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
+}
+
+/** A tab or line end would break the table. */
+std::string OnOneLine(std::string text) {
+  std::replace_if(
+      text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
+  return text;
+}
+
+/** The path in one column, and those that say most. */
+constexpr MissionColumn kTable[] = {
+    MissionColumn::Mission, MissionColumn::Kind,    MissionColumn::Map,    MissionColumn::Time,
+    MissionColumn::Weather, MissionColumn::Flights, MissionColumn::Player, MissionColumn::Trouble};
+
+std::string TableCell(const MissionIndex& index, std::size_t row, MissionColumn column) {
+  if (column == MissionColumn::Mission) return PathText(index.Page(), index.Path(row));
+  return OnOneLine(CellText(index, row, column));
+}
+
+void PrintTable(const MissionIndex& index, const std::vector<std::size_t>& rows) {
+  std::vector<std::vector<std::string>> lines(1);
+  for (const auto column : kTable) lines[0].emplace_back(ColumnTitle(column));
+  for (const auto row : rows) {
+    auto& line = lines.emplace_back();
+    for (const auto column : kTable) line.push_back(TableCell(index, row, column));
+  }
+  std::vector<std::size_t> widths(std::size(kTable));
+  for (const auto& line : lines)
+    for (std::size_t i = 0; i < line.size(); ++i) widths[i] = std::max(widths[i], Width(line[i]));
+  for (const auto& line : lines) {
+    std::string text;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+      const std::string fill(widths[i] - Width(line[i]), ' ');
+      text += IsNumberColumn(kTable[i]) ? fill + line[i] + "  " : line[i] + fill + "  ";
+    }
+    std::cout << text.substr(0, text.find_last_not_of(' ') + 1) << "\n";
+  }
+}
+
+void PrintCsv(const MissionIndex& index, const std::vector<std::size_t>& rows) {
+  const auto line = [](auto textOf) {
+    for (const auto column : kAllColumns)
+      std::cout << (column == kAllColumns[0] ? "" : ",") << CsvCell(textOf(column));
+    std::cout << "\r\n";
+  };
+  line([](MissionColumn column) { return std::string(ColumnTitle(column)); });
+  for (const auto row : rows)
+    line([&](MissionColumn column) { return CellText(index, row, column); });
+}
+
+Json FlightsJson(const MissionIndex& index, std::size_t row) {
+  Json flights = Json::array();
+  for (std::size_t i = 0; i < index[row].Flights; ++i) {
+    const IndexedFlight& flight = index.Flights(row)[i];
+    const CodePage& page = index.Page();
+    flights.push_back({{"aircraft", page.ToUtf8(index.Aircraft[flight.Class].Shown)},
+                       {"class", page.ToUtf8(index.Aircraft[flight.Class].Word)},
+                       {"squadron", page.ToUtf8(index.Squadrons[flight.Squadron].Word)},
+                       {"planes", static_cast<unsigned>(flight.Planes)},
+                       {"only_ai", flight.OnlyAI != 0}});
+  }
+  return flights;
+}
+
+void PrintJson(const MissionIndex& index, const std::vector<std::size_t>& rows) {
+  for (const auto row : rows) {
+    Json json = {{"path", PathText(index.Page(), index.Path(row))}};
+    for (const auto column : kAllColumns) {
+      const std::string key(ColumnKey(column));
+      if (IsNumberColumn(column))
+        json[key] = CellNumber(index, row, column);
+      else
+        json[key] = CellText(index, row, column);
+    }
+    json["kind"] = KindWord(index[row].Kind);
+    json["kind_guessed"] = index[row].KindGuessed;
+    json["short"] = index.Page().ToUtf8(index.Text(row, MissionText::BriefingShort));
+    json["size"] = index[row].Size;
+    json["flight_list"] = FlightsJson(index, row);
+    std::cout << json.dump(-1, ' ', false, Json::error_handler_t::replace) << "\n";
+  }
+}
+
+/** What is wrong with a query, with the place marked under it; false for nothing. */
+bool IsRefused(const std::string& line, const Query& query) {
+  const auto& fault = query.Fault ? query.Fault : query.Unfinished;
+  if (!fault) return false;
+  const std::size_t before = Width(std::string_view(line).substr(0, fault->At));
+  const std::size_t width = Width(std::string_view(line).substr(fault->At, fault->Length));
+  Complain("--where: " + fault->Text + "\n  " + OnOneLine(line) + "\n  " +
+           std::string(before, ' ') + std::string(std::max<std::size_t>(width, 1), '^'));
+  return true;
+}
+
+/** Reads the missions into the index; false if something could not be read. */
+bool ReadInto(MissionIndex& index, Filter& filter, const Services& services,
+              const FindOptions& find) {
+  ReadRequest request;
+  for (const auto& path : find.Folders)
+    (services.Files.FileExists(path) ? request.Files : request.Folders).push_back(path);
+  request.Tree = find.Recursive;
+  request.Texts = filter.Texts();
+  MissionReader reader(services.Files, services.Page);
+  reader.Add(std::move(request));
+  bool isWhole = true;
+  for (auto batch = reader.Wait(); !batch.empty(); batch = reader.Wait())
+    for (const auto& facts : batch) {
+      const std::size_t row = index.Put(facts);
+      if (row == MissionIndex::npos) continue;
+      filter.SetTexts(row, facts.TextsFound);
+      if (facts.Fault != MissionFault::Unreadable) continue;
+      Complain(facts.FaultText);
+      isWhole = false;
+    }
+  for (const auto& trouble : reader.TakeTroubles()) {
+    Complain(trouble);
+    isWhole = false;
+  }
+  return isWhole;
+}
+
+}  // namespace
+
+int Find(const Services& services, const FindOptions& find) {
+  const Query query = ParseQuery(find.Where);
+  if (IsRefused(find.Where, query)) return kBadUsage;
+  MissionIndex index(ReadNames(services), services.Page);
+  Filter filter(query, index);
+  const bool isWhole = ReadInto(index, filter, services, find);
+  std::vector<std::pair<std::string, std::size_t>> found;
+  for (std::size_t row = 0; row < index.size(); ++row)
+    if (filter.Matches(row)) found.emplace_back(index.Path(row), row);
+  std::sort(found.begin(), found.end());
+  std::vector<std::size_t> rows;
+  for (const auto& [path, row] : found) rows.push_back(row);
+  if (find.Format == "csv") WriteRawOutput();
+  if (find.Format == "csv")
+    PrintCsv(index, rows);
+  else
+    (find.Format == "json" ? PrintJson : PrintTable)(index, rows);
+  return std::cout.flush() && isWhole ? kDone : kFailed;
+}
+
+}  // namespace rws
