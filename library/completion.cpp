@@ -1,9 +1,9 @@
 #include "library/completion.h"
 
 #include <algorithm>
-#include <set>
 
 #include "library/query.h"
+#include "services/arrays.h"
 #include "services/text.h"
 
 namespace rws {
@@ -26,22 +26,18 @@ const NamedValues* ValuesOf(QueryKey key, const MissionIndex& index) {
   return nullptr;
 }
 
-struct NameLess {
-  bool operator()(const std::string& a, const std::string& b) const {
-    const std::string x = FoldName(a), y = FoldName(b);
-    return x == y ? a < b : x < y;
-  }
-};
-
-/** The names that hold a value, "" is held by all. */
-std::set<std::string, NameLess> NamesWith(const NamedValues& values, const std::string& typed,
-                                          const CodePage& page) {
-  std::set<std::string, NameLess> names;
+/** The names that hold a value, sorted; "" is held by all. */
+std::vector<std::string> NamesWith(const NamedValues& values, const std::string& typed,
+                                   const CodePage& page) {
+  std::vector<std::string> names;
   const auto bytes = page.FromUtf8(typed);
   if (!bytes) return names;
   const std::string wanted = ComparedText(page, *bytes);
   for (std::uint32_t i = 1; i < values.size(); ++i)
-    if (Contains(values[i].Compared, wanted)) names.insert(page.ToUtf8(values[i].Shown));
+    if (Contains(values[i].Compared, wanted)) names.push_back(page.ToUtf8(values[i].Shown));
+  const auto itself = [](const std::string& name) -> const std::string& { return name; };
+  SortByKey(names, FoldName, itself);
+  names.erase(std::unique(names.begin(), names.end()), names.end());
   return names;
 }
 

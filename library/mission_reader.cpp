@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "library/briefings.h"
+#include "library/text_finder.h"
 #include "mission/briefing_file.h"
 #include "mission/line_array.h"
 #include "services/faults.h"
@@ -17,7 +18,7 @@ namespace rws {
 
 namespace {
 
-constexpr std::size_t kFilesATask = 16;
+constexpr std::size_t kFilesATask = 16, kMostTexts = 32;
 /** No briefing comes near it. */
 constexpr std::uint64_t kMostBriefing = 1024 * 1024;
 /** A text beyond it leaves no memory behind for the next ones. */
@@ -51,6 +52,7 @@ struct MissionReader::Job {
   std::uint32_t Number = 0;
   ReadRequest Request;
   std::vector<std::string> Excluded;
+  std::vector<TextFinder> Texts;
   std::unordered_set<std::string> Seen;  // folders, without links; with the lock
 };
 
@@ -72,13 +74,14 @@ class MissionReader::Worker {
   Worker(MissionReader& reader, const FileSystem& files) : reader_(reader), files_(files) {}
 
   void Do(Task task, const std::stop_token& stop) {
-    task.Kind = KindOfFolder(files_.GetAbsolutePathName(task.Folder));
+    const bool isListed = task.What == Task::ReadListed || task.What == Task::ReadNamed;
+    if (!isListed) task.Kind = KindOfFolder(files_.GetAbsolutePathName(task.Folder));
     if (task.What == Task::ListNamed)
       ListNamed(std::move(task));
-    else if (task.What == Task::ListRoot || task.What == Task::ListBelow)
-      List(std::move(task));
-    else
+    else if (isListed)
       ReadAll(task, stop);
+    else
+      List(std::move(task));
   }
 
  private:
@@ -168,39 +171,35 @@ class MissionReader::Worker {
     facts.Kind = task.Kind;
     facts.Request = task.For->Number;
     const std::string path = BuildPath(task.Folder, mission.Name);
-    facts.Stamp = files_.Stamp(path);
     Trap(
         [&] {
           // A pipe of that name would be waited for.
           if (task.What == Task::ReadNamed && !files_.FileExists(path))
             throw FileNotFoundFault(path);
-          ReadFile(path, task.For->Request.Texts, facts);
+          ReadFile(path, task.For->Texts, facts);
         },
         [&](const Fault& caught) {
           facts.Fault = MissionFault::Unreadable;
           facts.FaultText = caught.Text;
-          facts.Stamp.Exists = facts.Stamp.Exists && caught.Number != fault::FileNotFound;
+          if (caught.Number != fault::FileNotFound) facts.Stamp = files_.Stamp(path);
         });
     if (!mission.Briefing.empty())
-      ReadBriefing(BuildPath(task.Folder, mission.Briefing), task.For->Request.Texts, facts);
+      ReadBriefing(BuildPath(task.Folder, mission.Briefing), task.For->Texts, facts);
     return facts;
   }
 
-  void ReadFile(const std::string& path, const std::vector<std::string>& texts,
+  void ReadFile(const std::string& path, const std::vector<TextFinder>& texts,
                 MissionFacts& facts) {
-    const std::string bytes = files_.ReadFile(path, LineArray::kLargest);
+    const std::string bytes = files_.ReadFile(path, LineArray::kLargest, &facts.Stamp);
     factsReader_.Read(bytes, facts);
     Look(bytes, texts, facts);
-    if (bytes.size() > kUsualMission) {
-      factsReader_ = {};
-      lower_ = {};
-    }
+    if (bytes.size() > kUsualMission) factsReader_ = {};
     facts.KindGuessed = facts.Kind == MissionKind::Unknown;
     if (facts.KindGuessed) facts.Kind = GuessedKind(facts);
   }
 
   /** One that cannot be read leaves the mission without. */
-  void ReadBriefing(const std::string& path, const std::vector<std::string>& texts,
+  void ReadBriefing(const std::string& path, const std::vector<TextFinder>& texts,
                     MissionFacts& facts) {
     ResumeNext([&] {
       const std::string bytes = files_.ReadFile(path, kMostBriefing);
@@ -211,17 +210,15 @@ class MissionReader::Worker {
     });
   }
 
-  void Look(const std::string& bytes, const std::vector<std::string>& texts, MissionFacts& facts) {
-    if (texts.empty()) return;
-    reader_.page_.LCaseInto(lower_, bytes);
+  static void Look(std::string_view bytes, const std::vector<TextFinder>& texts,
+                   MissionFacts& facts) {
     for (std::size_t i = 0; i < texts.size(); ++i)
-      if (lower_.find(texts[i]) != lower_.npos) facts.TextsFound |= 1U << i;
+      if (texts[i].IsIn(bytes)) facts.TextsFound |= 1U << i;
   }
 
   MissionReader& reader_;
   const FileSystem& files_;
   FactsReader factsReader_;
-  std::string lower_;
 };
 
 MissionReader::MissionReader(const FileSystem& files, const CodePage& page, unsigned threads)
@@ -249,7 +246,8 @@ std::uint32_t MissionReader::Add(ReadRequest request) {
   const auto job = std::make_shared<Job>();
   job->Request = std::move(request);
   job->Excluded = Fragments(job->Request.Excluded);
-  job->Request.Texts.resize(std::min<std::size_t>(job->Request.Texts.size(), 32));
+  for (const auto& text : job->Request.Texts)
+    if (job->Texts.size() < kMostTexts) job->Texts.emplace_back(page_, text);
   std::map<std::string, std::vector<ListedMission>> files;
   for (const auto& path : job->Request.Files)
     files[GetParentFolderName(path)].push_back({GetFileName(path), ""});

@@ -182,10 +182,11 @@ bool FileSystem::CanWriteInto(const std::string& folder) const {
   return os::CanWriteInto(Resolve(folder));
 }
 
-std::string FileSystem::ReadFile(const std::string& path, std::uint64_t most) const {
+std::string FileSystem::ReadFile(const std::string& path, std::uint64_t most,
+                                 FileStamp* stamp) const {
   const std::string source = Resolve(path);
   Step("read", source);
-  return os::ReadFile(source, most);
+  return os::ReadFile(source, most, stamp);
 }
 
 void FileSystem::SyncFolderOf(const std::string& path) const {

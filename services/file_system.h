@@ -93,8 +93,10 @@ class FileSystem {
   /** True if files can be made in the folder. */
   bool CanWriteInto(const std::string& folder) const;
 
-  /** Content of a file; one of more than `most` bytes is refused before it fills the memory. */
-  std::string ReadFile(const std::string& path, std::uint64_t most = UINT64_MAX) const;
+  /** Content of a file; one of more than `most` bytes is refused before it fills the memory. The
+      stamp, where it is wanted, is that of the moment before. */
+  std::string ReadFile(const std::string& path, std::uint64_t most = UINT64_MAX,
+                       FileStamp* stamp = nullptr) const;
   /** Gives `path` the content `bytes`. They go to a file beside it, which takes the name when it is
       whole and on disk; until then the old content stands, also after a failure. Should only the
       flush of the folder fail, that is a fault although the new content stands. Access rights come

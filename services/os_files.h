@@ -43,8 +43,8 @@ bool SameFile(const std::string& a, const std::string& b);
 std::string FollowLinks(const std::string& path);
 bool CanWriteInto(const std::string& folder);
 
-/** A file of more than `most` bytes is a fault. */
-std::string ReadFile(const std::string& path, std::uint64_t most);
+/** A file of more than `most` bytes is a fault. Gives the file's stamp, unless that is null. */
+std::string ReadFile(const std::string& path, std::uint64_t most, FileStamp* stamp);
 std::vector<Entry> ListFolder(const std::string& path);
 
 /** A file open for writing. The destructor closes it without a word; `Sync` and `Close` report. */

@@ -39,6 +39,11 @@ EntryKind KindOf(mode_t mode) {
   return EntryKind::Other;
 }
 
+FileStamp StampOf(const struct stat& info) {
+  return {true, static_cast<std::uint64_t>(info.st_size),
+          std::int64_t{info.st_mtim.tv_sec} * kNanoseconds + info.st_mtim.tv_nsec};
+}
+
 class Descriptor {
  public:
   Descriptor(const std::string& path, const std::string& shownAs, int flags)
@@ -137,9 +142,7 @@ bool IsGone(const std::string& path) {
 
 FileStamp Stamp(const std::string& path) {
   struct stat info;
-  if (::stat(path.c_str(), &info) != 0) return {};
-  return {true, static_cast<std::uint64_t>(info.st_size),
-          std::int64_t{info.st_mtim.tv_sec} * kNanoseconds + info.st_mtim.tv_nsec};
+  return ::stat(path.c_str(), &info) == 0 ? StampOf(info) : FileStamp();
 }
 
 DateTime LocalTime(std::int64_t nanoseconds) {
@@ -191,11 +194,12 @@ std::string UserDataFolder() {
 
 bool CanWriteInto(const std::string& folder) { return ::access(folder.c_str(), W_OK | X_OK) == 0; }
 
-std::string ReadFile(const std::string& path, std::uint64_t most) {
+std::string ReadFile(const std::string& path, std::uint64_t most, FileStamp* stamp) {
   Descriptor file(path, path, O_RDONLY);
   struct stat info;
   if (::fstat(file.Get(), &info) != 0) Fail("read", path, errno);
   if (S_ISDIR(info.st_mode)) Fail("read", path, EISDIR);
+  if (stamp) *stamp = StampOf(info);
   if (info.st_size > 0 && static_cast<std::uint64_t>(info.st_size) > most)
     Fail("read", path, EFBIG);
   std::string bytes(S_ISREG(info.st_mode) ? static_cast<std::size_t>(info.st_size) + 1 : 4096, 0);

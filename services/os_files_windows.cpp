@@ -346,7 +346,8 @@ bool CanWriteInto(const std::string& folder) {
   return probe.IsOpen();
 }
 
-std::string ReadFile(const std::string& path, std::uint64_t most) {
+std::string ReadFile(const std::string& path, std::uint64_t most, FileStamp* stamp) {
+  if (stamp) *stamp = Stamp(path);
   const Handle file(OpenPatiently(path, path, GENERIC_READ, kShareAll, OPEN_EXISTING));
   std::string bytes;
   std::string chunk(kChunk, 0);
