@@ -32,6 +32,17 @@ constexpr std::array<MainKey, 8> kMain = {{{"MAP", &MissionFacts::MapPath},
 
 constexpr bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 
+/** True for the letters that one of the keys begins with: most lines hold none of them. */
+constexpr bool BeginsMainKey(char c) {
+  const int lower = c | 0x20;
+  return lower == 'm' || lower == 't' || lower == 'c' || lower == 'p' || lower == 'a' ||
+         lower == 'b';
+}
+constexpr bool BeginsFlightKey(char c) {
+  const int lower = c | 0x20;
+  return lower == 'p' || lower == 'c' || lower == 'o';
+}
+
 std::string_view WithoutIndent(std::string_view line) {
   std::size_t i = 0;
   while (i < line.size() && IsBlank(line[i])) ++i;
@@ -137,7 +148,7 @@ void FactsReader::Open(std::string_view name) {
 }
 
 void FactsReader::TakeMain(std::string_view line) {
-  if (std::memchr("mtcpabMTCPAB", line[0], 12) == nullptr) return;
+  if (!BeginsMainKey(line[0])) return;
   const KeptKey key = KeyOf(line);
   for (std::size_t i = 0; i < kMain.size(); ++i) {
     if (mainKnown_[i] || !EqualNoCase(key.Key, kMain[i].Key)) continue;
@@ -147,7 +158,7 @@ void FactsReader::TakeMain(std::string_view line) {
 }
 
 void FactsReader::TakeFlight(std::string_view line) {
-  if (std::memchr("pcoPCO", line[0], 6) == nullptr) return;
+  if (!BeginsFlightKey(line[0])) return;
   const KeptKey key = KeyOf(line);
   Section& section = sections_.back();
   const auto take = [&](std::string_view name, std::string_view& value, bool& has) {
