@@ -9,7 +9,7 @@ int main(int argc, char** argv) {
     return rws::Print(answer) ? 0 : 1;
   rws::PrepareStart();
   QApplication application(argc, argv);
-  rws::ChooseStyle();
+  rws::ChooseLook();
   // Wayland takes the icon from the desktop entry, other systems from the window.
   QGuiApplication::setDesktopFileName(QStringLiteral("rws-edit"));
   QApplication::setWindowIcon(rws::ProgramIcon(QStringLiteral("rws-edit")));

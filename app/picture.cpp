@@ -10,6 +10,7 @@
 #include "app/all_forms.h"
 #include "app/program.h"
 #include "platform/qt_text.h"
+#include "platform/start.h"
 #include "services/faults.h"
 
 namespace {
@@ -57,7 +58,9 @@ bool SaveForm(rws::Program& program, const QString& name, const QString& file) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  rws::PrepareStart();
   QApplication application(argc, argv);
+  rws::ChooseLook();
   QCommandLineParser parser;
   const QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("Dark colours"));
   const QCommandLineOption form(QStringLiteral("form"), QStringLiteral("A dialog by its name"),

@@ -93,6 +93,7 @@ void frmRWS::BuildStatusBar() {
     staPanels[i]->setAccessibleName(tips[i]);
     staPanels[i]->setTextFormat(Qt::PlainText);
     staPanels[i]->setIndent(fontMetrics().averageCharWidth());
+    staPanels[i]->setContentsMargins(0, 0, fontMetrics().averageCharWidth(), 0);
     staBar->addWidget(staPanels[i], i == 0 ? 1 : 0);
   }
   lblUnsaved = Named(new QLabel, "lblUnsaved", tr("Unsaved missions"),

@@ -30,13 +30,15 @@ std::unique_ptr<QSettings> OpenKey(const QString& iniFile, SettingsRoot root,
   const QString path = FromPath(key);
 #ifdef _WIN32
   if (iniFile.isEmpty())
-    return std::make_unique<QSettings>(RegistryRoot(root) + QLatin1Char('\\') + path,
-                                       QSettings::NativeFormat);
+    return std::make_unique<QSettings>(
+        RegistryRoot(root) + (path.isEmpty() ? path : QLatin1Char('\\') + path),
+        QSettings::NativeFormat);
 #endif
   auto settings = std::make_unique<QSettings>(iniFile.isEmpty() ? DefaultSettingsFile() : iniFile,
                                               QSettings::IniFormat);
-  settings->beginGroup(RootName(root) + QLatin1Char('/') +
-                       QString(path).replace(QLatin1Char('\\'), QLatin1Char('/')));
+  settings->beginGroup(RootName(root));
+  if (!path.isEmpty())
+    settings->beginGroup(QString(path).replace(QLatin1Char('\\'), QLatin1Char('/')));
   return settings;
 }
 
@@ -90,7 +92,10 @@ SettingsBackend MakeSettingsStore(const QString& iniFile) {
                        text ? ToVariant(*text) : QVariant(std::get<std::int32_t>(data)));
   };
   backend.Delete = [iniFile](SettingsRoot root, const std::string& key) {
-    OpenKey(iniFile, root, key)->remove(QString());
+    // From its parent: emptied, a key of the registry would stay.
+    const auto last = key.rfind('\\');
+    const std::string parent = last == key.npos ? "" : key.substr(0, last);
+    OpenKey(iniFile, root, parent)->remove(FromPath(key.substr(last + 1)));
   };
   return backend;
 }

@@ -1,6 +1,7 @@
 #include "platform/sound_player.h"
 
 #include <QDesktopServices>
+#include <QFile>
 #include <QUrl>
 
 #ifdef _WIN32
@@ -22,7 +23,17 @@ SoundPlayer::~SoundPlayer() = default;
 
 #ifdef _WIN32
 
+namespace {
+/** The call below says that all is well before it has looked at the file. */
+bool IsWave(const QString& path) {
+  QFile file(path);
+  const QByteArray head = file.open(QIODevice::ReadOnly) ? file.read(12) : QByteArray();
+  return head.startsWith("RIFF") && head.endsWith("WAVE");
+}
+}  // namespace
+
 void SoundPlayer::Start(const QString& path) {
+  if (!IsWave(path)) return OpenByDesktop(path);
   const auto* name = reinterpret_cast<const wchar_t*>(path.utf16());
   if (!::PlaySoundW(name, nullptr, SND_FILENAME | SND_ASYNC | SND_NODEFAULT)) OpenByDesktop(path);
 }

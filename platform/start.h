@@ -8,9 +8,9 @@ namespace rws {
 /** Settles what Qt reads when the application object is made: how fonts are drawn, and whether
     frames and colours are dark. Nothing where the desktop tells Qt itself. */
 void PrepareStart();
-/** A style that can be dark, where the system is and its own style cannot be. After the application
-    object is made. */
-void ChooseStyle();
+/** After the application object is made: a style that can be dark, where the system is and its own
+    style cannot be, and a font that is there. */
+void ChooseLook();
 
 /** The whole command line behind the program's name: on Windows the raw text, elsewhere the
     arguments, joined by one blank. */

@@ -5,7 +5,7 @@
 namespace rws {
 
 void PrepareStart() {}
-void ChooseStyle() {}
+void ChooseLook() {}
 
 std::string CommandLine(int argc, char** argv) {
   // The bytes as they came: a path need not be text in any encoding.

@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFontDatabase>
+#include <QFontInfo>
 #include <QStringList>
 #include <QStyleFactory>
 #include <cstdio>
@@ -34,6 +36,18 @@ bool IsSystemDark() {
   return light == 0 && !HasHighContrast();
 }
 
+/** That of the system may be one that is not there; what Qt takes instead is the first by name. */
+void ChooseFont() {
+  if (QFontInfo(QApplication::font()).exactMatch()) return;
+  const QStringList families = QFontDatabase::families();
+  for (const char* name : {"Segoe UI", "Tahoma", "Arial", "Liberation Sans", "DejaVu Sans"}) {
+    if (!families.contains(QLatin1String(name))) continue;
+    QFont font = QApplication::font();
+    font.setFamilies({QLatin1String(name)});
+    return QApplication::setFont(font);
+  }
+}
+
 }  // namespace
 
 void PrepareStart() {
@@ -45,7 +59,8 @@ void PrepareStart() {
   if (platform.size() > 1) qputenv("QT_QPA_PLATFORM", platform.join(QLatin1Char(':')).toLatin1());
 }
 
-void ChooseStyle() {
+void ChooseLook() {
+  if (RunsUnderWine()) ChooseFont();
   // The style of Windows itself has no dark colours in this version of Qt.
   if (IsSystemDark()) QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
 }

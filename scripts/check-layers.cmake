@@ -48,7 +48,7 @@ function(library_of name result)
 endfunction()
 
 set(SYSTEMS "(_WIN(32|64)|Q_OS_WIN|__MINGW|_MSC_VER)")
-set(MAY_ASK "^(platform|app|tests/platform|tests/services/forms)/|_windows\\.cpp$")
+set(MAY_ASK "^platform/|_windows\\.cpp$")
 
 set(count 0)
 foreach(folder IN LISTS FOLDERS)

@@ -230,7 +230,7 @@ TEST_F(PlanePanelsTest, LabelsShowFilesOrTellWhatIsMissing) {
   for (auto* label : {Panel(1).lbl2, Panel(1).lbl3, Panel(1).lbl4}) Click(label);
   EXPECT_EQ(Slot(1).Skin, "gone.bmp");
 
-  std::remove(Box.Path("game/PaintSchemes/Pilots/Ace.bmp").c_str());
+  Box.Remove("game/PaintSchemes/Pilots/Ace.bmp");
   World_.Script.Expect("The file is not valid and it's reference will be removed.");
   Panel().lbl3->setFocus();
   QTest::keyClick(Panel().lbl3, Qt::Key_Space);
