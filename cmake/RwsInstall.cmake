@@ -12,20 +12,23 @@ if(RWS_HARDEN)
     $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:-pie> -Wl,-z,relro,-z,now)
 endif()
 
-install(TARGETS rws-edit rws-cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-
-# The programs look for them beside themselves first, and then here.
+# The programs look for their tables beside themselves first, and then in ../share/rws-edit.
 if(WIN32)
-  set(RWS_DATA_DIR ${CMAKE_INSTALL_BINDIR})
+  set(RWS_PROGRAM_DIR .)
+  set(RWS_DATA_DIR .)
 else()
+  set(RWS_PROGRAM_DIR ${CMAKE_INSTALL_BINDIR})
   set(RWS_DATA_DIR ${CMAKE_INSTALL_DATADIR}/rws-edit)
 endif()
+install(TARGETS rws-edit rws-cli RUNTIME DESTINATION ${RWS_PROGRAM_DIR})
 file(GLOB RWS_DATA CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/data/RWS_*.txt
      ${CMAKE_SOURCE_DIR}/data/RWS.HLP.html)
 install(FILES ${RWS_DATA} DESTINATION ${RWS_DATA_DIR})
-install(FILES ${CMAKE_SOURCE_DIR}/data/README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
-if(NOT WIN32)
+if(WIN32)
+  include(cmake/RwsLicences.cmake)
+else()
+  install(FILES ${CMAKE_SOURCE_DIR}/data/README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
   set(packaging ${CMAKE_SOURCE_DIR}/packaging)
   install(FILES ${packaging}/rws-edit.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
   install(FILES ${packaging}/com.hollowbyte.rws_edit.metainfo.xml
@@ -85,4 +88,7 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # No library that is linked brings the plugin that draws the icons, where it is a package of its own.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-svg-plugins | libqt6svg6 (<< 6.6)")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland, xdg-utils")
+if(WIN32)
+  set(CPACK_PACKAGE_FILE_NAME rws-edit-${PROJECT_VERSION}-windows)
+endif()
 include(CPack)

@@ -7,7 +7,8 @@
 #   test     what test.sh and .ci/run need
 #   bench    the benchmark library
 #   windows  what scripts/test-windows.sh needs
-#   windows-qt  what scripts/windows-qt.sh needs, beside the above
+#   windows-qt       what scripts/windows-qt.sh needs
+#   windows-program  what scripts/windows.sh needs beside "windows"
 #   desktop  what the program needs to open a window under Wayland
 #   picture  a virtual display, for a picture of the window on a machine without one
 #   package  what scripts/package.sh needs
@@ -35,6 +36,11 @@ for group in "$@"; do
         qt6-base-dev-tools dpkg-dev
       )
       ;;
+    windows-program)
+      packages+=(
+        librsvg2-bin icoutils nsis unzip xvfb xauth xdotool imagemagick
+      )
+      ;;
     desktop) packages+=(qt6-wayland) ;;
     picture) packages+=(xvfb xauth) ;;
     package)
@@ -44,7 +50,7 @@ for group in "$@"; do
       )
       ;;
     *)
-      echo "install-packages.sh: unknown group \"$group\" (test, bench, windows, windows-qt, desktop, picture, package)" >&2
+      echo "install-packages.sh: unknown group \"$group\" (test, bench, windows, windows-qt, windows-program, desktop, picture, package)" >&2
       exit 2
       ;;
   esac

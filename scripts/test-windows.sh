@@ -9,16 +9,6 @@ scripts/install-packages.sh windows
 cmake --preset windows-core
 cmake --build --preset windows-core
 
-export WINEPREFIX=$PWD/build/windows-core/wine
-export WINEDEBUG=-all
-# No offer to install what only programs of .NET and web pages need.
-export WINEDLLOVERRIDES="mscoree,mshtml="
-mkdir -p "$WINEPREFIX"
-end_wine() {
-  wineserver -k || true
-  wineserver -w || true
-}
-trap end_wine EXIT
-wineboot --init
-
+source scripts/wine-prefix.sh
+start_wine "$PWD/build/windows-core/wine"
 wine build/windows-core/bin/core_tests.exe "$@"

@@ -131,8 +131,8 @@ mkdir -p "$place/licences"
 cp "$work/source/qt6-base/LICENSES/LGPL-3.0-only.txt" "$work/source/qt6-base/LICENSES/GPL-3.0-only.txt" \
   "$place/licences/"
 cp "$work/source/qt6-base/debian/copyright" "$place/licences/qtbase-copyright.txt"
-echo "qt6-base $base_version" >"$place/licences/versions.txt"
-printf '%s\n' "${qtbase_options[@]}" >"$place/licences/options.txt"
+echo "qt6-base $base_version" >"$place/licences/qtbase-version.txt"
+cp scripts/windows-qt.sh "$place/licences/qtbase-recipe.sh"
 
 touch "$place/complete"
 rm -rf "$work"
