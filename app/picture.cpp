@@ -15,26 +15,6 @@
 
 namespace {
 
-QPalette DarkPalette() {
-  const QColor window(0x3c, 0x3c, 0x40), base(0x28, 0x28, 0x2b), text(0xe6, 0xe6, 0xe6);
-  QPalette palette(window);
-  palette.setColor(QPalette::Window, window);
-  palette.setColor(QPalette::Base, base);
-  palette.setColor(QPalette::AlternateBase, window);
-  palette.setColor(QPalette::Button, QColor(0x4a, 0x4a, 0x50));
-  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-    palette.setColor(role, text);
-  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-    palette.setColor(QPalette::Disabled, role, QColor(0x80, 0x80, 0x80));
-  palette.setColor(QPalette::Highlight, QColor(0x2f, 0x7f, 0xd1));
-  palette.setColor(QPalette::HighlightedText, Qt::white);
-  return palette;
-}
-
-}  // namespace
-
-namespace {
-
 bool Save(QWidget& form, const QString& file) {
   QCoreApplication::processEvents();
   return form.grab().save(file);
@@ -72,7 +52,7 @@ int main(int argc, char** argv) {
   parser.process(application);
   const QStringList arguments = parser.positionalArguments();
   if (arguments.isEmpty()) parser.showHelp(2);
-  if (parser.isSet(dark)) QApplication::setPalette(DarkPalette());
+  if (parser.isSet(dark)) QApplication::setPalette(rws::DarkPalette());
 
   rws::Program program;
   program.Window.LoadForm(rws::ToPath(arguments.value(1)));

@@ -1,4 +1,5 @@
 #include <QGridLayout>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include "controls/elided_label.h"
@@ -32,7 +33,8 @@ void frmRWS::Build() {
   setCentralWidget(margin);
   BuildStatusBar();
   SetTabOrder();
-  resize(fontMetrics().averageCharWidth() * 150, fontMetrics().height() * 42);
+  const QSize comfortable(fontMetrics().averageCharWidth() * 150, fontMetrics().height() * 42);
+  resize(comfortable.boundedTo(screen()->availableSize()));
 }
 
 QWidget* frmRWS::BuildLeftSide() {

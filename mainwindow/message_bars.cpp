@@ -45,6 +45,13 @@ void MessageBars::ShowFilled() {
   const bool filled = !entries_.empty();
   if (filled == isHidden()) Q_EMIT Filled(filled);
   setVisible(filled);
+  Refit();
+}
+
+/** A scroll bar would take width from what fits without one, and make it need more lines. */
+void MessageBars::Refit() {
+  setVerticalScrollBarPolicy(WholeHeight(width()) > MostHeight() ? Qt::ScrollBarAsNeeded
+                                                                 : Qt::ScrollBarAlwaysOff);
   updateGeometry();
 }
 
@@ -128,11 +135,17 @@ MessageBar* MessageBars::Bar(const std::string& id) const {
   return found == entries_.end() ? nullptr : found->second.Bar;
 }
 
-int MessageBars::heightForWidth(int width) const {
+int MessageBars::WholeHeight(int width) const {
+  return entries_.empty() ? 0 : stack_->layout()->totalHeightForWidth(width);
+}
+
+int MessageBars::MostHeight() const {
   constexpr int kMostLines = 10;
-  if (entries_.empty()) return 0;
-  const int whole = stack_->layout()->totalHeightForWidth(width);
-  return std::min(whole, fontMetrics().height() * kMostLines);
+  return fontMetrics().height() * kMostLines;
+}
+
+int MessageBars::heightForWidth(int width) const {
+  return std::min(WholeHeight(width), MostHeight());
 }
 
 QSize MessageBars::sizeHint() const { return minimumSizeHint(); }
@@ -142,13 +155,13 @@ QSize MessageBars::minimumSizeHint() const {
 }
 
 bool MessageBars::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == stack_ && event->type() == QEvent::LayoutRequest) updateGeometry();
+  if (watched == stack_ && event->type() == QEvent::LayoutRequest) Refit();
   return QScrollArea::eventFilter(watched, event);
 }
 
 void MessageBars::resizeEvent(QResizeEvent* event) {
   QScrollArea::resizeEvent(event);
-  updateGeometry();
+  Refit();
 }
 
 }  // namespace rws

@@ -52,6 +52,9 @@ class MessageBars : public QScrollArea {
   void Add(const std::string& id);
   void SetTabOrder();
   void ShowFilled();
+  void Refit();
+  int WholeHeight(int width) const;
+  int MostHeight() const;
   void RememberFocus(QWidget* before, QWidget* now);
   void GiveFocusBack();
   void Press(const std::string& id, std::size_t button);

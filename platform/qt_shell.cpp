@@ -7,7 +7,6 @@
 #include <QDir>
 #include <QGuiApplication>
 #include <QLocale>
-#include <QLockFile>
 #include <QOperatingSystemVersion>
 #include <QStandardPaths>
 #include <QSysInfo>
@@ -17,6 +16,7 @@
 #include "platform/event_pump.h"
 #include "platform/fetch.h"
 #include "platform/instance_channel.h"
+#include "platform/instance_lock.h"
 #include "platform/qt_text.h"
 #include "platform/sound_player.h"
 #include "platform/text_editor.h"
@@ -74,21 +74,15 @@ QString LockFile() {
   return QStandardPaths::writableLocation(kPlace) + QStringLiteral("/rws-edit.instance");
 }
 
-bool TakeLock(QLockFile& lock) {
-  // Never stale by age: a run may last for days. One whose process is gone is stale at once.
-  lock.setStaleLockTime(0);
-  return lock.tryLock() || lock.error() != QLockFile::LockFailedError;
-}
-
 }  // namespace
 
 Shell MakeQtShell() {
   const auto pump = std::make_shared<EventPump>();
   const auto fetcher = std::make_shared<Fetcher>();
   const auto sound = std::make_shared<SoundPlayer>();
-  const auto lock = std::make_shared<QLockFile>(LockFile());
+  const auto lock = std::make_shared<InstanceLock>(LockFile());
   Shell shell;
-  shell.TakeInstance = [lock] { return TakeLock(*lock); };
+  shell.TakeInstance = [lock] { return lock->Take(); };
   shell.TellInstance = [](const std::string& path) {
     TellListener(InstanceChannelName(LockFile()), path);
   };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPalette>
 #include <QString>
 #include <string>
 
@@ -11,6 +12,9 @@ void PrepareStart();
 /** After the application object is made: a style that can be dark, where the system is and its own
     style cannot be, and a font that is there. */
 void ChooseLook();
+
+/** Dark colours for a style that takes its own from the palette. */
+QPalette DarkPalette();
 
 /** The whole command line behind the program's name: on Windows the raw text, elsewhere the
     arguments, joined by one blank. */

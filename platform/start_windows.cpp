@@ -55,14 +55,19 @@ void PrepareStart() {
   QStringList platform{QStringLiteral("windows")};
   // Wine draws the text of input fields invisible with the system's own fonts.
   if (RunsUnderWine()) platform << QStringLiteral("fontengine=freetype");
-  if (IsSystemDark()) platform << QStringLiteral("darkmode=2");
+  if (IsSystemDark()) platform << QStringLiteral("darkmode=1");
   if (platform.size() > 1) qputenv("QT_QPA_PLATFORM", platform.join(QLatin1Char(':')).toLatin1());
 }
 
 void ChooseLook() {
+  if (IsSystemDark()) {
+    // The style of Windows has no dark colours in this version of Qt, and the palette that it has
+    // for others fills empty check boxes.
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setPalette(DarkPalette());
+  }
+  // Last: a style brings fonts for menus and lists.
   if (RunsUnderWine()) ChooseFont();
-  // The style of Windows itself has no dark colours in this version of Qt.
-  if (IsSystemDark()) QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
 }
 
 std::string CommandLine(int, char**) {

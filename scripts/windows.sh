@@ -36,8 +36,11 @@ run_tests() {
   local name=$1 status=0
   shift
   timeout 1800 wine "$out/bin/$name.exe" "$@" >"$out/$name.txt" 2>&1 </dev/null || status=$?
-  grep -aE '^\[  (FAILED|SKIPPED) ' "$out/$name.txt" | sort -u || true
-  grep -aE '^\[(=====|  PASSED)' "$out/$name.txt" || true
+  tr -d '\r' <"$out/$name.txt" | awk '
+    /: Skipped$/ { getline reason }
+    /^\[  SKIPPED \] .* ms\)$/ { print "not run: " $4 " (" reason ")" }
+    /^\[  FAILED  \] .* ms\)$/ { print "FAILED: " $4 }
+    /^\[(==========|  PASSED  )\].*/ { print }'
   [ "$status" -eq 0 ] || fail "$name ended with $status; see $out/$name.txt"
 }
 step "Tests of what needs no Qt, under Wine"

@@ -46,6 +46,7 @@ std::string ReasonOf(DWORD error) {
 [[noreturn]] void Fail(std::string_view action, const std::string& path, DWORD error) {
   switch (error) {
     case ERROR_FILE_NOT_FOUND:
+    case ERROR_INVALID_NAME:
       throw FileNotFoundFault(path);
     case ERROR_PATH_NOT_FOUND:
       throw PathNotFoundFault(path);

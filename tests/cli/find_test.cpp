@@ -28,9 +28,13 @@ class CliFind : public testing::Test {
   }
   int Run(const std::string& arguments) {
     const int code = test::RunCli(box_.Path(), "find --codepage 1252 --tables tables " + arguments);
-    out_ = Replace(Replace(box_.Read("out.txt"), "\r", ""), std::string(1, kSeparator), "/");
+    out_ = box_.Read("out.txt");
     err_ = box_.Read("err.txt");
     return code;
+  }
+
+  static std::string Slashed(const std::string& text) {
+    return Replace(Replace(text, "\r", ""), std::string(1, kSeparator), "/");
   }
 
   test::Sandbox box_;
@@ -40,7 +44,7 @@ class CliFind : public testing::Test {
 TEST_F(CliFind, PrintsATable) {
   ASSERT_EQ(Run(". --recursive --where \"-is:broken\""), 0) << err_;
   EXPECT_EQ(
-      out_,
+      Slashed(out_),
       "Mission                  Kind       Map             Time   Weather    Flights  Player's "
       "aircraft  Trouble\n"
       "./Missions/Single/b.mis  single     Schwarzes Meer  05:30  Rain/Snow        1  Bf 109 "
@@ -54,7 +58,7 @@ TEST_F(CliFind, PrintsATable) {
 TEST_F(CliFind, PrintsForPrograms) {
   ASSERT_EQ(Run("Missions/Single --where text:CRIMEA --format json"), 0) << err_;
   Json json = Json::parse(out_);
-  EXPECT_EQ(json["path"], "Missions/Single/b.mis");
+  EXPECT_EQ(Slashed(json["path"]), "Missions/Single/b.mis");
   EXPECT_EQ(json["briefing"], "\xC3\x84rger, \"und\" mehr");
   EXPECT_EQ(json["short"], "kurz");
   EXPECT_EQ(json["flights"], 1);
@@ -64,10 +68,10 @@ TEST_F(CliFind, PrintsForPrograms) {
                              "planes":4,"only_ai":false}])"));
   ASSERT_EQ(Run("Missions/Single/b.mis --format csv --where squadron:jg52"), 0) << err_;
   EXPECT_TRUE(
-      out_.starts_with("Mission,Folder,Briefing,Kind,Map,Time,"
-                       "Weather,Flights,Planes,Player's aircraft,Parked,Home "
-                       "bases,Changed,Trouble\nb.mis,Missions/Single,\"\xC3\x84rger, "
-                       "\"\"und\"\" mehr\",single,Schwarzes Meer,05:30,Rain/Snow,1,4,"))
+      Slashed(out_).starts_with("Mission,Folder,Briefing,Kind,Map,Time,"
+                                "Weather,Flights,Planes,Player's aircraft,Parked,Home "
+                                "bases,Changed,Trouble\nb.mis,Missions/Single,\"\xC3\x84rger, "
+                                "\"\"und\"\" mehr\",single,Schwarzes Meer,05:30,Rain/Snow,1,4,"))
       << out_;
 }
 
@@ -81,7 +85,7 @@ TEST_F(CliFind, TellsWhatIsWrong) {
   // The rest is shown all the same.
   EXPECT_EQ(Run("nowhere . --where a.mis"), 1);
   EXPECT_NE(err_.find("nowhere"), err_.npos) << err_;
-  EXPECT_NE(out_.find("./a.mis"), out_.npos) << out_;
+  EXPECT_NE(Slashed(out_).find("./a.mis"), out_.npos) << out_;
   EXPECT_EQ(Run(". --where nothing"), 0);
 }
 
