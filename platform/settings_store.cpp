@@ -7,6 +7,10 @@
 
 #include "platform/qt_text.h"
 
+#ifdef _WIN32
+#include <windows.h>
+#endif
+
 namespace rws {
 
 namespace {
@@ -23,6 +27,24 @@ QString RegistryRoot(SettingsRoot root) {
                                            : QStringLiteral("HKEY_CURRENT_USER\\Software\\Classes");
 }
 #endif
+
+/** False for a key of the registry that is not there: to read it would make it. */
+bool CanRead(const QString& iniFile, SettingsRoot root, const std::string& key) {
+#ifdef _WIN32
+  if (!iniFile.isEmpty()) return true;
+  const QString path = RegistryRoot(root) + QLatin1Char('\\') + FromPath(key);
+  const std::wstring below = path.mid(path.indexOf(QLatin1Char('\\')) + 1).toStdWString();
+  HKEY found = nullptr;
+  if (::RegOpenKeyExW(HKEY_CURRENT_USER, below.c_str(), 0, KEY_READ, &found) != ERROR_SUCCESS)
+    return false;
+  ::RegCloseKey(found);
+#else
+  Q_UNUSED(iniFile)
+  Q_UNUSED(root)
+  Q_UNUSED(key)
+#endif
+  return true;
+}
 
 /** A settings object that stands at the key; made anew for each call, as the store itself is. */
 std::unique_ptr<QSettings> OpenKey(const QString& iniFile, SettingsRoot root,
@@ -79,6 +101,7 @@ SettingsBackend MakeSettingsStore(const QString& iniFile) {
   SettingsBackend backend;
   backend.Read = [iniFile](SettingsRoot root, const std::string& key,
                            const std::string& name) -> std::optional<SettingData> {
+    if (!CanRead(iniFile, root, key)) return {};
     const auto settings = OpenKey(iniFile, root, key);
     const QString stored = StoredName(*settings, name);
     if (!settings->contains(stored)) return {};

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <future>
 #include <map>
 
 #include "library/briefings.h"
@@ -131,17 +132,16 @@ TEST_F(ReadingMissions, StopsAtEveryMoment) {
   for (int stopAt = 1; stopAt < 250; stopAt += 31) {
     SCOPED_TRACE(stopAt);
     std::atomic<int> steps = 0;
-    std::atomic<bool> isReached = false;
+    // Not by an atomic's own wait: libraries without a call of the system for it lose a wake-up.
+    std::promise<void> reached;
     files_.BeforeStep = [&](const FileStep&) {
-      if (++steps < stopAt) return;
-      isReached = true;
-      isReached.notify_all();
+      if (++steps == stopAt) reached.set_value();
     };
     MissionReader reader(files_, CodePage(), 2);
     ReadRequest request{{box_.Path()}};
     reader.Add(request);
     // A round of all missions takes 201 steps.
-    if (stopAt <= kMissions + 1) isReached.wait(false);
+    if (stopAt <= kMissions + 1) reached.get_future().wait();
     reader.Stop();
     EXPECT_TRUE(reader.Progress().Idle);
     EXPECT_TRUE(reader.Take(1).empty());

@@ -39,6 +39,7 @@ TEST_F(Registry, KeepsTextsAndNumbersAndForgetsAKeyWhole) {
   DeleteRegKey(Store, kUser, kBase);
   EXPECT_FALSE(KeysIn("Software\\Hollowbyte").contains("RWS Edit Tests"));
   EXPECT_EQ(GetRegValue(again, kUser, kSetPath, "Path", "none"), "none");
+  EXPECT_FALSE(KeysIn("Software\\Hollowbyte").contains("RWS Edit Tests")) << "reading makes none";
 }
 
 TEST_F(Registry, ClassesAreThoseOfTheUser) {
