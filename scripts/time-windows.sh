@@ -6,10 +6,8 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 : "${WINEPREFIX:?scripts/windows.sh starts this}"
-if [ -z "${DISPLAY:-}" ] || [ "${RWS_TRY_DISPLAY:-}" != "$DISPLAY" ]; then
-  exec xvfb-run -a -s "-screen 0 1600x1200x24" \
-    bash -c 'RWS_TRY_DISPLAY=$DISPLAY exec "$@"' bash "$0" "$@"
-fi
+source scripts/wine-prefix.sh
+on_own_display "$0" "$@"
 folder=$1
 runs=${2:-7}
 

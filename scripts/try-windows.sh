@@ -17,11 +17,8 @@ windows_path() { winepath -w "$1" 2>/dev/null; }
 local_data() { winepath -u "$(wine cmd /c 'echo %LOCALAPPDATA%' 2>/dev/null | tr -d '\r')" 2>/dev/null; }
 registry_has() { wine reg query "$1" >/dev/null 2>&1; }
 
-if [ -z "${DISPLAY:-}" ] || [ "${RWS_TRY_DISPLAY:-}" != "$DISPLAY" ]; then
-  # A display of its own.
-  exec xvfb-run -a -s "-screen 0 1600x1200x24" \
-    bash -c 'RWS_TRY_DISPLAY=$DISPLAY exec "$@"' bash "$0" "$@"
-fi
+source scripts/wine-prefix.sh
+on_own_display "$0" "$@"
 
 # start PROGRAM MISSIONS: until its window is there, shown for as long as it needs to fill itself.
 start() {
@@ -32,7 +29,10 @@ start() {
   for ((i = 0; ; i++)); do
     if xdotool search --onlyvisible --name "RWS Edit - $version" >/dev/null 2>&1; then break; fi
     kill -0 "$program" 2>/dev/null || fail "$1 ended at its start"
-    [ "$i" -lt 600 ] || fail "the window of $1 did not come up"
+    if [ "$i" -ge 600 ]; then
+      import -window root build/windows/failed.png
+      fail "the window of $1 did not come up; see build/windows/failed.png"
+    fi
     sleep 0.1
   done
   sleep 3
@@ -81,12 +81,14 @@ try_installer() {
   start "$program_folder/bin/rws-edit.exe" "$work/samples"
   finish
   [ -s "$data/rws-edit/Error.txt" ] || fail "the log is not with the user's data"
-  # A copy, since the uninstaller of a running program cannot delete itself: it starts one as well,
-  # and ends before that has done its work.
-  cp "$program_folder/uninstall.exe" "$work/uninstall.exe"
-  wine "$work/uninstall.exe" /S "_?=$(windows_path "$program_folder")"
-  rm -f "$program_folder/uninstall.exe"
-  rmdir "$program_folder" || fail "the uninstaller left: $(ls -R "$program_folder")"
+  # It ends at once: a copy of it, which can delete it, does the work.
+  wine "$program_folder/uninstall.exe" /S
+  for ((i = 0; i < 300; i++)); do
+    [ -e "$program_folder" ] || break
+    sleep 0.1
+  done
+  [ ! -e "$program_folder" ] || fail "the uninstaller left: $(ls -R "$program_folder")"
+  sleep 2
   [ ! -e "$data/rws-edit" ] || fail "the uninstaller left: $(ls -R "$data/rws-edit")"
   local key
   for key in 'Classes\.mis' 'Classes\.properties' 'Classes\RWS Edit.mis' 'Classes\RWS Edit.properties' \

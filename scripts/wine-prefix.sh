@@ -19,3 +19,12 @@ end_wine() {
   wineserver -k || true
   wineserver -w || true
 }
+
+# on_own_display SCRIPT ARGUMENT...: starts a script again on a virtual display, unless it is there.
+on_own_display() {
+  if [ -n "${DISPLAY:-}" ] && [ "${RWS_OWN_DISPLAY:-}" = "$DISPLAY" ]; then return; fi
+  # A Wine that runs already keeps to the display that it began with, or to none.
+  end_wine
+  exec xvfb-run -a -s "-screen 0 1600x1200x24" \
+    bash -c 'RWS_OWN_DISPLAY=$DISPLAY exec "$@"' bash "$@"
+}

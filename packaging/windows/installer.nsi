@@ -156,6 +156,16 @@ Section "un.RWS Edit"
   ; The log goes; backups and what the user wrote only when he says so.
   StrCpy $0 "$LOCALAPPDATA\rws-edit"
   Delete "$0\Error.txt"
+  ; Folders go only where they are empty.
+  FindFirst $1 $2 "$0\*"
+  ${DoUntil} $2 == ""
+    ${If} $2 != "."
+    ${AndIf} $2 != ".."
+      RMDir "$0\$2"
+    ${EndIf}
+    FindNext $1 $2
+  ${Loop}
+  FindClose $1
   RMDir "$0"
   ${If} ${FileExists} "$0\*.*"
     MessageBox MB_YESNO|MB_DEFBUTTON2|MB_ICONQUESTION "Delete the backups of your missions, too, and all else in$\r$\n$0?" /SD IDNO IDNO keep
