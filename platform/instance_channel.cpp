@@ -8,6 +8,7 @@
 #include <QStandardPaths>
 #include <QTimer>
 #include <algorithm>
+#include <memory>
 #include <string_view>
 #include <utility>
 
@@ -16,6 +17,8 @@ namespace rws {
 namespace {
 
 constexpr std::string_view kHead = "rws-edit open 1\n";
+/** Of a whole message: the head and the path. */
+constexpr int kLines = 2;
 /** The longest path of any system, in UTF-8, and the words around it. */
 constexpr qint64 kMostBytes = 100 * 1024;
 constexpr int kTellMilliseconds = 500, kHearMilliseconds = 5000;
@@ -62,13 +65,18 @@ InstanceListener::~InstanceListener() {
 
 void InstanceListener::TakeConnection() {
   while (QLocalSocket* socket = server_.nextPendingConnection()) {
-    // What is longer is never read, and dropped with the connection.
-    socket->setReadBufferSize(kMostBytes + 1);
-    connect(socket, &QLocalSocket::disconnected, this, [this, socket] {
+    const auto message = std::make_shared<QByteArray>();
+    connect(socket, &QLocalSocket::readyRead, this, [socket, message] {
+      *message += socket->readAll();
+      // The end of the connection tells the sender that it was heard.
+      if (message->count('\n') >= kLines || message->size() > kMostBytes)
+        socket->disconnectFromServer();
+    });
+    connect(socket, &QLocalSocket::disconnected, this, [this, socket, message] {
       socket->deleteLater();
-      const QByteArray message = socket->readAll();
+      *message += socket->readAll();
       const std::string path =
-          message.size() > kMostBytes ? std::string() : PathOf(message.toStdString());
+          message->size() > kMostBytes ? std::string() : PathOf(message->toStdString());
       if (!path.empty()) heard_(path);
     });
     QTimer::singleShot(kHearMilliseconds, socket, [socket] { socket->abort(); });
@@ -81,12 +89,14 @@ bool TellListener(const QString& channel, const std::string& path) {
   const auto left = [&] { return static_cast<int>(deadline.remainingTime()); };
   if (message.size() > kMostBytes) return false;
   QLocalSocket socket;
-  socket.connectToServer(channel, QIODevice::WriteOnly);
+  // For reading too: without it the end of the connection is not noticed on Windows.
+  socket.connectToServer(channel, QIODevice::ReadWrite);
   if (!socket.waitForConnected(left())) return false;
   socket.write(message);
+  // Where another thread writes, it may have done so before there is something to wait for.
   while (socket.bytesToWrite() > 0)
-    if (!socket.waitForBytesWritten(left())) return false;
-  socket.disconnectFromServer();
+    if (!socket.waitForBytesWritten(left()) && socket.bytesToWrite() > 0) return false;
+  // Not closed here: what the listener has not read yet could be lost with it.
   return socket.state() == QLocalSocket::UnconnectedState || socket.waitForDisconnected(left());
 }
 
