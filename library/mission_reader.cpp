@@ -230,7 +230,11 @@ MissionReader::MissionReader(const FileSystem& files, const CodePage& page, unsi
 
 MissionReader::~MissionReader() {
   Stop();
-  for (auto& thread : threads_) thread.request_stop();
+  {
+    const std::lock_guard lock(mutex_);
+    for (auto& thread : threads_) thread.request_stop();
+  }
+  hasTask_.notify_all();
   threads_.clear();
 }
 
@@ -274,7 +278,9 @@ void MissionReader::Run(const std::stop_token& stop) {
   Worker worker(*this, files_);
   while (true) {
     std::unique_lock lock(mutex_);
-    hasTask_.wait(lock, stop, [&] { return !tasks_.empty(); });
+    // Not the wait that takes the token: it waits for its callback by an atomic, which in libraries
+    // without a call of the system for that can sleep for ever.
+    hasTask_.wait(lock, [&] { return stop.stop_requested() || !tasks_.empty(); });
     if (stop.stop_requested()) return;
     Task task = std::move(tasks_.front());
     tasks_.pop_front();

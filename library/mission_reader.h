@@ -76,7 +76,7 @@ class MissionReader {
   FileSystem files_;
   const CodePage page_;
   mutable std::mutex mutex_;
-  std::condition_variable_any hasTask_, hasResult_;
+  std::condition_variable hasTask_, hasResult_;
   std::deque<Task> tasks_;
   std::deque<std::vector<MissionFacts>> results_;
   std::vector<std::string> troubles_;
