@@ -10,7 +10,6 @@
 #include "library/columns.h"
 #include "library/filter.h"
 #include "library/mission_reader.h"
-#include "services/arguments.h"
 #include "services/faults.h"
 
 namespace rws {
@@ -168,7 +167,6 @@ int Find(const Services& services, const FindOptions& find) {
   std::sort(found.begin(), found.end());
   std::vector<std::size_t> rows;
   for (const auto& [path, row] : found) rows.push_back(row);
-  if (find.Format == "csv") WriteRawOutput();
   if (find.Format == "csv")
     PrintCsv(index, rows);
   else

@@ -155,7 +155,8 @@ int Run(const std::vector<std::string>& arguments) {
     return app.exit(stop) == 0 ? 0 : kBadUsage;
   }
   const Services services = NewServices(options.All, arguments[0]);
-  for (auto* files : {&options.Files, &options.Edit.Files}) *files = NamedFiles(services, *files);
+  for (auto* files : {&options.Files, &options.Edit.Files, &options.Find.Folders})
+    *files = NamedFiles(services, *files);
   if (show->parsed()) return Show(services, options);
   if (rewrite->parsed()) return Rewrite(services, options);
   if (app.got_subcommand("edit")) return Edit(services, options.All, options.Edit);
