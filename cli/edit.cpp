@@ -7,12 +7,12 @@
 
 #include "catalogues/aircraft.h"
 #include "catalogues/squadrons.h"
-#include "cli/logic/mission_edit.h"
 #include "mission/kept_text.h"
 #include "mission/mission_file.h"
 #include "mission/unified_diff.h"
 #include "services/faults.h"
 #include "services/paths.h"
+#include "values/mission_edit.h"
 
 namespace rws {
 

@@ -63,12 +63,6 @@ WaypointRow MakeRow(std::size_t index, const Waypoint& waypoint, bool metric) {
 
 }  // namespace
 
-std::array<bool, kWaypointKinds.size()> OfferedKinds(int row, int rowCount) {
-  if (row < 1 || row > rowCount) return {};
-  const bool isLast = row == rowCount;
-  return {row == 1 && !isLast, true, true, isLast};
-}
-
 std::vector<WaypointRow> WaypointRows(const Document& doc, bool metric) {
   const auto& waypoints = FlightOf(doc.Missions, doc).Waypoints;
   std::vector<WaypointRow> rows;

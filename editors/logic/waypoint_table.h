@@ -9,6 +9,7 @@
 
 #include "catalogues/catalogues.h"
 #include "mission/document.h"
+#include "mission/waypoint_kinds.h"
 #include "services/services.h"
 
 /** The route of the current flight as a table. Columns and rows count from 1, row 0 being the
@@ -49,18 +50,6 @@ constexpr bool IsTypedColumn(int column) {
   return column > 0 && column <= kWaypointColumns &&
          kWaypointLooks[static_cast<std::size_t>(column - 1)].Typed;
 }
-
-/** A kind of waypoint that the user can choose. */
-struct WaypointKind {
-  std::string_view Label, Keyword;
-};
-inline constexpr std::array<WaypointKind, 4> kWaypointKinds{{{"Take Off", "TAKEOFF"},
-                                                             {"Normal Fly", "NORMFLY"},
-                                                             {"Ground Attack", "GATTACK"},
-                                                             {"Land", "LANDING"}}};
-
-/** Which of these kinds a row offers. A route of one waypoint offers to land, not to take off. */
-std::array<bool, kWaypointKinds.size()> OfferedKinds(int row, int rowCount);
 
 using WaypointRow = std::array<std::string, kWaypointColumns>;
 /** One row per waypoint. Metric shows meters and kilometers, otherwise feet and miles. The minutes

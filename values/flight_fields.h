@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "cli/logic/edit_rules.h"
 #include "mission/records.h"
+#include "values/edit_rules.h"
 
 /** Values of a flight and of its planes by the names that a script has for them. */
 namespace rws {

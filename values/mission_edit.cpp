@@ -1,4 +1,4 @@
-#include "cli/logic/mission_edit.h"
+#include "values/mission_edit.h"
 
 #include <map>
 #include <string_view>

@@ -1,4 +1,4 @@
-#include "cli/logic/value_path.h"
+#include "values/value_path.h"
 
 #include <gtest/gtest.h>
 

@@ -1,14 +1,14 @@
-#include "cli/logic/mission_values.h"
+#include "values/mission_values.h"
 
 #include <algorithm>
 #include <iterator>
 
-#include "cli/logic/flight_fields.h"
-#include "editors/logic/home_bases.h"
-#include "editors/logic/waypoint_table.h"
 #include "mission/flight_values.h"
+#include "mission/home_base_values.h"
+#include "mission/waypoint_kinds.h"
 #include "services/numbers.h"
 #include "services/text.h"
+#include "values/flight_fields.h"
 
 namespace rws {
 

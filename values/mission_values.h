@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-#include "cli/logic/edit_rules.h"
-#include "cli/logic/value_path.h"
 #include "mission/records.h"
+#include "values/edit_rules.h"
+#include "values/value_path.h"
 
 /** Single values of a mission's records, as a script reads and writes them. */
 namespace rws {

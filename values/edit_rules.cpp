@@ -1,4 +1,4 @@
-#include "cli/logic/edit_rules.h"
+#include "values/edit_rules.h"
 
 #include <algorithm>
 #include <optional>

@@ -1,11 +1,11 @@
-#include "cli/logic/value_path.h"
+#include "values/value_path.h"
 
 #include <algorithm>
 #include <charconv>
 #include <vector>
 
-#include "cli/logic/edit_rules.h"
 #include "services/text.h"
+#include "values/edit_rules.h"
 
 namespace rws {
 

@@ -1,4 +1,4 @@
-#include "cli/logic/flight_fields.h"
+#include "values/flight_fields.h"
 
 #include "services/numbers.h"
 #include "services/text.h"

@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "cli/logic/edit_rules.h"
-#include "cli/logic/mission_values.h"
-#include "cli/logic/value_path.h"
 #include "mission/records.h"
+#include "values/edit_rules.h"
+#include "values/mission_values.h"
+#include "values/value_path.h"
 
 /** Edits of a mission's records that are given as paths and values. */
 namespace rws {
