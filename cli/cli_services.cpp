@@ -4,11 +4,7 @@
 #include <iostream>
 
 #include "catalogues/maps.h"
-#include "mission/kept_merge.h"
-#include "mission/kept_reader.h"
-#include "mission/line_ends.h"
-#include "mission/reader.h"
-#include "mission/writer.h"
+#include "library/edited_mission.h"
 #include "services/arguments.h"
 #include "services/error_log.h"
 #include "services/faults.h"
@@ -101,34 +97,19 @@ std::vector<std::string> NamedFiles(const Services& services,
   return named;
 }
 
-Document ReadMission(const Services& services, const CliOptions& options, const std::string& path,
-                     std::string bytes, ReadAs as) {
-  Document doc;
-  LoadMaps(doc, services);
-  doc.GamePath = options.Game.empty() ? GameAbove(services, path) : options.Game;
-  doc.MissionFiles = {path};
-  LoadMissionArray(doc, services);
-  if (as == ReadAs::Kept) {
-    ReadKeptMission(doc, services, doc.Missions[0], std::move(bytes));
-    return doc;
-  }
-  if (auto repaired = RepairedLineEnds(bytes)) bytes = std::move(*repaired);
-  ReadMissionText(doc, services, 0, std::move(bytes));
-  return doc;
+Document BaseFor(const Services& services, const CliOptions& options, const std::string& path,
+                 ReadAs as) {
+  Document base;
+  LoadMaps(base, services);
+  base.GamePath = options.Game.empty() ? GameAbove(services, path) : options.Game;
+  base.Untouched = as == ReadAs::Kept ? UntouchedLines::Keep : UntouchedLines::Anew;
+  return base;
 }
 
-LineArray BuildMission(Document& doc, const Services& services) {
-  const Mission& mission = doc.Missions[0];
-  LineArray lines;
-  std::string reason;
-  const Services silent = Silent(services);
-  const bool built = mission.KeepsLines ? BuildKeptFile(doc, silent, mission, lines, &reason)
-                                        : BuildMissionFile(doc, silent, lines, 0, {}, &reason);
-  if (!built)
-    throw Fault(fault::InvalidCall,
-                "cannot build the new text of \"" + doc.MissionFiles[0] + "\"" +
-                    (reason.empty() ? "" : ": " + services.Page.ToUtf8(reason)));
-  return lines;
+Document ReadMission(const Services& services, const CliOptions& options, const std::string& path,
+                     std::string bytes, ReadAs as) {
+  return ReadOneMission(BaseFor(services, options, path, as), services, path, std::move(bytes),
+                        as == ReadAs::Kept);
 }
 
 }  // namespace rws

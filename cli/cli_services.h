@@ -40,12 +40,13 @@ enum class ReadAs {
   Kept   // with every line kept
 };
 
+/** What the reading of a mission leans on: the maps, the game's folder, the way of reading. */
+Document BaseFor(const Services& services, const CliOptions& options, const std::string& path,
+                 ReadAs as);
+
 /** Reads one mission without touching the disk; a repair of its line ends stays in memory. A file
     that is no mission is a fault. */
 Document ReadMission(const Services& services, const CliOptions& options, const std::string& path,
                      std::string bytes, ReadAs as);
-
-/** What an Update of the document's mission would write; a fault if it cannot be built. */
-LineArray BuildMission(Document& doc, const Services& services);
 
 }  // namespace rws

@@ -1,6 +1,7 @@
 #include <iostream>
 
 #include "cli/edit.h"
+#include "library/edited_mission.h"
 #include "mission/unified_diff.h"
 #include "services/faults.h"
 
@@ -13,7 +14,7 @@ int Diff(const Services& services, const CliOptions& options, const DiffOptions&
       [&] {
         const std::string bytes = services.Files.ReadFile(diff.File, LineArray::kLargest);
         Document doc = ReadMission(services, options, diff.File, bytes, diff.Lines);
-        const LineArray lines = BuildMission(doc, services);
+        const LineArray lines = BuildOneMission(doc, services);
         std::cout << UnifiedDiff(diff.File, diff.File, bytes, lines.FileText());
         result = bytes == lines.FileText() ? kSame : kDiffers;
       },

@@ -7,7 +7,7 @@
 
 #include "catalogues/aircraft.h"
 #include "catalogues/squadrons.h"
-#include "mission/kept_text.h"
+#include "library/edit_many.h"
 #include "mission/mission_file.h"
 #include "mission/unified_diff.h"
 #include "services/faults.h"
@@ -31,14 +31,14 @@ struct Job {
 class Editing {
  public:
   Editing(const Services& services, const CliOptions& options, const EditOptions& edit)
-      : services_(services),
-        options_(options),
-        edit_(edit),
-        rules_{tables_, services, edit.Force} {}
+      : services_(services), options_(options), edit_(edit) {}
 
   int Run() {
-    if (!TakeOrder() || !FilesAreRight()) return kBadUsage;
-    LoadTables();
+    auto order = ReadOrder(services_, edit_);
+    if (!order || !FilesAreRight()) return kBadUsage;
+    order_ = std::move(*order);
+    named_.resize(order_.Sets.size() + order_.Removals.size());
+    tables_ = TablesFor(services_, order_);
     for (const auto& path : edit_.Files) Tried(path, [&] { Prepare(path); });
     TellWhatNamesNothing();
     if (failed_) return kFailed;
@@ -57,14 +57,6 @@ class Editing {
     Complain(path + ": " + reason);
   }
 
-  /** An argument in the page of the missions. */
-  std::string Bytes(const std::string& text) const {
-    auto bytes = services_.Page.FromUtf8(text);
-    if (!bytes)
-      throw ValueFault("code page " + std::to_string(services_.Page.Number()) +
-                       " lacks a letter of it");
-    return *bytes;
-  }
   /** An entry of the order: the sets come first, then the removals. */
   const std::string& EntryText(std::size_t entry) const {
     const std::size_t sets = edit_.Sets.size();
@@ -75,12 +67,9 @@ class Editing {
     return entry < sets ? order_.Sets[entry].Path.IsPattern()
                         : order_.Removals[entry - sets].Flights.IsPattern();
   }
-  bool TakeOrder();
   bool FilesAreRight();
-  void LoadTables();
   void Prepare(const std::string& path);
-  void Change(Job& job);
-  void Prove(Job& job, const Mission& edited, const std::vector<ValuePlace>& places);
+  void TakeNamed(const Job& job, const EditOutcome& outcome);
   void TellWhatNamesNothing();
   int Show();
   int WriteOutput();
@@ -92,27 +81,12 @@ class Editing {
   const CliOptions& options_;
   const EditOptions& edit_;
   Catalogues tables_;
-  EditRules rules_;
   EditOrder order_;
   std::vector<Job> jobs_;
   /** How many values or flights each entry of the order has named in all files. */
   std::vector<std::size_t> named_;
   bool failed_ = false;
 };
-
-bool Editing::TakeOrder() {
-  for (const auto& text : edit_.Sets)
-    Tried("--set " + text, [&] {
-      order_.Sets.push_back(ParseAssignment(Bytes(text)));
-      order_.Sets.back().Text = text;
-      CheckText(order_.Sets.back().Value);
-    });
-  for (const auto& text : edit_.Removals)
-    Tried("--remove " + text, [&] { order_.Removals.push_back({ParseFlight(Bytes(text)), text}); });
-  named_.resize(order_.Sets.size() + order_.Removals.size());
-  if (named_.empty() && !failed_) Fail("edit", "nothing is to be changed: give --set or --remove");
-  return !failed_;
-}
 
 bool Editing::FilesAreRight() {
   const FileSystem& files = services_.Files;
@@ -131,59 +105,28 @@ bool Editing::FilesAreRight() {
   return !failed_;
 }
 
-/** They take most of the time of a run. */
-void Editing::LoadTables() {
-  constexpr std::string_view kFields[] = {"Class", "Weapons", "OnlyAI", "Player", "NoseArt"};
-  const auto needs = [&](const FlightChoice& choice) { return choice.By == FlightChoice::Army; };
-  bool isNeeded = false;
-  for (const auto& set : order_.Sets)
-    isNeeded =
-        isNeeded || needs(set.Path.Flights) ||
-        std::find(std::begin(kFields), std::end(kFields), set.Path.Field) != std::end(kFields);
-  for (const auto& removal : order_.Removals) isNeeded = isNeeded || needs(removal.Flights);
-  if (!isNeeded) return;
-  Document doc;
-  LoadAircraftArray(doc, tables_, services_);
-  LoadRegiments(tables_, services_);
-}
-
 void Editing::Prepare(const std::string& path) {
   Job job{path, services_.Files.ReadFile(path, LineArray::kLargest), {}, {}};
-  job.Doc = ReadMission(services_, options_, path, job.Old, edit_.Lines);
-  const Mission& mission = job.Doc.Missions[0];
-  if (!mission.Loaded) throw ValueFault("the mission cannot be read");
-  const KeptText text(mission.Lines);
-  if (!text.Find("MAIN") && !text.Find("Wing"))
-    throw ValueFault("this is no mission: it has neither [MAIN] nor [Wing]");
-  Change(job);
+  const EditContext context{services_, tables_, BaseFor(services_, options_, path, edit_.Lines),
+                            edit_.Force};
+  EditedMission edited = EditRecords(context, order_, path, job.Old);
+  const auto& faults = edited.Outcome.Faults;
+  TakeNamed(job, edited.Outcome);
+  if (faults.empty()) job.New = BuildEdited(context, edited);
+  for (const auto& reason : faults) Fail(path, services_.Page.ToUtf8(reason));
+  job.Doc = std::move(edited.Doc);
   jobs_.push_back(std::move(job));
 }
 
 /** A name must be there in every file, a pattern need not. */
-void Editing::Change(Job& job) {
-  Mission& mission = job.Doc.Missions[0];
-  const EditOutcome outcome = EditMission(mission, order_, rules_);
-  for (const auto& warning : outcome.Warnings) Complain(job.Path + ": " + warning);
-  for (const auto& reason : outcome.Faults) Fail(job.Path, services_.Page.ToUtf8(reason));
+void Editing::TakeNamed(const Job& job, const EditOutcome& outcome) {
+  for (const auto& warning : outcome.Warnings)
+    Complain(job.Path + ": " + services_.Page.ToUtf8(warning));
   for (std::size_t i = 0; i < outcome.Named.size(); ++i) {
     named_[i] += outcome.Named[i];
     if (outcome.Named[i] == 0 && !IsPattern(i))
       Fail(job.Path, EntryText(i) + ": names nothing in this mission");
   }
-  if (!outcome.Faults.empty()) return;
-  const Mission edited = mission;
-  job.New = BuildMission(job.Doc, services_);
-  Prove(job, edited, outcome.Places);
-}
-
-/** What will be read from the new file must be what was asked for. */
-void Editing::Prove(Job& job, const Mission& edited, const std::vector<ValuePlace>& places) {
-  const Document read = ReadMission(services_, options_, job.Path, job.New.FileText(), edit_.Lines);
-  for (const auto& text : LostValues(edited, read.Missions[0], places))
-    Fail(job.Path, text + ": the value would be lost" +
-                       (edit_.Lines == ReadAs::Anew ? " when all lines are written anew" : ""));
-  if (read.Missions[0].Flights.size() != edited.Flights.size())
-    Fail(job.Path, "flights would be lost");
 }
 
 void Editing::TellWhatNamesNothing() {
@@ -211,22 +154,10 @@ int Editing::WriteOutput() {
 
 /** Before the first file is touched. */
 void Editing::RequireWritable(const Services& writing) {
-  const FileSystem& files = writing.Files;
-  for (const Job& job : jobs_) {
-    if (!job.Changes()) continue;
-    Tried(job.Path, [&] {
-      files.RequireWritable(job.Path);
-      const std::string file = files.GetAbsolutePathName(files.FollowLinks(job.Path));
-      if (!files.CanWriteInto(GetParentFolderName(file)))
-        throw FileFault(fault::Permission, "write", job.Path, "its folder is read-only");
-    });
-  }
+  for (const Job& job : jobs_)
+    if (job.Changes()) Tried(job.Path, [&] { RequireReplaceable(writing, job.Path); });
   if (edit_.BackupFolder.empty() || failed_) return;
-  Tried(edit_.BackupFolder, [&] {
-    if (!files.FolderExists(edit_.BackupFolder)) files.CreateFolder(edit_.BackupFolder);
-    if (!files.CanWriteInto(edit_.BackupFolder))
-      throw FileFault(fault::Permission, "write", edit_.BackupFolder, "the folder is read-only");
-  });
+  Tried(edit_.BackupFolder, [&] { MakeBackupFolder(writing, edit_.BackupFolder); });
 }
 
 int Editing::WriteAll() {
@@ -259,6 +190,49 @@ void Editing::Write(const Services& writing, const Job& job) {
 }
 
 }  // namespace
+
+std::optional<EditOrder> ReadOrder(const Services& services, const EditOptions& edit) {
+  EditOrder order;
+  bool isRight = true;
+  const auto bytes = [&](const std::string& text) {
+    auto inPage = services.Page.FromUtf8(text);
+    if (!inPage)
+      throw ValueFault("code page " + std::to_string(services.Page.Number()) +
+                       " lacks a letter of it");
+    return *inPage;
+  };
+  const auto tried = [&](const std::string& text, const auto& read) {
+    isRight &= Trap(read, [&](const Fault& caught) { Complain(text + ": " + caught.Text); });
+  };
+  for (const auto& text : edit.Sets)
+    tried("--set " + text, [&] {
+      order.Sets.push_back(ParseAssignment(bytes(text)));
+      CheckText(order.Sets.back().Value);
+    });
+  for (const auto& text : edit.Removals)
+    tried("--remove " + text, [&] {
+      order.Removals.push_back({ParseFlight(bytes(text)), bytes(text)});
+    });
+  if (isRight && edit.Sets.empty() && edit.Removals.empty())
+    tried("edit", [] { throw ValueFault("nothing is to be changed: give --set or --remove"); });
+  if (!isRight) return {};
+  return order;
+}
+
+Catalogues TablesFor(const Services& services, const EditOrder& order) {
+  Catalogues tables;
+  if (!NeedsTables(order)) return tables;
+  Document doc;
+  LoadAircraftArray(doc, tables, services);
+  LoadRegiments(tables, services);
+  return tables;
+}
+
+void MakeBackupFolder(const Services& services, const std::string& folder) {
+  if (!services.Files.FolderExists(folder)) services.Files.CreateFolder(folder);
+  if (!services.Files.CanWriteInto(folder))
+    throw FileFault(fault::Permission, "write", folder, "the folder is read-only");
+}
 
 int Edit(const Services& services, const CliOptions& options, const EditOptions& edit) {
   return Editing(services, options, edit).Run();

@@ -155,22 +155,29 @@ bool ReadInto(MissionIndex& index, Filter& filter, const Services& services,
 
 }  // namespace
 
-int Find(const Services& services, const FindOptions& find) {
+std::optional<FoundMissions> FindMissions(const Services& services, const FindOptions& find) {
   const Query query = ParseQuery(find.Where);
-  if (IsRefused(find.Where, query)) return kBadUsage;
-  MissionIndex index(ReadNames(services), services.Page);
+  if (IsRefused(find.Where, query)) return {};
+  FoundMissions found{std::make_unique<MissionIndex>(ReadNames(services), services.Page), {}};
+  MissionIndex& index = *found.Index;
   Filter filter(query, index);
-  const bool isWhole = ReadInto(index, filter, services, find);
-  std::vector<std::pair<std::string, std::size_t>> found;
+  found.IsWhole = ReadInto(index, filter, services, find);
+  std::vector<std::pair<std::string, std::size_t>> rows;
   for (std::size_t row = 0; row < index.size(); ++row)
-    if (filter.Matches(row)) found.emplace_back(index.Path(row), row);
-  std::sort(found.begin(), found.end());
-  std::vector<std::size_t> rows;
-  for (const auto& [path, row] : found) rows.push_back(row);
+    if (filter.Matches(row)) rows.emplace_back(index.Path(row), row);
+  std::sort(rows.begin(), rows.end());
+  for (const auto& [path, row] : rows) found.Rows.push_back(row);
+  return found;
+}
+
+int Find(const Services& services, const FindOptions& find) {
+  const auto found = FindMissions(services, find);
+  if (!found) return kBadUsage;
+  const auto& [index, rows, isWhole] = *found;
   if (find.Format == "csv")
-    PrintCsv(index, rows);
+    PrintCsv(*index, rows);
   else
-    (find.Format == "json" ? PrintJson : PrintTable)(index, rows);
+    (find.Format == "json" ? PrintJson : PrintTable)(*index, rows);
   return std::cout.flush() && isWhole ? kDone : kFailed;
 }
 

@@ -7,6 +7,7 @@
 #include "cli/edit.h"
 #include "cli/find.h"
 #include "cli/records_json.h"
+#include "library/edited_mission.h"
 #include "services/arguments.h"
 #include "services/faults.h"
 
@@ -48,7 +49,7 @@ int Rewrite(const Services& services, const Options& options) {
   Trap(
       [&] {
         Document doc = ReadAnew(services, options, options.File);
-        services.Files.ReplaceFile(options.Output, BuildMission(doc, services).FileText());
+        services.Files.ReplaceFile(options.Output, BuildOneMission(doc, services).FileText());
         result = 0;
       },
       [](const Fault& caught) { Complain(caught.Text); });
@@ -69,16 +70,25 @@ void AddLines(CLI::App* command, ReadAs& lines) {
 
 void AddEdit(CLI::App& app, EditOptions& edit) {
   auto* command = app.add_subcommand(
-      "edit", "Change values of missions; where one of them cannot be changed, no file is touched");
-  command->add_option("FILE", edit.Files, "Mission files")->required();
+      "edit",
+      "Change values of missions. Where one of the files cannot be changed, none is touched; with "
+      "--where it is left out and named, and the others are changed");
+  command->add_option("FILE", edit.Files, "Mission files; with --where folders")->required();
+  auto* where = command
+                    ->add_option("--where", edit.Where,
+                                 "Change the missions of folders for which this holds; the words "
+                                 "are those of \"find\", \"\" takes all")
+                    ->allow_extra_args(false);
+  command->add_flag("--recursive", edit.Recursive, "Also the folders below")->needs(where);
   command
       ->add_option("--set", edit.Sets,
                    "PATH=VALUE, several times if need be. Paths: Time CloudType CloudHeight Army "
                    "Player PlayerNum TimeConstant WeaponsConstant; flight[F] with .Fuel .Skill "
                    ".Weapons .Planes .StartTime .OnlyAI .Parachute .Class, .plane[N] with .Skin "
                    ".Pilot .NoseArt .Skill .NumberOn, .waypoint[N] with .Alt .Speed .Type .Marker; "
-                   "base[N] with .Army .Radius. F is a flight's name, class=CLASS or "
-                   "army=red|blue|white, N counts from 0; * stands for anything")
+                   "base[N] with .Army .Radius. F is a flight's name, class=CLASS, "
+                   "army=red|blue|white, aircraft=NAME or squadron=CODE, N counts from 0; * stands "
+                   "for anything")
       ->allow_extra_args(false);
   command->add_option("--remove", edit.Removals, "flight[F], several times if need be")
       ->allow_extra_args(false);
@@ -94,7 +104,7 @@ void AddEdit(CLI::App& app, EditOptions& edit) {
                                      "Write there instead, and leave the one FILE as it is");
   command->add_flag("--force", edit.Force, "Take classes and loadouts that the tables lack");
   none->excludes(backup);
-  output->excludes(backup)->excludes(none);
+  output->excludes(backup)->excludes(none)->excludes(where);
 }
 
 void AddDiff(CLI::App& app, DiffOptions& diff) {
@@ -159,7 +169,8 @@ int Run(const std::vector<std::string>& arguments) {
     *files = NamedFiles(services, *files);
   if (show->parsed()) return Show(services, options);
   if (rewrite->parsed()) return Rewrite(services, options);
-  if (app.got_subcommand("edit")) return Edit(services, options.All, options.Edit);
+  if (app.got_subcommand("edit"))
+    return (options.Edit.Where ? EditFound : Edit)(services, options.All, options.Edit);
   if (app.got_subcommand("find")) return Find(services, options.Find);
   return Diff(services, options.All, options.Diff);
 }

@@ -1,9 +1,12 @@
 #include "values/mission_edit.h"
 
+#include <algorithm>
+#include <iterator>
 #include <map>
 #include <string_view>
 #include <utility>
 
+#include "catalogues/aircraft.h"
 #include "catalogues/squadrons.h"
 #include "mission/flight_values.h"
 #include "mission/references.h"
@@ -16,8 +19,13 @@ namespace {
 bool Fits(const Flight& flight, const FlightChoice& choice, const EditRules& rules) {
   if (choice.By == FlightChoice::Name) return FitsPattern(flight.Name, choice.Text);
   if (choice.By == FlightChoice::Class) return FitsPattern(flight.Class, choice.Text);
-  return flight.Name.size() >= 2 &&
-         FitsPattern(GetArmyByGroup(rules.Tables, rules.Services, flight.Name), choice.Text);
+  if (choice.By == FlightChoice::Aircraft)
+    return FitsPattern(GetPlaneName(rules.Tables, rules.Services, flight.Class), choice.Text);
+  if (flight.Name.size() < 2) return false;
+  if (choice.By == FlightChoice::Army)
+    return FitsPattern(GetArmyByGroup(rules.Tables, rules.Services, flight.Name), choice.Text);
+  return FitsPattern(GroupOf(flight.Name), choice.Text) ||
+         FitsPattern(GetUserDatabyGroup(rules.Tables, rules.Services, flight.Name), choice.Text);
 }
 
 std::vector<std::size_t> Chosen(const Mission& mission, const FlightChoice& choice,
@@ -35,7 +43,7 @@ std::size_t CountOf(const Mission& mission, ValueOf what, std::size_t flight) {
 }
 
 /** The places that a path names, in flights that are chosen already. */
-std::vector<ValuePlace> PlacesOf(const Mission& mission, const Assignment& set,
+std::vector<ValuePlace> PlacesOf(const Mission& mission, const Assignment& set, std::size_t number,
                                  std::vector<std::size_t> flights) {
   const bool ofFlight = set.Path.Of != ValueOf::Mission && set.Path.Of != ValueOf::Base;
   if (!ofFlight) flights = {0};
@@ -45,7 +53,7 @@ std::vector<ValuePlace> PlacesOf(const Mission& mission, const Assignment& set,
     for (std::size_t i = 0; i < count; ++i)
       if (!set.Path.Index || set.Path.Index == i || set.Path.Of == ValueOf::Flight)
         places.push_back({set.Path.Of, flight, i, set.Path.Field,
-                          ofFlight ? mission.Flights[flight].Name : "", set.Text});
+                          ofFlight ? mission.Flights[flight].Name : "", set.Text, number});
   }
   return places;
 }
@@ -67,11 +75,15 @@ void TellReferences(const Mission& mission, const std::vector<std::string>& remo
 
 }  // namespace
 
-EditOutcome EditMission(Mission& mission, const EditOrder& order, const EditRules& rules) {
+EditOutcome EditMission(Mission& mission, const EditOrder& order, const EditRules& rules,
+                        const std::vector<ValuePlace>& without) {
   EditOutcome outcome;
-  const auto tried = [&](const std::string& text, const auto& what) {
-    return Trap(what,
-                [&](const Fault& caught) { outcome.Faults.push_back(text + ": " + caught.Text); });
+  const auto tried = [&](const ValuePlace& place, const auto& what) {
+    return Trap(what, [&](const Fault& caught) {
+      const bool isFirst = outcome.Refused.empty() || outcome.Refused.back().Place.Set != place.Set;
+      if (isFirst) outcome.Faults.push_back(place.Text + ": " + caught.Text);
+      outcome.Refused.push_back({place, caught.Text});
+    });
   };
   std::vector<std::vector<std::size_t>> chosen;
   for (const auto& set : order.Sets) chosen.push_back(Chosen(mission, set.Path.Flights, rules));
@@ -83,18 +95,21 @@ EditOutcome EditMission(Mission& mission, const EditOrder& order, const EditRule
     removals.push_back(flights.size());
   }
   for (std::size_t i = 0; i < order.Sets.size(); ++i) {
-    const auto places = PlacesOf(mission, order.Sets[i], chosen[i]);
+    auto places = PlacesOf(mission, order.Sets[i], i, chosen[i]);
     outcome.Named.push_back(places.size());
+    std::erase_if(places, [&](const ValuePlace& place) {
+      return std::find(without.begin(), without.end(), place) != without.end();
+    });
     for (const auto& place : places)
-      if (!tried(place.Text, [&] { WriteValue(mission, place, order.Sets[i].Value, rules); }))
-        break;
+      tried(place, [&] { WriteValue(mission, place, order.Sets[i].Value, rules); });
     outcome.Places.insert(outcome.Places.end(), places.begin(), places.end());
   }
   outcome.Named.insert(outcome.Named.end(), removals.begin(), removals.end());
   std::vector<Flight> kept;
   std::vector<std::string> names;
+  const bool allWritten = outcome.Refused.empty();
   for (const auto& place : outcome.Places)
-    if (outcome.Faults.empty()) tried(place.Text, [&] { CheckAgreement(mission, place, rules); });
+    if (allWritten) tried(place, [&] { CheckAgreement(mission, place, rules); });
   for (std::size_t i = 0; i < removed.size(); ++i) {
     if (removed[i])
       names.push_back(mission.Flights[i].Name);
@@ -104,6 +119,19 @@ EditOutcome EditMission(Mission& mission, const EditOrder& order, const EditRule
   mission.Flights = std::move(kept);
   TellReferences(mission, names, outcome);
   return outcome;
+}
+
+bool NeedsTables(const EditOrder& order) {
+  constexpr std::string_view kFields[] = {"Class", "Weapons", "OnlyAI", "Player", "NoseArt"};
+  const auto needs = [&](const FlightChoice& choice) { return choice.By > FlightChoice::Class; };
+  return std::any_of(order.Sets.begin(), order.Sets.end(),
+                     [&](const Assignment& set) {
+                       return needs(set.Path.Flights) ||
+                              std::find(std::begin(kFields), std::end(kFields), set.Path.Field) !=
+                                  std::end(kFields);
+                     }) ||
+         std::any_of(order.Removals.begin(), order.Removals.end(),
+                     [&](const Removal& removal) { return needs(removal.Flights); });
 }
 
 std::vector<std::string> LostValues(const Mission& edited, const Mission& read,

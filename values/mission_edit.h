@@ -25,9 +25,18 @@ struct EditOrder {
   std::vector<Removal> Removals;
 };
 
+/** A value that cannot be what it is to be. */
+struct RefusedValue {
+  ValuePlace Place;
+  std::string Reason;
+};
+
 struct EditOutcome {
-  /** What cannot be done, each with the path or flight; the mission is of no use then. */
+  /** What cannot be done, once for each entry of the order, with its text; the mission is of no use
+      then. */
   std::vector<std::string> Faults;
+  /** The same for each value. */
+  std::vector<RefusedValue> Refused;
   /** What the user should know. */
   std::vector<std::string> Warnings;
   /** How many values or flights each entry of the order names: the sets, then the removals. */
@@ -36,7 +45,12 @@ struct EditOutcome {
   std::vector<ValuePlace> Places;
 };
 
-EditOutcome EditMission(Mission& mission, const EditOrder& order, const EditRules& rules);
+/** What is `without` stays as it is, whatever the order says of it. */
+EditOutcome EditMission(Mission& mission, const EditOrder& order, const EditRules& rules,
+                        const std::vector<ValuePlace>& without = {});
+
+/** True if the order can only be understood with the tables of aircraft and squadrons. */
+bool NeedsTables(const EditOrder& order);
 
 /** The paths whose values are not in `read`, what an edited mission's new file was read as. */
 std::vector<std::string> LostValues(const Mission& edited, const Mission& read,

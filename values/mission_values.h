@@ -20,6 +20,10 @@ struct ValuePlace {
   /** Name of the flight, which finds it again in another reading; "" for no flight. */
   std::string FlightName;
   std::string Text;  // as the path was given, for messages
+  /** Number of the order's entry that names it. */
+  std::size_t Set = 0;
+
+  bool operator==(const ValuePlace&) const = default;
 };
 
 /** The value as a file would spell it; one that a file need not tell is told. A place that is not

@@ -82,7 +82,10 @@ std::vector<Part> ParseParts(std::string_view text) {
 
 FlightChoice ParseChoice(std::string_view text) {
   constexpr std::pair<std::string_view, FlightChoice::Kind> kKinds[] = {
-      {"class", FlightChoice::Class}, {"army", FlightChoice::Army}};
+      {"class", FlightChoice::Class},
+      {"army", FlightChoice::Army},
+      {"aircraft", FlightChoice::Aircraft},
+      {"squadron", FlightChoice::Squadron}};
   FlightChoice choice{FlightChoice::Name, std::string(text)};
   const std::size_t equals = text.find('=');
   if (equals == text.npos) return choice;
@@ -90,7 +93,7 @@ FlightChoice ParseChoice(std::string_view text) {
   const auto kind = std::find_if(std::begin(kKinds), std::end(kKinds),
                                  [&](const auto& known) { return EqualNoCase(known.first, word); });
   if (kind == std::end(kKinds) || equals + 1 == text.size())
-    throw ValueFault("flights are chosen by name, by class=... or by army=...");
+    throw ValueFault("flights are chosen by name, or by class=, army=, aircraft= or squadron=");
   choice = {kind->second, std::string(text.substr(equals + 1))};
   if (choice.By == FlightChoice::Class && FindNoCase(choice.Text, "air.", 0) == 0)
     choice.Text.erase(0, 4);

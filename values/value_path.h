@@ -11,9 +11,10 @@ namespace rws {
 
 enum class ValueOf { Mission, Flight, Plane, Waypoint, Base };
 
-/** Which flights are meant. "*" in the text stands for any run of letters. */
+/** Which flights are meant. "*" in the text stands for any run of letters. An aircraft is given by
+    the name that the tables have for it, a squadron by its code or by that name. */
 struct FlightChoice {
-  enum Kind { Name, Class, Army };
+  enum Kind { Name, Class, Army, Aircraft, Squadron };
   Kind By = Name;
   std::string Text;
 

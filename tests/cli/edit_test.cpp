@@ -223,6 +223,38 @@ TEST_F(CliEdit, WritesAsAnUpdateDoes) {
   fs::permissions(path, fs::perms::owner_all);
 }
 
+TEST_F(CliEdit, ChangesTheMissionsThatAQueryFinds) {
+  const std::string other = Replace(kMission, "4ShAPL00", "5ShAPL00");
+  box_.Write("m/b.mis", other);
+  box_.Write("m/n/c.mis", Replace(kMission, "TIME 12.0", "TIME 6"));
+  box_.Write("m/brief.mis", "Name A briefing");
+  const auto changed = [](const std::string& text) { return Replace(text, "TIME 12.0", "TIME 3"); };
+
+  EXPECT_EQ(Run("edit . --recursive --where time:12 --set Time=3 --dry-run"), 0) << err_;
+  EXPECT_EQ(Changes(), "-TIME 12.0|+TIME 3|-TIME 12.0|+TIME 3");
+  ASSERT_EQ(Run("edit . --recursive --where \"time:12 -b\" --set Time=3"), 0) << err_;
+  EXPECT_EQ(out_ + err_, "");
+  EXPECT_EQ(box_.Read("a.mis"), changed(kMission));
+  EXPECT_EQ(box_.Read("m/b.mis"), other);
+  EXPECT_EQ(box_.Names("bin/RWS Backup"), "Origins.txt,a.mis.bak");
+
+  // Who cannot be changed is named, the others are changed.
+  EXPECT_EQ(Run("edit m a.mis --where \"\" --backup kept --set flight[5ShAPL00].Fuel=9"), 1);
+  for (const char* told : {"a.mis: flight[5ShAPL00].Fuel=9: names nothing in this mission",
+                           "brief.mis: this is no", "1 done, 2 left out"})
+    EXPECT_TRUE(Contains(err_, told)) << err_;
+  EXPECT_EQ(box_.Read("m/b.mis"), Replace(other, "Fuel 100", "Fuel 9"));
+  EXPECT_EQ(box_.Names("kept"), "b.mis.bak");
+  EXPECT_EQ(Run("edit m --where b.mis --set flight[no*].Fuel=9"), 1);
+  EXPECT_TRUE(Contains(err_, "flight[no*].Fuel=9: names nothing in any mission")) << err_;
+
+  for (const char* arguments :
+       {"--where foo:x --set Time=3", "--where a", "--recursive --set Time=3",
+        "--where a --set Time=3 --output o.mis", "--where a --set Fuel=3"})
+    EXPECT_EQ(Run(std::string("edit m ") + arguments), 2) << arguments;
+  EXPECT_EQ(box_.Read("m/n/c.mis"), Replace(kMission, "TIME 12.0", "TIME 6"));
+}
+
 TEST_F(CliEdit, TellsWhoStillNamesARemovedFlight) {
   EXPECT_EQ(Run("edit a.mis --dry-run --remove flight[*]"), 0);
   EXPECT_EQ(err_, "rws-cli: a.mis: flight \"4ShAPL00\" is removed, and still named by Player\n");

@@ -15,7 +15,7 @@ std::string Shown(const std::string& text) {
     const ValuePath& path = set.Path;
     shown = "MFPWB"[static_cast<int>(path.Of)];
     if (!path.Flights.Text.empty())
-      shown += " " + std::string(1, "nca"[path.Flights.By]) + ":" + path.Flights.Text;
+      shown += " " + std::string(1, "ncafs"[path.Flights.By]) + ":" + path.Flights.Text;
     if (path.Index) shown += " " + std::to_string(*path.Index);
     shown.append(" ").append(path.Field).append("=").append(set.Value);
     if (path.IsPattern()) shown += " ?";
@@ -45,7 +45,10 @@ TEST(ParseAssignment, ReadsPathsAndSaysWhatIsWrong) {
       {"flight[].Fuel=1", "! nothing stands in the brackets"},
       {"flight[[a]].Fuel=1", "! the path cannot be read"},
       {"flight.Fuel=1", "! \"flight\" needs brackets"},
-      {"flight[side=red].Fuel=1", "! flights are chosen by name, by class=... or by army=..."},
+      {"flight[aircraft=Bf 109*].Fuel=1", "F f:Bf 109* Fuel=1 ?"},
+      {"flight[squadron=JG52].Fuel=1", "F s:JG52 Fuel=1 ?"},
+      {"flight[side=red].Fuel=1",
+       "! flights are chosen by name, or by class=, army=, aircraft= or squadron="},
       {"flight[army=green].Fuel=1", "! an army is red, blue or white"},
       {"flight[a].plane[-1].Skin=", "! \"-1\" is no number from 0 on"},
       {"flight[a].plane[1x].Skin=", "! \"1x\" is no number from 0 on"},
