@@ -26,6 +26,11 @@ std::string_view ReadPart(std::string_view line) {
   return line;
 }
 
+std::size_t EndOfWord(std::string_view line, std::size_t from) {
+  while (from < line.size() && !IsBlank(line[from])) ++from;
+  return from;
+}
+
 std::string_view TrimBlanks(std::string_view text) {
   while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
   while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
@@ -42,7 +47,7 @@ void KeptWordsInto(std::vector<KeptWord>& words, std::string_view line) {
       ++i;
       continue;
     }
-    const std::size_t end = std::min(line.find_first_of(" \t", i), line.size());
+    const std::size_t end = EndOfWord(line, i);
     words.push_back({line.substr(i, end - i), i});
     i = end;
   }
@@ -56,8 +61,9 @@ std::vector<KeptWord> KeptWords(std::string_view line) {
 
 KeptKey KeyOf(std::string_view line) {
   const std::string_view part = ReadPart(line);
-  const std::size_t begin = std::min(part.find_first_not_of(" \t"), part.size());
-  const std::size_t end = std::min(part.find_first_of(" \t", begin), part.size());
+  std::size_t begin = 0;
+  while (begin < part.size() && IsBlank(part[begin])) ++begin;
+  const std::size_t end = EndOfWord(part, begin);
   KeptKey key;
   key.Key = part.substr(begin, end - begin);
   key.Value = TrimBlanks(part.substr(end));

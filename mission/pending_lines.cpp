@@ -20,13 +20,12 @@ namespace {
 
 /** A number without what its format adds: "1500.00" is "1500". */
 std::string PlainNumber(std::string_view word) {
+  std::size_t digits = 0, dots = 0, others = 0;
+  for (const char c : word.substr(word[0] == '-' ? 1 : 0))
+    ++(c >= '0' && c <= '9' ? digits : c == '.' ? dots : others);
   std::string number(word);
-  const std::string_view digits = word.substr(word[0] == '-' ? 1 : 0);
-  const bool isNumber = digits.find_first_not_of(".0123456789") == digits.npos &&
-                        digits.find_first_of("0123456789") != digits.npos &&
-                        digits.find('.') == digits.rfind('.');
-  if (!isNumber) return number;
-  if (Contains(digits, ".")) {
+  if (others > 0 || digits == 0 || dots > 1) return number;
+  if (dots == 1) {
     number.erase(number.find_last_not_of('0') + 1);
     if (number.back() == '.') number.pop_back();
   }
@@ -36,7 +35,8 @@ std::string PlainNumber(std::string_view word) {
 std::string Words(std::string_view line, bool keyed) {
   std::string words;
   for (std::size_t i = 0; i < line.size();) {
-    const std::size_t end = std::min(line.find_first_of(" \t", i), line.size());
+    std::size_t end = i;
+    while (end < line.size() && line[end] != ' ' && line[end] != '\t') ++end;
     const auto word = line.substr(i, end - i);
     i = end + 1;
     if (word.empty()) continue;
@@ -46,26 +46,40 @@ std::string Words(std::string_view line, bool keyed) {
   return words;
 }
 
-/** The lines of all sections of a name, as far as they mean something. */
-using Meaning = std::map<std::string, std::vector<std::vector<std::string>>>;
+/** Lines of a text that stand under one header, or ahead of the first one. */
+struct Part {
+  std::size_t First = 0, Last = 0;
+  bool IsKeyed = false;  // the order of its lines means nothing
+};
 
-Meaning MeaningOf(const LineArray& lines) {
-  const KeptText text(lines);
-  Meaning meaning;
-  const auto add = [&](std::string_view name, std::size_t first, std::size_t last, bool keyed) {
-    std::vector<std::string> kept;
-    for (std::size_t i = first; i < last; ++i)
-      if (auto words = Words(lines[i], keyed); !words.empty()) kept.push_back(std::move(words));
-    if (keyed) std::sort(kept.begin(), kept.end());
-    meaning[LowerKey(name)].push_back(std::move(kept));
-  };
-  const std::size_t begin = text.Sections().empty() ? lines.size() : text.Sections()[0].Header;
-  add("", 0, begin, false);
-  for (const auto& section : text.Sections()) {
-    const bool isFlight = text.LineOf(section, "Planes") != KeptText::npos;
-    add(section.Name, section.First, section.Last, isFlight || EqualNoCase(section.Name, "MAIN"));
+/** The parts of a text by their names. */
+std::map<std::string, std::vector<Part>> PartsOf(const KeptText& text) {
+  std::map<std::string, std::vector<Part>> parts;
+  const auto& sections = text.Sections();
+  parts[""].push_back({0, sections.empty() ? text.Lines().size() : sections[0].Header});
+  for (const auto& section : sections) {
+    const bool isKeyed =
+        EqualNoCase(section.Name, "MAIN") || text.LineOf(section, "Planes") != KeptText::npos;
+    parts[LowerKey(section.Name)].push_back({section.First, section.Last, isKeyed});
   }
-  return meaning;
+  return parts;
+}
+
+/** The bytes of a part. */
+std::string_view BytesOf(const LineArray& lines, const Part& part) {
+  if (part.First >= part.Last) return {};
+  const std::size_t start = lines.Start(part.First);
+  return std::string_view(lines.FileText()).substr(start, lines.End(part.Last - 1) - start);
+}
+
+/** Its lines, as far as they mean something. */
+std::vector<std::string> MeaningOf(const LineArray& lines, const Part& part) {
+  std::vector<std::string> kept;
+  for (std::size_t i = part.First; i < part.Last; ++i)
+    if (auto words = Words(lines[i], part.IsKeyed); !words.empty())
+      kept.push_back(std::move(words));
+  if (part.IsKeyed) std::sort(kept.begin(), kept.end());
+  return kept;
 }
 
 LineArray MadeAnew(const Document& doc, const Services& services, const Mission& mission,
@@ -108,16 +122,28 @@ std::size_t ChangedLines(const LineArray& file, const LineArray& written) {
 }
 
 bool SameMeaning(const LineArray& a, const LineArray& b) {
-  return a.SharesWith(b) || MeaningOf(a) == MeaningOf(b);
+  if (a.SharesWith(b)) return true;
+  const auto inA = PartsOf(KeptText(a)), inB = PartsOf(KeptText(b));
+  const auto isSame = [&](const Part& one, const Part& other) {
+    return BytesOf(a, one) == BytesOf(b, other) || MeaningOf(a, one) == MeaningOf(b, other);
+  };
+  return std::equal(inA.begin(), inA.end(), inB.begin(), inB.end(),
+                    [&](const auto& one, const auto& other) {
+                      return one.first == other.first &&
+                             std::equal(one.second.begin(), one.second.end(), other.second.begin(),
+                                        other.second.end(), isSame);
+                    });
 }
 
 MadeAnewCheck CheckMadeAnew(const Document& doc, const Services& services, const Mission& mission,
                             const ShownValues& shown) {
   const Services silent = Silent(services);
-  Mission unedited = mission;
-  unedited.Lines = unedited.AsRead;
-  Mission fresh = FreshlyRead(doc, silent, unedited);
-  fresh = ReadAs(doc, silent, fresh, false, fresh);
+  Mission unedited;
+  unedited.DirPath = mission.DirPath;
+  unedited.FileName = mission.FileName;
+  unedited.BaseName = mission.BaseName;
+  unedited.AsRead = mission.AsRead;
+  const Mission fresh = FreshlyRead(doc, silent, unedited);
   std::string fault;
   const LineArray lines = MadeAnew(doc, silent, fresh, shown, fault);
   return {fault.empty() && SameMeaning(fresh.AsRead, lines), ChangedLines(fresh.AsRead, lines)};
