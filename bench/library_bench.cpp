@@ -1,7 +1,7 @@
 // A library of 20,000 missions of 17 KB: read into an index beside the bare read of the same bytes
 // with one search for a byte, by as many threads; what the index holds; keystrokes in its filter; a
 // text looked for in the files, and how that compares with words kept in memory; rws-cli beside
-// grep.
+// grep; the check of 500 of them beside reading their records.
 
 #include <benchmark/benchmark.h>
 
@@ -24,7 +24,9 @@
 #include "catalogues/squadrons.h"
 #include "library/completion.h"
 #include "library/filter.h"
+#include "library/mission_checker.h"
 #include "library/mission_reader.h"
+#include "mission/kept_reader.h"
 #include "services/text.h"
 
 namespace rws::bench {
@@ -91,6 +93,7 @@ class Library {
     return {MapNames(Doc_.Maps, page), AircraftNames(Tables_, page), SquadronNames(Tables_, page)};
   }
   const FileSystem& Disk() const { return Services_.Files; }
+  const Services& Quiet() const { return Services_; }
 
  private:
   fs::path path_;
@@ -298,6 +301,50 @@ void FindBesideGrep(benchmark::State& state) {
   Report(state, floor, work);
 }
 
+/** Every mission read into records with its lines kept, by as many threads as the check has. */
+void BareRecords(const Library& library) {
+  std::atomic<std::size_t> next = 0;
+  const auto work = [&] {
+    const Document doc;
+    const Services services = library.Quiet();
+    const auto& files = library.Files();
+    // A mission and its briefing follow each other.
+    for (std::size_t i = next += 2; i <= files.size(); i = next += 2) {
+      Mission mission;
+      ReadKeptMission(doc, services, mission, library.Disk().ReadFile(files[i - 2]));
+      benchmark::DoNotOptimize(mission.Flights.data());
+    }
+  };
+  std::vector<std::jthread> threads;
+  for (unsigned i = 0; i < std::thread::hardware_concurrency(); ++i) threads.emplace_back(work);
+}
+
+void CheckedMissions(benchmark::State& state) {
+  const Library& library = LibraryOf(static_cast<int>(state.range(0)));
+  const auto tables = ReadCheckTables(library.Quiet());
+  double floor = 0, work = 0;
+  BareRecords(library);
+  for (auto _ : state) {
+    auto start = Clock::now();
+    BareRecords(library);
+    floor += SecondsSince(start);
+    start = Clock::now();
+    MissionChecker checker(library.Disk(), tables, "");
+    CheckRequest request{{library.Path()}};
+    request.Tree = true;
+    checker.Add(request);
+    std::size_t missions = 0;
+    for (auto batch = checker.Wait(); !batch.empty(); batch = checker.Wait())
+      missions += batch.size();
+    const double seconds = SecondsSince(start);
+    work += seconds;
+    state.SetIterationTime(seconds);
+    if (missions != static_cast<std::size_t>(state.range(0)))
+      return state.SkipWithError("missions are missing");
+  }
+  Report(state, floor, work);
+}
+
 void Sizes(benchmark::internal::Benchmark* bench) {
   bench->Arg(20'000)->Unit(benchmark::kMillisecond);
 }
@@ -309,6 +356,7 @@ BENCHMARK(Completing)->Apply(Sizes);
 BENCHMARK(TextSought)->Apply(Sizes)->UseManualTime();
 BENCHMARK(WordsKept)->Apply(Sizes)->Iterations(1);
 BENCHMARK(FindBesideGrep)->Apply(Sizes)->UseManualTime();
+BENCHMARK(CheckedMissions)->Arg(500)->Unit(benchmark::kMillisecond)->UseManualTime();
 
 }  // namespace
 }  // namespace rws::bench

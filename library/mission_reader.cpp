@@ -176,7 +176,7 @@ class MissionReader::Worker {
           // A pipe of that name would be waited for.
           if (task.What == Task::ReadNamed && !files_.FileExists(path))
             throw FileNotFoundFault(path);
-          ReadFile(path, task.For->Texts, facts);
+          ReadFile(path, *task.For, mission.Briefing, facts);
         },
         [&](const Fault& caught) {
           facts.Fault = MissionFault::Unreadable;
@@ -188,14 +188,15 @@ class MissionReader::Worker {
     return facts;
   }
 
-  void ReadFile(const std::string& path, const std::vector<TextFinder>& texts,
+  void ReadFile(const std::string& path, const Job& job, const std::string& briefing,
                 MissionFacts& facts) {
-    const std::string bytes = files_.ReadFile(path, LineArray::kLargest, &facts.Stamp);
+    std::string bytes = files_.ReadFile(path, LineArray::kLargest, &facts.Stamp);
     factsReader_.Read(bytes, facts);
-    Look(bytes, texts, facts);
+    Look(bytes, job.Texts, facts);
     if (bytes.size() > kUsualMission) factsReader_ = {};
     facts.KindGuessed = facts.Kind == MissionKind::Unknown;
     if (facts.KindGuessed) facts.Kind = GuessedKind(facts);
+    if (job.Request.OnRead) job.Request.OnRead(facts, briefing, std::move(bytes));
   }
 
   /** One that cannot be read leaves the mission without. */

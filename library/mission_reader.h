@@ -3,6 +3,7 @@
 #include <condition_variable>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -28,6 +29,10 @@ struct ReadRequest {
   /** Texts that are looked for in missions and briefings, at most 32: bytes in the lower case of
       the code page. */
   std::vector<std::string> Texts = {};
+  /** Is called in the threads with each mission that was read: its facts, but for those of the
+      briefing, the name of that file, and the bytes. */
+  std::function<void(const MissionFacts&, const std::string& briefing, std::string&& bytes)>
+      OnRead = {};
 };
 
 struct ReadProgress {
