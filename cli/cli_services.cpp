@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "catalogues/maps.h"
+#include "library/check_files.h"
 #include "library/edited_mission.h"
 #include "services/arguments.h"
 #include "services/error_log.h"
@@ -15,17 +16,6 @@
 namespace rws {
 
 namespace {
-
-/** The game directory that a mission lies in: the nearest folder above it with an "il2*.*" file. */
-std::string GameAbove(const Services& services, const std::string& missionPath) {
-  std::string folder = services.Files.GetAbsolutePathName(missionPath);
-  while (!(folder = GetParentFolderName(folder)).empty()) {
-    std::vector<std::string> found;
-    ResumeNext([&] { ListFiles(services, found, folder, "il2*.*", false, ""); });
-    if (!found.empty()) return folder;
-  }
-  return "";
-}
 
 /** Where the program keeps backups and copies: beside itself, or among the user's own files. */
 std::string OwnFolder(const Services& services) {
@@ -101,7 +91,7 @@ Document BaseFor(const Services& services, const CliOptions& options, const std:
                  ReadAs as) {
   Document base;
   LoadMaps(base, services);
-  base.GamePath = options.Game.empty() ? GameAbove(services, path) : options.Game;
+  base.GamePath = options.Game.empty() ? GameAbove(services.Files, path) : options.Game;
   base.Untouched = as == ReadAs::Kept ? UntouchedLines::Keep : UntouchedLines::Anew;
   return base;
 }

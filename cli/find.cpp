@@ -7,6 +7,7 @@
 #include "catalogues/aircraft.h"
 #include "catalogues/maps.h"
 #include "catalogues/squadrons.h"
+#include "cli/printing.h"
 #include "library/columns.h"
 #include "library/filter.h"
 #include "library/mission_reader.h"
@@ -28,19 +29,6 @@ IndexNames ReadNames(const Services& services) {
           SquadronNames(tables, services.Page)};
 }
 
-/** Widths count characters, bytes of UTF-8 that go on with one do not. */
-std::size_t Width(std::string_view text) {
-  return static_cast<std::size_t>(
-      std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
-}
-
-/** A tab or line end would break the table. */
-std::string OnOneLine(std::string text) {
-  std::replace_if(
-      text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
-  return text;
-}
-
 /** The path in one column, and those that say most. */
 constexpr MissionColumn kTable[] = {
     MissionColumn::Mission, MissionColumn::Kind,    MissionColumn::Map,    MissionColumn::Time,
@@ -58,24 +46,16 @@ void PrintTable(const MissionIndex& index, const std::vector<std::size_t>& rows)
     auto& line = lines.emplace_back();
     for (const auto column : kTable) line.push_back(TableCell(index, row, column));
   }
-  std::vector<std::size_t> widths(std::size(kTable));
-  for (const auto& line : lines)
-    for (std::size_t i = 0; i < line.size(); ++i) widths[i] = std::max(widths[i], Width(line[i]));
-  for (const auto& line : lines) {
-    std::string text;
-    for (std::size_t i = 0; i < line.size(); ++i) {
-      const std::string fill(widths[i] - Width(line[i]), ' ');
-      text += IsNumberColumn(kTable[i]) ? fill + line[i] + "  " : line[i] + fill + "  ";
-    }
-    std::cout << text.substr(0, text.find_last_not_of(' ') + 1) << "\n";
-  }
+  std::vector<bool> toRight;
+  for (const auto column : kTable) toRight.push_back(IsNumberColumn(column));
+  PrintAligned(lines, toRight);
 }
 
 void PrintCsv(const MissionIndex& index, const std::vector<std::size_t>& rows) {
   const auto line = [](auto textOf) {
-    for (const auto column : kAllColumns)
-      std::cout << (column == kAllColumns[0] ? "" : ",") << CsvCell(textOf(column));
-    std::cout << "\r\n";
+    std::vector<std::string> cells;
+    for (const auto column : kAllColumns) cells.push_back(textOf(column));
+    PrintCsvLine(cells);
   };
   line([](MissionColumn column) { return std::string(ColumnTitle(column)); });
   for (const auto row : rows)

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/check.h"
 #include "cli/cli_services.h"
 #include "cli/edit.h"
 #include "cli/find.h"
@@ -22,6 +23,7 @@ struct Options {
   EditOptions Edit;
   DiffOptions Diff;
   FindOptions Find;
+  CheckOptions Check;
 };
 
 Document ReadAnew(const Services& services, const Options& options, const std::string& path) {
@@ -116,6 +118,12 @@ void AddDiff(CLI::App& app, DiffOptions& diff) {
   AddLines(command, diff.Lines);
 }
 
+void AddListing(CLI::App* command, bool& recursive, std::string& format) {
+  command->add_flag("--recursive", recursive, "Also the folders below");
+  command->add_option("--format", format, "table, csv or json (default: table)")
+      ->check(CLI::IsMember({"table", "csv", "json"}));
+}
+
 void AddFind(CLI::App& app, FindOptions& find) {
   auto* command = app.add_subcommand(
       "find", "List the missions of folders, or those of them for which a query holds");
@@ -126,9 +134,16 @@ void AddFind(CLI::App& app, FindOptions& find) {
                    "player: army: kind: time: weather: flights: text: is:broken, all of which "
                    "must hold; \"-\" ahead negates, quotes hold blanks together")
       ->allow_extra_args(false);
-  command->add_flag("--recursive", find.Recursive, "Also the folders below");
-  command->add_option("--format", find.Format, "table, csv or json (default: table)")
-      ->check(CLI::IsMember({"table", "csv", "json"}));
+  AddListing(command, find.Recursive, find.Format);
+}
+
+void AddCheck(CLI::App& app, CheckOptions& check) {
+  auto* command = app.add_subcommand(
+      "check",
+      "List what the game refuses, drops or stumbles over in missions; exits with 1 where a "
+      "finding is an error, warnings and notes alone give 0");
+  command->add_option("PATH", check.Paths, "Mission files and folders")->required();
+  AddListing(command, check.Recursive, check.Format);
 }
 
 void AddCommon(CLI::App& app, CliOptions& options) {
@@ -158,6 +173,7 @@ int Run(const std::vector<std::string>& arguments) {
   AddEdit(app, options.Edit);
   AddDiff(app, options.Diff);
   AddFind(app, options.Find);
+  AddCheck(app, options.Check);
   try {
     // It takes them from the end.
     app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend() - 1));
@@ -165,13 +181,15 @@ int Run(const std::vector<std::string>& arguments) {
     return app.exit(stop) == 0 ? 0 : kBadUsage;
   }
   const Services services = NewServices(options.All, arguments[0]);
-  for (auto* files : {&options.Files, &options.Edit.Files, &options.Find.Folders})
+  for (auto* files :
+       {&options.Files, &options.Edit.Files, &options.Find.Folders, &options.Check.Paths})
     *files = NamedFiles(services, *files);
   if (show->parsed()) return Show(services, options);
   if (rewrite->parsed()) return Rewrite(services, options);
   if (app.got_subcommand("edit"))
     return (options.Edit.Where ? EditFound : Edit)(services, options.All, options.Edit);
   if (app.got_subcommand("find")) return Find(services, options.Find);
+  if (app.got_subcommand("check")) return Check(services, options.All, options.Check);
   return Diff(services, options.All, options.Diff);
 }
 
