@@ -44,17 +44,31 @@ std::string FolderKey(std::string name) {
   return name;
 }
 
+void EndScan(const Services& services) {
+  services.Window.Progress({});
+  if (services.Ask.Notice)
+    services.Ask.Notice("The skins were not all read. Choose Preferences and OK to read them.");
+}
+
 std::vector<SkinFolder> ScanSkins(const Document& doc, const Services& services,
                                   const std::string& folder) {
   std::vector<SkinFolder> skins;
-  for (auto& entry : services.Files.ListFolder(folder)) {
-    if (!entry.IsFolder) continue;
+  auto entries = services.Files.ListFolder(folder);
+  std::erase_if(entries, [](const auto& entry) { return !entry.IsFolder; });
+  bool goesOn = true;
+  for (const auto& entry : entries) {
     SkinFolder row{FolderKey(entry.Name), BuildPath(folder, entry.Name), {}};
-    ListImages(services, "LoadPlaneSkins", row.Path, {"default"}, row.Files);
+    if (goesOn)
+      ListImages(services, "LoadPlaneSkins", row.Path, {"default"}, row.Files);
+    else
+      row.Files = {"default"};
     // A close during the scan ends it; nothing is filled afterwards.
     if (doc.Closing) return {};
     skins.push_back(std::move(row));
+    goesOn = goesOn &&
+             services.Window.Progress({skins.size(), entries.size(), entry.Name, "Skin folder"});
   }
+  if (!goesOn) EndScan(services);
   return skins;
 }
 

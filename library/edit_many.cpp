@@ -10,6 +10,7 @@
 #include "services/checksum.h"
 #include "services/faults.h"
 #include "services/paths.h"
+#include "services/work.h"
 
 namespace rws {
 
@@ -276,12 +277,9 @@ void RequireReplaceable(const Services& services, const std::string& path) {
 }
 
 std::string EndText(const EditReport& report) {
-  std::string text = std::to_string(report.Done.size()) + " done";
-  const auto add = [&](std::size_t count, const char* what) {
-    if (count > 0) text += ", " + std::to_string(count) + what;
-  };
-  add(report.Left.size(), " left out");
-  add(report.NotTried.size(), " not tried");
+  std::string text = WorkEndText(report.Done.size(), report.Left.size());
+  const std::size_t left = report.NotTried.size();
+  if (left > 0) text += ", " + std::to_string(left) + " not tried";
   return text;
 }
 

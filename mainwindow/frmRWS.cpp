@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <algorithm>
 
+#include "controls/work_progress.h"
 #include "mainwindow/logic/no_missions.h"
 #include "mission/reader.h"
 #include "platform/qt_text.h"
@@ -24,6 +25,8 @@ frmRWS::frmRWS(Session& session) : session_(session) {
   Connect();
 }
 
+frmRWS::~frmRWS() = default;
+
 void frmRWS::ConnectDocument() {
   WindowSeam& window = session_.Services.Window;
   window.ShowBusy = [](bool busy) {
@@ -33,6 +36,12 @@ void frmRWS::ConnectDocument() {
   window.Close = [this] {
     QMetaObject::invokeMethod(
         this, [this] { Unload(); }, Qt::QueuedConnection);
+  };
+  window.Progress = [this](const WorkStep& step) {
+    if (!work_) work_ = std::make_unique<WorkProgress>(*this, staBar, Popups.ToolStep);
+    const bool goesOn = work_->Told(step);
+    if (step.Done == step.Of) work_.reset();
+    return goesOn;
   };
   window.IsUp = [this] { return isVisible(); };
   window.LightUpdate = [this](bool lit) { LightUpdate(lit); };

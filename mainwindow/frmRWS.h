@@ -12,6 +12,7 @@
 #include <QToolButton>
 #include <array>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <set>
 
@@ -33,6 +34,7 @@
 namespace rws {
 
 class FolderWatch;
+class WorkProgress;
 class frmPrefs;
 
 /** The main window: the missions of one directory, the values of the one selected, and the flows
@@ -42,6 +44,7 @@ class frmRWS : public QMainWindow {
 
  public:
   explicit frmRWS(Session& session);
+  ~frmRWS() override;
 
   /** The whole of start-up, up to the first mission on screen. Ends the program when another
      instance runs, no game directory is found or a table that it cannot do without is missing. */
@@ -194,6 +197,7 @@ class frmRWS : public QMainWindow {
   void RunTool(const std::string& title, bool rereads,
                const std::function<ToolResult(const ToolSeam&)>& tool);
   void TakeToolResult(const ToolResult& result, const std::string& by);
+  void TellToolEnd(const ToolResult& result);
   void GoToFolder(const std::string& folder);
   void RememberFolder();
   void FillRecent();
@@ -268,6 +272,8 @@ class frmRWS : public QMainWindow {
   void ShowNoMissions();
 
   Session& session_;
+  /** A work that is done on the way to something else, while it is shown. */
+  std::unique_ptr<WorkProgress> work_;
   QSplitter* splSides;
   bool unloaded_ = false;
   /** The mission that the command line named has been found. */

@@ -1,5 +1,5 @@
+#include "controls/work_progress.h"
 #include "mainwindow/frmRWS.h"
-#include "mainwindow/tool_progress.h"
 #include "platform/qt_text.h"
 #include "services/error_log.h"
 #include "services/setting_values.h"
@@ -56,20 +56,29 @@ bool frmRWS::SettleEdits() {
 /** As one step of the history, in which what settling writes has no part. */
 void frmRWS::RunTool(const std::string& title, bool rereads,
                      const std::function<ToolResult(const ToolSeam&)>& tool) {
-  ToolProgress progress(*this, *staBar, Popups.ToolStep);
+  WorkProgress progress(*this, staBar, Popups.ToolStep);
   ToolSeam seam;
   if (rereads)
     seam.Settle = [this] {
       const PausedJournal paused(session_);
       return SettleEdits();
     };
-  seam.Told = [&](std::size_t done, std::size_t of) { return progress.Told(done, of); };
+  seam.Told = [&](const WorkStep& step) { return progress.Told(step); };
   ToolResult result;
   RecordFiles(session_, title, [&] { result = tool(seam); });
   if (session_.Doc.Closing) return;
   TakeToolResult(result, title);
+  TellToolEnd(result);
   OfferHalfRenamed();
   ShowHistory();
+}
+
+/** Behind the reason for which the others are left out, if there is one. */
+void frmRWS::TellToolEnd(const ToolResult& result) {
+  if (result.Of == 0) return;
+  std::string text = staBar->currentMessage().toStdString();
+  if (!text.empty()) text += " ";
+  Notice(text + WorkEndText(result.Done, result.Of - result.Done) + ".");
 }
 
 void frmRWS::TakeToolResult(const ToolResult& result, const std::string& by) {

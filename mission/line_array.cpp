@@ -40,9 +40,13 @@ LineArray LineArray::FromFile(std::string bytes) {
 LineArray LineArray::FromFileAsIs(std::string bytes) {
   if (bytes.size() > kLargest) throw OverflowFault();
   std::vector<std::uint32_t> starts;
+  // Each is looked for on its own: a search for either goes byte by byte.
+  std::size_t feed = 0, carriage = 0;
   for (std::size_t start = 0; start < bytes.size();) {
     starts.push_back(static_cast<std::uint32_t>(start));
-    start = std::min(bytes.find_first_of("\r\n", start), bytes.size() - 1) + 1;
+    if (feed != bytes.npos && feed <= start) feed = bytes.find('\n', start);
+    if (carriage != bytes.npos && carriage <= start) carriage = bytes.find('\r', start);
+    start = std::min({feed, carriage, bytes.size() - 1}) + 1;
     if (bytes[start - 1] == '\r' && start < bytes.size() && bytes[start] == '\n') ++start;
   }
   bytes.shrink_to_fit();

@@ -2,6 +2,8 @@
 
 #include <functional>
 
+#include "services/work.h"
+
 namespace rws {
 
 /** What the rules ask of the main window. As it stands it answers for a program without one. */
@@ -13,6 +15,9 @@ struct WindowSeam {
   std::function<bool()> IsUp = [] { return false; };
   /** Enables the Update button, pale green, or disables it in the system's colour. */
   std::function<void(bool lit)> LightUpdate = [](bool) {};
+  /** Shows how far a work has come that is done on the way to something else, until the step that
+      is its last. */
+  TellWork Progress = [](const WorkStep&) { return true; };
 };
 
 }  // namespace rws

@@ -133,6 +133,20 @@ TEST_F(TablesTest, ListsTheSkinsOfEachFolder) {
   EXPECT_EQ(Cat.Skins[0].Files, Rows{"default"});
   EXPECT_EQ(Cat.Skins[1].Files.size(), 3u);
   EXPECT_EQ(W.Log.back(), "no LoadPlaneSkins");
+  // Given up, the rest keeps "default" alone, and the user hears of it.
+  std::vector<WorkStep> told;
+  W.Services.Window.Progress = [&](const WorkStep& step) {
+    told.push_back(step);
+    return false;
+  };
+  std::string notice;
+  W.Services.Ask.Notice = [&](const std::string& text) { notice = text; };
+  LoadPlaneSkins(W.Doc, Cat, W.Services);
+  EXPECT_EQ(Cat.Skins[1].Files, Rows{"default"});
+  EXPECT_NE(notice.find("not all read"), notice.npos);
+  ASSERT_EQ(told.size(), 2u);
+  EXPECT_TRUE(told[0].Done == 1 && told[0].Of == 2 && told[1].Done == told[1].Of);
+  W.Services.Window.Progress = WindowSeam().Progress;
   // A close that is asked for during the scan: nothing is filled.
   W.Services.System.PumpEvents = [&] { W.Doc.Closing = true; };
   LoadPlaneSkins(W.Doc, Cat, W.Services);

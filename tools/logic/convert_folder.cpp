@@ -26,15 +26,18 @@ class Conversion {
         name_(std::move(name)) {}
 
   /** False if the program is to close or the user has cancelled. */
-  bool Run(const Document& doc, const ToolSeam& seam) {
+  bool Run(const Document& doc, const ToolSeam& seam, ToolResult& result) {
     std::vector<std::string> missions, briefings;
     ListFiles(services_, missions, source_, "*.mis", true, "");
     ListFiles(services_, briefings, source_, "*.properties", true, "");
+    result.Of = missions.size();
     for (std::size_t i = 0; i < missions.size(); ++i) {
       if (doc.Closing) return false;
       // The two lists are paired by position, whatever the names are.
       Convert(i, missions[i], i < briefings.size() ? briefings[i] : "");
-      if (FileDone(services_, seam, i + 1, missions.size())) continue;
+      result.Done = i + 1;
+      const std::string name = GetFileName(missions[i]);
+      if (FileDone(services_, seam, {i + 1, missions.size(), name})) continue;
       TellCancelled(services_, "Missions converted: " + std::to_string(i + 1));
       return false;
     }
@@ -120,8 +123,9 @@ ToolResult ConvertMissionFolder(const Document& doc, const Services& services,
     if (!name) return;
     RequireFileName(*name);
     if (!MayBegin(seam)) return;
-    if (Conversion(services, source, destination, *name).Run(doc, seam))
-      result = {ToolOutcome::GoToFolder, destination};
+    if (!Conversion(services, source, destination, *name).Run(doc, seam, result)) return;
+    result.Outcome = ToolOutcome::GoToFolder;
+    result.Text = destination;
   });
   return result;
 }

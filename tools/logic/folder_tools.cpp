@@ -34,8 +34,8 @@ void CopyMission(const Services& services, const std::string& mission, const std
 
 }  // namespace
 
-bool FileDone(const Services& services, const ToolSeam& seam, std::size_t done, std::size_t of) {
-  const bool goOn = !seam.Told || seam.Told(done, of);
+bool FileDone(const Services& services, const ToolSeam& seam, const WorkStep& step) {
+  const bool goOn = !seam.Told || seam.Told(step);
   if (services.System.PumpEvents) services.System.PumpEvents();
   return goOn;
 }
@@ -61,9 +61,11 @@ ToolResult CopyFrom(const Document& doc, const Services& services, const ToolSea
     if (files.empty()) return;
     RequireFolder(services, doc.MissionDir);
     if (!MayBegin(seam)) return;
+    result.Of = files.size();
     for (std::size_t i = 0; i < files.size(); ++i) {
       CopyMission(services, files[i], doc.MissionDir);
-      const bool goOn = FileDone(services, seam, i + 1, files.size());
+      result.Done = i + 1;
+      const bool goOn = FileDone(services, seam, {i + 1, files.size(), GetFileName(files[i])});
       if (doc.Closing) return;
       if (goOn) continue;
       TellCancelled(services, "Missions copied: " + std::to_string(i + 1));

@@ -6,6 +6,7 @@
 
 #include "mission/document.h"
 #include "services/services.h"
+#include "services/work.h"
 #include "tools/logic/tool_outcome.h"
 
 /** The tools that work on the missions of a folder in bulk, and those that rename one. A failure is
@@ -18,6 +19,8 @@ struct ToolResult {
   ToolOutcome Outcome = ToolOutcome::Nothing;
   /** The text of the row or the directory, if the outcome is one of these. */
   std::string Text;
+  /** How many missions it was to work on, 0 for one alone, and how many of them are done. */
+  std::size_t Done = 0, Of = 0;
 };
 
 /** What a tool asks of its caller; each may be empty. */
@@ -26,7 +29,7 @@ struct ToolSeam {
       reread would drop. False stops the tool. The caller may reread the directory meanwhile. */
   std::function<bool()> Settle;
   /** Called after each file; a numbering takes two steps a file. False if the user cancels. */
-  std::function<bool(std::size_t done, std::size_t of)> Told;
+  TellWork Told;
 };
 
 /** Numbers every mission of the directory under one new name that the user types, in the order of
@@ -57,7 +60,7 @@ ToolResult RenameCase(Document& doc, const Services& services, int index,
                       const ToolSeam& seam = {});
 
 /** Tells the progress and lets waiting events run. False if the user cancels. */
-bool FileDone(const Services& services, const ToolSeam& seam, std::size_t done, std::size_t of);
+bool FileDone(const Services& services, const ToolSeam& seam, const WorkStep& step);
 
 /** The edits are settled and the tool may begin. */
 bool MayBegin(const ToolSeam& seam);

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "services/notice.h"
 #include "services/numbers.h"
 #include "services/paths.h"
@@ -106,13 +108,19 @@ class Numbering {
     while (done_ && started_ < files_.size()) {
       done_ = !doc_.Closing && Try(started_, ToDetour);
       ++started_;
-      if (!Told(started_, steps)) return TakeBack();
+      if (!Told(files_[started_ - 1], started_, steps)) return TakeBack();
     }
     for (std::size_t i = 0; i < started_; ++i) {
       done_ = Try(i, ToName) && done_;
-      if (!Told(files_.size() + i + 1, steps)) return TakeBack();
+      if (!Told(files_[i], files_.size() + i + 1, steps)) return TakeBack();
     }
     return done_;
+  }
+
+  /** How many missions have their new name. */
+  std::size_t Done() const {
+    return static_cast<std::size_t>(std::count_if(
+        files_.begin(), files_.end(), [](auto& file) { return file.Mission == file.NewMission; }));
   }
 
  private:
@@ -124,8 +132,9 @@ class Numbering {
   }
 
   /** After a failure no more progress is told, which would take the place of the reason. */
-  bool Told(std::size_t step, std::size_t steps) const {
-    return FileDone(services_, done_ ? seam_ : ToolSeam(), step, steps);
+  bool Told(const Renaming& file, std::size_t step, std::size_t steps) const {
+    return FileDone(services_, done_ ? seam_ : ToolSeam(),
+                    {step, steps, GetFileName(file.OldMission)});
   }
 
   /** By the detour again: an old name may be the new one of another. */
@@ -133,14 +142,14 @@ class Numbering {
     bool back = true;
     for (std::size_t i = 0; i < started_; ++i) {
       if (files_[i].Mission == files_[i].NewMission) back = Try(i, ToDetour) && back;
-      FileDone(services_, {}, 0, 0);
+      FileDone(services_, {}, {});
     }
     const auto toOld = [](const Services& services, Renaming& file) {
       return FromDetour(services, file, file.OldMission, file.OldBriefing);
     };
     for (std::size_t i = 0; i < started_; ++i) {
       back = Try(i, toOld) && back;
-      FileDone(services_, {}, 0, 0);
+      FileDone(services_, {}, {});
     }
     if (back) TellCancelled(services_, "All missions have their old names.");
     return false;
@@ -253,8 +262,10 @@ ToolResult RenameAll(Document& doc, const Services& services, const ToolSeam& se
     const KnownFolder known(services.Files, GetParentFolderName(doc.MissionFiles[0]));
     auto files = Numbered(doc, services, name, *start);
     result.Outcome = ToolOutcome::Rows;
-    if (Numbering(doc, services, seam, std::move(files)).Run())
-      result.Outcome = ToolOutcome::Reread;
+    result.Of = files.size();
+    Numbering numbering(doc, services, seam, std::move(files));
+    if (numbering.Run()) result.Outcome = ToolOutcome::Reread;
+    result.Done = numbering.Done();
   });
   return result;
 }
@@ -268,7 +279,7 @@ ToolResult RenameCase(Document& doc, const Services& services, int index, const 
     if (name.empty() || !MayBegin(seam)) return;
     if (CurrentMissionPath(doc) != path) throw FileNotFoundFault(path);
     // The row shows a case at once, whatever becomes of the file.
-    if (index != 0) result = {ToolOutcome::RowText, name};
+    if (index != 0) result = {ToolOutcome::RowText, name, 0, 0};
     Renaming file = MakeRenaming(services, path, name);
     const bool done = RenameOne(services, file);
     Follow(doc, static_cast<std::size_t>(doc.CurMission), file.Mission);
@@ -276,7 +287,7 @@ ToolResult RenameCase(Document& doc, const Services& services, int index, const 
     if (done) {
       result.Outcome = ToolOutcome::Reread;
     } else if (file.Mission != path) {
-      result = {ToolOutcome::RowText, name};
+      result = {ToolOutcome::RowText, name, 0, 0};
     }
   });
   return result;

@@ -266,15 +266,16 @@ TEST(FolderTools, EachFileIsToldAndACloseEndsTheRun) {
     std::string Told, Folder, Disk;
   };
   for (const Row& row :
-       {Row{0, "1/4 ", "in", "b.mis=2|b.properties=B|b01.mis=1|b01.properties=A"},
-        Row{3, "1/2 ", "out", "x.mis=3\r\n|x.properties=X"},
-        Row{4, "1/2 ", "in",
+       {Row{0, "a.mis 1/4 ", "in", "b.mis=2|b.properties=B|b01.mis=1|b01.properties=A"},
+        Row{3, "x.mis 1/2 ", "out", "x.mis=3\r\n|x.properties=X"},
+        Row{4, "x.mis 1/2 ", "in",
             "a.mis=1|a.properties=A|b.mis=2|b.properties=B|x.mis=3\r\n|x.properties=X"}}) {
     SCOPED_TRACE(row.Tool);
     Bench desk(kWorld, kTools[row.Tool].Answers);
     std::string told;
-    desk.Seam.Told = [&](std::size_t done, std::size_t of) {
-      told += std::to_string(done) + "/" + std::to_string(of) + " ";
+    desk.Seam.Told = [&](const WorkStep& step) {
+      told += std::string(step.Name) + " " + std::to_string(step.Done) + "/" +
+              std::to_string(step.Of) + " ";
       return true;
     };
     desk.World.Services.System.PumpEvents = [&] { desk.World.Doc.Closing = !told.empty(); };
@@ -294,7 +295,7 @@ TEST(FolderTools, ACancelledNumberingGivesAllTheirOldNames) {
     test::ForEachFailingStep([&](test::FailingStep& step) {
       Bench desk(files, "n|2");
       std::size_t told = 0;
-      desk.Seam.Told = [&](std::size_t done, std::size_t) { return (told = done) < last; };
+      desk.Seam.Told = [&](const WorkStep& at) { return (told = at.Done) < last; };
       Out outcome{};
       step.During(desk.World.Services.Files, [&] { outcome = desk.All().Outcome; });
       SCOPED_TRACE(std::to_string(last) + step.Path());
