@@ -58,6 +58,7 @@ void frmRWS::Connect() {
   ConnectHelp();
   ConnectMenus();
   ConnectFolders();
+  ConnectFilter();
   ConnectHistory();
   ConnectOutside();
 }
@@ -116,6 +117,8 @@ void frmRWS::Notice(const std::string& text) {
 
 void frmRWS::ShowUnsaved(const std::set<int>& missions) {
   lstMission->SetUnsaved(missions);
+  unsavedShown_ = missions;
+  TellFilterUnsaved();
   lblUnsaved->setText(missions.empty() ? QString() : tr("%1 unsaved").arg(missions.size()));
   setWindowModified(!missions.empty());
 }
@@ -167,6 +170,7 @@ void frmRWS::ShowNoMissions() {
   flightArea->fraFlight->cboWeap->Fill({});
   flightArea->fraFlight->txtDStart->clear();
   flightArea->fraFlight->lblDelayStart->clear();
+  FollowMissions();
   lstMission->SetEmptyText(FromPath(WhyNoMissions(session_.Doc, session_.Services)));
   LightUpdate(false);
   EnableMission(false);
@@ -208,8 +212,9 @@ void frmRWS::LoadMissionList() {
     Arguments.ComLineMission.clear();
     comLineMissionFound_ = named >= 0;
     if (named >= 0) doc.CurMission = named;
-    lstMission->ShowMissions(rows);
+    lstMission->ShowMissions(std::move(rows));
     if (doc.CurMission >= std::ssize(doc.Missions)) doc.CurMission = 0;
+    FollowMissions();
     lstMission->SelectMission(doc.CurMission);
   });
 }

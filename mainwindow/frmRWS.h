@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QMainWindow>
 #include <QMenu>
+#include <QPointer>
 #include <QPushButton>
 #include <QSplitter>
 #include <QStatusBar>
@@ -16,6 +17,8 @@
 #include <optional>
 #include <set>
 
+#include "library/forms/library_query.h"
+#include "library/forms/query_box.h"
 #include "mainwindow/flight_area.h"
 #include "mainwindow/logic/start_up.h"
 #include "mainwindow/message_bars.h"
@@ -77,6 +80,8 @@ class frmRWS : public QMainWindow {
   /** What the command line asked for. */
   StartArguments Arguments;
 
+  /** Leaves in the list what matches. */
+  QueryBox* qryFilter;
   MissionList* lstMission;
   MissionPanel* missionPanel;
   FlightArea* flightArea;
@@ -89,6 +94,10 @@ class frmRWS : public QMainWindow {
   QLabel* lblUnsaved;
   /** What an Update would do to the lines of the mission on show; a click shows them. */
   QToolButton* cmdLines;
+  /** How far the reading of the missions is, with a button that stops it. */
+  QWidget* boxReading;
+  QLabel* lblReading;
+  QToolButton* cmdStopReading;
   /** What waits for the user above the list. */
   MessageBars* bars;
   QToolBar* tlbMain;
@@ -98,7 +107,7 @@ class frmRWS : public QMainWindow {
   QMenu *mnuMission, *mnuFlight;
   QMenu* mnuRecent;
   QAction *mnuSave, *mnuSaveAll, *mnuRevert, *mnuOpenFolder, *mnuReread, *mnuClearRecent, *mnuExit;
-  QAction *mnuUndo, *mnuRedo, *mnuToolBar, *mnuRestoreBackup, *mnuChanges;
+  QAction *mnuUndo, *mnuRedo, *mnuFilter, *mnuToolBar, *mnuRestoreBackup, *mnuChanges;
   enum Tool : std::size_t {
     kSkinManager,
     kRenameAll,
@@ -126,6 +135,9 @@ class frmRWS : public QMainWindow {
   std::array<QAction*, 4> mnuCases;
 
   rws::Popups Popups;
+
+  /** What is known of the missions of the folder. */
+  MissionLibrary* Library;
 
   /** The bar that tells that another program has changed the mission on show. */
   static constexpr char kReloadBar[] = "reload";
@@ -157,6 +169,8 @@ class frmRWS : public QMainWindow {
   QWidget* BuildLeftSide();
   QWidget* BuildButtons();
   void BuildStatusBar();
+  void BuildFilter();
+  QWidget* BuildReading();
   void SetTabOrder();
   void Connect();
   void ConnectDocument();
@@ -169,6 +183,17 @@ class frmRWS : public QMainWindow {
   void ConnectHelp();
   void ConnectMenus();
   void ConnectFolders();
+
+  void ConnectFilter();
+  void FollowMissions();
+  void ApplyFilter();
+  void ApplyFilterWhenFree();
+  void TellFilterUnsaved();
+  void ShowFilterMessage();
+  void LeaveFilter();
+  void GoIntoList();
+  void ShowReading();
+  void StopReading();
 
   void FollowList(LeaveBy by);
   void ListMouseReleased(Qt::MouseButton button, int row, QPoint globalPosition);
@@ -275,6 +300,10 @@ class frmRWS : public QMainWindow {
   /** A work that is done on the way to something else, while it is shown. */
   std::unique_ptr<WorkProgress> work_;
   QSplitter* splSides;
+  LibraryQuery* query_;
+  /** Where the focus was when it came to the filter. */
+  QPointer<QWidget> beforeFilter_;
+  std::set<int> unsavedShown_;
   bool unloaded_ = false;
   /** The mission that the command line named has been found. */
   bool comLineMissionFound_ = false;

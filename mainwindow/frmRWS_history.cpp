@@ -223,6 +223,7 @@ void frmRWS::TellNotDone(bool back, const std::string& title, const std::string&
 void frmRWS::OpenFolderOf(const std::string& folder) {
   if (folder.empty() || session_.Services.Files.IsSameFile(folder, session_.Doc.MissionDir)) return;
   OpenFolderKeeping(session_, folder);
+  qryFilter->txtQuery->clear();
   ShowDirectory();
   ShowRows();
   OfferHalfRenamed();
@@ -234,7 +235,8 @@ void frmRWS::ShowRows(const std::vector<std::string>& gone) {
   std::vector<MissionRow> rows;
   for (const auto& mission : doc.Missions)
     rows.push_back({static_cast<int>(rows.size()), FromPath(mission.BaseName)});
-  lstMission->ShowMissions(rows);
+  lstMission->ShowMissions(std::move(rows));
+  FollowMissions();
   for (std::size_t i = 0; i < doc.MissionFiles.size(); ++i) {
     const std::string& path = doc.MissionFiles[i];
     const bool mayBeGone =

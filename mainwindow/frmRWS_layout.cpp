@@ -33,6 +33,8 @@ void frmRWS::Build() {
   setCentralWidget(margin);
   BuildStatusBar();
   SetTabOrder();
+  // Keys go there at first, as they have before it had a filter.
+  lstMission->setFocus();
   const QSize comfortable(fontMetrics().averageCharWidth() * 150, fontMetrics().height() * 42);
   resize(comfortable.boundedTo(screen()->availableSize()));
 }
@@ -46,6 +48,8 @@ QWidget* frmRWS::BuildLeftSide() {
   lstMission->setAccessibleName(tr("Missions"));
   lstMission->setToolTip(tr("Right click selected mission for single file menu options"));
   missionPanel = new MissionPanel(session_, side);
+  BuildFilter();
+  column->addWidget(qryFilter);
   column->addWidget(lstMission, 1);
   column->addWidget(missionPanel);
   column->addWidget(BuildButtons());
@@ -76,10 +80,10 @@ QWidget* frmRWS::BuildButtons() {
 /** As the eye goes: down the left side, then along the buttons. */
 void frmRWS::SetTabOrder() {
   const MissionPanel& panel = *missionPanel;
-  const std::array<QWidget*, 13> order = {
-      lstMission,      panel.cboWeather, panel.txtWeather, panel.dtMission, panel.chkST,
-      panel.chkWL,     panel.cmdCount,   panel.cmdModSA,   panel.imgSnd,    cmd[kUpdate],
-      cmd[kDirectory], cmd[kMinimize],   cmd[kExit]};
+  const std::array<QWidget*, 14> order = {
+      qryFilter->txtQuery, lstMission,      panel.cboWeather, panel.txtWeather, panel.dtMission,
+      panel.chkST,         panel.chkWL,     panel.cmdCount,   panel.cmdModSA,   panel.imgSnd,
+      cmd[kUpdate],        cmd[kDirectory], cmd[kMinimize],   cmd[kExit]};
   for (std::size_t i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
 }
 
@@ -106,6 +110,7 @@ void frmRWS::BuildStatusBar() {
                    tr("What an Update would change in the file of this mission; click to see it"));
   cmdLines->setAutoRaise(true);
   cmdLines->setFocusPolicy(Qt::TabFocus);
+  staBar->addPermanentWidget(BuildReading());
   staBar->addPermanentWidget(cmdLines);
   // Stays when a notice takes the place of the others.
   staBar->addPermanentWidget(lblUnsaved);

@@ -75,6 +75,9 @@ void frmRWS::BuildEditMenu() {
   mnuRedo = AddEntry(mnuEdit, tr("&Redo"), QStringLiteral("mnuRedo"));
   mnuRedo->setShortcuts({Qt::CTRL | Qt::SHIFT | Qt::Key_Z, Qt::CTRL | Qt::Key_Y});
   for (auto* entry : {mnuUndo, mnuRedo}) entry->setEnabled(false);
+  mnuEdit->addSeparator();
+  mnuFilter = AddEntry(mnuEdit, tr("&Filter Missions"), QStringLiteral("mnuFilter"));
+  mnuFilter->setShortcut(Qt::CTRL | Qt::Key_F);
 }
 
 void frmRWS::BuildViewMenu() { mnuView = Titled(menuBar()->addMenu(tr("&View")), "mnuView"); }

@@ -90,13 +90,12 @@ void frmRWS::TakeToolResult(const ToolResult& result, const std::string& by) {
     case ToolOutcome::Gone:
       return lstMission->MarkGone(doc.CurMission);
     case ToolOutcome::RowText:
-      return lstMission->SetRowText(lstMission->RowOf(doc.CurMission), FromPath(result.Text));
+      lstMission->SetMissionText(doc.CurMission, FromPath(result.Text));
+      return FollowMissions();
     case ToolOutcome::Rows:
-      for (int row = 0; row < lstMission->RowCount(); ++row) {
-        const Mission& mission = At(doc.Missions, lstMission->MissionAt(row));
-        lstMission->SetRowText(row, FromPath(mission.BaseName));
-      }
-      return;
+      for (int mission = 0; mission < lstMission->MissionCount(); ++mission)
+        lstMission->SetMissionText(mission, FromPath(At(doc.Missions, mission).BaseName));
+      return FollowMissions();
     case ToolOutcome::GoToFolder:
       return GoToFolder(result.Text);
     case ToolOutcome::Reread:
@@ -108,6 +107,8 @@ void frmRWS::TakeToolResult(const ToolResult& result, const std::string& by) {
 void frmRWS::GoToFolder(const std::string& folder) {
   Document& doc = session_.Doc;
   doc.MissionDir = folder;
+  // Nobody has asked for what it would hide there.
+  qryFilter->txtQuery->clear();
   ShowDirectory();
   ResumeNext([&] { WriteSetting(session_.Services.Settings, setting::LastDirPath, folder); });
   RememberFolder();
