@@ -3,15 +3,24 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QToolButton>
 #include <array>
+#include <optional>
+#include <string>
 
 #include "controls/dialog.h"
 #include "session/session.h"
 
 namespace rws {
 
-/** Sets out whether a mission suits the game installed. Prepared for that: nothing works the report
-    out or opens the form yet. */
+/** A row of the report; UTF-8. */
+struct CamRow {
+  std::string Text;
+  /** What to know of it; "" for nothing. */
+  std::string Warning;
+};
+
+/** Sets out whether a mission suits the game installed. The caller works the report out. */
 class frmCam : public Dialog {
   Q_OBJECT
 
@@ -22,12 +31,15 @@ class frmCam : public Dialog {
   /** Ends every way of closing. */
   void done(int result) override;
 
+  /** Squadrons, aircraft, map; without it the rows stay as they are built. */
+  std::optional<std::array<CamRow, 3>> Report;
+
   QPushButton* cmd;
   /** The report, the legend of game versions. */
   QGroupBox *fra1, *fra;
   QLabel *lblSq, *lblAC, *lblMap;
   /** Squadrons, aircraft, map. */
-  std::array<QLabel*, 3> imgWarn;
+  std::array<QToolButton*, 3> imgWarn;
   /** A row of the legend each. */
   std::array<QLabel*, 5> imgVer, lbl;
 
@@ -35,6 +47,8 @@ class frmCam : public Dialog {
   void Build();
   void PlaceControls();
   void NameControls();
+  void FillReport();
+  void ShowWarning(std::size_t row) const;
 
   Session& session_;
 };

@@ -30,7 +30,14 @@ void frmCam::Build() {
          new QLabel(tr("Pacific Fighters")),
          new QLabel(tr("Forgotton Battles + Ace Expansion Pack")),
          new QLabel(tr("Forgotten Battles"))};
-  for (auto& picture : imgWarn) picture = Picture(*this, QStyle::SP_MessageBoxWarning);
+  for (auto& button : imgWarn) {
+    button = new QToolButton;
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::StrongFocus);
+    button->setIcon(style()->standardIcon(QStyle::SP_MessageBoxWarning));
+    const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
+    button->setIconSize({size, size});
+  }
   // Whether a game is installed is known to nobody yet.
   for (auto& picture : imgVer) picture = Picture(*this, QStyle::SP_MessageBoxQuestion);
   cmd = Button("cmd", tr("Exit"));
@@ -40,7 +47,7 @@ void frmCam::Build() {
 
 void frmCam::PlaceControls() {
   constexpr int kLetters = 48;
-  const auto addRow = [](QGridLayout* grid, QLabel* picture, QLabel* text) {
+  const auto addRow = [](QGridLayout* grid, QWidget* picture, QLabel* text) {
     const int row = grid->rowCount();
     grid->addWidget(picture, row, 0);
     grid->addWidget(text, row, 1);
@@ -48,7 +55,14 @@ void frmCam::PlaceControls() {
   };
   auto* report = new QGridLayout(fra1);
   const std::array<QLabel*, 3> texts{lblSq, lblAC, lblMap};
-  for (std::size_t i = 0; i < texts.size(); ++i) addRow(report, imgWarn[i], texts[i]);
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    addRow(report, imgWarn[i], texts[i]);
+    texts[i]->setTextFormat(Qt::PlainText);
+    // Rows without a warning stand in line with the others.
+    QSizePolicy policy = imgWarn[i]->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    imgWarn[i]->setSizePolicy(policy);
+  }
   auto* legend = new QGridLayout(fra);
   for (std::size_t i = 0; i < lbl.size(); ++i) addRow(legend, imgVer[i], lbl[i]);
   auto* whole = new QVBoxLayout(this);
@@ -56,13 +70,15 @@ void frmCam::PlaceControls() {
   whole->addWidget(fra);
   whole->addStretch();
   whole->addLayout(ButtonRow({cmd}));
+  TabOrder({imgWarn[0], imgWarn[1], imgWarn[2], cmd});
   fra1->setMinimumWidth(fontMetrics().averageCharWidth() * kLetters);
 }
 
 void frmCam::NameControls() {
-  for (auto* picture : imgWarn) {
-    picture->setAccessibleName(tr("Warning"));
-    picture->setToolTip(tr("Click here to see warning message"));
+  const std::array<QString, 3> rows{tr("Squadrons"), tr("Aircraft"), tr("Map")};
+  for (std::size_t i = 0; i < imgWarn.size(); ++i) {
+    imgWarn[i]->setAccessibleName(tr("Warning, %1").arg(rows[i]));
+    imgWarn[i]->setToolTip(tr("Click here to see warning message"));
   }
   NameEach(imgWarn, "imgWarn");
   NameEach(imgVer, "imgVer");
