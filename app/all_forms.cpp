@@ -13,6 +13,7 @@
 #include "session/current.h"
 #include "tools/frmBackups.h"
 #include "tools/frmChanges.h"
+#include "tools/frmCheck.h"
 #include "tools/frmCompare.h"
 #include "tools/frmSkins.h"
 #include "tools/frmView.h"
@@ -40,6 +41,16 @@ NamedForm View(Session& session, QWidget* parent) {
             const SkinFolder& skins = At(session.Tables.Skins, 0);
             form->FileName = skins.Path + "/" + At(skins.Files, 1);
             form->LoadForm();
+            return form;
+          }};
+}
+
+/** The check of the current mission. */
+NamedForm Check(Session& session, QWidget* parent) {
+  return {"frmCheck", [=, &session]() -> std::unique_ptr<QWidget> {
+            auto form = std::make_unique<frmCheck>(session, parent);
+            form->LoadForm();
+            form->Check(frmCheck::kShown);
             return form;
           }};
 }
@@ -91,7 +102,13 @@ std::vector<NamedForm> AllForms(Session& session, QWidget* parent) {
                            ReadDogFight(session.Tables, session.Services);
                            form.Idx = session.Doc.CurMission;
                          }),
-      Named<frmCam>("frmCam", session, parent, [](frmCam&) {}),
+      Named<frmCam>("frmCam", session, parent,
+                    [](frmCam& form) {
+                      form.Report = {{{"3 squadrons, all known to the game", ""},
+                                      {"Aircraft that the game may not have", "The Ju 288"},
+                                      {"Kuban", ""}}};
+                    }),
+      Check(session, parent),
       Named<frmPrefs>("frmPrefs", session, parent,
                       [&session](frmPrefs& form) {
                         form.GamePath = session.Doc.GamePath;

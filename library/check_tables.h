@@ -55,7 +55,7 @@ class CheckTables {
   GameAge age_ = GameAge::Since411;
 };
 
-/** Reads the tables from their files: those in memory learn loadouts from missions. */
+/** Reads the tables from their files; a missing one is told. */
 std::shared_ptr<const CheckTables> ReadCheckTables(const Services& services);
 
 }  // namespace rws

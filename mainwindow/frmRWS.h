@@ -37,8 +37,10 @@
 namespace rws {
 
 class FolderWatch;
+class frmCheck;
 class WorkProgress;
 class frmPrefs;
+struct Finding;
 
 /** The main window: the missions of one directory, the values of the one selected, and the flows
    that cross its panels. */
@@ -71,6 +73,12 @@ class frmRWS : public QMainWindow {
   /** Opens a folder, a mission in its folder, or a briefing with its mission, as the command line
       does, once pending edits are settled. */
   bool OpenPath(const std::string& path);
+
+  /** Opens the check of missions: of those found, given by their full paths, else of the one on
+      show. */
+  void CheckMissions(const std::vector<std::string>& found);
+  /** Null until the check is first opened. */
+  frmCheck* Check() const { return check_; }
 
   /** A short text in the status bar that goes away by itself. */
   void Notice(const std::string& text);
@@ -108,6 +116,7 @@ class frmRWS : public QMainWindow {
   QMenu* mnuRecent;
   QAction *mnuSave, *mnuSaveAll, *mnuRevert, *mnuOpenFolder, *mnuReread, *mnuClearRecent, *mnuExit;
   QAction *mnuUndo, *mnuRedo, *mnuFilter, *mnuToolBar, *mnuRestoreBackup, *mnuChanges;
+  QAction *mnuCheck, *mnuCompatibility;
   enum Tool : std::size_t {
     kSkinManager,
     kRenameAll,
@@ -274,6 +283,11 @@ class frmRWS : public QMainWindow {
   void OfferToFollow(const std::vector<std::pair<std::string, std::string>>& renamed,
                      const QStringList& places);
 
+  void BuildCheckMenu();
+  bool OpenToCheck(const std::string& path);
+  bool GoToFinding(const std::string& path, const Finding* finding);
+  void ShowCompatibility();
+
   void ConnectLines();
   void LinesMayHaveChanged();
   void ShowPendingLines();
@@ -317,6 +331,7 @@ class frmRWS : public QMainWindow {
   std::string linesOf_;
   LineArray linesSeen_;
   MadeAnewCheck madeAnew_;
+  frmCheck* check_ = nullptr;
   FolderWatch* watch_;
   /** The file that is watched, and as it was when it was last looked at. */
   std::string watched_;

@@ -11,6 +11,7 @@
 #include "session/current.h"
 #include "session/lines_rule.h"
 #include "session/recording.h"
+#include "tools/frmCheck.h"
 
 namespace rws {
 
@@ -156,6 +157,7 @@ void frmRWS::Finish() {
   session_.Doc.Closing = true;
   const Services& services = session_.Services;
   if (services.System.CancelFetch) services.System.CancelFetch();
+  if (check_ && check_->isVisible()) check_->close();
   if (isVisible() && Arguments.ComLinePath.empty()) ResumeNext([&] { SavePlacement(); });
   ResumeNext([&] {
     WriteSetting(services.Settings, setting::ForeColor, std::to_string(session_.Prefs.ForeColor));

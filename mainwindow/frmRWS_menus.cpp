@@ -43,6 +43,7 @@ void frmRWS::BuildMenus() {
   AddEntries<6>(mnuTool, mnuTools, "mnuTools",
                 {tr("&Skin Manager"), tr("&Rename All"), tr("&Convert Mission Folder"),
                  tr("Copy &From"), QString(), tr("RWS &Preferences")});
+  BuildCheckMenu();
   mnuHelp = Titled(menuBar()->addMenu(tr("Hel&p")), "mnuHelp");
   AddEntries<3>(mnuHelp, mnuH, "mnuH", {tr("&Contents"), tr("&About"), tr("Check for &Updates")});
 }

@@ -14,12 +14,14 @@
 #include "mainwindow/frmUnsaved.h"
 #include "platform/fetch.h"
 #include "platform/qt_text.h"
+#include "services/forms/frmCam.h"
 #include "services/forms/frmPrefs.h"
 #include "services/help_file.h"
 #include "tests/mainwindow/window_fixture.h"
 #include "tests/support/places.h"
 #include "tools/frmBackups.h"
 #include "tools/frmChanges.h"
+#include "tools/frmCheck.h"
 #include "tools/frmCompare.h"
 #include "tools/frmSkins.h"
 #include "tools/frmView.h"
@@ -61,7 +63,7 @@ TEST_F(HelpTest, TellsOfEveryWindowMenuEntryAndButton) {
   windows.push_back(std::make_unique<frmUnsaved>(World_.Services, nullptr));
   windows.push_back(std::make_unique<frmLines>(World_.Services, nullptr));
   AddForms<frmWP, frmWPEdit, frmBrief, frmDogFight, frmStatic, frmChgAC, frmPrefs, frmSkins,
-           frmBackups, frmChanges, frmCompare>(windows);
+           frmBackups, frmChanges, frmCheck, frmCompare, frmCam>(windows);
   ASSERT_FALSE(Captions(*windows[0]).isEmpty());
   for (const auto& window : windows) {
     const QString name = window->objectName();
