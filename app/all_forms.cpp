@@ -104,9 +104,10 @@ std::vector<NamedForm> AllForms(Session& session, QWidget* parent) {
                          }),
       Named<frmCam>("frmCam", session, parent,
                     [](frmCam& form) {
-                      form.Report = {{{"3 squadrons, all known to the game", ""},
-                                      {"Aircraft that the game may not have", "The Ju 288"},
-                                      {"Kuban", ""}}};
+                      form.Report = {
+                          {{"3 squadrons, all known to the game", ""},
+                           {"Aircraft or loadouts that the game may not have", "The Ju 288"},
+                           {"Kuban", ""}}};
                     }),
       Check(session, parent),
       Named<frmPrefs>("frmPrefs", session, parent,

@@ -1,7 +1,5 @@
 #include "library/check_report.h"
 
-#include <array>
-
 #include "library/columns.h"
 
 namespace rws {
@@ -22,11 +20,22 @@ std::string CsvLine(const std::vector<std::string>& cells) {
 
 }  // namespace
 
+FindingCounts CountsOf(const CheckedMission& mission) {
+  FindingCounts counts{};
+  for (const auto& finding : mission.Findings) ++counts[static_cast<std::size_t>(finding.Severity)];
+  return counts;
+}
+
 std::string CountsText(const std::vector<CheckedMission>& missions) {
-  std::array<std::size_t, 3> counts{};
-  for (const auto& mission : missions)
-    for (const auto& finding : mission.Findings)
-      ++counts[static_cast<std::size_t>(finding.Severity)];
+  FindingCounts all{};
+  for (const auto& mission : missions) {
+    const FindingCounts counts = CountsOf(mission);
+    for (std::size_t i = 0; i < all.size(); ++i) all[i] += counts[i];
+  }
+  return CountsText(all);
+}
+
+std::string CountsText(const FindingCounts& counts) {
   std::string text;
   for (std::size_t i = counts.size(); i-- > 0;) {
     if (counts[i] == 0) continue;

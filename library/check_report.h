@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -9,7 +10,12 @@
     from 1 there. */
 namespace rws {
 
+/** How many findings of each severity there are. */
+using FindingCounts = std::array<std::size_t, 3>;
+FindingCounts CountsOf(const CheckedMission& mission);
+
 /** "2 errors, 1 warning, 3 notes"; "nothing found". */
+std::string CountsText(const FindingCounts& counts);
 std::string CountsText(const std::vector<CheckedMission>& missions);
 
 /** The columns of a CSV file, and those of a finding. */

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "library/check_report.h"
 #include "library/columns.h"
 #include "platform/qt_text.h"
 #include "services/faults.h"
@@ -20,7 +19,14 @@ void FindingModel::Clear() {
   missions_.clear();
   places_.clear();
   rows_.clear();
+  counts_ = {};
   endResetModel();
+}
+
+void FindingModel::Count(const CheckedMission& mission, bool isAdded) {
+  const FindingCounts counts = CountsOf(mission);
+  for (std::size_t i = 0; i < counts.size(); ++i)
+    counts_[i] = isAdded ? counts_[i] + counts[i] : counts_[i] - counts[i];
 }
 
 void FindingModel::Add(std::vector<CheckedMission> missions) {
@@ -33,11 +39,13 @@ void FindingModel::Add(std::vector<CheckedMission> missions) {
       unread.Kind = "unreadable";
       unread.Text = std::exchange(mission.FaultText, {});
     }
+    Count(mission, true);
     const auto [known, isNew] = places_.try_emplace(mission.Path, missions_.size());
     if (isNew) {
       missions_.push_back(std::move(mission));
     } else {
       isRebuilt = isRebuilt || known->second < before;
+      Count(missions_[known->second], false);
       missions_[known->second] = std::move(mission);
     }
   }
@@ -149,7 +157,7 @@ QVariant FindingModel::HeadingData(const CheckedMission& mission, int column, in
   }
   if (column != kText || (role != Qt::DisplayRole && role != Qt::ToolTipRole)) return {};
   return QStringLiteral("%1: %2 (%3)")
-      .arg(FromPath(GetFileName(mission.Path)), FromPath(CountsText({mission})),
+      .arg(FromPath(GetFileName(mission.Path)), FromPath(CountsText(CountsOf(mission))),
            FromPath(GetParentFolderName(mission.Path)));
 }
 

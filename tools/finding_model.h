@@ -8,7 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "library/mission_checker.h"
+#include "library/check_report.h"
 
 namespace rws {
 
@@ -39,8 +39,8 @@ class FindingModel : public QAbstractTableModel {
   const CheckedMission& MissionAt(int row) const { return missions_[rows_[Checked(row)].Mission]; }
   /** Null for a heading. */
   const Finding* FindingAt(int row) const;
-  /** All that was found, and what of it is shown. */
-  const std::vector<CheckedMission>& Missions() const { return missions_; }
+  /** All that was found, whether it is shown or not. */
+  const FindingCounts& Counts() const { return counts_; }
   std::vector<CheckedMission> Shown() const;
 
   int rowCount(const QModelIndex& parent = {}) const override;
@@ -61,6 +61,7 @@ class FindingModel : public QAbstractTableModel {
   bool Passes(const CheckedMission& mission, const Finding& finding) const;
   std::vector<Row> RowsOf(std::size_t mission) const;
   void Rebuild();
+  void Count(const CheckedMission& mission, bool isAdded);
   QVariant HeadingData(const CheckedMission& mission, int column, int role) const;
   QString CellText(const Finding& finding, int column) const;
 
@@ -69,6 +70,7 @@ class FindingModel : public QAbstractTableModel {
   std::vector<CheckedMission> missions_;
   std::unordered_map<std::string, std::size_t> places_;  // of missions by their paths
   std::vector<Row> rows_;
+  FindingCounts counts_{};
 };
 
 }  // namespace rws

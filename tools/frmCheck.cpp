@@ -1,5 +1,6 @@
 #include "tools/frmCheck.h"
 
+#include <QElapsedTimer>
 #include <algorithm>
 #include <utility>
 
@@ -18,8 +19,9 @@ namespace rws {
 
 namespace {
 
-/** How many results are taken at a time, so that the window does not feel it. */
-constexpr std::size_t kMostTaken = 50;
+/** How many results are taken at a time, and for how long, so that the window does not feel it. */
+constexpr std::size_t kMostTaken = 20;
+constexpr qint64 kMostMilliseconds = 8;
 
 QString Counted(std::size_t count, const QString& one, const QString& several) {
   return count == 1 ? one : several.arg(count);
@@ -45,10 +47,7 @@ void frmCheck::Connect() {
     On(box, &QCheckBox::clicked, "chkSeverity_Click", [this] { Filter(); });
   On(txtFilter, &QLineEdit::textChanged, "txtFilter_Change", [this] { Filter(); });
   On(lstFindings->selectionModel(), &QItemSelectionModel::selectionChanged, "lstFindings_ItemClick",
-     [this] {
-       ShowText();
-       EnableCommands();
-     });
+     [this] { EnableCommands(); });
   connect(&Model, &QAbstractItemModel::modelReset, this, [this] { SpanHeadings(0); });
   connect(&Model, &QAbstractItemModel::rowsInserted, this,
           [this](const QModelIndex&, int first) { SpanHeadings(first); });
@@ -124,6 +123,7 @@ void frmCheck::Check(Subject subject) {
   }
   checker_ = std::make_unique<MissionChecker>(services_.Files, Tables(), session_.Doc.GamePath);
   checker_->Add(request);
+  unsaved_ = UnsavedMissions(session_);
   constexpr int kPauseMilliseconds = 30;
   timer_.start(kPauseMilliseconds);
   EnableCommands();
@@ -150,25 +150,42 @@ void frmCheck::CheckCurrent() {
 }
 
 void frmCheck::TakeResults() {
+  QElapsedTimer since;
+  since.start();
   const ReadProgress progress = checker_->Progress();
-  auto batch = checker_->Take(kMostTaken);
-  const bool isDone = progress.Idle && batch.empty();
+  bool isDone = false;
+  do {
+    auto batch = checker_->Take(kMostTaken);
+    isDone = batch.empty();
+    Take(std::move(batch));
+  } while (!isDone && since.elapsed() < kMostMilliseconds);
+  prgState->setRange(0, static_cast<int>(progress.Found));
+  prgState->setValue(static_cast<int>(checked_));
+  if (!isDone || !progress.Idle)
+    return ShowCounts(tr("%1 of %2 missions checked").arg(checked_).arg(progress.Found));
+  // Each names its folder.
+  for (auto& trouble : checker_->TakeTroubles()) Model.Add({{trouble, trouble, {}}});
+  EndRun({});
+}
+
+void frmCheck::Take(std::vector<CheckedMission> batch) {
   for (auto& mission : batch) {
     // What is on disk is not what the user has made of it.
-    const auto index = rws::MissionAt(session_.Doc, mission.Path);
-    if (index < 0 || !IsUnsaved(session_, static_cast<std::size_t>(index))) continue;
+    const auto index = UnsavedAt(mission.Path);
+    if (index < 0) continue;
     const bool isCurrent = index == session_.Doc.CurMission;
     mission = CheckShown(session_, *Tables(), *game_, static_cast<std::size_t>(index),
                          isCurrent && Shown ? Shown() : ShownValues());
   }
   checked_ += batch.size();
   Model.Add(std::move(batch));
-  prgState->setRange(0, static_cast<int>(progress.Found));
-  prgState->setValue(static_cast<int>(checked_));
-  if (!isDone) return ShowCounts(tr("%1 of %2 missions checked").arg(checked_).arg(progress.Found));
-  // Each names its folder.
-  for (auto& trouble : checker_->TakeTroubles()) Model.Add({{trouble, trouble, {}}});
-  EndRun({});
+}
+
+/** Index of a mission with unsaved edits, or -1. */
+std::ptrdiff_t frmCheck::UnsavedAt(const std::string& path) const {
+  if (!std::binary_search(unsaved_.begin(), unsaved_.end(), path)) return -1;
+  const auto index = rws::MissionAt(session_.Doc, path);
+  return index >= 0 && session_.Doc.Missions[static_cast<std::size_t>(index)].Loaded ? index : -1;
 }
 
 void frmCheck::EndRun(const QString& how) {
@@ -182,7 +199,7 @@ void frmCheck::EndRun(const QString& how) {
 }
 
 void frmCheck::ShowCounts(const QString& how) {
-  lblState->setText(QStringLiteral("%1: %2").arg(how, FromPath(CountsText(Model.Missions()))));
+  lblState->setText(QStringLiteral("%1: %2").arg(how, FromPath(CountsText(Model.Counts()))));
   prgState->setVisible(checker_ != nullptr);
 }
 
@@ -212,6 +229,7 @@ std::vector<int> frmCheck::MendableRows() const {
 }
 
 void frmCheck::EnableCommands() {
+  ShowText();
   const auto rows = lstFindings->SelectedRows();
   const bool isRunning = checker_ != nullptr;
   cmd[kStop]->setEnabled(isRunning);

@@ -82,6 +82,8 @@ class frmCheck : public Dialog {
   void Filter();
   void CheckCurrent();
   void TakeResults();
+  void Take(std::vector<CheckedMission> batch);
+  std::ptrdiff_t UnsavedAt(const std::string& path) const;
   void EndRun(const QString& how);
   void ShowCounts(const QString& how);
   void EnableCommands();
@@ -101,6 +103,8 @@ class frmCheck : public Dialog {
   std::unique_ptr<GameFiles> game_;
   /** Null while nothing is under way. */
   std::unique_ptr<MissionChecker> checker_;
+  /** Missions with unsaved edits when the run began, sorted. */
+  std::vector<std::string> unsaved_;
   std::size_t checked_ = 0;
   QTimer timer_;
 };

@@ -68,7 +68,7 @@ std::array<Suitability, 3> SuitabilityOf(const Session& session, const Mission& 
                 " squadrons, all known to the game"),
           unknownSquadrons, "Squadrons that the game may not know"),
       Row(known(classes.size(), " aircraft, known to the game", " aircraft, all known to the game"),
-          unknownAircraft, "Aircraft that the game may not have"),
+          unknownAircraft, "Aircraft or loadouts that the game may not have"),
       Row(page.ToUtf8(map), unknownMap, "Map that the game may not have: " + page.ToUtf8(map))};
 }
 
