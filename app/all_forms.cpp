@@ -7,6 +7,7 @@
 #include "editors/frmStatic.h"
 #include "editors/frmWP.h"
 #include "editors/frmWPEdit.h"
+#include "library/forms/frmFind.h"
 #include "services/faults.h"
 #include "services/forms/frmCam.h"
 #include "services/forms/frmPrefs.h"
@@ -102,6 +103,7 @@ std::vector<NamedForm> AllForms(Session& session, QWidget* parent) {
                            ReadDogFight(session.Tables, session.Services);
                            form.Idx = session.Doc.CurMission;
                          }),
+      Named<frmFind>("frmFind", session, parent, [](frmFind&) {}),
       Named<frmCam>("frmCam", session, parent,
                     [](frmCam& form) {
                       form.Report = {

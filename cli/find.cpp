@@ -52,14 +52,7 @@ void PrintTable(const MissionIndex& index, const std::vector<std::size_t>& rows)
 }
 
 void PrintCsv(const MissionIndex& index, const std::vector<std::size_t>& rows) {
-  const auto line = [](auto textOf) {
-    std::vector<std::string> cells;
-    for (const auto column : kAllColumns) cells.push_back(textOf(column));
-    PrintCsvLine(cells);
-  };
-  line([](MissionColumn column) { return std::string(ColumnTitle(column)); });
-  for (const auto row : rows)
-    line([&](MissionColumn column) { return CellText(index, row, column); });
+  std::cout << CsvText(index, {rows.begin(), rows.end()}, {kAllColumns.begin(), kAllColumns.end()});
 }
 
 Json FlightsJson(const MissionIndex& index, std::size_t row) {

@@ -6,6 +6,7 @@
 #include <unordered_set>
 
 #include "services/code_page.h"
+#include "services/paths.h"
 #include "services/text.h"
 
 namespace rws {
@@ -13,6 +14,8 @@ namespace rws {
 namespace {
 
 constexpr std::string_view kMission = ".mis", kBriefing = ".properties";
+/** No briefing comes near it. */
+constexpr std::uint64_t kMostBriefing = 1024 * 1024;
 
 /** The folder's briefings and missions by their names without endings, in lower case. */
 class Names {
@@ -89,6 +92,21 @@ std::vector<ListedMission> ListedMissions(const std::vector<FolderEntry>& entrie
     if (entry.IsFile && IsMissionName(entry.Name))
       missions.push_back({entry.Name, names.BriefingOf(entry.Name)});
   return missions;
+}
+
+std::optional<Briefing> BriefingOf(const FileSystem& files, const std::string& mission) {
+  const std::string folder = GetParentFolderName(mission), name = GetFileName(mission);
+  std::string file = name.substr(0, std::max(name.size(), kMission.size()) - kMission.size()) +
+                     std::string(kBriefing);
+  // Most have it under their own spelling; only for others all names are gone through.
+  const FileStamp own = files.Stamp(BuildPath(folder, file));
+  if (!own.Exists) {
+    file.clear();
+    for (const auto& listed : ListedMissions(files.ListFolder(folder)))
+      if (listed.Name == name) file = listed.Briefing;
+  }
+  if (file.empty()) return {};
+  return ParseBriefing(files.ReadFile(BuildPath(folder, file), kMostBriefing));
 }
 
 }  // namespace rws

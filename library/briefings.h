@@ -1,8 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "mission/briefing_file.h"
 #include "services/file_system.h"
 
 namespace rws {
@@ -19,5 +21,9 @@ bool IsMissionName(const std::string& name);
     the mission's own spelling, else one in another letter case that is no other mission's, else the
     first in sorted order of those for a language, "NAME_ru.properties". */
 std::vector<ListedMission> ListedMissions(const std::vector<FolderEntry>& entries);
+
+/** The whole briefing of a mission; nothing where it has none. One that cannot be read is a fault.
+ */
+std::optional<Briefing> BriefingOf(const FileSystem& files, const std::string& mission);
 
 }  // namespace rws

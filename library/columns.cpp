@@ -128,4 +128,18 @@ std::string CsvCell(std::string_view text) {
   return cell + '"';
 }
 
+std::string CsvText(const MissionIndex& index, const std::vector<std::uint32_t>& rows,
+                    const std::vector<MissionColumn>& columns) {
+  std::string text;
+  const auto add = [&](auto cellOf) {
+    for (const auto column : columns)
+      text.append(column == columns.front() ? "" : ",").append(CsvCell(cellOf(column)));
+    text += "\r\n";
+  };
+  add([](MissionColumn column) { return ColumnTitle(column); });
+  for (const auto row : rows)
+    add([&](MissionColumn column) { return CellText(index, row, column); });
+  return text;
+}
+
 }  // namespace rws

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "library/index.h"
 
@@ -53,5 +54,8 @@ std::string PathText(const CodePage& page, std::string_view path);
 
 /** A cell of a CSV file: in quotes where it must be. */
 std::string CsvCell(std::string_view text);
+/** A CSV file of these rows and columns, headed by their titles; UTF-8, without a mark of it. */
+std::string CsvText(const MissionIndex& index, const std::vector<std::uint32_t>& rows,
+                    const std::vector<MissionColumn>& columns);
 
 }  // namespace rws

@@ -6,6 +6,7 @@
 
 #include "catalogues/army_text.h"
 #include "controls/list_colors.h"
+#include "platform/icons.h"
 #include "platform/qt_text.h"
 #include "services/faults.h"
 #include "services/text.h"

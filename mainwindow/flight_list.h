@@ -76,7 +76,4 @@ class FlightList : public ReportList {
   bool descending_ = false;
 };
 
-/** The icon of a group of regiments, by its name. */
-QIcon GroupIcon(const QString& group);
-
 }  // namespace rws

@@ -39,6 +39,7 @@ namespace rws {
 class FolderWatch;
 class frmCheck;
 class WorkProgress;
+class frmFind;
 class frmPrefs;
 struct Finding;
 
@@ -115,7 +116,7 @@ class frmRWS : public QMainWindow {
   QMenu *mnuMission, *mnuFlight;
   QMenu* mnuRecent;
   QAction *mnuSave, *mnuSaveAll, *mnuRevert, *mnuOpenFolder, *mnuReread, *mnuClearRecent, *mnuExit;
-  QAction *mnuUndo, *mnuRedo, *mnuFilter, *mnuToolBar, *mnuRestoreBackup, *mnuChanges;
+  QAction *mnuUndo, *mnuRedo, *mnuFilter, *mnuFind, *mnuToolBar, *mnuRestoreBackup, *mnuChanges;
   QAction *mnuCheck, *mnuCompatibility;
   enum Tool : std::size_t {
     kSkinManager,
@@ -147,6 +148,8 @@ class frmRWS : public QMainWindow {
 
   /** What is known of the missions of the folder. */
   MissionLibrary* Library;
+  /** Made when it is first asked for. */
+  frmFind* Find = nullptr;
 
   /** The bar that tells that another program has changed the mission on show. */
   static constexpr char kReloadBar[] = "reload";
@@ -202,6 +205,8 @@ class frmRWS : public QMainWindow {
   void LeaveFilter();
   void GoIntoList();
   void ShowReading();
+  void ClickFind();
+  void TellFind(std::size_t row);
   void StopReading();
 
   void FollowList(LeaveBy by);

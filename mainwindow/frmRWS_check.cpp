@@ -16,7 +16,6 @@
 namespace rws {
 
 void frmRWS::BuildCheckMenu() {
-  mnuTool->addSeparator();
   mnuCheck = AddEntry(mnuTool, tr("Check &Missions..."), QStringLiteral("mnuCheck"));
   mnuCompatibility =
       AddEntry(mnuTool, tr("Mission Compa&tibility..."), QStringLiteral("mnuCompatibility"));

@@ -83,6 +83,9 @@ void frmRWS::ConnectFilter() {
             qryFilter->txtQuery->setFocus(Qt::ShortcutFocusReason);
             qryFilter->txtQuery->selectAll();
           }));
+  connect(mnuFind, &QAction::triggered, this,
+          Trapped(services, "mnuFind_Click", [this](bool) { ClickFind(); }));
+  connect(Library, &MissionLibrary::MissionRead, this, &frmRWS::TellFind);
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget* before, QWidget* now) {
     if (now == qryFilter->txtQuery && before && before->window() == this) beforeFilter_ = before;
   });

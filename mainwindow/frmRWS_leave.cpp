@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "library/forms/frmFind.h"
 #include "mainwindow/frmRWS.h"
 #include "platform/qt_text.h"
 #include "services/error_log.h"
@@ -155,6 +156,7 @@ void frmRWS::Finish() {
   // Ended without a question, it has the unsaved edits offered at the next start.
   KeepEdits();
   session_.Doc.Closing = true;
+  if (Find) Find->close();
   const Services& services = session_.Services;
   if (services.System.CancelFetch) services.System.CancelFetch();
   if (check_ && check_->isVisible()) check_->close();

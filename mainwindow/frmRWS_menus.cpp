@@ -43,6 +43,9 @@ void frmRWS::BuildMenus() {
   AddEntries<6>(mnuTool, mnuTools, "mnuTools",
                 {tr("&Skin Manager"), tr("&Rename All"), tr("&Convert Mission Folder"),
                  tr("Copy &From"), QString(), tr("RWS &Preferences")});
+  mnuTool->addSeparator();
+  mnuFind = AddEntry(mnuTool, tr("F&ind Missions..."), QStringLiteral("mnuFind"));
+  mnuFind->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_F);
   BuildCheckMenu();
   mnuHelp = Titled(menuBar()->addMenu(tr("Hel&p")), "mnuHelp");
   AddEntries<3>(mnuHelp, mnuH, "mnuH", {tr("&Contents"), tr("&About"), tr("Check for &Updates")});

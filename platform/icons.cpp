@@ -6,6 +6,17 @@
 
 namespace rws {
 
+namespace {
+
+/** Name of a group's picture: its own in small letters, all else turned into "_". */
+QString PictureName(const QString& group) {
+  QString name;
+  for (const QChar c : group.toLower()) name += c.isLetterOrNumber() ? c : QChar(QLatin1Char('_'));
+  return QStringLiteral("groups/") + name;
+}
+
+}  // namespace
+
 QIcon ProgramIcon(const QString& name) {
   const QFileInfo place(QStringLiteral(":/icons/") + name);
   const QString drawing = place.filePath() + QStringLiteral(".svg");
@@ -16,6 +27,12 @@ QIcon ProgramIcon(const QString& name) {
   for (const auto& file : folder.entryList({place.fileName() + QStringLiteral("@*.png")}))
     icon.addFile(folder.filePath(file));
   return icon;
+}
+
+QIcon GroupIcon(const QString& group) {
+  const QIcon icon = ProgramIcon(PictureName(group));
+  // A group without a picture of its own takes that of "None".
+  return icon.isNull() ? ProgramIcon(PictureName(QStringLiteral("None"))) : icon;
 }
 
 }  // namespace rws

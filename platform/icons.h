@@ -9,4 +9,7 @@ namespace rws {
     "toolbar/open"; sharp at every size of the screen. Null if there is none of this name. */
 QIcon ProgramIcon(const QString& name);
 
+/** The icon of a group of regiments, by its name. */
+QIcon GroupIcon(const QString& group);
+
 }  // namespace rws

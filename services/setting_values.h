@@ -59,6 +59,13 @@ inline constexpr SettingValue CodePage{"CodePage", ""};
 inline constexpr SettingValue ToolBar{"ToolBar", "True"};
 /** The folders opened last, newest first, a line each. */
 inline constexpr SettingValue RecentFolders{"RecentFolders", ""};
+/** Where missions were looked for last, the queries, a line each, newest first, and the table's
+    columns with their widths. */
+inline constexpr SettingValue FindFolder{"FindFolder", ""};
+inline constexpr SettingValue FindBelow{"FindBelow", "True"};
+inline constexpr SettingValue FindQueries{"FindQueries", ""};
+inline constexpr SettingValue FindColumns{"FindColumns", ""};
+inline constexpr SettingValue FindSort{"FindSort", ""};
 }  // namespace setting
 
 /** One of the program's values, or its default. */

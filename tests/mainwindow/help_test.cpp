@@ -10,6 +10,7 @@
 #include "editors/frmStatic.h"
 #include "editors/frmWP.h"
 #include "editors/frmWPEdit.h"
+#include "library/forms/frmFind.h"
 #include "mainwindow/frmLines.h"
 #include "mainwindow/frmUnsaved.h"
 #include "platform/fetch.h"
@@ -63,7 +64,7 @@ TEST_F(HelpTest, TellsOfEveryWindowMenuEntryAndButton) {
   windows.push_back(std::make_unique<frmUnsaved>(World_.Services, nullptr));
   windows.push_back(std::make_unique<frmLines>(World_.Services, nullptr));
   AddForms<frmWP, frmWPEdit, frmBrief, frmDogFight, frmStatic, frmChgAC, frmPrefs, frmSkins,
-           frmBackups, frmChanges, frmCheck, frmCompare, frmCam>(windows);
+           frmBackups, frmChanges, frmCheck, frmCompare, frmCam, frmFind>(windows);
   ASSERT_FALSE(Captions(*windows[0]).isEmpty());
   for (const auto& window : windows) {
     const QString name = window->objectName();
