@@ -48,6 +48,9 @@ void Apply(QWidget* control, const Preferences& prefs) {
     for (const auto group : {QPalette::Active, QPalette::Inactive}) {
       own.setColor(group, QPalette::Text, FromBgr(prefs.ForeColor));
       own.setColor(group, QPalette::Base, FromBgr(prefs.BackColor));
+      constexpr float kFaint = 0.55F;
+      own.setColor(group, QPalette::PlaceholderText,
+                   Mixed(FromBgr(prefs.ForeColor), FromBgr(prefs.BackColor), kFaint));
     }
   control->setPalette(own);
   if (!qobject_cast<QAbstractItemView*>(control)) return;
