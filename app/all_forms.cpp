@@ -16,6 +16,7 @@
 #include "tools/frmChanges.h"
 #include "tools/frmCheck.h"
 #include "tools/frmCompare.h"
+#include "tools/frmEditMany.h"
 #include "tools/frmSkins.h"
 #include "tools/frmView.h"
 #include "tools/logic/mission_files.h"
@@ -52,6 +53,21 @@ NamedForm Check(Session& session, QWidget* parent) {
             auto form = std::make_unique<frmCheck>(session, parent);
             form->LoadForm();
             form->Check(frmCheck::kShown);
+            return form;
+          }};
+}
+
+/** With a preview of what some rows would change. */
+NamedForm EditMany(Session& session, QWidget* parent) {
+  return {"frmEditMany", [=, &session]() -> std::unique_ptr<QWidget> {
+            auto form = std::make_unique<frmEditMany>(session, parent);
+            form->Scopes = {{"Missions of this folder", session.Doc.MissionFiles}};
+            form->LoadForm();
+            form->Rows()[0]->SetRow({0, "5", ManyFlights::All, ""});
+            form->AddRow().SetRow({8, "60", ManyFlights::Class, "*"});
+            form->AddRow().SetRow({7, "2", ManyFlights::Army, "blue"});
+            form->AddRow().SetRow({2, "5.5", ManyFlights::All, ""});
+            form->cmdPreview->click();
             return form;
           }};
 }
@@ -112,6 +128,7 @@ std::vector<NamedForm> AllForms(Session& session, QWidget* parent) {
                            {"Kuban", ""}}};
                     }),
       Check(session, parent),
+      EditMany(session, parent),
       Named<frmPrefs>("frmPrefs", session, parent,
                       [&session](frmPrefs& form) {
                         form.GamePath = session.Doc.GamePath;

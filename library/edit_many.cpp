@@ -17,7 +17,7 @@ namespace rws {
 namespace {
 
 bool Goes(const EditHooks& hooks, std::size_t done, std::size_t of, const std::string& path) {
-  return !hooks.Going || hooks.Going(done, of, path);
+  return !hooks.Going || hooks.Going({done, of, path, "Mission"});
 }
 
 std::string Joined(const std::vector<std::string>& texts) {

@@ -9,6 +9,7 @@
 
 #include "library/edited_mission.h"
 #include "mission/mission_file.h"
+#include "services/work.h"
 
 /** Edits of many missions in two steps: a plan that changes nothing and can be looked at, and its
     application, which writes each mission whole or not at all. Reasons are UTF-8, values in the
@@ -49,9 +50,8 @@ struct EditPlan {
 
 /** What who runs an edit is asked and told; any may be missing. */
 struct EditHooks {
-  /** Before each mission, with how many are done, and once behind the last with "". False cancels.
-   */
-  std::function<bool(std::size_t done, std::size_t of, const std::string& path)> Going;
+  /** Before each mission, with how many are done, and once behind the last. False cancels. */
+  TellWork Going;
   /** Why a mission is to be left out; "" if it is not. */
   std::function<std::string(const std::string& path)> Refuses;
   /** Before a mission is written over `old`; a fault leaves it out. */

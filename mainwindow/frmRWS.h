@@ -31,6 +31,7 @@
 #include "session/recovery.h"
 #include "session/session.h"
 #include "session/undo.h"
+#include "tools/logic/edit_many_step.h"
 #include "tools/logic/folder_tools.h"
 #include "tools/logic/mission_files.h"
 
@@ -117,7 +118,7 @@ class frmRWS : public QMainWindow {
   QMenu* mnuRecent;
   QAction *mnuSave, *mnuSaveAll, *mnuRevert, *mnuOpenFolder, *mnuReread, *mnuClearRecent, *mnuExit;
   QAction *mnuUndo, *mnuRedo, *mnuFilter, *mnuFind, *mnuToolBar, *mnuRestoreBackup, *mnuChanges;
-  QAction *mnuCheck, *mnuCompatibility;
+  QAction *mnuCheck, *mnuCompatibility, *mnuEditMany;
   enum Tool : std::size_t {
     kSkinManager,
     kRenameAll,
@@ -161,6 +162,10 @@ class frmRWS : public QMainWindow {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+
+  /** Opens the form that edits many missions at once; the current one is shown anew when it has
+      written some. */
+  void EditMany(std::vector<EditManyScope> scopes);
 
  private:
   void LoadTables();
@@ -243,6 +248,7 @@ class frmRWS : public QMainWindow {
   void ClickReread();
   void HearOtherStarts();
   void ClickSkinManager();
+  std::vector<EditManyScope> ScopesHere() const;
   void ApplyPrefs(const frmPrefs& form);
   void ReloadPaintSchemes();
 
@@ -261,6 +267,7 @@ class frmRWS : public QMainWindow {
   void GoTo(const std::string& path, int flight);
   void ShowRows(const std::vector<std::string>& gone = {});
   void TellNotDone(bool back, const std::string& title, const std::string& reason);
+  void TellLeftOut(bool back, const std::string& title, const std::vector<std::string>& reasons);
 
   void ConnectRecovery();
   bool KeepEdits();

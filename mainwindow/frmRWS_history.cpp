@@ -198,7 +198,23 @@ void frmRWS::Travel(bool back) {
     GoTo(listed ? result.Mission : At(doc.MissionFiles, doc.CurMission),
          listed ? result.Flight : -1);
   ShowHistory();
+  if (!result.LeftOut.empty()) return TellLeftOut(back, title, result.LeftOut);
   Notice((back ? "Undone: " : "Done again: ") + title + ".");
+}
+
+/** Names the files that a step has left as they are. */
+void frmRWS::TellLeftOut(bool back, const std::string& title,
+                         const std::vector<std::string>& reasons) {
+  constexpr std::size_t kMostNamed = 20;
+  QString text =
+      (back ? tr("\"%1\" is undone, but for %n file(s):", nullptr, int(reasons.size()))
+            : tr("\"%1\" is done again, but for %n file(s):", nullptr, int(reasons.size())))
+          .arg(FromPath(title));
+  for (std::size_t i = 0; i < reasons.size() && i < kMostNamed; ++i)
+    text += u'\n' + FromPath(reasons[i]);
+  if (reasons.size() > kMostNamed) text += QStringLiteral("\n...");
+  stepToldOf_ = {session_.History.Done, session_.History.Steps.size()};
+  bars->Show(kUndoBar, {BarKind::Warning, text, {}, {}});
 }
 
 void frmRWS::TellNotDone(bool back, const std::string& title, const std::string& reason) {

@@ -47,6 +47,7 @@ void frmRWS::BuildMenus() {
   mnuFind = AddEntry(mnuTool, tr("F&ind Missions..."), QStringLiteral("mnuFind"));
   mnuFind->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_F);
   BuildCheckMenu();
+  mnuEditMany = AddEntry(mnuTool, tr("&Edit Many Missions..."), QStringLiteral("mnuEditMany"));
   mnuHelp = Titled(menuBar()->addMenu(tr("Hel&p")), "mnuHelp");
   AddEntries<3>(mnuHelp, mnuH, "mnuH", {tr("&Contents"), tr("&About"), tr("Check for &Updates")});
 }

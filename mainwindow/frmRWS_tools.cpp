@@ -1,4 +1,5 @@
 #include "controls/work_progress.h"
+#include "library/forms/frmFind.h"
 #include "mainwindow/frmRWS.h"
 #include "platform/qt_text.h"
 #include "services/error_log.h"
@@ -7,6 +8,7 @@
 #include "session/current.h"
 #include "session/journal.h"
 #include "session/recording.h"
+#include "tools/frmEditMany.h"
 #include "tools/frmSkins.h"
 
 namespace rws {
@@ -30,6 +32,7 @@ void frmRWS::ConnectTools() {
   command(mnuTools[kCopyFrom], "mnuTools_Click", [&, this] {
     RunTool("Copy From", true, [&](const ToolSeam& seam) { return CopyFrom(doc, services, seam); });
   });
+  command(mnuEditMany, "mnuEditMany_Click", [this] { EditMany(ScopesHere()); });
   for (std::size_t i = 0; i < mnuCases.size(); ++i)
     command(mnuCases[i], "mnuCase_Click", [&, this, i] {
       // Only a name that is typed ends in a reread.
@@ -119,6 +122,39 @@ void frmRWS::GoToFolder(const std::string& folder) {
   doc.MissionFiles.clear();
   Start("leaving");
   OfferHalfRenamed();
+}
+
+void frmRWS::EditMany(std::vector<EditManyScope> scopes) {
+  frmEditMany form(session_, this);
+  form.Scopes = std::move(scopes);
+  form.Step = Popups.ToolStep;
+  form.Changed = [this] {
+    bars->Hide(kReloadBar);
+    const Document& doc = session_.Doc;
+    if (!doc.MissionFiles.empty()) GoTo(At(doc.MissionFiles, doc.CurMission), doc.CurFlight);
+    FollowMissions();
+    ShowHistory();
+  };
+  form.LoadForm();
+  Popups.ShowDialog(form);
+}
+
+/** What the filter has left comes first. */
+std::vector<EditManyScope> frmRWS::ScopesHere() const {
+  const Document& doc = session_.Doc;
+  std::vector<EditManyScope> scopes;
+  if (lstMission->RowCount() < lstMission->MissionCount()) {
+    EditManyScope& shown = scopes.emplace_back();
+    shown.Caption = "Missions that the filter shows";
+    for (int row = 0; row < lstMission->RowCount(); ++row)
+      shown.Paths.push_back(At(doc.MissionFiles, lstMission->MissionAt(row)));
+  }
+  scopes.push_back({"Missions of this folder", doc.MissionFiles});
+  if (Find && Find->isVisible()) {
+    scopes.push_back({"Missions found by Find Missions", Find->FoundPaths()});
+    scopes.push_back({"Missions selected in Find Missions", Find->SelectedPaths()});
+  }
+  return scopes;
 }
 
 void frmRWS::ClickSkinManager() {

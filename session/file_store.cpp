@@ -13,10 +13,6 @@ namespace {
 
 constexpr char kStore[] = "Files";
 
-std::string StoreFolder(const Services& services) {
-  return BuildPath(RecoveryFolder(services), kStore);
-}
-
 /** In this form names sort by their time. */
 std::string SortedStamp(const DateTime& time) {
   char text[64];
@@ -54,6 +50,10 @@ std::string RecoveryFolder(const Services& services) {
   // Runs with settings of their own may be under way together.
   const std::string mark = services.Instance.empty() ? "" : "-" + services.Instance;
   return BuildPath(services.AppPath, kRecoveryFolder + mark);
+}
+
+std::string StoreFolder(const Services& services) {
+  return BuildPath(RecoveryFolder(services), kStore);
 }
 
 void MakeFolder(const Services& services, const std::string& path) {

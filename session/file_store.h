@@ -15,6 +15,9 @@ inline const std::string kRecoveryFolder = "Recovery";
 /** Where unsaved edits and, in a folder of it, the files of the store lie. */
 std::string RecoveryFolder(const Services& services);
 
+/** That folder. */
+std::string StoreFolder(const Services& services);
+
 /** Makes a folder that is not there. */
 void MakeFolder(const Services& services, const std::string& path);
 

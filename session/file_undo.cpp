@@ -153,8 +153,6 @@ struct Way {
     been done too, all but the flush of its folder. */
 std::string Run(const Services& services, const std::vector<FileChange*>& order, Way there,
                 Way back) {
-  const std::string folder = order.empty() ? "" : GetParentFolderName(order.front()->Path);
-  const KnownFolder known(services.Files, folder);
   std::string reason;
   const auto look = [&] {
     Outlook outlook(services);
@@ -182,19 +180,44 @@ std::string Run(const Services& services, const std::vector<FileChange*>& order,
   return reason;
 }
 
+std::string FolderOf(const std::vector<FileChange*>& order) {
+  return order.empty() ? "" : GetParentFolderName(order.front()->Path);
+}
+
+/** Each for itself. */
+std::vector<std::string> Each(const Services& services, std::vector<FileChange>& changes, Way there,
+                              Way back) {
+  const KnownFolder known(services.Files, StoreFolder(services));
+  std::vector<std::string> reasons;
+  for (auto& change : changes)
+    if (const std::string reason = Run(services, {&change}, there, back); !reason.empty())
+      reasons.push_back(reason);
+  return reasons;
+}
+
 }  // namespace
 
 std::string UndoFiles(const Services& services, std::vector<FileChange>& changes) {
   std::vector<FileChange*> order;
   for (auto change = changes.rbegin(); change != changes.rend(); ++change)
     order.push_back(&*change);
+  const KnownFolder known(services.Files, FolderOf(order));
   return Run(services, order, {CheckBack, DoBack}, {CheckAgain, DoAgain});
 }
 
 std::string RedoFiles(const Services& services, std::vector<FileChange>& changes) {
   std::vector<FileChange*> order;
   for (auto& change : changes) order.push_back(&change);
+  const KnownFolder known(services.Files, FolderOf(order));
   return Run(services, order, {CheckAgain, DoAgain}, {CheckBack, DoBack});
+}
+
+std::vector<std::string> UndoEachFile(const Services& services, std::vector<FileChange>& changes) {
+  return Each(services, changes, {CheckBack, DoBack}, {CheckAgain, DoAgain});
+}
+
+std::vector<std::string> RedoEachFile(const Services& services, std::vector<FileChange>& changes) {
+  return Each(services, changes, {CheckAgain, DoAgain}, {CheckBack, DoBack});
 }
 
 std::vector<std::pair<std::string, std::string>> NetRenames(

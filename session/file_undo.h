@@ -19,6 +19,12 @@ std::string UndoFiles(const Services& services, std::vector<FileChange>& changes
 /** Does the changes of a step again, under the same rules. */
 std::string RedoFiles(const Services& services, std::vector<FileChange>& changes);
 
+/** The same for changes that have nothing to do with each other: each is done, or left out where
+    something has changed on disk since or it fails. Gives the reasons of those that are left out.
+ */
+std::vector<std::string> UndoEachFile(const Services& services, std::vector<FileChange>& changes);
+std::vector<std::string> RedoEachFile(const Services& services, std::vector<FileChange>& changes);
+
 /** Old and new names of the files that a step has renamed within their folder in all, detours left
     out. */
 std::vector<std::pair<std::string, std::string>> NetRenames(const std::vector<FileChange>& changes);

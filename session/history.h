@@ -51,6 +51,8 @@ struct Step {
   int FlightBefore = 0, FlightAfter = 0;
   /** What it did to files, in its order. */
   std::vector<FileChange> Files;
+  /** They have nothing to do with each other: one that cannot be taken back keeps no other. */
+  bool FilesApart = false;
   std::size_t Bytes = 0;
 };
 

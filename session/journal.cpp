@@ -65,8 +65,8 @@ std::function<void()> NoteDeed(Session& session, const FileDeed& deed) {
 
 bool TakesAway(const std::vector<FileChange>& changes, const std::string& path) {
   return std::any_of(changes.begin(), changes.end(), [&](const FileChange& change) {
-    return change.Path == path &&
-           (change.What == FileChange::Deleted || change.What == FileChange::Moved);
+    return (change.What == FileChange::Deleted || change.What == FileChange::Moved) &&
+           change.Path == path;
   });
 }
 
@@ -84,8 +84,9 @@ Journaling::~Journaling() {
   if (--session_.History.Journal.Open == 0) session_.Services.Files.OnDeed = nullptr;
 }
 
-void AddFileStep(Session& session, const std::string& title) {
+void AddFileStep(Session& session, const std::string& title, bool apart) {
   Step step;
+  step.FilesApart = apart;
   step.Title = title;
   step.Files = std::exchange(session.History.Journal.Changes, {});
   if (step.Files.empty()) return;

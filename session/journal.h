@@ -38,8 +38,9 @@ class PausedJournal {
 
 /** Makes a step of what has been noted; nothing when that is nothing. Missions that were renamed
     are known by their new names. Edits
-    of missions whose files were taken away belong to it. */
-void AddFileStep(Session& session, const std::string& title);
+    of missions whose files were taken away belong to it. Files that are `apart` have nothing to do
+    with each other when the step is undone. */
+void AddFileStep(Session& session, const std::string& title, bool apart = false);
 
 /** Runs a command that works on files, as one step. */
 template <class Command>

@@ -1,6 +1,7 @@
 #include "session/undo.h"
 
 #include <map>
+#include <unordered_set>
 #include <utility>
 
 #include "mission/carry_edits.h"
@@ -173,12 +174,22 @@ void FollowFiles(Session& session, const Step& step, const std::vector<Turn>& tu
     for (auto& [from, to] : moves) std::swap(from, to);
   NoteMoved(session, moves);
   MoveRows(doc, moves);
-  for (const auto& file : step.Files) {
-    if (file.What == FileChange::Moved) continue;
-    const std::ptrdiff_t mission = MissionAt(doc, file.Path);
-    if (mission >= 0 && !IsUnsaved(session, static_cast<std::size_t>(mission))) forget(file.Path);
-  }
+  std::unordered_set<std::string> written;
+  for (const auto& file : step.Files)
+    if (file.What != FileChange::Moved) written.insert(file.Path);
+  for (std::size_t mission = 0; mission < doc.MissionFiles.size(); ++mission)
+    if (written.contains(doc.MissionFiles[mission]) && !IsUnsaved(session, mission))
+      MakeUnread(session, mission);
   RelistFolder(session);
+}
+
+void TurnFiles(const Services& services, Step& step, bool undo, UndoResult& result) {
+  if (!step.FilesApart) {
+    result.Reason = undo ? UndoFiles(services, step.Files) : RedoFiles(services, step.Files);
+    return;
+  }
+  result.LeftOut = (undo ? UndoEachFile : RedoEachFile)(services, step.Files);
+  if (result.LeftOut.size() == step.Files.size()) result.Reason = result.LeftOut.front();
 }
 
 UndoResult Take(Session& session, Step& step, bool undo) {
@@ -187,9 +198,7 @@ UndoResult Take(Session& session, Step& step, bool undo) {
   Record(session, nullptr);
   const auto turns = TurnsOf(step, undo);
   result.Reason = Missing(session, turns);
-  if (result.Reason.empty() && result.Files)
-    result.Reason =
-        undo ? UndoFiles(session.Services, step.Files) : RedoFiles(session.Services, step.Files);
+  if (result.Reason.empty() && result.Files) TurnFiles(session.Services, step, undo, result);
   if (!result.Reason.empty()) return result;
   if (result.Files) FollowFiles(session, step, turns, undo);
   for (const auto& [path, from, to] : turns) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "session/session.h"
 
@@ -11,6 +12,8 @@ struct UndoResult {
   /** False if nothing was done at all; `Reason` tells why. */
   bool Done = false;
   std::string Reason;
+  /** Of a step whose files are apart: why some of them were left as they are. */
+  std::vector<std::string> LeftOut;
   /** Files have come, gone or other names: the folder must be listed anew. */
   bool Files = false;
   /** Full path of the mission where it happened, and its flight; "" for none. */

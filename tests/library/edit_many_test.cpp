@@ -194,9 +194,9 @@ TEST_F(EditMany, EndsWhereItIsCancelled) {
   for (std::size_t at = 0; at <= 3; ++at) {
     SCOPED_TRACE(at);
     for (const std::string name : {"a", "b", "c"}) box_.Write("in/" + name + ".mis", Text(name));
-    hooks_.Going = [&](std::size_t done, std::size_t of, const std::string& path) {
-      EXPECT_EQ(path, done < of ? paths_[done] : "");
-      return done < at;
+    hooks_.Going = [&](const WorkStep& step) {
+      EXPECT_EQ(step.Name, step.Done < step.Of ? paths_[step.Done] : "");
+      return step.Done < at;
     };
     EXPECT_EQ(PlanEdits(context_, plan.Order, paths_, hooks_).Missions.size(), at);
     const EditReport report = Apply(plan);

@@ -1,5 +1,7 @@
 #include "library/forms/library_query.h"
+#include "services/text.h"
 #include "tests/mainwindow/unsaved_fixture.h"
+#include "tools/frmEditMany.h"
 
 namespace rws::test {
 namespace {
@@ -47,6 +49,32 @@ TEST_F(FilterTest, LeavesWhatMatchesAndSaysWhatItCannotRead) {
     EXPECT_EQ(Message().empty(), std::string(row.Message).empty());
     EXPECT_EQ(Window->lstMission->EmptyText().isEmpty(), std::string(row.Rows) != "");
   }
+}
+
+TEST_F(FilterTest, WhatItLeavesCanBeEditedTogether) {
+  ClickRow(1);
+  EXPECT_EQ(Filtered("b"), "b|d");
+  const int before = Window->missionPanel->cboWeather->currentIndex();
+  Window->Popups.ShowDialog = [&](QDialog& dialog) {
+    auto& form = dynamic_cast<frmEditMany&>(dialog);
+    EXPECT_EQ(form.cboScope->currentText(), QStringLiteral("Missions that the filter shows (2)"));
+    form.Rows()[0]->SetRow({0, "6", ManyFlights::All, ""});
+    form.cmdPreview->click();
+    form.cmd[frmEditMany::kApply]->click();
+  };
+  Window->mnuEditMany->trigger();
+  for (const char* name : {"a", "b", "c", "d"})
+    EXPECT_EQ(Contains(FileText(name), "CloudType 6"), *name == 'b' || *name == 'd') << name;
+  EXPECT_EQ(Shown(), "b");
+  EXPECT_EQ(Window->missionPanel->cboWeather->currentIndex(), 6);
+  EXPECT_FALSE(Lit());
+  EXPECT_EQ(Filtered("weather:thunder"), "");
+  ReadAll();
+  EXPECT_EQ(Rows(), "b|d");
+  EXPECT_EQ(Window->mnuUndo->text(), QStringLiteral("&Undo Edit of 2 missions"));
+  Window->mnuUndo->trigger();
+  EXPECT_EQ(Window->missionPanel->cboWeather->currentIndex(), before);
+  EXPECT_FALSE(Contains(FileText("d"), "CloudType 6"));
 }
 
 TEST_F(FilterTest, TheMissionOnShowStaysWithItsEditsWhileItsRowIsAway) {

@@ -24,6 +24,7 @@
 #include "tools/frmChanges.h"
 #include "tools/frmCheck.h"
 #include "tools/frmCompare.h"
+#include "tools/frmEditMany.h"
 #include "tools/frmSkins.h"
 #include "tools/frmView.h"
 
@@ -64,7 +65,7 @@ TEST_F(HelpTest, TellsOfEveryWindowMenuEntryAndButton) {
   windows.push_back(std::make_unique<frmUnsaved>(World_.Services, nullptr));
   windows.push_back(std::make_unique<frmLines>(World_.Services, nullptr));
   AddForms<frmWP, frmWPEdit, frmBrief, frmDogFight, frmStatic, frmChgAC, frmPrefs, frmSkins,
-           frmBackups, frmChanges, frmCheck, frmCompare, frmCam, frmFind>(windows);
+           frmBackups, frmChanges, frmCheck, frmCompare, frmCam, frmFind, frmEditMany>(windows);
   ASSERT_FALSE(Captions(*windows[0]).isEmpty());
   for (const auto& window : windows) {
     const QString name = window->objectName();
