@@ -129,21 +129,41 @@ void frmCheck::Check(Subject subject) {
   EnableCommands();
 }
 
-/** The mission on show, whatever else is listed. */
-void frmCheck::CheckCurrent() {
-  const Document& doc = session_.Doc;
-  if (doc.Missions.empty() || !CurrentMission(session_).Loaded)
-    return EndRun(tr("No mission is shown"));
+/** Of the mission on show, with its unsaved edits; none if they cannot be told. */
+std::vector<CheckedMission> frmCheck::FindingsNow() {
   services_.Window.ShowBusy(true);
   std::vector<CheckedMission> one;
   Trap(
       [&] {
         one.push_back(CheckShown(session_, *Tables(), *game_,
-                                 static_cast<std::size_t>(doc.CurMission),
+                                 static_cast<std::size_t>(session_.Doc.CurMission),
                                  Shown ? Shown() : ShownValues()));
       },
-      [&](const Fault& caught) { LogError(services_, caught.Text, "frmCheck.CheckCurrent"); });
+      [&](const Fault& caught) { LogError(services_, caught.Text, "frmCheck.FindingsNow"); });
   services_.Window.ShowBusy(false);
+  return one;
+}
+
+/** What has been edited since the check, here or by others, is not mended over. */
+void frmCheck::DropStale(std::vector<Finding>& findings) {
+  const auto now = FindingsNow();
+  const auto isThere = [&](const Finding& finding) {
+    if (now.empty()) return false;
+    const auto& all = now.front().Findings;
+    return std::any_of(all.begin(), all.end(), [&](const Finding& other) {
+      return other.Mend && other.Kind == finding.Kind && other.Text == finding.Text &&
+             other.Mend->Text == finding.Mend->Text;
+    });
+  };
+  std::erase_if(findings, [&](const Finding& finding) { return !isThere(finding); });
+}
+
+/** The mission on show, whatever else is listed. */
+void frmCheck::CheckCurrent() {
+  const Document& doc = session_.Doc;
+  if (doc.Missions.empty() || !CurrentMission(session_).Loaded)
+    return EndRun(tr("No mission is shown"));
+  std::vector<CheckedMission> one = FindingsNow();
   checked_ = std::max(checked_, one.size());
   Model.Add(std::move(one));
   EndRun({});
@@ -281,14 +301,17 @@ void frmCheck::Mend(const std::vector<int>& rows) {
   if (findings.empty()) return;
   if (!IsShown(path) && (!GoTo || !GoTo(path, &findings[0]) || !IsShown(path))) return;
   const int row = lstFindings->CurrentRow();
-  const MendOutcome outcome = MendShown(session_, findings);
-  if (Mended) Mended();
+  const std::size_t asked = findings.size();
+  DropStale(findings);
+  const MendOutcome outcome = findings.empty() ? MendOutcome() : MendShown(session_, findings);
+  if (Mended && !findings.empty()) Mended();
   game_ = std::make_unique<GameFiles>(services_.Files, session_.Doc.GamePath);
   CheckCurrent();
   // Where it was, so that the next one is at hand.
   if (row >= 0 && Model.rowCount() > 0)
     lstFindings->SelectOnly(std::min(row, Model.rowCount() - 1));
   QString told = Counted(outcome.Mended, tr("1 finding mended"), tr("%1 findings mended"));
+  if (findings.size() < asked) told += tr("; %1 no longer found").arg(asked - findings.size());
   for (const auto& fault : outcome.Faults) told += tr("; not mended: %1").arg(FromPath(fault));
   ShowCounts(told);
 }

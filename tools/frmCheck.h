@@ -80,6 +80,8 @@ class frmCheck : public Dialog {
   void PlaceControls();
   void Connect();
   void Filter();
+  std::vector<CheckedMission> FindingsNow();
+  void DropStale(std::vector<Finding>& findings);
   void CheckCurrent();
   void TakeResults();
   void Take(std::vector<CheckedMission> batch);

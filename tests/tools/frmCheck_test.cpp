@@ -189,6 +189,16 @@ TEST_F(CheckForm, MendsAMissionOnlyWhenItIsShown) {
   EXPECT_EQ(First().Fuel, "100");
 }
 
+TEST_F(CheckForm, LeavesAloneWhatWasPutRightSinceTheCheck) {
+  Check(frmCheck::kShown);
+  Edit(W, {"Test", "Fuel"}, [&] { W.Doc.Missions[0].Flights[0].Fuel = "50"; });
+  Select("fuel");
+  Press(frmCheck::kMend);
+  EXPECT_EQ(First().Fuel, "50");
+  EXPECT_EQ(TimesMended, 0);
+  EXPECT_TRUE(Contains(State(), "0 findings mended; 1 no longer found")) << State();
+}
+
 TEST_F(CheckForm, StopsAndClosesAtAnyMoment) {
   for (int i = 0; i < 200; ++i) Box.Write("m/x" + std::to_string(i) + ".mis", "[MAIN]");
   Form->optWhat[frmCheck::kFolder]->click();
