@@ -218,6 +218,7 @@ class frmRWS : public QMainWindow {
   void ListMouseReleased(Qt::MouseButton button, int row, QPoint globalPosition);
   bool LeaveMission(LeaveBy by, int& mission);
   void LightCurrentMission();
+  bool IsFilteredAway() const;
   bool RefuseGone(int mission);
   void OpenMissionMenu(QPoint globalPosition);
   void OpenMissionMenuAtItsRow();

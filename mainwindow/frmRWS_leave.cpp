@@ -29,9 +29,18 @@ void frmRWS::OpenMissionMenu(QPoint globalPosition) {
 }
 
 void frmRWS::OpenMissionMenuAtItsRow() {
+  if (IsFilteredAway())
+    return Notice("The filter leaves out the mission on show, \"" +
+                  CurrentMissionRecord(session_.Doc).BaseName + "\".");
   LightCurrentMission();
   const QRect row = lstMission->visualRect(lstMission->currentIndex());
   OpenMissionMenu(lstMission->viewport()->mapToGlobal(row.bottomLeft()));
+}
+
+/** No row of the list is that of the mission on show. */
+bool frmRWS::IsFilteredAway() const {
+  const Document& doc = session_.Doc;
+  return !doc.Missions.empty() && lstMission->RowOf(doc.CurMission) < 0;
 }
 
 /** True, told, for a mission that was moved away or deleted and still has its row; but its unsaved
@@ -78,8 +87,15 @@ void frmRWS::FollowList(LeaveBy by) {
 void frmRWS::ListMouseReleased(Qt::MouseButton button, int row, QPoint globalPosition) {
   if (button == Qt::RightButton) {
     const auto& files = session_.Doc.MissionFiles;
-    const int mission = lstMission->MissionAt(row);
+    int mission = lstMission->MissionAt(row);
     const std::string clicked = mission >= 0 ? At(files, mission) : std::string();
+    // With no other row lit, the menu is taken for that of the row under the mouse.
+    if (mission >= 0 && IsFilteredAway()) {
+      lstMission->SelectMission(mission);
+      FollowList(LeaveBy::Mouse);
+      if (session_.Doc.Closing || CurrentMissionPath(session_.Doc) != clicked) return;
+      mission = static_cast<int>(session_.Doc.CurMission);
+    }
     OpenMissionMenu(globalPosition);
     // The menu worked on the mission that was lit; only now the light moves, unless the menu has
     // reread the directory meanwhile.

@@ -132,6 +132,22 @@ TEST_F(FilterTest, KeysAndCommandsWorkOnTheRowsThatAreLeft) {
   EXPECT_EQ(Shown(), "c") << "the first that is left";
 }
 
+TEST_F(FilterTest, TheMenuOfARowWorksOnItWhileTheShownOneIsAway) {
+  Filtered("c");
+  PressMenuKey(*Window->lstMission);
+  EXPECT_TRUE(Contains(Told(), "leaves out the mission on show, \"a\"")) << Told();
+  Edit();
+  World_.Script.Expect(kQuestion, Answer::Cancel);
+  ClickRow(0, Qt::RightButton);
+  EXPECT_EQ(Shown(), "a") << "no menu either";
+  std::string menuOf;
+  Window->Popups.OpenMenu = [&](QMenu&, QPoint) { menuOf = Shown(); };
+  World_.Script.Expect(kQuestion, Answer::No);
+  ClickRow(0, Qt::RightButton);
+  EXPECT_EQ(menuOf, "c");
+  EXPECT_EQ(Row(), 0);
+}
+
 TEST_F(FilterTest, OthersBringMissionsWhileItIsOn) {
   Filtered("map:smolensk");
   Box.Write("missions/aa.mis", MissionText());
