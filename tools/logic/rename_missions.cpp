@@ -134,7 +134,7 @@ class Numbering {
   /** After a failure no more progress is told, which would take the place of the reason. */
   bool Told(const Renaming& file, std::size_t step, std::size_t steps) const {
     return FileDone(services_, done_ ? seam_ : ToolSeam(),
-                    {step, steps, GetFileName(file.OldMission)});
+                    {step, steps, GetFileName(file.OldMission), "Step"});
   }
 
   /** By the detour again: an old name may be the new one of another. */
