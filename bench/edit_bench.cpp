@@ -51,7 +51,7 @@ void FuelEdit(benchmark::State& state) {
   ReadMissionText(doc, services, 0, MissionText(kBytes, kFlights));
   tables.Aircraft.resize(1);
   tables.Aircraft[0].Class = tables.Aircraft[0].Name = "IL_2_1941Early";
-  tables.Aircraft[0].Weapons = {"Default,default", "Empty (No Ammo),none"};
+  tables.Aircraft[0].Weapons = {{"Default", "default"}, {"Empty (No Ammo)", "none"}};
   window.ShowMission();
   QCoreApplication::processEvents();
   if (doc.Missions[0].Flights.size() != kFlights || doc.Missions[0].Lines.size() < kLines)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -8,14 +9,21 @@
     the system's own spelling. Arrays count from 0. */
 namespace rws {
 
+/** What an aircraft can carry: the user sees a text, a mission stores a key. */
+struct Loadout {
+  std::string Text;
+  std::optional<std::string> Key;  // nothing for a line of the table without one
+  bool operator==(const Loadout&) const = default;
+};
+
 /** One aircraft of the game. */
 struct Aircraft {
   std::string Side;  // "Red" or "Blue"
   std::string Name;
-  std::string Class;      // without "air."
-  std::string Folder;     // of its skins, without "_", "-" and "." unless the table gives it
-  std::string Companion;  // class of an aircraft that travels with it, mostly ""
-  std::vector<std::string> Weapons;  // "display text,key", the default first, the empty one last
+  std::string Class;             // without "air."
+  std::string Folder;            // of its skins, without "_", "-" and "." unless the table gives it
+  std::string Companion;         // class of an aircraft that travels with it, mostly ""
+  std::vector<Loadout> Weapons;  // the default first, the empty one last
   bool Flyable = false;
   bool NoseArtOk = false;
   std::string ParkedClass = {};  // of parked ones where it is another than `Class`, mostly ""

@@ -20,12 +20,18 @@ std::size_t FirstLineWith(const LineArray& lines, std::string_view part) {
   return found == part.npos ? lines.size() : lines.LineAt(found);
 }
 
-std::string_view TextOf(std::string_view entry) { return entry.substr(0, entry.find(',')); }
+/** A line "display text,key" of the table. */
+Loadout MakeLoadout(std::string_view line) {
+  const auto parts = SplitAt(line, ',');
+  Loadout loadout{std::string(parts[0]), {}};
+  if (parts.size() > 1) loadout.Key = parts[1];
+  return loadout;
+}
 
-/** The second part of an entry; a subscript fault when it has none. */
-std::string_view KeyOf(std::string_view entry) {
-  const auto parts = SplitAt(entry, ',');
-  return At(parts, 1);
+/** A subscript fault when there is none. */
+const std::string& KeyOf(const Loadout& loadout) {
+  if (!loadout.Key) throw SubscriptFault();
+  return *loadout.Key;
 }
 
 }  // namespace
@@ -49,13 +55,13 @@ bool LoadWeaponsFile(Document& doc, const Services& services, LineArray& file) {
 }
 
 void GetWeapons(const LineArray& file, std::string_view aircraftClass,
-                std::vector<std::string>& weapons) {
-  weapons = {"Default,default"};
+                std::vector<Loadout>& weapons) {
+  weapons = {{"Default", "default"}};
   std::size_t line = FirstLineWith(file, aircraftClass);
   if (line + 1 < file.size())
     for (; line < file.size() && !Contains(file[line], "none"); ++line)
-      weapons.emplace_back(file[line]);
-  weapons.emplace_back("Empty (No Ammo),none");
+      weapons.push_back(MakeLoadout(file[line]));
+  weapons.push_back({"Empty (No Ammo)", "none"});
 }
 
 WeaponList MakeWeaponList(const Catalogues& catalogues, std::string_view nameOrClass) {
@@ -65,7 +71,7 @@ WeaponList MakeWeaponList(const Catalogues& catalogues, std::string_view nameOrC
   const Aircraft& aircraft = At(catalogues.Aircraft, index);
   list.Tag = aircraft.Name;
   for (std::size_t i = 1; i < aircraft.Weapons.size(); ++i)
-    list.Rows.emplace_back(TextOf(aircraft.Weapons[i]));
+    list.Rows.push_back(aircraft.Weapons[i].Text);
   return list;
 }
 
@@ -77,16 +83,13 @@ ShownWeapon DisplayWeps(Catalogues& catalogues, const Services& services, std::s
     const std::string wanted = services.Page.LCase(key);
     for (const auto& entry : weapons) {
       if (services.Page.LCase(KeyOf(entry)) != wanted) continue;
-      shown.Text = TextOf(entry);
+      shown.Text = entry.Text;
       return;
     }
     shown.Text = key;
     // A flight without a loadout line teaches its aircraft nothing.
     if (key.empty()) return;
-    const std::string learnt = shown.Text + "," + shown.Text;
-    // A key that holds a comma is never found by its second part, yet is learnt once only.
-    if (std::find(weapons.begin(), weapons.end(), learnt) != weapons.end()) return;
-    weapons.insert(weapons.empty() ? weapons.end() : weapons.end() - 1, learnt);
+    weapons.insert(weapons.empty() ? weapons.end() : weapons.end() - 1, {shown.Text, shown.Text});
     shown.Learnt = true;
   });
   return shown;
@@ -102,7 +105,7 @@ std::string GetWeaponName(const Catalogues& catalogues, const Services& services
     });
     // An aircraft that is not known has the loadouts of the first row, on purpose.
     for (const auto& entry : At(table, row == table.end() ? 0 : row - table.begin()).Weapons)
-      if (TextOf(entry) == displayText) key = KeyOf(entry);
+      if (entry.Text == displayText) key = KeyOf(entry);
   });
   return key;
 }

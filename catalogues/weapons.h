@@ -16,12 +16,12 @@ namespace rws {
     program. False if it was not read, logged if it could not be. */
 bool LoadWeaponsFile(Document& doc, const Services& services, LineArray& file);
 
-/** Builds the entries of one aircraft, "display text,key": the default, its block of the lines of
+/** Builds the entries of one aircraft: the default, its block of the lines of
     the loadout table, the empty loadout. A block begins at the first line that holds the class
    anywhere, so that longer class names must stand first, and ends before a line that holds "none".
    The last line begins no block. */
 void GetWeapons(const LineArray& file, std::string_view aircraftClass,
-                std::vector<std::string>& weapons);
+                std::vector<Loadout>& weapons);
 
 /** What the loadout list shows. `Tag` tells for which aircraft. */
 struct WeaponList {

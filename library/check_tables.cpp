@@ -43,8 +43,7 @@ CheckTables::CheckTables(const Catalogues& tables, const std::vector<MapRow>& ma
   for (const auto& aircraft : tables.Aircraft) {
     Plane plane{aircraft.Name, aircraft.Flyable, aircraft.Folder, {}};
     for (const auto& entry : aircraft.Weapons)
-      if (const auto parts = SplitAt(entry, ','); parts.size() > 1)
-        plane.Loadouts.insert(Lower(parts[1]));
+      if (entry.Key) plane.Loadouts.insert(Lower(*entry.Key));
     planes_.emplace(Lower(aircraft.Class), std::move(plane));
     parked_.insert(Lower(aircraft.Class));
     if (!aircraft.ParkedClass.empty()) parked_.insert(Lower(aircraft.ParkedClass));

@@ -35,10 +35,8 @@ std::optional<std::string_view> FindLoadout(const EditRules& rules, std::string_
   const Aircraft* aircraft = FindClass(rules, aircraftClass);
   if (!aircraft) return {};
   const CodePage& page = rules.Services.Page;
-  for (const auto& entry : aircraft->Weapons) {
-    const auto parts = SplitAt(entry, ',');
-    if (parts.size() > 1 && page.LCase(parts[1]) == page.LCase(key)) return parts[1];
-  }
+  for (const auto& entry : aircraft->Weapons)
+    if (entry.Key && page.LCase(*entry.Key) == page.LCase(key)) return *entry.Key;
   return {};
 }
 

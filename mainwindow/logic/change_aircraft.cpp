@@ -27,8 +27,7 @@ bool DropPlayer(Mission& mission) {
 bool KnowsWeapon(const Services& services, const Aircraft& aircraft, std::string_view key) {
   const std::string wanted = services.Page.LCase(key);
   return std::any_of(aircraft.Weapons.begin(), aircraft.Weapons.end(), [&](const auto& entry) {
-    const auto parts = SplitAt(entry, ',');
-    return parts.size() > 1 && services.Page.LCase(parts[1]) == wanted;
+    return entry.Key && services.Page.LCase(*entry.Key) == wanted;
   });
 }
 

@@ -81,21 +81,23 @@ TEST_F(AircraftTest, SurvivesBadTablesAndEndsTheProgramWithoutWeapons) {
 
 TEST(GetWeapons, TakesTheBlockOfTheFirstLineWithTheClass) {
   const std::tuple<const char*, Rows, Rows> cases[] = {
-      {"IL_2", {"a,1,IL_2", "b,2", "x none", "c,3"}, {"a,1,IL_2", "b,2"}},
-      {"IL_2", {"a,1,IL_2M", "none", "b,2,IL_2", "none"}, {"a,1,IL_2M"}},
-      {"P3", {"a,1,I_1", "none", "b,2,P3", "none"}, {"b,2,P3"}},
-      {"IL_2", {"a,1,il_2", "none", "b,2,IL_2", "NONE"}, {"b,2,IL_2", "NONE"}},
+      {"IL_2", {"a,1,IL_2", "b,2", "x none", "c,3"}, {"a,1", "b,2"}},
+      {"IL_2", {"a,1,IL_2M", "none", "b,2,IL_2", "none"}, {"a,1"}},
+      {"P3", {"a,1,I_1", "none", "b,2,P3", "none"}, {"b,2"}},
+      {"IL_2", {"a,1,il_2", "none", "b,2,IL_2", "NONE"}, {"b,2", "NONE"}},
       {"IL_2", {"x", "a,1,IL_2"}, {}},
-      {"IL_2", {"x", "a,1,IL_2", "none"}, {"a,1,IL_2"}},
+      {"IL_2", {"x", "a,1,IL_2", "none"}, {"a,1"}},
       {"IL_2", {"none,1,IL_2", "b,2", "none"}, {}},
       {"", {"a,1,IL_2", "none"}, {}},
       {"IL_2", {}, {}}};
   for (const auto& [name, lines, block] : cases) {
-    Rows expected = block, weapons{"old"};
+    Rows expected = block, found;
     expected.insert(expected.begin(), "Default,default");
     expected.push_back("Empty (No Ammo),none");
+    std::vector<Loadout> weapons{{"old", "old"}};
     GetWeapons(LineArray::FromFile(Crlf(lines)), name, weapons);
-    EXPECT_EQ(weapons, expected) << name << " in " << Crlf(lines);
+    for (const auto& [text, key] : weapons) found.push_back(text + (key ? "," + *key : ""));
+    EXPECT_EQ(found, expected) << name << " in " << Crlf(lines);
   }
 }
 
@@ -113,7 +115,7 @@ TEST_F(AircraftTest, ShowsAndLearnsWeapons) {
   }
   const WeaponList list = MakeWeaponList(Cat, " A_1 ");
   EXPECT_EQ(list.Tag, "Duck");
-  EXPECT_EQ(list.Rows, (Rows{"Default", "Bombs", "Bombs", "New", "p", "Empty (No Ammo)"}));
+  EXPECT_EQ(list.Rows, (Rows{"Default", "Bombs", "Bombs", "New", "p,q", "Empty (No Ammo)"}));
   EXPECT_EQ(GetWeaponName(Cat, W.Services, "A_1", "Bombs"), "bmb2");
   EXPECT_EQ(GetWeaponName(Cat, W.Services, "Goose", "rockets"), "");
   EXPECT_EQ(GetWeaponName(Cat, W.Services, "unknown", "Bombs"), "bmb2");

@@ -51,10 +51,16 @@ class Check : public testing::Test {
     box_.Write("Game/PaintSchemes/Pilots/Cap5.bmp", "");
     box_.Write("Game/PaintSchemes/Noseart/Star.bmp", "");
     Tables.Aircraft = {
-        {"Red", "Il-2", "IL_2", "IL2", "", {"Default,default", "Two,2xFAB", "Empty,none"}, true},
-        {"Blue", "Ju 52", "JU_52", "JU52", "", {"Default,default"}, false},
-        {"Blue", "Bf 109 G-6", "BF_109G6", "Bf109G6", "", {"Default,default"}, true},
-        {"Red", "TBD-1", "TBD1", "TBD1", "", {"Default,default"}, false, false, "TBD"}};
+        {"Red",
+         "Il-2",
+         "IL_2",
+         "IL2",
+         "",
+         {{"Default", "default"}, {"Two", "2xFAB"}, {"Empty", "none"}},
+         true},
+        {"Blue", "Ju 52", "JU_52", "JU52", "", {{"Default", "default"}}, false},
+        {"Blue", "Bf 109 G-6", "BF_109G6", "Bf109G6", "", {{"Default", "default"}}, true},
+        {"Red", "TBD-1", "TBD1", "TBD1", "", {{"Default", "default"}}, false, false, "TBD"}};
     Tables.Squadrons = {{"blue", "Germany", "Germany", {{"JG52 ", ""}}}};
     Tables.DogFightAircraft = {{"Bf 109 G-6", "Bf-109G-6", "R", true}};
     path_ = box_.Path("Game/Missions/Single/de/a.mis");

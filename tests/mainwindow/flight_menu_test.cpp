@@ -86,7 +86,7 @@ TEST_F(FlightMenuTest, DuplicatesChangesRemovesAndEditsARouteThroughToTheFile) {
 
 TEST_F(FlightMenuTest, ACopyTeachesNoAircraftTheLoadoutsOfAnother) {
   auto& aircraft = Tables.Aircraft;
-  aircraft[1].Weapons[1] = "4 x SC500,4xSC500";
+  aircraft[1].Weapons[1] = {"4 x SC500", "4xSC500"};
   ClickFlight(kFighter);
   Record(kBomberFlight).Skill = "3";
   Record(kBomberFlight).Weapons = "4xSC500";

@@ -37,7 +37,7 @@ class WindowTest : public ::testing::Test {
     aircraft.Name = name;
     aircraft.Class = aircraftClass;
     aircraft.Flyable = flyable;
-    aircraft.Weapons = {"Default,default", "2 x Bombs,2xB", "Empty (No Ammo),none"};
+    aircraft.Weapons = {{"Default", "default"}, {"2 x Bombs", "2xB"}, {"Empty (No Ammo)", "none"}};
     return aircraft;
   }
   /** An aircraft that wears nose art, in a game with these images: "Pilots/Ace.bmp". */

@@ -22,10 +22,11 @@ using Indexes = std::vector<std::size_t>;
 /** A fighter, a carrier that nobody may fly, its companion, and a carrier whose companion no table
     knows. */
 Catalogues MakeTables() {
-  const std::vector<std::string> weapons{"Default,default", "Bombs,b1", "Empty (No Ammo),none"};
+  const std::vector<Loadout> weapons{
+      {"Default", "default"}, {"Bombs", "b1"}, {"Empty (No Ammo)", "none"}};
   Catalogues tables;
   tables.Aircraft = {{"Red", "Duck", "A_1", "", "", weapons, true, false},
-                     {"Red", "Big 3", "TB_3", "", " I_16D", {"Default,default"}, false, false},
+                     {"Red", "Big 3", "TB_3", "", " I_16D", {{"Default", "default"}}, false, false},
                      {"Red", "Drone", "I_16D", "", "", {}, false, false},
                      {"Blue", "Ghost", "X_1", "", "NONE", weapons, true, false}};
   tables.Squadrons = {{"red", "USSR", "VVS", {{"r01", ""}}}};
