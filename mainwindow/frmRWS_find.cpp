@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <utility>
+
 #include "library/forms/frmFind.h"
 #include "mainwindow/frmRWS.h"
 
@@ -8,6 +11,15 @@ void frmRWS::ClickFind() {
     Find = new frmFind(session_, this);
     Find->OpenMission = [this](const std::string& path) {
       if (OpenPath(path)) activateWindow();
+    };
+    Find->CheckMissions = [this](const auto& paths) { CheckMissions(paths); };
+    Find->EditMissions = [this] {
+      auto scopes = ScopesHere();
+      // Those of the window that was used come first, what is selected before all.
+      const auto found = scopes.end() - 2;
+      std::rotate(scopes.begin(), found, scopes.end());
+      if (scopes[1].Paths.size() > 1) std::swap(scopes[0], scopes[1]);
+      EditMany(std::move(scopes));
     };
   }
   if (!Find->isVisible()) Find->LoadForm();

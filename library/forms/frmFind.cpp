@@ -30,6 +30,12 @@ void frmFind::Connect() {
   On(cmd[kStop], &QPushButton::clicked, "cmd_Click", [this] { Library->Stop(); });
   On(cmd[kOpen], &QPushButton::clicked, "cmd_Click", [this] { Open(); });
   On(cmd[kExport], &QPushButton::clicked, "cmd_Click", [this] { Export(); });
+  // One alone is selected as soon as the list is gone through; several are on purpose.
+  On(cmd[kCheck], &QPushButton::clicked, "cmd_Click", [this] {
+    const auto selected = SelectedPaths();
+    CheckMissions(selected.size() > 1 ? selected : FoundPaths());
+  });
+  On(cmd[kEdit], &QPushButton::clicked, "cmd_Click", [this] { EditMissions(); });
   connect(cmd[kClose], &QPushButton::clicked, this, &QDialog::reject);
   On(txtFolder, &QLineEdit::returnPressed, "txtFolder_KeyDown", [this] { ReadFolder(); });
   On(chkBelow, &QCheckBox::clicked, "chkBelow_Click", [this] { ReadFolder(); });
@@ -145,7 +151,8 @@ void frmFind::ShowFound() {
   qryFind->SetMessage(fault ? QString::fromStdString(fault->Text) : Query->LookingText(),
                       fault.has_value());
   qryFind->SetCount(CountText(Table->Shown().size(), Library->Index().Missions()));
-  cmd[kExport]->setEnabled(!Table->Shown().empty());
+  for (const Command command : {kExport, kCheck, kEdit})
+    cmd[command]->setEnabled(!Table->Shown().empty());
 }
 
 void frmFind::Fill(const std::function<void()>& fill) {

@@ -37,6 +37,9 @@ class frmFind : public Dialog {
 
   /** Opens a mission in the main window. */
   std::function<void(const std::string& path)> OpenMission = [](const std::string&) {};
+  /** Checks missions, and edits those that were found. */
+  std::function<void(const std::vector<std::string>& paths)> CheckMissions = [](const auto&) {};
+  std::function<void()> EditMissions = [] {};
 
   QLineEdit* txtFolder;
   QCheckBox* chkBelow;
@@ -53,8 +56,8 @@ class frmFind : public Dialog {
   MissionPreview* preview;
   /** How far the reading is, and what could not be read. */
   QLabel* lblState;
-  enum Command : std::size_t { kBrowse, kStop, kOpen, kExport, kClose };
-  std::array<QPushButton*, 5> cmd;
+  enum Command : std::size_t { kBrowse, kStop, kOpen, kExport, kClose, kCheck, kEdit };
+  std::array<QPushButton*, 7> cmd;
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

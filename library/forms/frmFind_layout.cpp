@@ -46,7 +46,9 @@ void frmFind::Build() {
          Button("cmd(1)", tr("&Stop"), tr("Reads no more missions")),
          Button("cmd(2)", tr("&Open"), tr("Open the folder of the mission with it selected")),
          Button("cmd(3)", tr("&Export..."), tr("Write the list to a file for other programs")),
-         Button("cmd(4)", tr("&Close"), tr("Close window and Exit"))};
+         Button("cmd(4)", tr("&Close"), tr("Close window and Exit")),
+         Button("cmd(5)", tr("Chec&k..."), tr("Check the missions found, or those selected")),
+         Button("cmd(6)", tr("Edit &Many..."), tr("Edit the missions found, or those selected"))};
   for (auto* button : cmd) button->setAutoDefault(false);
   PlaceControls();
 }
@@ -100,13 +102,14 @@ void frmFind::PlaceControls() {
   whole->addWidget(parts_, 1);
   auto* below = new QHBoxLayout;
   below->addWidget(lblState, 1);
-  for (const Command command : {kStop, kOpen, kExport, kClose}) below->addWidget(cmd[command]);
+  for (const Command command : {kStop, kOpen, kCheck, kEdit, kExport, kClose})
+    below->addWidget(cmd[command]);
   whole->addLayout(below);
   setWindowFlag(Qt::WindowMaximizeButtonHint);
   setWindowFlag(Qt::WindowMinimizeButtonHint);
   TabOrder({txtFolder, cmd[kBrowse], chkBelow, qryFind->txtQuery, cmdRecent, lstFound,
-            preview->txtBriefing, preview->lstFlights, cmd[kStop], cmd[kOpen], cmd[kExport],
-            cmd[kClose]});
+            preview->txtBriefing, preview->lstFlights, cmd[kStop], cmd[kOpen], cmd[kCheck],
+            cmd[kEdit], cmd[kExport], cmd[kClose]});
   const int width = fontMetrics().averageCharWidth() * kLetters;
   parts_->setSizes({width * 2 / 3, width / 3});
   resize(width, fontMetrics().height() * kLines);

@@ -2,6 +2,8 @@
 
 #include "library/forms/frmFind.h"
 #include "tests/mainwindow/unsaved_fixture.h"
+#include "tools/frmCheck.h"
+#include "tools/frmEditMany.h"
 
 namespace rws::test {
 namespace {
@@ -138,6 +140,29 @@ TEST_F(FindTest, EscapeEmptiesTheLineAndThenCloses) {
   EXPECT_EQ(Form->FoundPaths().size(), 4U);
   PressIn(Form->qryFind->txtQuery, Qt::Key_Escape);
   EXPECT_FALSE(Form->isVisible());
+}
+
+TEST_F(FindTest, HandsOnWhatWasFoundOrSelected) {
+  std::vector<std::string> first;
+  Window->Popups.ShowDialog = [&](QDialog& dialog) {
+    const auto& scope = dynamic_cast<frmEditMany&>(dialog).Scopes[0];
+    first.push_back(scope.Caption + ":" + std::to_string(scope.Paths.size()));
+  };
+  EXPECT_EQ(Found("flights:<4"), "missions/b.mis|missions/c.mis|missions/Net/Coop/deep.mis");
+  Click(Form->cmd[frmFind::kEdit]);
+  Form->lstFound->SelectOnly(0);
+  Click(Form->cmd[frmFind::kEdit]);
+  Form->lstFound->selectAll();
+  Click(Form->cmd[frmFind::kEdit]);
+  EXPECT_EQ(Joined(first),
+            "Missions found by Find Missions:3|Missions found by Find Missions:3|"
+            "Missions selected in Find Missions:3");
+  Click(Form->cmd[frmFind::kCheck]);
+  const auto* check = Window->findChild<frmCheck*>();
+  ASSERT_NE(check, nullptr);
+  EXPECT_TRUE(check->isVisible());
+  EXPECT_EQ(Found("map:nowhere"), "");
+  EXPECT_FALSE(Form->cmd[frmFind::kCheck]->isEnabled());
 }
 
 }  // namespace

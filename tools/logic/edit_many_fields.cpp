@@ -120,10 +120,8 @@ std::vector<std::pair<std::string, std::string>> LoadoutsFor(const Catalogues& t
         (flights == ManyFlights::Class && EqualNoCase(aircraft.Class, Trim(chosen))) ||
         (flights == ManyFlights::Aircraft && EqualNoCase(Trim(aircraft.Name), Trim(chosen)));
     if (!isChosen) continue;
-    for (const auto& entry : aircraft.Weapons) {
-      const auto parts = SplitAt(entry, ',');
-      if (parts.size() > 1 && !parts[1].empty()) loadouts.emplace_back(parts[0], parts[1]);
-    }
+    for (const auto& [text, key] : aircraft.Weapons)
+      if (key && !key->empty()) loadouts.emplace_back(text, *key);
     return loadouts;
   }
   return {{"Default", "default"}, {"Empty", "none"}};
