@@ -220,7 +220,8 @@ class Applying {
           WriteMissionFile(services, made.Mission.Doc.Missions[0], made.Lines, rules, &reason);
     };
     Trap(write, [&](const Fault& caught) {
-      report_.Stopped = path + ": " + (reason.empty() ? caught.Text : reason);
+      if (reason.empty()) reason = caught.Text;
+      report_.Stopped = path + ": " + reason;
       ResumeNext([&] { isWritten = services.Files.ReadFile(path) == made.Lines.FileText(); });
     });
     if (!isWritten) report_.Left.push_back({path, reason});

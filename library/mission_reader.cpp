@@ -24,13 +24,6 @@ constexpr std::uint64_t kMostBriefing = 1024 * 1024;
 /** A text beyond it leaves no memory behind for the next ones. */
 constexpr std::size_t kUsualMission = 4 * 1024 * 1024;
 
-/** A path without links in any of its parts, so that one folder has one. */
-std::string RealPath(const FileSystem& files, const std::string& path) {
-  const std::string parent = GetParentFolderName(path);
-  if (parent.empty() || parent == path) return path;
-  return files.FollowLinks(BuildPath(RealPath(files, parent), GetFileName(path)));
-}
-
 std::vector<std::string> Fragments(const std::string& excluded) {
   std::vector<std::string> fragments;
   const std::string folded = FoldName(excluded);
@@ -89,7 +82,7 @@ class MissionReader::Worker {
 
   void List(Task task) {
     if (task.What == Task::ListRoot) {
-      task.Real = RealPath(files_, files_.GetAbsolutePathName(task.Folder));
+      task.Real = files_.RealPath(files_.GetAbsolutePathName(task.Folder));
       const std::lock_guard lock(reader_.mutex_);
       if (!task.For->Seen.insert(task.Real).second) return;
     }

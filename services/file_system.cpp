@@ -144,6 +144,12 @@ std::string FileSystem::FollowLinks(const std::string& path) const {
   return os::FollowLinks(Resolve(path));
 }
 
+std::string FileSystem::RealPath(const std::string& path) const {
+  const std::string parent = GetParentFolderName(path);
+  if (parent.empty() || parent == path) return path;
+  return FollowLinks(BuildPath(RealPath(parent), GetFileName(path)));
+}
+
 std::string FileSystem::ProgramFile() const { return os::ProgramFile(); }
 
 std::string FileSystem::UserDataFolder() const { return os::UserDataFolder(); }

@@ -80,6 +80,8 @@ class FileSystem {
   std::string Resolve(const std::string& path) const;
   /** The file that `path` leads to when it is a link; else its spelling on disk. */
   std::string FollowLinks(const std::string& path) const;
+  /** `path` without links in any of its parts, so that one file or folder has one. */
+  std::string RealPath(const std::string& path) const;
   /** The running program's own file, also when it was called through the search path or a link; ""
       where the system does not tell. */
   std::string ProgramFile() const;

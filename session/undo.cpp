@@ -159,8 +159,25 @@ std::string Missing(Session& session, const std::vector<Turn>& turns) {
   return "";
 }
 
+/** Missions in memory whose files a step has written are to be read anew, unless they have edits;
+    also those that lead to such a file by a link. */
+void MakeWrittenUnread(Session& session, const Step& step) {
+  const Document& doc = session.Doc;
+  const FileSystem& files = session.Services.Files;
+  std::unordered_set<std::string> written;
+  for (const auto& file : step.Files)
+    if (file.What != FileChange::Moved) written.insert({file.Path, files.RealPath(file.Path)});
+  if (written.empty()) return;
+  for (std::size_t mission = 0; mission < doc.MissionFiles.size(); ++mission) {
+    const std::string& path = doc.MissionFiles[mission];
+    const bool isWritten = written.contains(path) ||
+                           (doc.Missions[mission].Loaded && written.contains(files.RealPath(path)));
+    if (isWritten && !IsUnsaved(session, mission)) MakeUnread(session, mission);
+  }
+}
+
 /** Lists what the files of a step have become. A mission that the step takes away goes with its
-    edits; one whose file it has written is read anew, unless it has edits. */
+    edits. */
 void FollowFiles(Session& session, const Step& step, const std::vector<Turn>& turns, bool undo) {
   Document& doc = session.Doc;
   const auto forget = [&](const std::string& path) {
@@ -174,12 +191,7 @@ void FollowFiles(Session& session, const Step& step, const std::vector<Turn>& tu
     for (auto& [from, to] : moves) std::swap(from, to);
   NoteMoved(session, moves);
   MoveRows(doc, moves);
-  std::unordered_set<std::string> written;
-  for (const auto& file : step.Files)
-    if (file.What != FileChange::Moved) written.insert(file.Path);
-  for (std::size_t mission = 0; mission < doc.MissionFiles.size(); ++mission)
-    if (written.contains(doc.MissionFiles[mission]) && !IsUnsaved(session, mission))
-      MakeUnread(session, mission);
+  MakeWrittenUnread(session, step);
   RelistFolder(session);
 }
 

@@ -38,12 +38,16 @@ class Keeping {
   FileChange kept_;
 };
 
-/** Those in memory show what stands in their files now. */
+/** Those in memory show what stands in their files now, by whatever way these were reached. */
 void RereadDone(Session& session, const EditReport& report) {
-  const std::unordered_set<std::string> done(report.Done.begin(), report.Done.end());
+  if (report.Done.empty()) return;
+  const FileSystem& files = session.Services.Files;
+  std::unordered_set<std::string> done;
+  for (const auto& path : report.Done) done.insert(files.RealPath(path));
   const Document& doc = session.Doc;
   for (std::size_t i = 0; i < doc.MissionFiles.size() && i < doc.Missions.size(); ++i)
-    if (doc.Missions[i].Loaded && done.contains(doc.MissionFiles[i])) Reread(session, i);
+    if (doc.Missions[i].Loaded && done.contains(files.RealPath(doc.MissionFiles[i])))
+      Reread(session, i);
 }
 
 }  // namespace
@@ -62,10 +66,10 @@ EditHooks EditHooksOf(const Session& session, TellWork going) {
   hooks.Going = std::move(going);
   std::unordered_set<std::string> unsaved;
   for (const auto& path : UnsavedMissions(session))
-    unsaved.insert(session.Services.Files.FollowLinks(path));
+    unsaved.insert(session.Services.Files.RealPath(path));
   hooks.Refuses = [&session, unsaved = std::move(unsaved)](const std::string& path) {
     const bool isUnsaved =
-        !unsaved.empty() && unsaved.contains(session.Services.Files.FollowLinks(path));
+        !unsaved.empty() && unsaved.contains(session.Services.Files.RealPath(path));
     return std::string(isUnsaved ? "it has unsaved edits" : "");
   };
   return hooks;

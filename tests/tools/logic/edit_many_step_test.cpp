@@ -2,10 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "services/text.h"
 #include "session/file_store.h"
 #include "session/recording.h"
 #include "tests/support/failing_step.h"
+#include "tests/support/places.h"
 #include "tests/support/session_desk.h"
 
 namespace rws {
@@ -72,6 +75,23 @@ TEST_F(EditManyStep, LeavesOutWhatIsUnsaved) {
   EXPECT_EQ(desk_.State("a"), "70,100,100/2^100*!");
   desk_.Run("undo undo");
   EXPECT_EQ(desk_.State("a"), "100,100,100/2^100");
+}
+
+TEST_F(EditManyStep, KnowsAFileByEachOfItsNames) {
+  if (!test::kPosixFiles) GTEST_SKIP() << test::kNeedsPosixFiles;
+  desk_.Box.Remove("in/c.mis");
+  desk_.Box.Link("in/c.mis", "in/a.mis");
+  std::filesystem::create_directory_symlink(test::ToFsPath(desk_.Box.Path("in")),
+                                            test::ToFsPath(desk_.Box.Path("other")));
+  desk_.Run("reread go=c go=a go=b fuel0=70");
+  paths_ = {desk_.Box.Path("other/a.mis"), desk_.Box.Path("other/b.mis")};
+  const EditReport report = Apply();
+  EXPECT_EQ(EndText(report), "1 done, 1 left out");
+  EXPECT_EQ(report.Left[0].Reason, "it has unsaved edits");
+  for (const char* name : {"a", "c"}) EXPECT_EQ(desk_.State(name), "100,50,100/2^100") << name;
+  desk_.Run("undo go=a go=c");
+  for (const char* name : {"a", "c"}) EXPECT_EQ(desk_.State(name), "100,100,100/2^100") << name;
+  EXPECT_EQ(desk_.State("b"), "70,100,100/2^100*!");
 }
 
 TEST_F(EditManyStep, TakesBackEachFileThatNobodyHasChangedSince) {
