@@ -283,6 +283,8 @@ void frmCheck::GoToCurrent(bool alsoElsewhere) {
   // Showing a mission may check it anew.
   const Finding* const finding = Model.FindingAt(row);
   const Finding copy = finding ? *finding : Finding();
+  // A folder that could not be listed is no place to go to.
+  if (copy.Kind == "unreadable" && !services_.Files.FileExists(path)) return;
   GoTo(path, finding ? &copy : nullptr);
   EnableCommands();
 }

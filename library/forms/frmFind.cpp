@@ -121,7 +121,8 @@ void frmFind::ReadFolder() {
   const std::string folder = ToPath(txtFolder->text());
   WriteSetting(services_.Settings, setting::FindFolder, folder);
   WriteSetting(services_.Settings, setting::FindBelow, chkBelow->isChecked() ? "True" : "False");
-  Library->ReadFolder(folder, chkBelow->isChecked());
+  // What the list leaves out could not be shown in it.
+  Library->ReadFolder(folder, chkBelow->isChecked(), session_.Doc.ExcludedNames);
   ShowState();
 }
 

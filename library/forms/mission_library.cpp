@@ -78,10 +78,11 @@ void MissionLibrary::Follow(const std::vector<std::string>& paths, const std::st
   if (!paths_.empty()) Work();
 }
 
-void MissionLibrary::ReadFolder(const std::string& folder, bool tree) {
+void MissionLibrary::ReadFolder(const std::string& folder, bool tree, const std::string& excluded) {
   Begin();
   ReadRequest request{{folder}};
   request.Tree = tree;
+  request.Excluded = excluded;
   Reader().Add(std::move(request));
   Work();
 }

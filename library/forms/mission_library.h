@@ -30,7 +30,7 @@ class MissionLibrary : public QObject {
   void Follow(const std::vector<std::string>& paths, const std::string& excluded = {});
   /** From now on all missions that are found in a folder, and in the folders below it. Begins
       anew. */
-  void ReadFolder(const std::string& folder, bool tree);
+  void ReadFolder(const std::string& folder, bool tree, const std::string& excluded = {});
   /** Reads a mission once more, or its briefing, when it is one of those. */
   void ReadAgain(const std::string& path);
   /** Reads no more. Of missions that are not read only the names are known. */

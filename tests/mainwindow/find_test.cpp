@@ -142,6 +142,13 @@ TEST_F(FindTest, EscapeEmptiesTheLineAndThenCloses) {
   EXPECT_FALSE(Form->isVisible());
 }
 
+TEST_F(FindTest, LeavesOutWhatTheListLeavesOut) {
+  Doc().ExcludedNames = "DEEP";
+  PressIn(Form->txtFolder, Qt::Key_Return);
+  ReadAll();
+  EXPECT_EQ(Found(""), "missions/a.mis|missions/b.mis|missions/c.mis");
+}
+
 TEST_F(FindTest, HandsOnWhatWasFoundOrSelected) {
   std::vector<std::string> first;
   Window->Popups.ShowDialog = [&](QDialog& dialog) {
