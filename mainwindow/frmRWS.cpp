@@ -25,7 +25,10 @@ frmRWS::frmRWS(Session& session) : session_(session) {
   Connect();
 }
 
-frmRWS::~frmRWS() = default;
+frmRWS::~frmRWS() {
+  // Closing moves the focus, of which only a whole window may be told.
+  disconnect(qApp, nullptr, this, nullptr);
+}
 
 void frmRWS::ConnectDocument() {
   WindowSeam& window = session_.Services.Window;
