@@ -1,5 +1,7 @@
 #include <windows.h>
 
+#include <cstdio>
+
 #include "tests/support/run_cli.h"
 #include "tests/support/sandbox.h"
 
@@ -20,6 +22,23 @@ HANDLE OpenInherited(const std::string& path) {
                        CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
+/* Under Wine, on a machine with much to do, a program now and then does not start. That is not what
+   is tested here: it is started again, and each failure is told. */
+bool StartProgram(const std::wstring& command, const std::string& folder, STARTUPINFOW start,
+                  PROCESS_INFORMATION& process) {
+  constexpr int kTries = 5;
+  for (int i = 0; i < kTries; ++i) {
+    std::wstring line = command;  // the call may write into it
+    if (::CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                         ToFsPath(folder).c_str(), &start, &process)) {
+      return true;
+    }
+    std::fprintf(stderr, "a program did not start: error %lu\n", ::GetLastError());
+    ::Sleep(100);
+  }
+  return false;
+}
+
 }  // namespace
 
 int RunCli(const std::string& folder, const std::string& arguments, const std::string& program) {
@@ -28,11 +47,10 @@ int RunCli(const std::string& folder, const std::string& arguments, const std::s
   start.dwFlags = STARTF_USESTDHANDLES;
   start.hStdOutput = OpenInherited(folder + "\\out.txt");
   start.hStdError = OpenInherited(folder + "\\err.txt");
-  std::wstring command = ToFsPath("\"" + program + "\" " + arguments).wstring();
+  const std::wstring command = ToFsPath("\"" + program + "\" " + arguments).wstring();
   PROCESS_INFORMATION process{};
   DWORD code = static_cast<DWORD>(-1);
-  if (::CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr,
-                       ToFsPath(folder).c_str(), &start, &process)) {
+  if (StartProgram(command, folder, start, process)) {
     ::WaitForSingleObject(process.hProcess, INFINITE);
     ::GetExitCodeProcess(process.hProcess, &code);
     ::CloseHandle(process.hThread);
