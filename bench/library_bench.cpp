@@ -88,10 +88,7 @@ class Library {
 
   std::string Path() const { return path_.string(); }
   const std::vector<std::string>& Files() const { return files_; }
-  IndexNames Names() const {
-    const CodePage& page = Services_.Page;
-    return {MapNames(Doc_.Maps, page), AircraftNames(Tables_, page), SquadronNames(Tables_, page)};
-  }
+  IndexNames Names() const { return NamesFrom(Doc_.Maps, Tables_, Services_.Page); }
   const FileSystem& Disk() const { return Services_.Files; }
   const Services& Quiet() const { return Services_; }
 

@@ -25,8 +25,7 @@ IndexNames ReadNames(const Services& services) {
   LoadMaps(doc, services);
   LoadRegiments(tables, services);
   LoadAircraftNames(tables, services);
-  return {MapNames(doc.Maps, services.Page), AircraftNames(tables, services.Page),
-          SquadronNames(tables, services.Page)};
+  return NamesFrom(doc.Maps, tables, services.Page);
 }
 
 /** The path in one column, and those that say most. */

@@ -50,6 +50,11 @@ std::string_view WeatherWord(std::uint8_t weather) {
   return weather < kWeathers ? kWords[weather] : std::string_view();
 }
 
+IndexNames NamesFrom(const std::vector<MapRow>& maps, const Catalogues& catalogues,
+                     const CodePage& page) {
+  return {MapNames(maps, page), AircraftNames(catalogues, page), SquadronNames(catalogues, page)};
+}
+
 MissionIndex::MissionIndex(IndexNames names, const CodePage& page)
     : Maps(std::move(names.Maps), page),
       Aircraft(std::move(names.Aircraft), page),
@@ -92,16 +97,6 @@ std::size_t MissionIndex::Find(std::string_view path) const {
   return RowFor({found->second, name});
 }
 
-std::size_t MissionIndex::NewRow() {
-  if (free_.empty()) {
-    rows_.emplace_back();
-    return rows_.size() - 1;
-  }
-  const std::size_t row = free_.back();
-  free_.pop_back();
-  return row;
-}
-
 std::size_t MissionIndex::Put(const MissionFacts& facts) {
   const std::uint32_t folder = FolderNumber(facts.Folder);
   std::size_t row = RowFor({folder, facts.FileName});
@@ -110,7 +105,10 @@ std::size_t MissionIndex::Put(const MissionFacts& facts) {
     return npos;
   }
   const bool isNew = row == npos;
-  if (isNew) row = NewRow();
+  if (isNew) {
+    row = rows_.size();
+    rows_.emplace_back();
+  }
   rows_[row] = {};
   rows_[row].Folder = folder;
   Fill(rows_[row], facts);
@@ -135,13 +133,11 @@ void MissionIndex::Remove(const std::string& path) {
   byPath_.erase(byPath_.find(static_cast<std::uint32_t>(row)));
   rows_[row] = {};
   rows_[row].IsGone = true;
-  free_.push_back(static_cast<std::uint32_t>(row));
 }
 
 void MissionIndex::Clear() {
   byPath_.clear();
   rows_.clear();
-  free_.clear();
 }
 
 void MissionIndex::Fill(IndexedMission& row, const MissionFacts& facts) {

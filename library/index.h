@@ -53,7 +53,7 @@ struct IndexedMission {
   MissionFault Fault = MissionFault::None;
   bool KindGuessed = false;
   bool IsRead = false;  // else only its path is known
-  bool IsGone = false;  // the row is free
+  bool IsGone = false;  // the row is nobody's
 
   static constexpr std::uint8_t kNoWeather = UINT8_MAX;
 };
@@ -63,9 +63,11 @@ static_assert(sizeof(IndexedMission) <= 100);
 struct IndexNames {
   ShownNames Maps, Aircraft, Squadrons;
 };
+IndexNames NamesFrom(const std::vector<MapRow>& maps, const Catalogues& catalogues,
+                     const CodePage& page);
 
-/** Rows count from 0 and keep their numbers; one of a mission that has gone is used again. For one
-    thread. */
+/** Rows count from 0 and keep their numbers; that of a mission that has gone is never another's, so
+    that what is known of a row, or chosen by it, cannot pass to a stranger. For one thread. */
 class MissionIndex {
  public:
   MissionIndex(IndexNames names, const CodePage& page);
@@ -126,13 +128,11 @@ class MissionIndex {
 
   std::uint32_t FolderNumber(std::string_view folder);
   std::size_t RowFor(const PathKey& key) const;
-  std::size_t NewRow();
   void Fill(IndexedMission& row, const MissionFacts& facts);
   void FillBlock(IndexedMission& row, const MissionFacts& facts);
 
   CodePage page_;
   std::vector<IndexedMission> rows_;
-  std::vector<std::uint32_t> free_;
   std::vector<std::string> folders_;
   TextMap<std::uint32_t> folderNumbers_;
   std::unordered_set<std::uint32_t, PathHash, SamePath> byPath_;

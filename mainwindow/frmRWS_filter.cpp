@@ -21,11 +21,7 @@ void frmRWS::BuildFilter() {
   const Session& session = session_;
   Library = new MissionLibrary(
       session.Services.Page,
-      [&session] {
-        const CodePage& page = session.Services.Page;
-        return IndexNames{MapNames(session.Doc.Maps, page), AircraftNames(session.Tables, page),
-                          SquadronNames(session.Tables, page)};
-      },
+      [&session] { return NamesFrom(session.Doc.Maps, session.Tables, session.Services.Page); },
       this);
   query_ = new LibraryQuery(*Library, this);
   qryFilter = Named(new QueryBox, "qryFilter");

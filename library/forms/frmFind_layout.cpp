@@ -11,11 +11,7 @@ void frmFind::Build() {
   const Session& session = session_;
   Library = new MissionLibrary(
       services_.Page,
-      [&session] {
-        const CodePage& page = session.Services.Page;
-        return IndexNames{MapNames(session.Doc.Maps, page), AircraftNames(session.Tables, page),
-                          SquadronNames(session.Tables, page)};
-      },
+      [&session] { return NamesFrom(session.Doc.Maps, session.Tables, session.Services.Page); },
       this);
   Query = new LibraryQuery(*Library, this);
   txtFolder = Named(new QLineEdit, "txtFolder", tr("Folder"));
