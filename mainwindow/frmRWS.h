@@ -212,6 +212,7 @@ class frmRWS : public QMainWindow {
   void ShowReading();
   void ClickFind();
   void TellFind(std::size_t row);
+  void TellFindOfStep(bool isUndone);
   void StopReading();
 
   void FollowList(LeaveBy by);

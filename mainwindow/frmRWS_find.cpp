@@ -37,7 +37,17 @@ void frmRWS::TellFind(std::size_t row) {
   const std::size_t known = there.Find(path);
   if (known == MissionIndex::npos || !there[known].IsRead) return;
   if (there[known].Size != here.Size || there[known].Changed != here.Changed)
-    Find->Library->ReadAgain(path);
+    Find->Library->ReadAgain({path});
+}
+
+/** The step that was undone last, or done again, may have changed files of any folder. */
+void frmRWS::TellFindOfStep(bool isUndone) {
+  if (!Find || !Find->isVisible()) return;
+  const History& history = session_.History;
+  const auto step = static_cast<std::ptrdiff_t>(history.Done) - (isUndone ? 0 : 1);
+  std::vector<std::string> paths;
+  for (const auto& change : At(history.Steps, step).Files) paths.push_back(change.Path);
+  Find->Library->ReadAgain(paths);
 }
 
 }  // namespace rws

@@ -190,6 +190,7 @@ void frmRWS::Travel(bool back) {
   bars->Hide(kUndoBar);
   if (result.Files) {
     ShowRows();
+    TellFindOfStep(back);
     OfferHalfRenamed();
   }
   const Document& doc = session_.Doc;

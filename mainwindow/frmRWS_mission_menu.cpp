@@ -78,7 +78,7 @@ void frmRWS::ClickEditBrief() {
   };
   form.LoadForm();
   Popups.ShowDialog(form);
-  Library->ReadAgain(fields.MissionPath);
+  Library->ReadAgain({fields.MissionPath});
   EndMissionCommand(false);
 }
 

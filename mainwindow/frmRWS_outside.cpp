@@ -66,7 +66,7 @@ void frmRWS::LookAtShownFile() {
   if (!read) return ++failedLooks_ < kMostFailedLooks ? watch_->LookAgain() : void();
   failedLooks_ = 0;
   stampSeen_ = stamp;
-  if (changed) Library->ReadAgain(path);
+  if (changed) Library->ReadAgain({path});
   changed ? OfferReload(path) : bars->Hide(kReloadBar);
 }
 

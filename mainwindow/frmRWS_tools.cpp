@@ -128,11 +128,12 @@ void frmRWS::EditMany(std::vector<EditManyScope> scopes) {
   frmEditMany form(session_, this);
   form.Scopes = std::move(scopes);
   form.Step = Popups.ToolStep;
-  form.Changed = [this] {
+  form.Changed = [this](const std::vector<std::string>& paths) {
     bars->Hide(kReloadBar);
     const Document& doc = session_.Doc;
     if (!doc.MissionFiles.empty()) GoTo(At(doc.MissionFiles, doc.CurMission), doc.CurFlight);
     FollowMissions();
+    if (Find && Find->isVisible()) Find->Library->ReadAgain(paths);
     ShowHistory();
   };
   form.LoadForm();

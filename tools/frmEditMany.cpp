@@ -124,7 +124,7 @@ void frmEditMany::Apply() {
     report = ApplyAsStep(session_, Context(), Model.Plan(), going);
   });
   ShowReport(report);
-  if (Changed && !report.Done.empty()) Changed();
+  if (Changed && !report.Done.empty()) Changed(report.Done);
 }
 
 void frmEditMany::ShowReport(const EditReport& report) {

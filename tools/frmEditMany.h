@@ -38,8 +38,8 @@ class frmEditMany : public Dialog {
 
   /** The first one is chosen; those without missions are left out. */
   std::vector<EditManyScope> Scopes;
-  /** Called when missions have been written. */
-  std::function<void()> Changed;
+  /** Called with the missions that have been written, by their full paths. */
+  std::function<void(const std::vector<std::string>& paths)> Changed;
   /** Called between two missions with the dialog that can cancel. */
   std::function<void(QProgressDialog&)> Step = [](QProgressDialog&) {};
 

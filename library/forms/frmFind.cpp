@@ -75,7 +75,10 @@ void frmFind::ConnectTable() {
   On(lstFound, &QTreeView::doubleClicked, "lstFound_DblClick",
      [this](const QModelIndex&) { Open(); });
   On(lstFound->selectionModel(), &QItemSelectionModel::selectionChanged, "lstFound_ItemClick",
-     [this] { previewTimer_.start(); });
+     [this] {
+       if (!isFilling_) ForgetAwaited();
+       previewTimer_.start();
+     });
   // Keys that are held down go through many missions.
   constexpr int kPreviewMilliseconds = 60;
   previewTimer_.setSingleShot(true);
@@ -121,6 +124,9 @@ void frmFind::ReadFolder() {
   const std::string folder = ToPath(txtFolder->text());
   WriteSetting(services_.Settings, setting::FindFolder, folder);
   WriteSetting(services_.Settings, setting::FindBelow, chkBelow->isChecked() ? "True" : "False");
+  // Of what is awaited from the last time some may be missing yet.
+  for (auto& path : SelectedPaths()) awaited_.push_back(std::move(path));
+  if (const std::string path = CurrentPath(); !path.empty()) awaitedCurrent_ = path;
   // What the list leaves out could not be shown in it.
   Library->ReadFolder(folder, chkBelow->isChecked(), session_.Doc.ExcludedNames);
   ShowState();
@@ -134,6 +140,11 @@ void frmFind::ShowState() {
     parts << Library->ProgressText();
   else
     parts << tr("%1 missions").arg(FromPath(GroupedNumber(Library->Index().Missions())));
+  const auto& gone = Library->Gone();
+  if (gone.size() == 1)
+    parts << tr("\"%1\" is gone").arg(FromPath(gone[0]));
+  else if (!gone.empty())
+    parts << tr("%1 missions are gone").arg(FromPath(GroupedNumber(gone.size())));
   const auto& troubles = Library->Troubles();
   if (!troubles.empty()) {
     QStringList all;
@@ -161,14 +172,42 @@ void frmFind::Fill(const std::function<void()>& fill) {
   for (const int row : lstFound->SelectedRows())
     selected[Table->Shown()[static_cast<std::size_t>(row)]] = true;
   const int current = lstFound->CurrentRow();
-  const std::size_t currentRow =
+  std::size_t currentRow =
       current < 0 ? MissionIndex::npos : Table->Shown()[static_cast<std::size_t>(current)];
   const int scrolled = lstFound->verticalScrollBar()->value();
+  isFilling_ = true;
   fill();
+  const bool isBack = TakeAwaited(selected, currentRow);
   SelectRows(selected, currentRow);
-  lstFound->verticalScrollBar()->setValue(scrolled);
+  isFilling_ = false;
+  if (!Library->IsBusy()) ForgetAwaited();
+  if (isBack)
+    lstFound->scrollTo(lstFound->currentIndex(), QAbstractItemView::PositionAtCenter);
+  else
+    lstFound->verticalScrollBar()->setValue(scrolled);
   ShowFound();
   previewTimer_.start();
+}
+
+bool frmFind::TakeAwaited(std::vector<bool>& wanted, std::size_t& current) {
+  if (awaited_.empty() && awaitedCurrent_.empty()) return false;
+  const MissionIndex& index = Library->Index();
+  wanted.resize(index.size());
+  std::erase_if(awaited_, [&](const std::string& path) {
+    const std::size_t row = index.Find(path);
+    if (row != MissionIndex::npos) wanted[row] = true;
+    return row != MissionIndex::npos;
+  });
+  const std::size_t lit = index.Find(awaitedCurrent_);
+  if (lit == MissionIndex::npos) return false;
+  awaitedCurrent_.clear();
+  current = lit;
+  return true;
+}
+
+void frmFind::ForgetAwaited() {
+  awaited_.clear();
+  awaitedCurrent_.clear();
 }
 
 void frmFind::SelectRows(const std::vector<bool>& wanted, std::size_t current) {
@@ -220,6 +259,8 @@ void frmFind::Open() {
   const auto paths = SelectedPaths();
   if (paths.size() != 1) return;
   RememberQuery();
+  // Read again it goes from the list, and that is told here.
+  if (!services_.Files.FileExists(paths.front())) return Library->ReadAgain(paths);
   OpenMission(paths.front());
 }
 
@@ -245,6 +286,12 @@ std::vector<std::string> frmFind::FoundPaths() const {
   std::vector<std::string> paths;
   for (const auto row : Table->Shown()) paths.push_back(Library->Index().Path(row));
   return paths;
+}
+
+std::string frmFind::CurrentPath() const {
+  const int current = lstFound->CurrentRow();
+  return current < 0 ? ""
+                     : Library->Index().Path(Table->Shown()[static_cast<std::size_t>(current)]);
 }
 
 std::vector<std::string> frmFind::SelectedPaths() const {

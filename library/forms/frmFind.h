@@ -75,6 +75,11 @@ class frmFind : public Dialog {
   void ShowFound();
   /** Fills the table anew; what was selected stays so. */
   void Fill(const std::function<void()>& fill);
+  /** Selects what was selected before the folder was read anew, as it comes; true when the mission
+      that was lit has come. */
+  bool TakeAwaited(std::vector<bool>& wanted, std::size_t& current);
+  void ForgetAwaited();
+  std::string CurrentPath() const;
   void SelectRows(const std::vector<bool>& wanted, std::size_t current);
   void ShowPreview();
   void SortByHeader(int column);
@@ -92,6 +97,10 @@ class frmFind : public Dialog {
   Session& session_;
   QSplitter* parts_;
   QTimer previewTimer_;
+  /** Paths of missions that are to be selected, and of the one to be lit. */
+  std::vector<std::string> awaited_;
+  std::string awaitedCurrent_;
+  bool isFilling_ = false;
 };
 
 }  // namespace rws

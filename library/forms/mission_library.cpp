@@ -48,6 +48,7 @@ MissionReader& MissionLibrary::Reader() {
 void MissionLibrary::Begin() {
   if (reader_) reader_->Stop();
   troubles_.clear();
+  gone_.clear();
   rows_.clear();
   paths_.clear();
   index_ = std::make_unique<MissionIndex>(names_(), page_);
@@ -87,9 +88,12 @@ void MissionLibrary::ReadFolder(const std::string& folder, bool tree, const std:
   Work();
 }
 
-void MissionLibrary::ReadAgain(const std::string& path) {
-  if (index_->Find(path) == MissionIndex::npos) return;
-  Reader().Add({{}, {path}});
+void MissionLibrary::ReadAgain(const std::vector<std::string>& paths) {
+  ReadRequest request;
+  for (const auto& path : paths)
+    if (index_->Find(path) != MissionIndex::npos) request.Files.push_back(path);
+  if (request.Files.empty()) return;
+  Reader().Add(std::move(request));
   Work();
 }
 
@@ -183,9 +187,9 @@ void MissionLibrary::Put(const MissionFacts& facts) {
   changed_ = true;
   const std::size_t row = index_->Put(facts);
   if (row != MissionIndex::npos) return MissionRead(row);
-  if (paths_.empty()) return;
-  // Gone from the disk, it is still listed; its row may be another mission's from now on.
-  const std::string path = BuildPath(facts.Folder, facts.FileName);
+  std::string path = BuildPath(facts.Folder, facts.FileName);
+  if (paths_.empty()) return gone_.push_back(std::move(path));
+  // Gone from the disk, it is still listed; its row is nobody's from now on.
   const auto listed = std::find(paths_.begin(), paths_.end(), path);
   if (listed != paths_.end())
     rows_[static_cast<std::size_t>(listed - paths_.begin())] = index_->AddUnread(path);

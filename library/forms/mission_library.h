@@ -31,8 +31,8 @@ class MissionLibrary : public QObject {
   /** From now on all missions that are found in a folder, and in the folders below it. Begins
       anew. */
   void ReadFolder(const std::string& folder, bool tree, const std::string& excluded = {});
-  /** Reads a mission once more, or its briefing, when it is one of those. */
-  void ReadAgain(const std::string& path);
+  /** Reads missions once more, and their briefings; of the paths only those that it has. */
+  void ReadAgain(const std::vector<std::string>& paths);
   /** Reads no more. Of missions that are not read only the names are known. */
   void Stop();
 
@@ -44,6 +44,8 @@ class MissionLibrary : public QObject {
   QString ProgressText() const;
   /** Folders that could not be listed, with the reason. */
   const std::vector<std::string>& Troubles() const { return troubles_; }
+  /** Missions of `ReadFolder` that were gone when they were to be read. */
+  const std::vector<std::string>& Gone() const { return gone_; }
 
   const MissionIndex& Index() const { return *index_; }
   /** The row of a mission by its place among the paths that are followed; `npos` as long as it is
@@ -76,7 +78,7 @@ class MissionLibrary : public QObject {
   std::function<IndexNames()> names_;
   FileSystem files_;
   std::unique_ptr<MissionIndex> index_;
-  std::vector<std::string> paths_, toRead_, troubles_;
+  std::vector<std::string> paths_, toRead_, troubles_, gone_;
   std::vector<std::size_t> rows_;  // by path
   std::string excluded_;
   std::size_t lookedAt_ = 0;

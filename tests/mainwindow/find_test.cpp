@@ -142,6 +142,50 @@ TEST_F(FindTest, EscapeEmptiesTheLineAndThenCloses) {
   EXPECT_FALSE(Form->isVisible());
 }
 
+TEST_F(FindTest, KeepsTheSelectionWhenTheFolderIsReadAnew) {
+  Form->lstFound->SelectSeveral({1, 3}, 3);
+  const auto selected = Form->SelectedPaths();
+  PressIn(Form->txtFolder, Qt::Key_Return);
+  ReadAll();
+  EXPECT_EQ(Form->SelectedPaths(), selected);
+  EXPECT_EQ(Form->lstFound->CurrentRow(), 3);
+  PressIn(Form->txtFolder, Qt::Key_Return);
+  Form->chkBelow->click();
+  ReadAll();
+  EXPECT_EQ(Form->SelectedPaths(), std::vector<std::string>{selected[0]});
+}
+
+TEST_F(FindTest, TellsOfAMissionThatIsGone) {
+  Found("bridge");
+  Form->lstFound->SelectOnly(0);
+  const std::string path = Form->SelectedPaths()[0];
+  Box.Remove("missions/Net/Coop/deep.mis");
+  PressIn(Form->lstFound, Qt::Key_Return);
+  ReadAll();
+  EXPECT_EQ(Shown(), "a");
+  EXPECT_EQ(Found(""), "missions/a.mis|missions/b.mis|missions/c.mis");
+  EXPECT_EQ(Form->lblState->text(), "3 missions; \"" + QString::fromStdString(path) + "\" is gone");
+  PressIn(Form->txtFolder, Qt::Key_Return);
+  ReadAll();
+  EXPECT_EQ(Form->lblState->text(), "3 missions");
+}
+
+TEST_F(FindTest, ShowsWhatAnEditOfManyAndItsUndoMadeElsewhere) {
+  Window->Popups.ShowDialog = [&](QDialog& dialog) {
+    auto& form = dynamic_cast<frmEditMany&>(dialog);
+    form.Rows()[0]->SetRow({0, "5", ManyFlights::All, ""});
+    Click(form.cmdPreview);
+    Click(form.cmd[frmEditMany::kApply]);
+  };
+  Found("bridge");
+  Click(Form->cmd[frmFind::kEdit]);
+  ReadAll();
+  EXPECT_EQ(Found("weather:rain"), "missions/Net/Coop/deep.mis");
+  EXPECT_EQ(Undo(), "Edit of 1 mission");
+  ReadAll();
+  EXPECT_EQ(Found("weather:rain"), "");
+}
+
 TEST_F(FindTest, LeavesOutWhatTheListLeavesOut) {
   Doc().ExcludedNames = "DEEP";
   PressIn(Form->txtFolder, Qt::Key_Return);

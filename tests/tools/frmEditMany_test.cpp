@@ -40,7 +40,7 @@ struct EditManyForm : FormTest<frmEditMany> {
     NoteRead(W, 0);
     Open([this](frmEditMany& form) {
       form.Scopes = {{"none", {}}, {"Missions of this folder", paths_}, {"one", {paths_[1]}}};
-      form.Changed = [this] { ++changed_; };
+      form.Changed = [this](const auto& paths) { changed_ += paths.empty() ? 0 : 1; };
     });
   }
   /** Chooses the field of a row by its caption. */
