@@ -115,12 +115,22 @@ void CheckSkills(Checking& check, const WingFlight& flight) {
                "Some planes have no skill: the game makes them average.");
 }
 
+/** Told once of each, however many planes have it; `folder` is that of the plane's skins. */
 void CheckPicture(Checking& check, const FindingPlace& place, std::string_view what,
-                  std::string_view value, GameFiles::Has has) {
+                  std::string_view value, std::string_view folder, GameFiles::Has has) {
   if (has != GameFiles::Has::No || EqualNoCase(value, "default")) return;
-  check.Tell(Severity::Warning, what, place,
-             "The game's folders have no " + std::string(what == "nose-art" ? "nose art" : what) +
-                 " " + check.Quoted(value) + ".");
+  const std::string text = "The game's folders have no " +
+                           std::string(what == "nose-art" ? "nose art" : what) + " " +
+                           check.Quoted(value);
+  // Each kind of aircraft has skins of its own.
+  auto& missing = check.Missing[text + (what == "skin" ? std::string(folder) : "")];
+  if (++missing.Planes == 1) {
+    missing.Finding = check.Findings.size();
+    check.Tell(Severity::Warning, what, place, text + ".");
+  } else {
+    check.Findings[missing.Finding].Text =
+        text + ", which " + std::to_string(missing.Planes) + " planes have.";
+  }
 }
 
 void CheckPictures(Checking& check, const WingFlight& flight, int plane) {
@@ -137,7 +147,9 @@ void CheckPictures(Checking& check, const WingFlight& flight, int plane) {
                  "The name " + check.Quoted(*value.Value) + " has fewer than 4 letters" +
                      std::string(kDropped));
     else if (plane < flight.Planes)
-      CheckPicture(check, place, kind, *value.Value, has(utf8(*value.Value)));
+      CheckPicture(check, place, kind, *value.Value,
+                   flight.Plane ? flight.Plane->SkinFolder : std::string_view(),
+                   has(utf8(*value.Value)));
   };
   const std::string& game = check.GamePath;
   look("skin", "skin", false, [&](const std::string& file) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -49,6 +50,13 @@ class Checking {
   /** Lines of home bases. */
   const std::vector<std::size_t> Bases;
   std::vector<Finding> Findings;
+
+  /** A picture that is missing, and how many planes have it. */
+  struct MissingPicture {
+    std::size_t Finding = 0;  // the place of the one finding that tells of it
+    std::size_t Planes = 0;
+  };
+  std::map<std::string, MissingPicture> Missing;
 
   Finding& Tell(Severity severity, std::string_view kind, const FindingPlace& place,
                 std::string text);
