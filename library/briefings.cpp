@@ -94,19 +94,23 @@ std::vector<ListedMission> ListedMissions(const std::vector<FolderEntry>& entrie
   return missions;
 }
 
-std::optional<Briefing> BriefingOf(const FileSystem& files, const std::string& mission) {
+std::string BriefingFileOf(const FileSystem& files, const std::string& mission) {
   const std::string folder = GetParentFolderName(mission), name = GetFileName(mission);
-  std::string file = name.substr(0, std::max(name.size(), kMission.size()) - kMission.size()) +
-                     std::string(kBriefing);
+  const std::string own = name.substr(0, std::max(name.size(), kMission.size()) - kMission.size()) +
+                          std::string(kBriefing);
   // Most have it under their own spelling; only for others all names are gone through.
-  const FileStamp own = files.Stamp(BuildPath(folder, file));
-  if (!own.Exists) {
-    file.clear();
-    for (const auto& listed : ListedMissions(files.ListFolder(folder)))
-      if (listed.Name == name) file = listed.Briefing;
-  }
+  const std::string found = files.Resolve(BuildPath(folder, own));
+  if (GetFileName(found) == own && files.Stamp(found).Exists) return own;
+  for (const auto& listed : ListedMissions(files.ListFolder(folder)))
+    if (listed.Name == name) return listed.Briefing;
+  return "";
+}
+
+std::optional<Briefing> BriefingOf(const FileSystem& files, const std::string& mission) {
+  const std::string file = BriefingFileOf(files, mission);
   if (file.empty()) return {};
-  return ParseBriefing(files.ReadFile(BuildPath(folder, file), kMostBriefing));
+  return ParseBriefing(
+      files.ReadFile(BuildPath(GetParentFolderName(mission), file), kMostBriefing));
 }
 
 }  // namespace rws

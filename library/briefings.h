@@ -22,6 +22,9 @@ bool IsMissionName(const std::string& name);
     first in sorted order of those for a language, "NAME_ru.properties". */
 std::vector<ListedMission> ListedMissions(const std::vector<FolderEntry>& entries);
 
+/** The name of the file with a mission's briefing, "" for none; without the folder. */
+std::string BriefingFileOf(const FileSystem& files, const std::string& mission);
+
 /** The whole briefing of a mission; nothing where it has none. One that cannot be read is a fault.
  */
 std::optional<Briefing> BriefingOf(const FileSystem& files, const std::string& mission);

@@ -1,6 +1,6 @@
 #include "tools/logic/shown_check.h"
 
-#include <algorithm>
+#include <map>
 #include <utility>
 
 #include "library/briefings.h"
@@ -32,12 +32,21 @@ LineArray LinesOf(const Session& session, std::size_t index, const ShownValues& 
   return std::move(mission.KeepsLines ? pending.Kept : pending.Anew);
 }
 
-std::string BriefingOf(const Services& services, const Mission& mission) {
+/** Why some of the sets cannot be done, by their places. */
+std::map<std::size_t, std::string> NotMended(const EditOutcome& edited,
+                                             const std::vector<Assignment>& sets) {
+  std::map<std::size_t, std::string> reasons;
+  for (const auto& refused : edited.Refused)
+    reasons.emplace(refused.Place.Set, refused.Place.Text + ": " + refused.Reason);
+  for (std::size_t i = 0; i < sets.size(); ++i)
+    if (edited.Named[i] != 1) reasons.emplace(i, sets[i].Text);
+  return reasons;
+}
+
+/** "" for a folder that cannot be listed, too. */
+std::string BriefingName(const Services& services, const std::string& path) {
   std::string briefing;
-  ResumeNext([&] {
-    for (const auto& listed : ListedMissions(services.Files.ListFolder(mission.DirPath)))
-      if (listed.Name == mission.FileName) briefing = listed.Briefing;
-  });
+  ResumeNext([&] { briefing = BriefingFileOf(services.Files, path); });
   return briefing;
 }
 
@@ -59,7 +68,7 @@ CheckedMission CheckShown(const Session& session, const CheckTables& tables, Gam
       [&] {
         MissionToCheck wanted{checked.Path, LinesOf(session, mission, shown),
                               KindOfFolder(record.DirPath), false,
-                              BriefingOf(session.Services, record)};
+                              BriefingName(session.Services, checked.Path)};
         wanted.KindGuessed = wanted.Kind == MissionKind::Unknown;
         if (wanted.KindGuessed) {
           MissionFacts facts;
@@ -75,22 +84,26 @@ CheckedMission CheckShown(const Session& session, const CheckTables& tables, Gam
 MendOutcome MendShown(Session& session, const std::vector<Finding>& findings) {
   MendOutcome outcome;
   const EditRules rules{session.Tables, session.Services, true};
+  std::vector<Assignment> sets;
+  for (const auto& finding : findings)
+    if (finding.Mend) sets.push_back(*finding.Mend);
   CloseStep(session);
   Edit(session, kMend, [&] {
     Mission& mission = CurrentMission(session);
-    for (const auto& finding : findings) {
-      if (!finding.Mend) continue;
-      // A copy, since what fails half way is of no use.
+    while (!sets.empty()) {
+      // A copy of all, since what fails half way is of no use.
       Mission mended = mission;
-      EditOutcome edited = EditMission(mended, {{*finding.Mend}, {}}, rules);
-      const bool isNamed = !edited.Named.empty() && edited.Named[0] == 1;
-      if (edited.Faults.empty() && isNamed) {
+      const EditOutcome edited = EditMission(mended, {sets, {}}, rules);
+      const auto reasons = NotMended(edited, sets);
+      if (reasons.empty()) {
         mission = std::move(mended);
-        ++outcome.Mended;
-      } else {
-        const std::string fault = edited.Faults.empty() ? finding.Mend->Text : edited.Faults[0];
-        outcome.Faults.push_back(session.Services.Page.ToUtf8(fault));
+        outcome.Mended = sets.size();
+        break;
       }
+      for (auto reason = reasons.rbegin(); reason != reasons.rend(); ++reason)
+        sets.erase(sets.begin() + static_cast<std::ptrdiff_t>(reason->first));
+      for (const auto& [set, reason] : reasons)
+        outcome.Faults.push_back(session.Services.Page.ToUtf8(reason));
     }
   });
   CloseStep(session);
