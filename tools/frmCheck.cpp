@@ -2,6 +2,8 @@
 
 #include <QElapsedTimer>
 #include <algorithm>
+#include <chrono>
+#include <unordered_set>
 #include <utility>
 
 #include "controls/list_colors.h"
@@ -11,6 +13,7 @@
 #include "services/paths.h"
 #include "services/pickers.h"
 #include "services/text.h"
+#include "services/work.h"
 #include "session/current.h"
 #include "session/recording.h"
 #include "tools/logic/shown_check.h"
@@ -110,7 +113,10 @@ void frmCheck::Check(Subject subject) {
   checker_.reset();
   optWhat[subject]->setChecked(true);
   Model.Clear();
-  checked_ = 0;
+  checked_ = leftOut_ = 0;
+  lastChecked_.clear();
+  prgState->hide();
+  sinceBegin_.start();
   // Pictures may have come since.
   game_ = std::make_unique<GameFiles>(services_.Files, session_.Doc.GamePath);
   if (subject == kShown) return CheckCurrent();
@@ -146,16 +152,14 @@ std::vector<CheckedMission> frmCheck::FindingsNow() {
 
 /** What has been edited since the check, here or by others, is not mended over. */
 void frmCheck::DropStale(std::vector<Finding>& findings) {
-  const auto now = FindingsNow();
-  const auto isThere = [&](const Finding& finding) {
-    if (now.empty()) return false;
-    const auto& all = now.front().Findings;
-    return std::any_of(all.begin(), all.end(), [&](const Finding& other) {
-      return other.Mend && other.Kind == finding.Kind && other.Text == finding.Text &&
-             other.Mend->Text == finding.Mend->Text;
-    });
+  const auto nameOf = [](const Finding& finding) {
+    return std::string(finding.Kind) + '\n' + finding.Text + '\n' + finding.Mend->Text;
   };
-  std::erase_if(findings, [&](const Finding& finding) { return !isThere(finding); });
+  std::unordered_set<std::string> now;
+  for (const auto& mission : FindingsNow())
+    for (const auto& finding : mission.Findings)
+      if (finding.Mend) now.insert(nameOf(finding));
+  std::erase_if(findings, [&](const Finding& finding) { return !now.contains(nameOf(finding)); });
 }
 
 /** The mission on show, whatever else is listed. */
@@ -179,13 +183,27 @@ void frmCheck::TakeResults() {
     isDone = batch.empty();
     Take(std::move(batch));
   } while (!isDone && since.elapsed() < kMostMilliseconds);
-  prgState->setRange(0, static_cast<int>(progress.Found));
-  prgState->setValue(static_cast<int>(checked_));
-  if (!isDone || !progress.Idle)
-    return ShowCounts(tr("%1 of %2 missions checked").arg(checked_).arg(progress.Found));
+  if (!isDone || !progress.Idle) return ShowProgress(progress.Found);
+  const std::size_t done = checked_ - leftOut_;
   // Each names its folder.
-  for (auto& trouble : checker_->TakeTroubles()) Model.Add({{trouble, trouble, {}}});
-  EndRun({});
+  for (auto& trouble : checker_->TakeTroubles()) {
+    Model.Add({{trouble, trouble, {}}});
+    ++leftOut_;
+  }
+  EndRun(QString::fromStdString(WorkEndText(done, leftOut_)));
+}
+
+/** In the words of all long works, but beside the list: it grows, and one can go on working. */
+void frmCheck::ShowProgress(std::size_t found) {
+  constexpr qint64 kShownAfterMilliseconds = 500;
+  prgState->setRange(0, static_cast<int>(found));
+  prgState->setValue(static_cast<int>(checked_));
+  prgState->setVisible(sinceBegin_.elapsed() >= kShownAfterMilliseconds);
+  const WorkStep step{checked_, found, {}, "Mission"};
+  QString text =
+      QString::fromStdString(WorkText(step, std::chrono::milliseconds(sinceBegin_.elapsed())));
+  if (!lastChecked_.empty()) text += tr(", %1").arg(FromPath(GetFileName(lastChecked_)));
+  ShowCounts(text);
 }
 
 void frmCheck::Take(std::vector<CheckedMission> batch) {
@@ -198,6 +216,8 @@ void frmCheck::Take(std::vector<CheckedMission> batch) {
                          isCurrent && Shown ? Shown() : ShownValues());
   }
   checked_ += batch.size();
+  for (const auto& mission : batch) leftOut_ += mission.FaultText.empty() ? 0 : 1;
+  if (!batch.empty()) lastChecked_ = batch.back().Path;
   Model.Add(std::move(batch));
 }
 
@@ -211,6 +231,7 @@ std::ptrdiff_t frmCheck::UnsavedAt(const std::string& path) const {
 void frmCheck::EndRun(const QString& how) {
   timer_.stop();
   checker_.reset();
+  prgState->hide();
   Model.Sort();
   ShowCounts(how.isEmpty() ? Counted(checked_, tr("1 mission checked"), tr("%1 missions checked"))
                            : how);
@@ -220,7 +241,6 @@ void frmCheck::EndRun(const QString& how) {
 
 void frmCheck::ShowCounts(const QString& how) {
   lblState->setText(QStringLiteral("%1: %2").arg(how, FromPath(CountsText(Model.Counts()))));
-  prgState->setVisible(checker_ != nullptr);
 }
 
 void frmCheck::Filter() {
@@ -235,7 +255,7 @@ void frmCheck::Filter() {
 
 bool frmCheck::IsShown(const std::string& path) const {
   const Document& doc = session_.Doc;
-  return !doc.Missions.empty() && rws::MissionAt(doc, path) == doc.CurMission;
+  return !doc.Missions.empty() && path == At(doc.MissionFiles, doc.CurMission);
 }
 
 /** What can be mended of the mission on show. */

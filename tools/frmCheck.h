@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QCheckBox>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
@@ -86,6 +87,7 @@ class frmCheck : public Dialog {
   void TakeResults();
   void Take(std::vector<CheckedMission> batch);
   std::ptrdiff_t UnsavedAt(const std::string& path) const;
+  void ShowProgress(std::size_t found);
   void EndRun(const QString& how);
   void ShowCounts(const QString& how);
   void EnableCommands();
@@ -107,7 +109,10 @@ class frmCheck : public Dialog {
   std::unique_ptr<MissionChecker> checker_;
   /** Missions with unsaved edits when the run began, sorted. */
   std::vector<std::string> unsaved_;
-  std::size_t checked_ = 0;
+  /** Of these some could not be read. */
+  std::size_t checked_ = 0, leftOut_ = 0;
+  std::string lastChecked_;
+  QElapsedTimer sinceBegin_;
   QTimer timer_;
 };
 

@@ -209,7 +209,7 @@ TEST_F(CheckForm, StopsAndClosesAtAnyMoment) {
   EXPECT_FALSE(Form->isVisible());
   Form->show();
   Check(frmCheck::kFolder);
-  EXPECT_TRUE(Contains(State(), "203 missions checked")) << State();
+  EXPECT_TRUE(Contains(State(), "203 done: ")) << State();
 }
 
 TEST(CamForm, ShowsWarningsWhereThereAreSome) {
