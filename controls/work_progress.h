@@ -22,6 +22,8 @@ class WorkProgress {
 
   /** False once the user has cancelled; behind the last step it is too late for that. */
   bool Told(const WorkStep& step);
+  /** For who lets events come between two steps. */
+  bool IsCancelled() const { return dialog_.wasCanceled(); }
 
  private:
   void Show(const WorkStep& step);

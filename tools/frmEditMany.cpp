@@ -148,7 +148,7 @@ void frmEditMany::Run(const std::function<void(const TellWork&)>& work) {
       const bool goesOn = progress.Told(step);
       // So that the dialog is seen and can cancel.
       if (services_.System.PumpEvents) services_.System.PumpEvents();
-      return goesOn;
+      return goesOn && !progress.IsCancelled();
     };
     LogAndLeave(services_, "frmEditMany_Run", [&] { work(going); });
   }

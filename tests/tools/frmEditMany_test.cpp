@@ -196,6 +196,12 @@ TEST_F(EditManyForm, CancelEndsBetweenTwoMissions) {
   EXPECT_EQ(Disk("CloudHeight 1000.0", "CloudHeight 700.0"), "nno");
   EXPECT_TRUE(Form->txtReport->toPlainText().startsWith(QStringLiteral("2 done, 1 not tried\n")));
   EXPECT_TRUE(Form->txtReport->toPlainText().contains(QStringLiteral("c.mis: not tried")));
+  // A click that comes between two missions lets no more of them through.
+  QProgressDialog* shown = nullptr;
+  Form->Step = [&](QProgressDialog& dialog) { shown = &dialog; };
+  W.Services.System.PumpEvents = [&] { shown->cancel(); };
+  Click(Form->cmdPreview);
+  EXPECT_EQ(Form->Model.Plan().Missions.size(), 0U);
 }
 
 }  // namespace
