@@ -57,6 +57,18 @@ TEST_F(CliCheck, ExitsByWhatItFinds) {
   EXPECT_EQ(Run("fuel --format xml"), 2);
 }
 
+TEST_F(CliCheck, TellsOfAMissingPictureOnce) {
+  box_.Write("game/il2fb.exe", "");
+  box_.Write("game/PaintSchemes/Pilots/Other.bmp", "");
+  box_.Write("game/Missions/a.mis",
+             Replace(box_.Read("right/a.mis"), "Fuel 100",
+                     "pilot0 Lost.bmp\r\npilot1 Gone.bmp\r\npilot2 Lost.bmp\r\nFuel 100"));
+  Run("game/Missions/a.mis");
+  EXPECT_NE(out_.find("no pilot \"Lost.bmp\", which 2 planes have."), out_.npos) << out_;
+  EXPECT_NE(out_.find("no pilot \"Gone.bmp\"."), out_.npos) << out_;
+  EXPECT_EQ(out_.find("Lost"), out_.rfind("Lost")) << out_;
+}
+
 TEST_F(CliCheck, PrintsForPrograms) {
   ASSERT_EQ(Run("fuel right --format json"), 0) << err_;
   std::map<std::string, nlohmann::json> found;

@@ -8,6 +8,7 @@
 #include "session/undo.h"
 #include "tests/support/failing_step.h"
 #include "tests/support/form_test.h"
+#include "tools/logic/shown_check.h"
 
 namespace rws::test {
 namespace {
@@ -197,6 +198,19 @@ TEST_F(CheckForm, LeavesAloneWhatWasPutRightSinceTheCheck) {
   EXPECT_EQ(First().Fuel, "50");
   EXPECT_EQ(TimesMended, 0);
   EXPECT_TRUE(Contains(State(), "0 findings mended; 1 no longer found")) << State();
+}
+
+TEST_F(CheckForm, WhatCannotBeMendedHindersNothingElse) {
+  std::vector<Finding> findings;
+  for (const char* mend :
+       {"flight[r0100].Fuel=500", "flight[none].Fuel=5", "flight[r0100].Fuel=90", "Time=x"})
+    findings.emplace_back().Mend = ParseAssignment(mend);
+  const MendOutcome outcome = MendShown(W, findings);
+  EXPECT_EQ(outcome.Mended, 1U);
+  EXPECT_EQ(Joined(outcome.Faults),
+            "flight[r0100].Fuel=500: it is to be a whole number from 0 to 100|flight[none].Fuel=5|"
+            "Time=x: the time is to be in decimal hours, such as 5.5, from 0 to below 24");
+  EXPECT_EQ(First().Fuel, "90");
 }
 
 TEST_F(CheckForm, StopsAndClosesAtAnyMoment) {
