@@ -57,6 +57,13 @@ TEST_F(CliCheck, ExitsByWhatItFinds) {
   EXPECT_EQ(Run("fuel --format xml"), 2);
 }
 
+TEST_F(CliCheck, OffersNoMendOfWhatAnEditWouldNotFind) {
+  box_.Write("fuel/a.mis", Replace(box_.Read("fuel/a.mis"), "Planes 4", "Plans 4"));
+  Run("fuel --format csv");
+  EXPECT_NE(out_.find("The fuel"), out_.npos) << out_;
+  EXPECT_EQ(out_.find("flight["), out_.npos) << out_;
+}
+
 TEST_F(CliCheck, TellsOfAMissingPictureOnce) {
   box_.Write("game/il2fb.exe", "");
   box_.Write("game/PaintSchemes/Pilots/Other.bmp", "");

@@ -9,6 +9,7 @@
 
 #include "catalogues/aircraft.h"
 #include "catalogues/squadrons.h"
+#include "mission/backup_index.h"
 #include "mission/kept_text.h"
 #include "mission/line_diff.h"
 #include "services/faults.h"
@@ -205,6 +206,15 @@ TEST_F(EditMany, EndsWhereItIsCancelled) {
     EXPECT_EQ(report.NotTried.size(), 3 - at);
     hooks_.Going = nullptr;
   }
+}
+
+TEST_F(EditMany, KeepsAsManyBackupsAsAreWanted) {
+  for (const std::string time : {"5", "6", "7", "8"}) {
+    ++world_.Clock.Hour;
+    ApplyEdits(context_, Plan("Time=" + time), {world_.Services, true, "", 2}, hooks_);
+  }
+  EXPECT_EQ(ListBackups(world_.Services, paths_[0]).size(), 3U)
+      << "the first one, and the last two";
 }
 
 TEST_F(EditMany, KeepsEachMissionWholeWhateverStepFails) {

@@ -187,6 +187,11 @@ TEST_F(FilterTest, CompletesWhatIsTyped) {
   choose();
   EXPECT_EQ(Line().text(), "-map:Crimea/sload.ini ");
   EXPECT_EQ(Rows(), "a|b|c");
+  // A line that cannot be read may mean something else by its words.
+  Line().clear();
+  QTest::keyClicks(&Line(), "mapp:x ma");
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(Window->qryFilter->findChild<QCompleter*>()->popup()->isVisible());
 }
 
 TEST_F(FilterTest, StopLeavesTheNamesAndAnotherFolderBeginsWithoutAFilter) {
