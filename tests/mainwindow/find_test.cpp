@@ -153,6 +153,9 @@ TEST_F(FindTest, KeepsTheSelectionWhenTheFolderIsReadAnew) {
   Form->chkBelow->click();
   ReadAll();
   EXPECT_EQ(Form->SelectedPaths(), std::vector<std::string>{selected[0]});
+  Form->chkBelow->click();
+  ReadAll();
+  EXPECT_EQ(Form->SelectedPaths(), std::vector<std::string>{selected[0]}) << "the other has gone";
 }
 
 TEST_F(FindTest, TellsOfAMissionThatIsGone) {
