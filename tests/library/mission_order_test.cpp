@@ -19,6 +19,7 @@ TEST(MissionOrder, SortsByWhatAColumnShowsAndThenByName) {
     facts.Stamp = {true, 1, changed};
     facts.MapPath = map;
     facts.Time = time;
+    facts.BriefingName = flights == 0 ? "Zulu" : "alpha";
     facts.Flights.resize(flights);
     index.Put(facts);
   };
@@ -30,11 +31,14 @@ TEST(MissionOrder, SortsByWhatAColumnShowsAndThenByName) {
     MissionColumn By;
     bool Descending;
     std::vector<std::uint32_t> Rows;
-  } rows[] = {
-      {MissionColumn::Mission, false, {3, 2, 1, 0}}, {MissionColumn::Mission, true, {0, 1, 2, 3}},
-      {MissionColumn::Map, false, {2, 0, 3, 1}},     {MissionColumn::Time, false, {2, 3, 1, 0}},
-      {MissionColumn::Time, true, {0, 3, 1, 2}},     {MissionColumn::Flights, true, {0, 3, 1, 2}},
-      {MissionColumn::Changed, false, {0, 2, 1, 3}}};
+  } rows[] = {{MissionColumn::Mission, false, {3, 2, 1, 0}},
+              {MissionColumn::Mission, true, {0, 1, 2, 3}},
+              {MissionColumn::Briefing, false, {3, 1, 0, 2}},
+              {MissionColumn::Map, false, {2, 0, 3, 1}},
+              {MissionColumn::Time, false, {2, 3, 1, 0}},
+              {MissionColumn::Time, true, {0, 3, 1, 2}},
+              {MissionColumn::Flights, true, {0, 3, 1, 2}},
+              {MissionColumn::Changed, false, {0, 2, 1, 3}}};
   for (const auto& row : rows) {
     SCOPED_TRACE(std::string(ColumnKey(row.By)) + (row.Descending ? " down" : ""));
     std::vector<std::uint32_t> sorted = {0, 1, 2, 3};

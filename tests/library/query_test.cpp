@@ -122,6 +122,7 @@ TEST_F(Queries, FindMissions) {
       {"flights:1-2", "ab"},
       {"flights:<=0", "xc"},
       {"flights:>", "abxcd?"},
+      {"time:5-", "abxcd?"},
       {"flights:1-", "abxcd?"},
       {"text:x", "a"},
       {"-text:x", "b"},
