@@ -49,9 +49,9 @@ void FuelEdit(benchmark::State& state) {
   window.show();
   doc.Missions.resize(1);
   ReadMissionText(doc, services, 0, MissionText(kBytes, kFlights));
-  tables.Aircraft.resize(1);
-  tables.Aircraft[0].Class = tables.Aircraft[0].Name = "IL_2_1941Early";
-  tables.Aircraft[0].Weapons = {{"Default", "default"}, {"Empty (No Ammo)", "none"}};
+  const std::string aircraft = "IL_2_1941Early";
+  tables.Aircraft = {
+      {"", aircraft, aircraft, "", "", {{"Default", "default"}, {"Empty (No Ammo)", "none"}}}};
   window.ShowMission();
   QCoreApplication::processEvents();
   if (doc.Missions[0].Flights.size() != kFlights || doc.Missions[0].Lines.size() < kLines)

@@ -51,14 +51,14 @@ void ReadAircraft(Catalogues& catalogues, const Services& services, const LineAr
   }
 }
 
-/** The first aircraft with this exact name or class; null when there is none. */
-const Aircraft* Find(const Catalogues& catalogues, std::string_view nameOrClass) {
-  for (const auto& aircraft : catalogues.Aircraft)
-    if (aircraft.Name == nameOrClass || aircraft.Class == nameOrClass) return &aircraft;
+}  // namespace
+
+const Aircraft* AircraftOf(const Catalogues& catalogues, std::string_view nameOrClass) {
+  const AircraftTable& table = catalogues.Aircraft;
+  for (const auto row : table.Candidates(nameOrClass))
+    if (table[row].Name == nameOrClass || table[row].Class == nameOrClass) return &table[row];
   return nullptr;
 }
-
-}  // namespace
 
 void LoadAircraftArray(Document& doc, Catalogues& catalogues, const Services& services) {
   catalogues.Aircraft.clear();
@@ -76,27 +76,35 @@ void LoadAircraftNames(Catalogues& catalogues, const Services& services) {
 std::string GetPlaneName(const Catalogues& catalogues, const Services& services,
                          std::string_view nameOrClass) {
   const std::string wanted = services.Page.LCase(nameOrClass);
-  // Lower case has the same length, so that few rows need it.
-  const auto matches = [&](const std::string& text) {
-    return text.size() == wanted.size() && services.Page.LCase(text) == wanted;
-  };
-  for (const auto& aircraft : catalogues.Aircraft)
-    if (matches(aircraft.Class) || matches(aircraft.Name)) return aircraft.Name;
-  for (const auto& aircraft : catalogues.Aircraft)
-    if (!wanted.empty() && matches(aircraft.ParkedClass)) return aircraft.Name;
+  const auto matches = [&](const std::string& text) { return services.Page.LCase(text) == wanted; };
+  const AircraftTable& table = catalogues.Aircraft;
+  for (const auto row : table.Candidates(nameOrClass))
+    if (matches(table[row].Class) || matches(table[row].Name)) return table[row].Name;
+  for (const auto row : table.ParkedCandidates(nameOrClass))
+    if (matches(table[row].ParkedClass)) return table[row].Name;
   return std::string(nameOrClass);
 }
 
 const Aircraft* FindParked(const Catalogues& catalogues, std::string_view parkedClass) {
-  if (parkedClass.empty()) return nullptr;
-  for (const auto& aircraft : catalogues.Aircraft)
-    if (aircraft.ParkedClass == parkedClass) return &aircraft;
+  const AircraftTable& table = catalogues.Aircraft;
+  for (const auto row : table.ParkedCandidates(parkedClass))
+    if (table[row].ParkedClass == parkedClass) return &table[row];
+  return nullptr;
+}
+
+const Aircraft* FindClass(const Catalogues& catalogues, const CodePage& page,
+                          std::string_view aircraftClass) {
+  const std::string wanted = page.LCase(aircraftClass);
+  const AircraftTable& table = catalogues.Aircraft;
+  for (const auto row : table.Candidates(aircraftClass))
+    if (page.LCase(table[row].Class) == wanted) return &table[row];
   return nullptr;
 }
 
 std::string GetIntPlaneName(const Catalogues& catalogues, std::string_view name) {
-  for (const auto& aircraft : catalogues.Aircraft)
-    if (aircraft.Name == name) return aircraft.Class;
+  const AircraftTable& table = catalogues.Aircraft;
+  for (const auto row : table.Candidates(name))
+    if (table[row].Name == name) return table[row].Class;
   return std::string(name);
 }
 
@@ -105,27 +113,27 @@ std::string_view NameInRow(std::string_view rowText) {
 }
 
 std::string GetPlaneFolder(const Catalogues& catalogues, std::string_view nameOrClass) {
-  const Aircraft* aircraft = Find(catalogues, nameOrClass);
+  const Aircraft* aircraft = AircraftOf(catalogues, nameOrClass);
   return aircraft ? aircraft->Folder : "";
 }
 
 bool IsFlyable(const Catalogues& catalogues, std::string_view nameOrClass) {
-  const Aircraft* aircraft = Find(catalogues, nameOrClass);
+  const Aircraft* aircraft = AircraftOf(catalogues, nameOrClass);
   return aircraft && aircraft->Flyable;
 }
 
 bool IsNoseart(const Catalogues& catalogues, std::string_view nameOrClass) {
-  const Aircraft* aircraft = Find(catalogues, nameOrClass);
+  const Aircraft* aircraft = AircraftOf(catalogues, nameOrClass);
   return aircraft && aircraft->NoseArtOk;
 }
 
 bool IsKnownPlane(const Catalogues& catalogues, std::string_view nameOrClass) {
-  return Find(catalogues, nameOrClass) != nullptr;
+  return AircraftOf(catalogues, nameOrClass) != nullptr;
 }
 
 std::ptrdiff_t GetPlaneIndex(const Catalogues& catalogues, std::string_view nameOrClass) {
-  const Aircraft* aircraft = Find(catalogues, Trim(nameOrClass));
-  return aircraft ? aircraft - catalogues.Aircraft.data() : -1;
+  const Aircraft* aircraft = AircraftOf(catalogues, Trim(nameOrClass));
+  return aircraft ? aircraft - catalogues.Aircraft.Rows().data() : -1;
 }
 
 }  // namespace rws

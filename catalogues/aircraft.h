@@ -25,9 +25,16 @@ void LoadAircraftNames(Catalogues& catalogues, const Services& services);
 std::string GetPlaneName(const Catalogues& catalogues, const Services& services,
                          std::string_view nameOrClass);
 
+/** The aircraft of an exact name or class; null when there is none. */
+const Aircraft* AircraftOf(const Catalogues& catalogues, std::string_view nameOrClass);
+
 /** The aircraft whose parked ones have this exact class, which no flying one has; null when there
    is none. */
 const Aircraft* FindParked(const Catalogues& catalogues, std::string_view parkedClass);
+
+/** The aircraft of a class in any letter case; null when there is none. */
+const Aircraft* FindClass(const Catalogues& catalogues, const CodePage& page,
+                          std::string_view aircraftClass);
 
 /** Class of an exact display name; an unknown one comes back as it is. */
 std::string GetIntPlaneName(const Catalogues& catalogues, std::string_view name);

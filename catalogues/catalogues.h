@@ -1,20 +1,30 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "catalogues/aircraft_table.h"
 #include "catalogues/records.h"
 
 namespace rws {
 
+struct ListedNames;
+
 /** All that the program knows of the game. `main` owns it and hands it on; a test starts from a new
     one. The map table is part of the document, since reading a mission needs it. */
 struct Catalogues {
-  std::vector<rws::Aircraft> Aircraft;
+  AircraftTable Aircraft;
   std::vector<Country> Countries;
   std::vector<Squadron> Squadrons;
   std::vector<DogFightPlane> DogFightAircraft;
+  /** Those of the player's own game, which stand in place of the table's; empty without its lists.
+   */
+  std::vector<DogFightPlane> ListedDogFight;
+  /** The lists that stand in place of the tables; null without any. */
+  std::shared_ptr<const ListedNames> Listed;
+  bool UnlistedFlyable = true;
 
   std::vector<SkinFolder> Skins;
   /** Highest index of `Skins`; -1 when there is none. */

@@ -7,7 +7,8 @@
 namespace rws {
 
 void ReadDogFight(Catalogues& catalogues, const Services& services) {
-  catalogues.DogFightAircraft.clear();
+  catalogues.DogFightAircraft = catalogues.ListedDogFight;
+  if (!catalogues.ListedDogFight.empty()) return;
   LogAndLeave(services, "ReadDogFight", [&] {
     const auto lines = ReadTable(services, "RWS_DF.txt");
     if (!lines) return;

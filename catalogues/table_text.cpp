@@ -12,6 +12,8 @@ namespace rws {
 namespace {
 
 constexpr int kShippedPage = 1252;
+constexpr char32_t kFirstBeyondAscii = 0x80;
+constexpr std::string_view kNoLetter = "?";
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
 struct Range {
@@ -51,7 +53,7 @@ std::string_view BaseLetters(char32_t character) {
       rest.remove_prefix(std::min(end + 1, rest.size()));
     }
   }
-  return "?";
+  return kNoLetter;
 }
 
 void Append(std::string& text, const CodePage& page, char32_t character) {
@@ -79,6 +81,19 @@ std::string TableText(const CodePage& page, std::string bytes) {
   if (page.Number() == kShippedPage || !IsShipped(bytes)) return bytes;
   const CodePage shipped(kShippedPage);
   for (const char byte : bytes) Append(text, page, shipped.ToUnicode(byte));
+  return text;
+}
+
+std::optional<std::string> TextInPage(const CodePage& page, std::string_view utf8) {
+  std::string text;
+  for (std::size_t i = 0; i < utf8.size();) {
+    const char32_t character = NextCharacter(utf8, i);
+    if (character >= kFirstBeyondAscii && !page.FromUnicode(character) &&
+        BaseLetters(character) == kNoLetter) {
+      return {};
+    }
+    Append(text, page, character);
+  }
   return text;
 }
 

@@ -54,14 +54,20 @@ bool LoadWeaponsFile(Document& doc, const Services& services, LineArray& file) {
   return read;
 }
 
+std::vector<Loadout> DefaultLoadouts() {
+  return {{"Default", "default"}, {"Empty (No Ammo)", "none"}};
+}
+
 void GetWeapons(const LineArray& file, std::string_view aircraftClass,
                 std::vector<Loadout>& weapons) {
-  weapons = {{"Default", "default"}};
+  weapons = DefaultLoadouts();
+  const Loadout last = weapons.back();
+  weapons.pop_back();
   std::size_t line = FirstLineWith(file, aircraftClass);
   if (line + 1 < file.size())
     for (; line < file.size() && !Contains(file[line], "none"); ++line)
       weapons.push_back(MakeLoadout(file[line]));
-  weapons.push_back({"Empty (No Ammo)", "none"});
+  weapons.push_back(last);
 }
 
 WeaponList MakeWeaponList(const Catalogues& catalogues, std::string_view nameOrClass) {
@@ -79,7 +85,9 @@ ShownWeapon DisplayWeps(Catalogues& catalogues, const Services& services, std::s
                         std::string_view key) {
   ShownWeapon shown;
   LogAndLeave(services, "DisplayWeps", [&] {
-    auto& weapons = At(catalogues.Aircraft, GetPlaneIndex(catalogues, tag)).Weapons;
+    const std::ptrdiff_t row = GetPlaneIndex(catalogues, tag);
+    if (row < 0) throw SubscriptFault();
+    auto& weapons = catalogues.Aircraft.Loadouts(static_cast<std::size_t>(row));
     const std::string wanted = services.Page.LCase(key);
     for (const auto& entry : weapons) {
       if (services.Page.LCase(KeyOf(entry)) != wanted) continue;
@@ -99,12 +107,9 @@ std::string GetWeaponName(const Catalogues& catalogues, const Services& services
                           std::string_view nameOrClass, std::string_view displayText) {
   std::string key;
   LogAndLeave(services, "GetWeaponName", [&] {
-    const auto& table = catalogues.Aircraft;
-    const auto row = std::find_if(table.begin(), table.end(), [&](const Aircraft& aircraft) {
-      return aircraft.Name == nameOrClass || aircraft.Class == nameOrClass;
-    });
+    const Aircraft* aircraft = AircraftOf(catalogues, nameOrClass);
     // An aircraft that is not known has the loadouts of the first row, on purpose.
-    for (const auto& entry : At(table, row == table.end() ? 0 : row - table.begin()).Weapons)
+    for (const auto& entry : aircraft ? aircraft->Weapons : At(catalogues.Aircraft, 0).Weapons)
       if (entry.Text == displayText) key = KeyOf(entry);
   });
   return key;

@@ -16,6 +16,9 @@ namespace rws {
     program. False if it was not read, logged if it could not be. */
 bool LoadWeaponsFile(Document& doc, const Services& services, LineArray& file);
 
+/** The two that every aircraft has: the first and the last. */
+std::vector<Loadout> DefaultLoadouts();
+
 /** Builds the entries of one aircraft: the default, its block of the lines of
     the loadout table, the empty loadout. A block begins at the first line that holds the class
    anywhere, so that longer class names must stand first, and ends before a line that holds "none".

@@ -45,6 +45,13 @@ ListedArmy ArmyOf(std::string_view word) {
   return ListedArmy::None;
 }
 
+/** A word behind an aircraft that only tells how the game's viewer shows it. */
+bool IsViewerWord(std::string_view word) {
+  constexpr std::array<std::string_view, 5> kWords{"NOINFO", "NOQUICK", "SUMMER", "WINTER",
+                                                   "DESERT"};
+  return std::find(kWords.begin(), kWords.end(), word) != kWords.end();
+}
+
 class Reading {
  public:
   Reading(const Services& services, const GamePack& pack, std::string language,
@@ -149,9 +156,9 @@ void Reading::ReadAircraft() {
   const auto bytes = Take("com/maddox/il2/objects/air.ini", file);
   if (!bytes) return;
   for (const auto& line : SectLines(*bytes)) TakeAircraft(file, line);
-  AddSource("aircraft", file, lists_.Aircraft.size());
+  AddSource("aircraft", file, lists_.Names.Aircraft.size());
   const Properties texts = ReadTexts("aircraft names", "plane");
-  for (auto& aircraft : lists_.Aircraft) aircraft.Name = TextOf(texts, aircraft.Key);
+  for (auto& aircraft : lists_.Names.Aircraft) aircraft.Name = TextOf(texts, aircraft.Key);
 }
 
 void Reading::TakeAircraft(const std::string& file, const SectLine& line) {
@@ -167,18 +174,20 @@ void Reading::TakeAircraft(const std::string& file, const SectLine& line) {
   aircraft.Key = Utf8(line.Key);
   aircraft.Class = Utf8(words[0].substr(kClassStart.size()));
   aircraft.Army = words.size() > 1 ? ArmyOf(words[1]) : ListedArmy::None;
+  for (std::size_t i = 2; i < words.size() && aircraft.DefaultCode.empty(); ++i)
+    if (!IsViewerWord(words[i])) aircraft.DefaultCode = Utf8(words[i]);
   // A class has one row: its later key is the one that the game shows it by.
-  const auto [place, isNew] = byClass_.try_emplace(aircraft.Class, lists_.Aircraft.size());
+  const auto [place, isNew] = byClass_.try_emplace(aircraft.Class, lists_.Names.Aircraft.size());
   byKey_[aircraft.Key] = place->second;
   if (isNew)
-    lists_.Aircraft.push_back(std::move(aircraft));
+    lists_.Names.Aircraft.push_back(std::move(aircraft));
   else
-    lists_.Aircraft[place->second] = std::move(aircraft);
+    lists_.Names.Aircraft[place->second] = std::move(aircraft);
 }
 
 /** "KEY.loadout text": a key may hold full stops itself, so that the longest one counts. */
 void Reading::ReadLoadouts() {
-  if (lists_.Aircraft.empty()) return;
+  if (lists_.Names.Aircraft.empty()) return;
   const Properties texts = ReadTexts("loadouts", "weapons");
   for (const auto& property : texts.All()) {
     const std::string& key = property.Key;
@@ -188,7 +197,8 @@ void Reading::ReadLoadouts() {
       if (found == byKey_.end()) continue;
       std::string loadout = key.substr(dot + 1);
       if (!loadout.empty() && loadout != "default" && loadout != "none")
-        lists_.Aircraft[found->second].Loadouts.push_back({std::move(loadout), property.Text});
+        lists_.Names.Aircraft[found->second].Loadouts.push_back(
+            {std::move(loadout), property.Text});
       break;
     }
   }
@@ -209,9 +219,9 @@ void Reading::ReadMaps() {
     std::string path = Utf8(line.Value), key = Utf8(line.Key);
     if (!known.insert(path).second) continue;
     std::string name = TextOf(texts, key);
-    lists_.Maps.push_back({std::move(path), name.empty() ? std::move(key) : std::move(name)});
+    lists_.Names.Maps.push_back({std::move(path), name.empty() ? std::move(key) : std::move(name)});
   }
-  AddSource("maps", file, lists_.Maps.size());
+  AddSource("maps", file, lists_.Names.Maps.size());
 }
 
 void Reading::ReadRegiments() {
@@ -228,10 +238,14 @@ void Reading::ReadRegiments() {
     for (const auto& line : FirstSection(lines, section)) {
       const std::string code = Utf8(line.Key);
       if (!known.insert(code).second) continue;
-      lists_.Regiments.push_back({code, TextOf(names, code), TextOf(infos, code), "", army});
+      lists_.Names.Regiments.push_back(
+          {code, TextOf(names, code), TextOf(infos, code), "", "", army});
     }
-  AddSource("squadrons", file, lists_.Regiments.size());
+  AddSource("squadrons", file, lists_.Names.Regiments.size());
   ReadCountries(lines);
+  const Properties countries = ReadTexts("countries", "country");
+  for (const auto& country : countries.All())
+    lists_.Names.Countries.push_back({page_.LCase(country.Key), country.Text});
 }
 
 /** A squadron's own file tells its country; mostly only the game's archives have it. */
@@ -254,16 +268,16 @@ void Reading::ReadCountries(const std::vector<SectLine>& lines) {
           },
           [&](const Fault& caught) { Tell(folder, 0, caught.Text); });
     }
-  for (auto& regiment : lists_.Regiments) {
+  for (auto& regiment : lists_.Names.Regiments) {
     const auto army = static_cast<std::size_t>(regiment.Army);
     if (!present[army].contains(FoldName(regiment.Code))) continue;
     std::string file;
     const auto bytes =
         Take(std::string("PaintSchemes/") + kFolders[army] + "/" + regiment.Code, file);
     if (!bytes) continue;
-    const std::string country = page_.LCase(TextOf(Properties(*bytes), "country"));
-    const auto branch = branches.find(country);
-    regiment.Country = branch == branches.end() ? country : branch->second;
+    regiment.Branch = page_.LCase(TextOf(Properties(*bytes), "country"));
+    const auto branch = branches.find(regiment.Branch);
+    regiment.Country = branch == branches.end() ? regiment.Branch : branch->second;
   }
 }
 
@@ -274,11 +288,11 @@ void Reading::ReadParked() {
   for (const auto& line : FirstSection(SectLines(*bytes), "StationaryPlanes")) {
     const auto words = SectWords(line.Value);
     if (!words.empty() && words[0].starts_with(kParkedStart))
-      lists_.Parked.push_back({Utf8(line.Key), Utf8(words[0].substr(kParkedStart.size()))});
+      lists_.Names.Parked.push_back({Utf8(line.Key), Utf8(words[0].substr(kParkedStart.size()))});
     else if (!IsHeading(line.Key))
       Tell(file, line.Line, "Not a parked aircraft: \"" + Utf8(line.Key) + "\".");
   }
-  AddSource("parked aircraft", file, lists_.Parked.size());
+  AddSource("parked aircraft", file, lists_.Names.Parked.size());
 }
 
 }  // namespace

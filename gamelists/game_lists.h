@@ -1,44 +1,16 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <string>
 #include <vector>
 
+#include "catalogues/listed_names.h"
 #include "gamelists/game_pack.h"
 #include "services/services.h"
 #include "services/work.h"
 
 /** What a pack's own lists tell of the game. Texts are UTF-8; what a list does not tell is "". */
 namespace rws {
-
-enum class ListedArmy : std::uint8_t { None, Red, Blue };
-
-struct ListedLoadout {
-  std::string Key, Text;
-};
-
-struct ListedAircraft {
-  std::string Key;    // as home bases and folders of skins spell it
-  std::string Class;  // without "air."
-  std::string Name;
-  ListedArmy Army = ListedArmy::None;
-  std::vector<ListedLoadout> Loadouts = {};  // in the order of the texts, "default" and "none" not
-};
-
-struct ListedMap {
-  std::string Path, Name;
-};
-
-struct ListedRegiment {
-  std::string Code, Name, Info;
-  std::string Country;  // two letters; "" where no open file tells
-  ListedArmy Army = ListedArmy::None;
-};
-
-struct ListedParked {
-  std::string Key, Class;  // without "vehicles.planes.Plane$"
-};
 
 /** A file that was read. */
 struct ListSource {
@@ -56,10 +28,7 @@ struct ListTrouble {
 
 struct GameLists {
   GamePack Pack;
-  std::vector<ListedAircraft> Aircraft;  // in the order of the game
-  std::vector<ListedMap> Maps;
-  std::vector<ListedRegiment> Regiments;  // red, blue, then those of no army
-  std::vector<ListedParked> Parked;
+  ListedNames Names;
   std::vector<ListSource> Sources;
   std::vector<ListTrouble> Troubles;
   bool IsCancelled = false;

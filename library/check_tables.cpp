@@ -5,6 +5,7 @@
 
 #include "catalogues/aircraft.h"
 #include "catalogues/dogfight.h"
+#include "catalogues/listed_names.h"
 #include "catalogues/maps.h"
 #include "catalogues/squadrons.h"
 #include "services/error_log.h"
@@ -83,7 +84,8 @@ bool CheckTables::HasBasePlane(std::string_view word) const {
   return basePlanes_.empty() || basePlanes_.contains(Lower(word));
 }
 
-std::shared_ptr<const CheckTables> ReadCheckTables(const Services& services) {
+std::shared_ptr<const CheckTables> ReadCheckTables(const Services& services,
+                                                   const Catalogues& inUse) {
   Services reading = services;
   reading.Window.Close = [] {};
   Document doc;
@@ -91,6 +93,9 @@ std::shared_ptr<const CheckTables> ReadCheckTables(const Services& services) {
   LoadMaps(doc, reading);
   LoadRegiments(tables, reading);
   LoadAircraftArray(doc, tables, reading);
+  if (inUse.Listed)
+    ApplyListedNames(doc, tables, reading, *inUse.Listed,
+                     inUse.UnlistedFlyable ? Unlisted::Flyable : Unlisted::NotFlyable);
   ReadDogFight(tables, reading);
   return std::make_shared<const CheckTables>(tables, doc.Maps, services);
 }

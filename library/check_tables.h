@@ -55,7 +55,9 @@ class CheckTables {
   GameAge age_ = GameAge::Since411;
 };
 
-/** Reads the tables from their files; a missing one is told. */
-std::shared_ptr<const CheckTables> ReadCheckTables(const Services& services);
+/** Reads the tables from their files, a missing one is told, and puts the lists of `inUse`, if it
+    has any, in their place. What was learnt from missions since is not in it. */
+std::shared_ptr<const CheckTables> ReadCheckTables(const Services& services,
+                                                   const Catalogues& inUse = {});
 
 }  // namespace rws

@@ -85,7 +85,7 @@ bool frmRWS::GoToFinding(const std::string& path, const Finding* finding) {
 void frmRWS::ShowCompatibility() {
   const auto current = static_cast<std::size_t>(session_.Doc.CurMission);
   const Mission& mission = CurrentMission(session_);
-  const auto tables = FreshTables(session_.Services);
+  const auto tables = FreshTables(session_.Services, session_.Tables);
   GameFiles game(session_.Services.Files, session_.Doc.GamePath);
   const auto rows = SuitabilityOf(
       session_, mission, CheckShown(session_, *tables, game, current, missionPanel->Shown()));

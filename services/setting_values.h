@@ -66,6 +66,13 @@ inline constexpr SettingValue FindBelow{"FindBelow", "True"};
 inline constexpr SettingValue FindQueries{"FindQueries", ""};
 inline constexpr SettingValue FindColumns{"FindColumns", ""};
 inline constexpr SettingValue FindSort{"FindSort", ""};
+/** The lists of the player's own game: whether they are used, the folders of the pack where the
+   game does not tell it, the language of the texts, "" for that of the game, and whether aircraft
+   that only they know may be flown. */
+inline constexpr SettingValue UseLists{"UseLists", "True"};
+inline constexpr SettingValue ListsPack{"ListsPack", ""};
+inline constexpr SettingValue ListsLanguage{"ListsLanguage", ""};
+inline constexpr SettingValue UnlistedFlyable{"UnlistedFlyable", "True"};
 }  // namespace setting
 
 /** One of the program's values, or its default. */

@@ -97,7 +97,7 @@ void frmCheck::done(int result) {
 }
 
 const std::shared_ptr<const CheckTables>& frmCheck::Tables() {
-  if (!tables_) tables_ = FreshTables(services_);
+  if (!tables_) tables_ = FreshTables(services_, session_.Tables);
   return tables_;
 }
 

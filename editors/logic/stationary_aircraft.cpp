@@ -51,12 +51,8 @@ ClassFacts FactsOf(const std::string& planeClass, const Catalogues& catalogues,
     facts.Side = page.LCase(parked->Side);
     return facts;
   }
-  const std::string lower = page.LCase(planeClass);
-  for (const auto& aircraft : catalogues.Aircraft) {
-    if (aircraft.Class.size() != lower.size() || page.LCase(aircraft.Class) != lower) continue;
-    facts.Side = page.LCase(aircraft.Side);
-    break;
-  }
+  if (const Aircraft* flying = FindClass(catalogues, page, planeClass))
+    facts.Side = page.LCase(flying->Side);
   return facts;
 }
 

@@ -135,9 +135,9 @@ class Lists : public testing::Test {
   }
   static std::string Aircraft(const GameLists& lists) {
     std::string text;
-    for (const auto& one : lists.Aircraft) {
+    for (const auto& one : lists.Names.Aircraft) {
       text += one.Key + "," + one.Class + "," + one.Name + "," +
-              std::to_string(static_cast<int>(one.Army));
+              std::to_string(static_cast<int>(one.Army)) + one.DefaultCode;
       for (const auto& [key, shown] : one.Loadouts) text += " " + key + "=" + shown;
       text += "|";
     }
@@ -160,9 +160,10 @@ TEST_F(Lists, TellTheAircraftAndTheirLoadouts) {
         "BF-109F-4.default Default\nBF-109F-4_1.3ATA.default Default\nBF-109F-4_1.3ATA.2xR 2 x R\n"
         "BF-109F-4.1xSC.50 One bomb\nBF-109F-4.none Empty\nUnknown.x y\nnodot z\nA-20Cx. w\n");
   GameLists lists = Read();
-  EXPECT_EQ(Aircraft(lists),
-            "A-20Cx,A_20C,A-20C other,2|BF-109F-4,BF_109F4,Bf one-oh-nine,2 1xSC.50=One bomb|"
-            "BF-109F-4_1.3ATA,BF_109F4_13,,2 2xR=2 x R|F-86E10,F_86E_10,Sabre,0|Late,LATE,,2|");
+  EXPECT_EQ(
+      Aircraft(lists),
+      "A-20Cx,A_20C,A-20C other,2|BF-109F-4,BF_109F4,Bf one-oh-nine,2g01 1xSC.50=One bomb|"
+      "BF-109F-4_1.3ATA,BF_109F4_13,,2 2xR=2 x R|F-86E10,F_86E_10,Sabre,0usa01|Late,LATE,,2|");
   ASSERT_EQ(lists.Troubles.size(), 1U);
   EXPECT_EQ(lists.Troubles[0].Line, 8U);
   EXPECT_EQ(lists.Sources[0].List, "aircraft");
@@ -186,15 +187,15 @@ TEST_F(Lists, TellMapsSquadronsAndParkedAircraft) {
         "[StationaryPlanes]\nA_20G vehicles.planes.Plane$A_20G 1\nodd x.Y\n");
   const GameLists lists = Read();
   std::string text;
-  for (const auto& map : lists.Maps) text += map.Path + "=" + map.Name + "|";
+  for (const auto& map : lists.Names.Maps) text += map.Path + "=" + map.Name + "|";
   EXPECT_EQ(text, "Net1/load.ini=Online Map|LAL/load.ini=Crimea(LAL)|");
   text.clear();
-  for (const auto& one : lists.Regiments)
-    text += one.Code + "," + one.Name + "," + one.Info + "," + one.Country + "," +
+  for (const auto& one : lists.Names.Regiments)
+    text += one.Code + "," + one.Name + "," + one.Info + "," + one.Branch + one.Country + "," +
             std::to_string(static_cast<int>(one.Army)) + "|";
-  EXPECT_EQ(text, "usa01,,,us,1|r01,1st IAP,<none>,,1|g01,,,de,2|NoNe,,,,0|");
-  ASSERT_EQ(lists.Parked.size(), 1U);
-  EXPECT_EQ(lists.Parked[0].Class, "A_20G");
+  EXPECT_EQ(text, "usa01,,,unus,1|r01,1st IAP,<none>,,1|g01,,,dede,2|NoNe,,,,0|");
+  ASSERT_EQ(lists.Names.Parked.size(), 1U);
+  EXPECT_EQ(lists.Names.Parked[0].Class, "A_20G");
   EXPECT_EQ(lists.Troubles.size(), 2U) << "a map without a path, and what is no plane";
 }
 
@@ -214,14 +215,14 @@ TEST_F(Lists, OfBadFilesAreToldAndNothingFails) {
   for (const auto& trouble : lists.Troubles)
     told += GetFileName(trouble.Path) + ":" + std::to_string(trouble.Line) + "|";
   EXPECT_EQ(told, "air.ini:0|all.ini:0|regShort.properties:10002|");
-  ASSERT_EQ(lists.Regiments.size(), 1U);
-  EXPECT_EQ(lists.Regiments[0].Name, "9999");
+  ASSERT_EQ(lists.Names.Regiments.size(), 1U);
+  EXPECT_EQ(lists.Names.Regiments[0].Name, "9999");
   // Given up, what was read until then is there, and it says so.
   std::size_t steps = 0;
   const GamePack pack = FindPacks(world_.Services, box_.Path("game")).Packs[0];
   lists = ReadGameLists(world_.Services, pack, "us", [&](const WorkStep&) { return ++steps < 2; });
   EXPECT_TRUE(lists.IsCancelled);
-  EXPECT_TRUE(lists.Regiments.empty());
+  EXPECT_TRUE(lists.Names.Regiments.empty());
 }
 
 TEST_F(Lists, LanguageIsThatOfTheGame) {
@@ -242,9 +243,9 @@ TEST(RealLists, AreReadWhole) {
   const auto found = FindPacks(world.Services, BuildPath(folder, "modpack"));
   ASSERT_EQ(found.Packs.size(), 1U);
   const GameLists lists = ReadGameLists(world.Services, found.Packs[0], "us");
-  EXPECT_EQ(lists.Aircraft.size(), 620U);
+  EXPECT_EQ(lists.Names.Aircraft.size(), 620U);
   std::size_t loadouts = 0, sideless = 0, nameless = 0;
-  for (const auto& one : lists.Aircraft) {
+  for (const auto& one : lists.Names.Aircraft) {
     loadouts += one.Loadouts.size();
     sideless += one.Army == ListedArmy::None;
     nameless += one.Name.empty();
@@ -252,8 +253,8 @@ TEST(RealLists, AreReadWhole) {
   EXPECT_EQ(sideless, 15U);
   EXPECT_EQ(nameless, 0U);
   EXPECT_GT(loadouts, 4000U);
-  EXPECT_GT(lists.Maps.size(), 230U);
-  EXPECT_GT(lists.Regiments.size(), 4100U);
+  EXPECT_GT(lists.Names.Maps.size(), 230U);
+  EXPECT_GT(lists.Names.Regiments.size(), 4100U);
   EXPECT_EQ(lists.Troubles.size(), 0U);
 }
 

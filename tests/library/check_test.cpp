@@ -259,12 +259,15 @@ TEST_F(Check, FindsWhatIsWrongWithOtherObjects) {
 TEST_F(Check, FindsWhatAnOlderGameLacks) {
   EXPECT_EQ(Kinds(Of(kRight)), "");
   // Those of 4.10, and then of 4.09.
-  Tables.Aircraft.back() = {"Red", "Fulmar", "Fulmar1", "", "", {}, false, false, "TBD"};
+  auto rows = Tables.Aircraft.Rows();
+  rows.back() = {"Red", "Fulmar", "Fulmar1", "", "", {}, false, false, "TBD"};
+  Tables.Aircraft = rows;
   EXPECT_EQ(Kinds(Of(kRight)), "warning later-game, warning later-game");
   const string plain =
       Replace(Replace(Replace(kRight, "_001", ""), "TRIGGERS 0 0 20 0|", ""), "|+ 2xSC", "");
   EXPECT_EQ(Kinds(Of(plain)), "");
-  Tables.Aircraft.pop_back();
+  rows.pop_back();
+  Tables.Aircraft = rows;
   EXPECT_EQ(Kinds(Of(plain)), "note later-game") << "[SEASON]";
   EXPECT_EQ(Kinds(Of(Replace(plain, "SEASON", "SEASONS"))), "");
   EXPECT_EQ(Kinds(Of(Replace(Replace(plain, "SEASON", "SEASONS"), "player JG5200", "player"),

@@ -85,8 +85,8 @@ TEST_F(FlightMenuTest, DuplicatesChangesRemovesAndEditsARouteThroughToTheFile) {
 }
 
 TEST_F(FlightMenuTest, ACopyTeachesNoAircraftTheLoadoutsOfAnother) {
-  auto& aircraft = Tables.Aircraft;
-  aircraft[1].Weapons[1] = {"4 x SC500", "4xSC500"};
+  const auto& aircraft = Tables.Aircraft;
+  Tables.Aircraft.Loadouts(1)[1] = {"4 x SC500", "4xSC500"};
   ClickFlight(kFighter);
   Record(kBomberFlight).Skill = "3";
   Record(kBomberFlight).Weapons = "4xSC500";
@@ -98,7 +98,9 @@ TEST_F(FlightMenuTest, ACopyTeachesNoAircraftTheLoadoutsOfAnother) {
 }
 
 TEST_F(FlightMenuTest, ASkinGoesToAllPlanesSelected) {
-  for (auto& aircraft : Tables.Aircraft) aircraft.Folder = "i16";
+  auto rows = Tables.Aircraft.Rows();
+  for (auto& aircraft : rows) aircraft.Folder = "i16";
+  Tables.Aircraft = rows;
   Tables.Skins = {{"I16", Box.Path("I-16"), {"default", "Red.bmp", "Winter.bmp"}}};
   Record(kFighterFlight).Planes = "3";
   SelectFighters();

@@ -114,9 +114,7 @@ TEST_F(MissionMenuTest, AHalfDoneMoveOrDeleteMarksTheRow) {
 }
 
 TEST_F(MissionMenuTest, ParkedAircraftAreChangedInTheFile) {
-  auto& aircraft = Tables.Aircraft.emplace_back();
-  aircraft.Name = "Duck";
-  aircraft.Class = "DUCK";
+  Tables.Aircraft.push_back({"", "Duck", "DUCK", "", "", {}});
   OpenFourth(
       "[MAIN]|[Wing]|[NStationary]|"
       "  0_Static vehicles.planes.Plane$GOOSE 1 10.00 20.00 360.00 0.0 de");

@@ -279,7 +279,9 @@ TEST_F(PlanePanelsTest, RightClickBringsASkinIntoTheGame) {
   EXPECT_EQ(Slot(1).Skin, "Zebra.bmp");
   // Names that no mission can hold are told before anything is copied.
   choose(Box.Write("new/\xD0\x96.bmp", ""), "cannot be a skin");
-  Tables.Aircraft[0].Folder = "none";
+  auto rows = Tables.Aircraft.Rows();
+  rows[0].Folder = "none";
+  Tables.Aircraft = rows;
   Show();
   World_.Script.Expect("no skin directory");
   QTest::mouseClick(Panel(1).lbl2, Qt::RightButton);

@@ -13,8 +13,7 @@ class SetPrefsTest : public WindowTest {
       Box.Write(std::string("game2/PaintSchemes/") + image, "image");
     Prefs.bBackup = true;
     World_.Services.System.NotifyAssocChanged = [] {};
-    Tables.Aircraft.resize(1);
-    Tables.Aircraft[0].Class = "IL_2";
+    Tables.Aircraft = {{"", "", "IL_2", "", "", {}}};
     OpenThree();
   }
   /** Opens the preferences, changes them and clicks Apply. */

@@ -32,20 +32,16 @@ class WindowTest : public ::testing::Test {
     World_.Doc.bLoading = true;
   }
 
-  Aircraft& AddAircraft(const char* name, const char* aircraftClass, bool flyable) {
-    Aircraft& aircraft = Tables.Aircraft.emplace_back();
-    aircraft.Name = name;
-    aircraft.Class = aircraftClass;
-    aircraft.Flyable = flyable;
-    aircraft.Weapons = {{"Default", "default"}, {"2 x Bombs", "2xB"}, {"Empty (No Ammo)", "none"}};
-    return aircraft;
+  void AddAircraft(const char* name, const char* aircraftClass, bool flyable,
+                   const char* folder = "", bool noseArt = false) {
+    const std::vector<Loadout> loadouts = {
+        {"Default", "default"}, {"2 x Bombs", "2xB"}, {"Empty (No Ammo)", "none"}};
+    Tables.Aircraft.push_back({"", name, aircraftClass, folder, "", loadouts, flyable, noseArt});
   }
   /** An aircraft that wears nose art, in a game with these images: "Pilots/Ace.bmp". */
   void AddPainted(const char* name, const char* aircraftClass, const char* folder,
                   const std::vector<std::string>& images) {
-    Aircraft& aircraft = AddAircraft(name, aircraftClass, true);
-    aircraft.Folder = folder;
-    aircraft.NoseArtOk = true;
+    AddAircraft(name, aircraftClass, true, folder, true);
     for (const auto& image : images) Box.Write("game/PaintSchemes/" + image, image);
     LoadPlaneSkins(Doc(), Tables, World_.Services);
     LoadPilotSkins(Doc(), Tables, World_.Services);

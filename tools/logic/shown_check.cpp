@@ -52,12 +52,12 @@ std::string BriefingName(const Services& services, const std::string& path) {
 
 }  // namespace
 
-std::shared_ptr<const CheckTables> FreshTables(const Services& services) {
+std::shared_ptr<const CheckTables> FreshTables(const Services& services, const Catalogues& inUse) {
   Services quiet = services;
   quiet.Ask.MsgBox = [](const std::string&, Buttons, Icon, const std::string&) {
     return Answer::Ok;
   };
-  return ReadCheckTables(quiet);
+  return ReadCheckTables(quiet, inUse);
 }
 
 CheckedMission CheckShown(const Session& session, const CheckTables& tables, GameFiles& game,

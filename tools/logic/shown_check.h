@@ -13,7 +13,7 @@ namespace rws {
 
 /** The tables as they are on disk, since those in memory learn from missions. One that is missing
     knows nothing, and was told when the program started. */
-std::shared_ptr<const CheckTables> FreshTables(const Services& services);
+std::shared_ptr<const CheckTables> FreshTables(const Services& services, const Catalogues& inUse);
 
 /** Checks a mission that is in memory as an Update would write it, with its unsaved edits. */
 CheckedMission CheckShown(const Session& session, const CheckTables& tables, GameFiles& game,

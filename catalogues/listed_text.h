@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_set>
+
+#include "services/code_page.h"
+
+/** Texts of the game's lists, made fit to be shown and to be found again. */
+namespace rws {
+
+/** A UTF-8 text of a list in mission text, on one line, blanks around it and doubled ones dropped;
+    "" if it cannot be spelled. */
+std::string ShownText(const CodePage& page, std::string_view utf8);
+
+/** A key, class or code, which stands in missions letter by letter; "" if it cannot be spelled
+    there. */
+std::string ExactText(const CodePage& page, std::string_view utf8);
+
+/** Texts of which no two may be alike but for letter case. */
+class UniqueTexts {
+ public:
+  explicit UniqueTexts(const CodePage& page) : page_(page) {}
+
+  void Reserve(std::string_view text) { used_.insert(page_.LCase(text)); }
+  /** The text, with `mark` in brackets behind it if it is taken already. */
+  std::string Make(std::string text, std::string_view mark);
+
+ private:
+  const CodePage& page_;
+  std::unordered_set<std::string> used_;
+};
+
+}  // namespace rws
