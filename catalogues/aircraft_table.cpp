@@ -6,6 +6,7 @@ namespace rws {
 
 AircraftTable::AircraftTable(std::vector<Aircraft> rows) {
   rows_.reserve(rows.size());
+  byName_.reserve(2 * rows.size());
   for (auto& row : rows) push_back(std::move(row));
 }
 

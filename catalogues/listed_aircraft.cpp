@@ -38,7 +38,9 @@ class Aircrafts {
         services_(services),
         names_(names),
         unlisted_(unlisted),
-        unique_(services.Page) {
+        unique_(services.Page),
+        keys_(services.Page),
+        texts_(services.Page) {
     for (const auto& parked : names.Parked) {
       parkedOfKey_.emplace(parked.Key, parked.Class);
       parkedClasses_.insert(parked.Class);
@@ -48,6 +50,7 @@ class Aircrafts {
   void Apply() {
     for (const auto& listed : names_.Aircraft) unique_.Reserve(listed.Class);
     std::vector<Aircraft> red, blue;
+    red.reserve(names_.Aircraft.size());
     std::vector<DogFightPlane> redPlanes, bluePlanes;
     for (const auto& listed : names_.Aircraft) {
       std::optional<Aircraft> made = Make(listed);
@@ -113,34 +116,46 @@ class Aircrafts {
   }
 
   /** Those that the table has in its order, with the text of the list; then those of the list. */
-  std::vector<Loadout> LoadoutsOf(const ListedAircraft& listed, const Aircraft* known) const {
+  std::vector<Loadout> LoadoutsOf(const ListedAircraft& listed, const Aircraft* known) {
     const CodePage& page = services_.Page;
     std::vector<Loadout> loadouts = DefaultLoadouts();
+    loadouts.reserve(loadouts.size() + listed.Loadouts.size());
     const Loadout last = loadouts.back();
     loadouts.pop_back();
-    UniqueTexts texts(page);
-    for (const auto& usual : {loadouts.front(), last}) texts.Reserve(usual.Text);
-    std::unordered_map<std::string, const ListedLoadout*> byKey;
-    for (const auto& one : listed.Loadouts) byKey.emplace(page.LCase(one.Key), &one);
-    std::unordered_set<std::string> used{"default", "none"};
-    if (known)
-      for (const auto& row : known->Weapons) {
-        if (!row.Key || !used.insert(page.LCase(*row.Key)).second) continue;
-        const auto found = byKey.find(page.LCase(*row.Key));
-        std::string text = found == byKey.end() ? "" : ShownText(page, found->second->Text);
-        if (text.empty()) text = row.Text;
-        loadouts.push_back({texts.Make(std::move(text), *row.Key), row.Key});
-      }
+    keys_.Clear();
+    texts_.Clear();
+    for (const auto& usual : {loadouts.front(), last}) {
+      keys_.Add(*usual.Key);
+      texts_.Add(usual.Text);
+    }
+    const auto add = [&](std::string text, std::string key) {
+      if (!texts_.Add(text)) text += " (" + key + ")";
+      loadouts.push_back({std::move(text), std::move(key)});
+    };
+    if (known) AddKnown(listed, *known, add);
     const bool isProved = loadouts.size() == 1;
     for (const auto& one : listed.Loadouts) {
       std::string key = ExactText(page, one.Key), text = ShownText(page, one.Text);
-      if (key.empty() || !used.insert(page.LCase(key)).second) continue;
+      if (key.empty() || !keys_.Add(key)) continue;
       if (text.empty()) text = key;
       if (!isProved) text += kUncertain;
-      loadouts.push_back({texts.Make(std::move(text), key), key});
+      add(std::move(text), std::move(key));
     }
     loadouts.push_back(last);
     return loadouts;
+  }
+
+  template <class Add>
+  void AddKnown(const ListedAircraft& listed, const Aircraft& known, const Add& add) {
+    const CodePage& page = services_.Page;
+    std::unordered_map<std::string, const ListedLoadout*> byKey;
+    for (const auto& one : listed.Loadouts) byKey.emplace(page.LCase(one.Key), &one);
+    for (const auto& row : known.Weapons) {
+      if (!row.Key || !keys_.Add(*row.Key)) continue;
+      const auto found = byKey.find(page.LCase(*row.Key));
+      std::string text = found == byKey.end() ? "" : ShownText(page, found->second->Text);
+      add(text.empty() ? row.Text : std::move(text), *row.Key);
+    }
   }
 
   Catalogues& catalogues_;
@@ -148,6 +163,7 @@ class Aircrafts {
   const ListedNames& names_;
   const Unlisted unlisted_;
   UniqueTexts unique_;
+  SeenTexts keys_, texts_;  // of the loadouts of one aircraft
   std::unordered_map<std::string, std::string> parkedOfKey_;
   std::unordered_set<std::string> parkedClasses_;
 };

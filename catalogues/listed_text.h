@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <unordered_set>
+#include <vector>
 
 #include "services/code_page.h"
 
@@ -16,6 +18,22 @@ std::string ShownText(const CodePage& page, std::string_view utf8);
 /** A key, class or code, which stands in missions letter by letter; "" if it cannot be spelled
     there. */
 std::string ExactText(const CodePage& page, std::string_view utf8);
+
+/** Tells texts that came before, letter case apart: few, since each is compared with all. By a
+    number that two texts as good as never share. */
+class SeenTexts {
+ public:
+  explicit SeenTexts(const CodePage& page) : page_(page) {}
+
+  void Clear() { seen_.clear(); }
+  /** False for one that came before. */
+  bool Add(std::string_view text);
+
+ private:
+  const CodePage& page_;
+  std::string lower_;
+  std::vector<std::size_t> seen_;
+};
 
 /** Texts of which no two may be alike but for letter case. */
 class UniqueTexts {

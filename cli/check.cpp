@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "cli/lists.h"
 #include "cli/printing.h"
 #include "library/check_report.h"
 #include "library/columns.h"
@@ -27,7 +28,9 @@ Checked CheckAll(const Services& services, const CliOptions& options, const Chec
   for (const auto& path : check.Paths)
     (services.Files.FolderExists(path) ? request.Folders : request.Files).push_back(path);
   request.Tree = check.Recursive;
-  MissionChecker checker(services.Files, ReadCheckTables(services), options.Game);
+  Catalogues inUse;
+  inUse.Listed = ListedOf(NamesFor(services, options, check.Paths[0]));
+  MissionChecker checker(services.Files, ReadCheckTables(services, inUse), options.Game);
   checker.Add(request);
   for (auto batch = checker.Wait(); !batch.empty(); batch = checker.Wait())
     for (auto& mission : batch) all.Missions.push_back(std::move(mission));

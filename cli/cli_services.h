@@ -15,6 +15,7 @@ inline constexpr int kDone = 0, kFailed = 1, kBadUsage = 2;
 /** The options of all commands. */
 struct CliOptions {
   std::string Tables, Game;
+  bool NoLists = false;
   int CodePage = SystemCodePage();
 };
 

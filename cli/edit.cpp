@@ -7,6 +7,7 @@
 
 #include "catalogues/aircraft.h"
 #include "catalogues/squadrons.h"
+#include "cli/lists.h"
 #include "library/edit_many.h"
 #include "mission/mission_file.h"
 #include "mission/unified_diff.h"
@@ -38,7 +39,7 @@ class Editing {
     if (!order || !FilesAreRight()) return kBadUsage;
     order_ = std::move(*order);
     named_.resize(order_.Sets.size() + order_.Removals.size());
-    tables_ = TablesFor(services_, order_);
+    tables_ = TablesFor(services_, options_, edit_, order_);
     for (const auto& path : edit_.Files) Tried(path, [&] { Prepare(path); });
     TellWhatNamesNothing();
     if (failed_) return kFailed;
@@ -219,12 +220,14 @@ std::optional<EditOrder> ReadOrder(const Services& services, const EditOptions& 
   return order;
 }
 
-Catalogues TablesFor(const Services& services, const EditOrder& order) {
+Catalogues TablesFor(const Services& services, const CliOptions& options, const EditOptions& edit,
+                     const EditOrder& order) {
   Catalogues tables;
   if (!NeedsTables(order)) return tables;
   Document doc;
   LoadAircraftArray(doc, tables, services);
   LoadRegiments(tables, services);
+  ApplyNames(doc, tables, services, options, edit.Files[0]);
   return tables;
 }
 

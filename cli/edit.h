@@ -22,7 +22,8 @@ struct EditOptions {
 /** What is to be changed; nothing where that cannot be understood, which has been told. */
 std::optional<EditOrder> ReadOrder(const Services& services, const EditOptions& edit);
 /** The tables that an order needs. They take most of the time of a run. */
-Catalogues TablesFor(const Services& services, const EditOrder& order);
+Catalogues TablesFor(const Services& services, const CliOptions& options, const EditOptions& edit,
+                     const EditOrder& order);
 /** Makes the folder for backups that the user has named; a fault where that cannot be used. */
 void MakeBackupFolder(const Services& services, const std::string& folder);
 

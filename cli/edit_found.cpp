@@ -54,9 +54,9 @@ void TellReport(const CodePage& page, const EditReport& report) {
 int EditFound(const Services& services, const CliOptions& options, const EditOptions& edit) {
   const auto order = ReadOrder(services, edit);
   if (!order) return kBadUsage;
-  const auto found = FindMissions(services, {edit.Files, *edit.Where, edit.Recursive});
+  const auto found = FindMissions(services, options, {edit.Files, *edit.Where, edit.Recursive});
   if (!found) return kBadUsage;
-  const Catalogues tables = TablesFor(services, *order);
+  const Catalogues tables = TablesFor(services, options, edit, *order);
   EditContext context{services, tables, BaseFor(services, options, edit.Files[0], edit.Lines),
                       edit.Force};
   context.MustName = true;

@@ -7,6 +7,7 @@
 #include "catalogues/aircraft.h"
 #include "catalogues/maps.h"
 #include "catalogues/squadrons.h"
+#include "cli/lists.h"
 #include "cli/printing.h"
 #include "library/columns.h"
 #include "library/filter.h"
@@ -19,12 +20,13 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-IndexNames ReadNames(const Services& services) {
+IndexNames ReadNames(const Services& services, const CliOptions& options, const FindOptions& find) {
   Document doc;
   Catalogues tables;
   LoadMaps(doc, services);
   LoadRegiments(tables, services);
   LoadAircraftNames(tables, services);
+  ApplyNames(doc, tables, services, options, find.Folders[0]);
   return NamesFrom(doc.Maps, tables, services.Page);
 }
 
@@ -127,10 +129,12 @@ bool ReadInto(MissionIndex& index, Filter& filter, const Services& services,
 
 }  // namespace
 
-std::optional<FoundMissions> FindMissions(const Services& services, const FindOptions& find) {
+std::optional<FoundMissions> FindMissions(const Services& services, const CliOptions& options,
+                                          const FindOptions& find) {
   const Query query = ParseQuery(find.Where);
   if (IsRefused(find.Where, query)) return {};
-  FoundMissions found{std::make_unique<MissionIndex>(ReadNames(services), services.Page), {}};
+  FoundMissions found{
+      std::make_unique<MissionIndex>(ReadNames(services, options, find), services.Page), {}};
   MissionIndex& index = *found.Index;
   Filter filter(query, index);
   found.IsWhole = ReadInto(index, filter, services, find);
@@ -142,8 +146,8 @@ std::optional<FoundMissions> FindMissions(const Services& services, const FindOp
   return found;
 }
 
-int Find(const Services& services, const FindOptions& find) {
-  const auto found = FindMissions(services, find);
+int Find(const Services& services, const CliOptions& options, const FindOptions& find) {
+  const auto found = FindMissions(services, options, find);
   if (!found) return kBadUsage;
   const auto& [index, rows, isWhole] = *found;
   if (find.Format == "csv")

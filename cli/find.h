@@ -26,10 +26,11 @@ struct FoundMissions {
 };
 
 /** Nothing for a query that cannot be understood, which has been told. */
-std::optional<FoundMissions> FindMissions(const Services& services, const FindOptions& find);
+std::optional<FoundMissions> FindMissions(const Services& services, const CliOptions& options,
+                                          const FindOptions& find);
 
 /** Prints the missions of folders for which a query holds, sorted by their paths. Gives the exit
     code: 1 where a folder or a mission could not be read, which hides no other. */
-int Find(const Services& services, const FindOptions& find);
+int Find(const Services& services, const CliOptions& options, const FindOptions& find);
 
 }  // namespace rws

@@ -7,6 +7,7 @@
 #include "cli/cli_services.h"
 #include "cli/edit.h"
 #include "cli/find.h"
+#include "cli/lists.h"
 #include "cli/records_json.h"
 #include "library/edited_mission.h"
 #include "services/arguments.h"
@@ -24,6 +25,7 @@ struct Options {
   DiffOptions Diff;
   FindOptions Find;
   CheckOptions Check;
+  ListsOptions Lists;
 };
 
 Document ReadAnew(const Services& services, const Options& options, const std::string& path) {
@@ -146,11 +148,26 @@ void AddCheck(CLI::App& app, CheckOptions& check) {
   AddListing(command, check.Recursive, check.Format);
 }
 
+void AddLists(CLI::App& app, ListsOptions& lists) {
+  auto* command = app.add_subcommand(
+      "lists",
+      "Print which lists of aircraft, loadouts, maps and squadrons the game of --game has "
+      "as open files, and each of their lines that is not understood");
+  command->add_option("--pack", lists.Pack,
+                      "Folders of the pack of mods, where the game does not tell which is on");
+  command->add_option("--language", lists.Language,
+                      "Language of the texts, as \"de\" (default: the one of the game)");
+  command->add_option("--format", lists.Format, "table or json (default: table)")
+      ->check(CLI::IsMember({"table", "json"}));
+}
+
 void AddCommon(CLI::App& app, CliOptions& options) {
   app.add_option("--tables", options.Tables,
                  "Folder of the data tables (default: the program's own)");
   app.add_option("--game", options.Game,
                  "Game directory (default: the nearest folder above the mission that is one)");
+  app.add_flag("--no-lists", options.NoLists,
+               "Names come from the data tables alone, not from the lists of the game's mods");
   app.add_option("--codepage", options.CodePage,
                  "Code page of the missions (default: the one of the system)")
       ->check(CLI::IsMember({1250, 1251, 1252, 1253, 1254, 1257}));
@@ -174,6 +191,7 @@ int Run(const std::vector<std::string>& arguments) {
   AddDiff(app, options.Diff);
   AddFind(app, options.Find);
   AddCheck(app, options.Check);
+  AddLists(app, options.Lists);
   try {
     // It takes them from the end.
     app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend() - 1));
@@ -188,7 +206,8 @@ int Run(const std::vector<std::string>& arguments) {
   if (rewrite->parsed()) return Rewrite(services, options);
   if (app.got_subcommand("edit"))
     return (options.Edit.Where ? EditFound : Edit)(services, options.All, options.Edit);
-  if (app.got_subcommand("find")) return Find(services, options.Find);
+  if (app.got_subcommand("find")) return Find(services, options.All, options.Find);
+  if (app.got_subcommand("lists")) return Lists(services, options.All, options.Lists);
   if (app.got_subcommand("check")) return Check(services, options.All, options.Check);
   return Diff(services, options.All, options.Diff);
 }

@@ -121,12 +121,17 @@ std::string KeptListsFile(const Services& services) {
   return services.AppPath.empty() ? "" : BuildPath(services.AppPath, "RWS Lists.dat");
 }
 
+std::shared_ptr<const ListedNames> ListedOf(const GameNames& names) {
+  if (!names.Kept) return nullptr;
+  return {names.Kept, &names.Kept->Lists.Names};
+}
+
 void ApplyGameNames(Document& doc, Catalogues& catalogues, const Services& services,
                     const GameNames& names, const NameChoices& choices) {
   catalogues.Listed.reset();
   catalogues.ListedDogFight.clear();
-  if (!names.Kept) return;
-  catalogues.Listed = std::shared_ptr<const ListedNames>(names.Kept, &names.Kept->Lists.Names);
+  catalogues.Listed = ListedOf(names);
+  if (!catalogues.Listed) return;
   catalogues.UnlistedFlyable = choices.UnlistedFlyable;
   ApplyListedNames(doc, catalogues, services, *catalogues.Listed,
                    choices.UnlistedFlyable ? Unlisted::Flyable : Unlisted::NotFlyable);

@@ -52,6 +52,9 @@ bool AreCurrent(const Services& services, const std::string& gamePath, const Nam
 /** Where the lists of a game are kept between two runs. */
 std::string KeptListsFile(const Services& services);
 
+/** The names of the lists, alive as long as they are needed; null without lists. */
+std::shared_ptr<const ListedNames> ListedOf(const GameNames& names);
+
 /** Puts the lists in place of the tables, which have just been read, and remembers them there. */
 void ApplyGameNames(Document& doc, Catalogues& catalogues, const Services& services,
                     const GameNames& names, const NameChoices& choices);

@@ -114,6 +114,7 @@ void Each(Way& way, Of& row) {
   } else {
     static_assert(std::is_same_v<Row, SeenPath>);
     way.Do(row.Path), way.Do(row.Stamp.Exists), way.Do(row.Stamp.Size), way.Do(row.Stamp.Modified);
+    way.Do(row.IsFolder);
   }
 }
 
@@ -139,8 +140,7 @@ std::vector<SeenPath> LookAtLists(const FileSystem& files, const GameLists& list
   std::vector<SeenPath> seen;
   const auto look = [&](const std::string& path) {
     SeenPath one{files.Resolve(path), files.Stamp(path)};
-    // A folder's size may tell of anything.
-    if (files.FolderExists(one.Path)) one.Stamp.Size = 0;
+    one.IsFolder = files.FolderExists(one.Path);
     if (std::find(seen.begin(), seen.end(), one) == seen.end()) seen.push_back(std::move(one));
   };
   for (const auto& root : lists.Pack.Roots) {
@@ -160,7 +160,8 @@ std::vector<SeenPath> LookAtLists(const FileSystem& files, const GameLists& list
 bool IsAsSeen(const FileSystem& files, const std::vector<SeenPath>& seen) {
   return std::all_of(seen.begin(), seen.end(), [&](const SeenPath& one) {
     FileStamp now = files.Stamp(one.Path);
-    if (one.Stamp.Size == 0 && files.FolderExists(one.Path)) now.Size = 0;
+    // The size of a folder may be of anything.
+    if (one.IsFolder) now.Size = one.Stamp.Size;
     return now == one.Stamp;
   });
 }

@@ -15,6 +15,7 @@ namespace rws {
 struct SeenPath {
   std::string Path;
   FileStamp Stamp;
+  bool IsFolder = false;
   bool operator==(const SeenPath&) const = default;
 };
 
