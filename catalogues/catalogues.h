@@ -22,6 +22,8 @@ struct Catalogues {
   /** Those of the player's own game, which stand in place of the table's; empty without its lists.
    */
   std::vector<DogFightPlane> ListedDogFight;
+  /** Those that the user has added by hand. */
+  std::vector<DogFightPlane> OwnDogFight;
   /** The lists that stand in place of the tables; null without any. */
   std::shared_ptr<const ListedNames> Listed;
   bool UnlistedFlyable = true;

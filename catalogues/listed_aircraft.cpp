@@ -22,14 +22,6 @@ constexpr const char kRed[] = "Red", kBlue[] = "Blue";
     does not exist costs the game all flights behind it. */
 constexpr std::string_view kUncertain = " (uncertain)";
 
-/** The game's own name of a folder of skins, in the form of `SkinFolder::Folder`. */
-std::string FolderOfKey(std::string key) {
-  for (char& c : key)
-    if (c == '\\' || c == '/' || c == '?') c = '_';
-  std::erase_if(key, [](char c) { return c == '_' || c == '-'; });
-  return key;
-}
-
 class Aircrafts {
  public:
   Aircrafts(Catalogues& catalogues, const Services& services, const ListedNames& names,
@@ -77,7 +69,7 @@ class Aircrafts {
     const Aircraft* known = Known(aircraft.Class);
     aircraft.Name = NameOf(listed, key, aircraft.Class);
     aircraft.Side = SideOf(listed, known);
-    aircraft.Folder = FolderOfKey(key);
+    aircraft.Folder = SkinFolderOf(key);
     aircraft.Companion = known ? known->Companion : "";
     aircraft.Flyable = known ? known->Flyable : unlisted_ == Unlisted::Flyable;
     aircraft.NoseArtOk = known && known->NoseArtOk;
@@ -179,6 +171,13 @@ std::string PlaneNameText(const CodePage& page, std::string_view utf8) {
     name = Replace(name, std::string(" ") + side, std::string(1, blank) + side);
   if (name.ends_with(" F")) name[name.size() - 2] = blank;
   return name;
+}
+
+std::string SkinFolderOf(std::string key) {
+  for (char& c : key)
+    if (c == '\\' || c == '/' || c == '?') c = '_';
+  std::erase_if(key, [](char c) { return c == '_' || c == '-'; });
+  return key;
 }
 
 void ApplyListedAircraft(Catalogues& catalogues, const Services& services, const ListedNames& names,

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "catalogues/listed_names.h"
+#include "catalogues/own_entries.h"
 #include "services/error_log.h"
 #include "services/faults.h"
 #include "services/numbers.h"
@@ -131,10 +132,11 @@ void ApplyGameNames(Document& doc, Catalogues& catalogues, const Services& servi
   catalogues.Listed.reset();
   catalogues.ListedDogFight.clear();
   catalogues.Listed = ListedOf(names);
-  if (!catalogues.Listed) return;
   catalogues.UnlistedFlyable = choices.UnlistedFlyable;
-  ApplyListedNames(doc, catalogues, services, *catalogues.Listed,
-                   choices.UnlistedFlyable ? Unlisted::Flyable : Unlisted::NotFlyable);
+  if (catalogues.Listed)
+    ApplyListedNames(doc, catalogues, services, *catalogues.Listed,
+                     choices.UnlistedFlyable ? Unlisted::Flyable : Unlisted::NotFlyable);
+  ApplyOwnEntries(doc, catalogues, services, ReadOwnEntries(services));
 }
 
 std::string NamesText(const GameNames& names, const NameChoices& choices) {

@@ -55,7 +55,8 @@ std::string KeptListsFile(const Services& services);
 /** The names of the lists, alive as long as they are needed; null without lists. */
 std::shared_ptr<const ListedNames> ListedOf(const GameNames& names);
 
-/** Puts the lists in place of the tables, which have just been read, and remembers them there. */
+/** Puts the lists, and over them what the user has added by hand, in place of the tables, which
+ * have just been read, and remembers them there. */
 void ApplyGameNames(Document& doc, Catalogues& catalogues, const Services& services,
                     const GameNames& names, const NameChoices& choices);
 

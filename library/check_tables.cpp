@@ -7,6 +7,7 @@
 #include "catalogues/dogfight.h"
 #include "catalogues/listed_names.h"
 #include "catalogues/maps.h"
+#include "catalogues/own_entries.h"
 #include "catalogues/squadrons.h"
 #include "services/error_log.h"
 #include "services/text.h"
@@ -96,6 +97,7 @@ std::shared_ptr<const CheckTables> ReadCheckTables(const Services& services,
   if (inUse.Listed)
     ApplyListedNames(doc, tables, reading, *inUse.Listed,
                      inUse.UnlistedFlyable ? Unlisted::Flyable : Unlisted::NotFlyable);
+  ApplyOwnEntries(doc, tables, reading, ReadOwnEntries(reading));
   ReadDogFight(tables, reading);
   return std::make_shared<const CheckTables>(tables, doc.Maps, services);
 }

@@ -1,0 +1,75 @@
+#include "catalogues/own_entries.h"
+
+#include <gtest/gtest.h>
+
+#include "catalogues/aircraft.h"
+#include "catalogues/dogfight.h"
+#include "services/faults.h"
+#include "tests/support/doubles.h"
+#include "tests/support/sandbox.h"
+
+namespace rws {
+namespace {
+
+const OwnAircraft kDuck{"DUCK", "Ente, die", true, false, "Du-ck", {"2xA", "4xB"}, "a.mis"};
+
+TEST(OwnEntries, StayWhatTheyAreBesideANewOne) {
+  const std::string first = WithOwnAircraft("", kDuck);
+  const std::string both = WithOwnMap(first, {"x/l.ini", "Ex\nY", ""});
+  OwnEntries own = ParseOwnEntries(both);
+  EXPECT_EQ(own.Aircraft, std::vector<OwnAircraft>{kDuck});
+  EXPECT_EQ(own.Maps, (std::vector<OwnMap>{{"x/l.ini", "Ex Y", ""}}));
+  EXPECT_TRUE(own.Troubles.empty());
+  OwnAircraft other = kDuck;
+  other.Loadouts.clear();
+  other.Name = "Goose";
+  const std::string note = "# mine\n[odd]\nstrange line";
+  const std::string replaced = WithOwnAircraft(both + note, other);
+  EXPECT_NE(replaced.find(note), replaced.npos) << "what is not understood is not lost";
+  own = ParseOwnEntries(replaced);
+  EXPECT_EQ(own.Aircraft, std::vector<OwnAircraft>{other});
+  EXPECT_EQ(own.Maps.size(), 1U);
+  EXPECT_EQ(own.Troubles.size(), 2U);
+  own = ParseOwnEntries(
+      "\xEF\xBB\xBF[aircraft A]\nside=green\nname=1\n[aircraft A]\nname=2\nflyable=no\n"
+      "[aircraft ]\nname=3\n[map m]\nside=red");
+  ASSERT_EQ(own.Aircraft.size(), 1U);
+  EXPECT_EQ(own.Aircraft[0].Name, "2");
+  EXPECT_EQ(own.Troubles.size(), 4U);
+}
+
+TEST(OwnEntries, WinOverTheTables) {
+  test::Sandbox box;
+  test::World world(box.Path());
+  Catalogues tables;
+  const std::vector<Loadout> loadouts = {{"Default", "default"}, {"Two", "2xa"}, {"Empty", "none"}};
+  tables.Aircraft = {{"Red", "Old", "DUCK", "D", "", loadouts, true},
+                     {"Red", "ENTE, die", "E", "", "", loadouts, true},
+                     {"Blue", "Z", "Z", "", "", loadouts, true}};
+  world.Doc.Maps = {{"Crimea", "X/L.ini"}, {"Berlin", "b"}};
+  box.Write("RWS_DF.txt", ",Old,Du-ck\r\n");
+  box.Write("RWS_Own.txt",
+            WithOwnMap(WithOwnAircraft(WithOwnAircraft("", kDuck), {"NEW", "N", false, true}),
+                       {"x/l.ini", "berlin", ""}));
+  ApplyOwnEntries(world.Doc, tables, world.Services, ReadOwnEntries(world.Services));
+  std::string text;
+  for (const auto& row : tables.Aircraft) {
+    text += row.Side + "," + row.Name + "," + row.Class + "," + row.Folder;
+    for (const auto& one : row.Weapons) text += " " + *one.Key;
+    text += row.Flyable ? " F|" : "|";
+  }
+  EXPECT_EQ(text,
+            "Red,ENTE, die,E, default 2xa none F|Red,N,NEW,NEW default none F|"
+            "Blue,Ente, die (DUCK),DUCK,D default 2xa 4xB none|Blue,Z,Z, default 2xa none F|");
+  ASSERT_EQ(world.Doc.Maps.size(), 2U);
+  EXPECT_EQ(world.Doc.Maps[1].Name, "berlin (x/l.ini)");
+  ReadDogFight(tables, world.Services);
+  ASSERT_EQ(tables.DogFightAircraft.size(), 1U);
+  EXPECT_EQ(tables.DogFightAircraft[0].DisplayName, "Ente, die (DUCK)");
+  world.Services.Files.BeforeStep = [](const FileStep&) { throw Fault(fault::Permission, "no"); };
+  EXPECT_TRUE(ReadOwnEntries(world.Services).Aircraft.empty());
+  EXPECT_EQ(world.Log.size(), 1U);
+}
+
+}  // namespace
+}  // namespace rws
