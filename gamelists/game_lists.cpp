@@ -62,18 +62,16 @@ class Reading {
 
   GameLists Run() {
     using Step = void (Reading::*)();
-    constexpr std::array<std::pair<const char*, Step>, 5> kSteps{
+    constexpr std::array<std::pair<const char*, Step>, kLists> kSteps{
         {{"air.ini", &Reading::ReadAircraft},
          {"weapons", &Reading::ReadLoadouts},
          {"all.ini", &Reading::ReadMaps},
          {"regiments.ini", &Reading::ReadRegiments},
          {"stationary.ini", &Reading::ReadParked}}};
-    for (std::size_t i = 0; i < kSteps.size(); ++i) {
-      if (told_ && !told_({i, kSteps.size(), kSteps[i].first, "List"})) {
-        lists_.IsCancelled = true;
-        break;
-      }
-      (this->*kSteps[i].second)();
+    for (; step_ < kSteps.size(); ++step_) {
+      name_ = kSteps[step_].first;
+      if (IsGivenUp()) break;
+      (this->*kSteps[step_].second)();
     }
     if (told_) told_({kSteps.size(), kSteps.size()});
     return std::move(lists_);
@@ -92,6 +90,12 @@ class Reading {
       return {};
     }
     return bytes;
+  }
+
+  /** Asks the user, who may give up within a long list too. */
+  bool IsGivenUp() {
+    if (told_ && !told_({step_, kLists, name_, "List"})) lists_.IsCancelled = true;
+    return lists_.IsCancelled;
   }
 
   void Tell(const std::string& path, std::size_t line, std::string text) {
@@ -143,7 +147,11 @@ class Reading {
   void ReadCountries(const std::vector<SectLine>& lines);
   void ReadParked();
 
+  static constexpr std::size_t kLists = 5, kLinesPerStep = 10'000;
+
   const FileSystem& files_;
+  std::size_t step_ = 0;
+  std::string_view name_;
   const std::string language_;
   const TellWork& told_;
   const CodePage page_{1252};
@@ -155,7 +163,11 @@ void Reading::ReadAircraft() {
   std::string file;
   const auto bytes = Take("com/maddox/il2/objects/air.ini", file);
   if (!bytes) return;
-  for (const auto& line : SectLines(*bytes)) TakeAircraft(file, line);
+  std::size_t taken = 0;
+  for (const auto& line : SectLines(*bytes)) {
+    if (++taken % kLinesPerStep == 0 && IsGivenUp()) return;
+    TakeAircraft(file, line);
+  }
   AddSource("aircraft", file, lists_.Names.Aircraft.size());
   const Properties texts = ReadTexts("aircraft names", "plane");
   for (auto& aircraft : lists_.Names.Aircraft) aircraft.Name = TextOf(texts, aircraft.Key);
@@ -189,7 +201,9 @@ void Reading::TakeAircraft(const std::string& file, const SectLine& line) {
 void Reading::ReadLoadouts() {
   if (lists_.Names.Aircraft.empty()) return;
   const Properties texts = ReadTexts("loadouts", "weapons");
+  std::size_t taken = 0;
   for (const auto& property : texts.All()) {
+    if (++taken % kLinesPerStep == 0 && IsGivenUp()) return;
     const std::string& key = property.Key;
     for (std::size_t dot = key.rfind('.'); dot != key.npos && dot > 0;
          dot = key.rfind('.', dot - 1)) {

@@ -95,7 +95,11 @@ GameNames FindGameNames(const Services& services, const std::string& gamePath,
   KeptLists read;
   read.Lists = ReadGameLists(services, *pack, language, told);
   names.IsCancelled = read.Lists.IsCancelled;
-  if (names.IsCancelled || read.Lists.IsEmpty()) return names;
+  if (names.IsCancelled || read.Lists.IsEmpty()) {
+    for (const auto& trouble : read.Lists.Troubles)
+      names.Troubles.push_back(trouble.Path + ": " + trouble.Text);
+    return names;
+  }
   read.Language = language;
   if (services.System.Now) read.ReadAt = TimeText(services.System.Now());
   read.Seen = LookAtLists(services.Files, read.Lists);

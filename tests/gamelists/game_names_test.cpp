@@ -181,6 +181,9 @@ TEST_F(Names, SayWhereTheyComeFrom) {
       FindGameNames(world_.Services, box_.Path("game"), choices_, Kept(), stop, ReadLists::Anew);
   EXPECT_TRUE(given.IsCancelled && !given.Kept);
   EXPECT_TRUE(Find().Kept) << "what was kept before still is";
+  box_.Write("bare/#UP#/STD/maps/all.ini", std::string("\xFF\xFE[\0A\0", 6));
+  const GameNames none = FindGameNames(world_.Services, box_.Path("bare"), choices_, "");
+  EXPECT_TRUE(!none.Kept && none.Troubles.size() == 1) << "that nothing could be read is told";
 }
 
 }  // namespace
