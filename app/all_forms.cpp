@@ -17,6 +17,7 @@
 #include "tools/frmCheck.h"
 #include "tools/frmCompare.h"
 #include "tools/frmEditMany.h"
+#include "tools/frmLists.h"
 #include "tools/frmSkins.h"
 #include "tools/frmView.h"
 #include "tools/logic/mission_files.h"
@@ -68,6 +69,18 @@ NamedForm EditMany(Session& session, QWidget* parent) {
             form->AddRow().SetRow({7, "2", ManyFlights::Army, "blue"});
             form->AddRow().SetRow({2, "5.5", ManyFlights::All, ""});
             form->cmdPreview->click();
+            return form;
+          }};
+}
+
+/** As the lists of the game would be read now. */
+NamedForm Lists(Session& session, QWidget* parent) {
+  return {"frmLists", [=, &session]() -> std::unique_ptr<QWidget> {
+            auto form = std::make_unique<frmLists>(session, parent);
+            form->Choices = ReadNameChoices(session.Services.Settings);
+            form->Names = FindGameNames(session.Services, session.Doc.GamePath, form->Choices, "");
+            form->Use = [](const NameChoices&, ReadLists) { return GameNames(); };
+            form->LoadForm();
             return form;
           }};
 }
@@ -129,8 +142,10 @@ std::vector<NamedForm> AllForms(Session& session, QWidget* parent) {
                     }),
       Check(session, parent),
       EditMany(session, parent),
+      Lists(session, parent),
       Named<frmPrefs>("frmPrefs", session, parent,
                       [&session](frmPrefs& form) {
+                        form.NamesText = [] { return NamesText({}, {}); };
                         form.GamePath = session.Doc.GamePath;
                         form.Backup = session.Prefs.bBackup;
                         form.BackupsKept = session.Prefs.BackupsKept;

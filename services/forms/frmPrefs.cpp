@@ -38,6 +38,7 @@ void frmPrefs::Connect() {
      [modified](int) { modified(); });
   connect(cmd[kExit], &QPushButton::clicked, this, &QDialog::reject);
   On(cmdChg, &QPushButton::clicked, "frmPrefs.cmdChg_Click", [this] { ClickChange(); });
+  On(cmdNames, &QPushButton::clicked, "frmPrefs.cmdNames_Click", [this] { ClickNames(); });
   for (const auto which : {kText, kBackground})
     On(cmdColor[which], &QPushButton::clicked, "frmPrefs.cmdColor_Click",
        [this, which] { ClickColor(which); });
@@ -61,6 +62,7 @@ void frmPrefs::ShowFields() {
   spnKept->setValue(BackupsKept);
   spnDays->setValue(StoreDays);
   spnStore->setValue(StoreMegabytes);
+  if (NamesText) lblNames->setText(FromPath(NamesText()));
   lblStored->setText(tr("They take %1").arg(FromPath(SizeText(StoreBytes(services_)))));
   lblSpace->setText(tr("All backups take %1").arg(FromPath(SizeText(BackupSpaceUsed(services_)))));
   chkWA->setChecked(Associate);
@@ -162,6 +164,11 @@ void frmPrefs::ClickChange() {
   GameChanged = !answer.empty();
   ShowPath(GameChanged ? answer : before);
   LogAndLeave(services_, "frmPrefs.ChkModify", [&] { ChkModify(); });
+}
+
+void frmPrefs::ClickNames() {
+  if (OpenNames) OpenNames();
+  if (NamesText) lblNames->setText(FromPath(NamesText()));
 }
 
 void frmPrefs::ClickColor(Color which) {

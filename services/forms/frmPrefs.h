@@ -10,10 +10,12 @@
 #include <QStatusBar>
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "controls/dialog.h"
 #include "controls/elided_label.h"
+#include "controls/wrapped_label.h"
 #include "session/session.h"
 
 namespace rws {
@@ -45,14 +47,18 @@ class frmPrefs : public Dialog {
   std::int32_t ForeColor = 0, BackColor = 0;
   /** The desktop's colours instead. */
   bool DesktopColors = false;
+  /** Where the names of aircraft, maps and squadrons come from, UTF-8; and the dialog in which the
+      user chooses, which takes effect by itself. */
+  std::function<std::string()> NamesText;
+  std::function<void()> OpenNames;
 
   /** Out: closed by Apply. */
   bool Applied = false;
   /** Out: another game directory was chosen. */
   bool GameChanged = false;
 
-  /** What happens to edits, the switches, the colours, the game directory. */
-  QGroupBox *fra, *fra1, *fra2, *fra3;
+  /** What happens to edits, the switches, the colours, the game directory, the names. */
+  QGroupBox *fra, *fra1, *fra2, *fra3, *fraNames;
   std::array<QRadioButton*, 3> optSave;
   /** What an Update does with lines that were not edited. */
   QComboBox* cboLines;
@@ -71,6 +77,8 @@ class frmPrefs : public Dialog {
   std::array<QLabel*, 2> lblColor;
   ElidedLabel* lblPath;
   QPushButton* cmdChg;
+  WrappedLabel* lblNames;
+  QPushButton* cmdNames;
   enum Command : std::size_t { kApply, kExit };
   std::array<QPushButton*, 2> cmd;
   QStatusBar* stBar;
@@ -90,6 +98,7 @@ class frmPrefs : public Dialog {
   bool Differs() const;
   void ClickApply();
   void ClickChange();
+  void ClickNames();
   void ClickColor(Color which);
 
   Session& session_;

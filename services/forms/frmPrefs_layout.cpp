@@ -12,6 +12,7 @@ void frmPrefs::Build() {
   fra1 = Named(new QGroupBox(tr("Options")), "fra1");
   fra2 = Named(new QGroupBox(tr("List Colors")), "fra2");
   fra3 = Named(new QGroupBox(tr("Game Path")), "fra3");
+  fraNames = Named(new QGroupBox(tr("Names and Lists")), "fraNames");
   optSave = {new QRadioButton(tr("Prompt to save before exiting mission")),
              new QRadioButton(tr("Do not prompt and auto save before exiting mission")),
              new QRadioButton(tr("Do not prompt and do not save before exiting mission"))};
@@ -57,6 +58,9 @@ void frmPrefs::Build() {
   lblPath = Named(new ElidedLabel, "lblPath", tr("Game path"));
   cmdChg = Named(new QPushButton(tr("&Change...")), "cmdChg", tr("Change the game path"),
                  tr("Browse to the installed game path"));
+  lblNames = Named(new WrappedLabel, "lblNames");
+  cmdNames = Button("cmdNames", tr("&Names and Lists..."),
+                    tr("Choose where names of aircraft, maps and squadrons come from"));
   cmd = {Button("cmd(0)", tr("&Apply"), tr("Apply the changes and exit")),
          Button("cmd(1)", tr("&Exit"), tr("Disregard changes and exit"))};
   stBar = Named(new QStatusBar, "stBar");
@@ -109,6 +113,9 @@ void frmPrefs::PlaceControls() {
   lblPath->setIndent(0);
   path->addWidget(lblPath, 1);
   path->addWidget(cmdChg);
+  auto* names = new QHBoxLayout(fraNames);
+  names->addWidget(lblNames, 1);
+  names->addWidget(cmdNames);
   stPath_->setIndent(letter);
   stBar->setSizeGripEnabled(false);
   stBar->addWidget(stPath_, 1);
@@ -116,7 +123,12 @@ void frmPrefs::PlaceControls() {
   auto* inner = new QVBoxLayout;
   const int margin = style()->pixelMetric(QStyle::PM_LayoutLeftMargin);
   inner->setContentsMargins(margin, margin, margin, 0);
-  for (auto* frame : {fra, fra1, fra2, fra3}) inner->addWidget(frame);
+  // Beside each other: one below the other they would be too high for a small screen.
+  auto* top = new QHBoxLayout;
+  top->addWidget(fra);
+  top->addWidget(fra2, 1);
+  inner->addLayout(top);
+  for (auto* frame : {fra1, fra3, fraNames}) inner->addWidget(frame);
   inner->addStretch();
   inner->addLayout(ButtonRow({cmd[kApply], cmd[kExit]}));
   auto* whole = new QVBoxLayout(this);
@@ -124,7 +136,7 @@ void frmPrefs::PlaceControls() {
   whole->addLayout(inner);
   whole->addWidget(stBar);
   cmd[kApply]->setDefault(true);
-  for (auto* button : {cmd[kExit], cmdChg, cmdColor[kText], cmdColor[kBackground]})
+  for (auto* button : {cmd[kExit], cmdChg, cmdNames, cmdColor[kText], cmdColor[kBackground]})
     button->setAutoDefault(false);
 }
 

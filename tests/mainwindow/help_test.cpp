@@ -25,6 +25,7 @@
 #include "tools/frmCheck.h"
 #include "tools/frmCompare.h"
 #include "tools/frmEditMany.h"
+#include "tools/frmLists.h"
 #include "tools/frmSkins.h"
 #include "tools/frmView.h"
 
@@ -65,7 +66,8 @@ TEST_F(HelpTest, TellsOfEveryWindowMenuEntryAndButton) {
   windows.push_back(std::make_unique<frmUnsaved>(World_.Services, nullptr));
   windows.push_back(std::make_unique<frmLines>(World_.Services, nullptr));
   AddForms<frmWP, frmWPEdit, frmBrief, frmDogFight, frmStatic, frmChgAC, frmPrefs, frmSkins,
-           frmBackups, frmChanges, frmCheck, frmCompare, frmCam, frmFind, frmEditMany>(windows);
+           frmBackups, frmChanges, frmCheck, frmCompare, frmCam, frmFind, frmEditMany, frmLists>(
+      windows);
   ASSERT_FALSE(Captions(*windows[0]).isEmpty());
   for (const auto& window : windows) {
     const QString name = window->objectName();
