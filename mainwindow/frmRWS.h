@@ -17,6 +17,7 @@
 #include <optional>
 #include <set>
 
+#include "gamelists/game_names.h"
 #include "library/forms/library_query.h"
 #include "library/forms/query_box.h"
 #include "mainwindow/flight_area.h"
@@ -90,6 +91,9 @@ class frmRWS : public QMainWindow {
   /** What the command line asked for. */
   StartArguments Arguments;
 
+  /** Where the names of aircraft, maps and squadrons come from. */
+  GameNames Names;
+
   /** Leaves in the list what matches. */
   QueryBox* qryFilter;
   MissionList* lstMission;
@@ -154,6 +158,8 @@ class frmRWS : public QMainWindow {
 
   /** The bar that tells that another program has changed the mission on show. */
   static constexpr char kReloadBar[] = "reload";
+  /** The bar that tells why the lists of the game are not in use. */
+  static constexpr char kNamesBar[] = "names";
   /** The bar that tells that an Update would change more than was edited. */
   static constexpr char kLinesBar[] = "lines";
   /** Asks about missions of which an Update would change more than was edited; in place of the form
@@ -169,6 +175,14 @@ class frmRWS : public QMainWindow {
 
  private:
   void LoadTables();
+  GameNames FindNames(ReadLists how);
+  void LoadNames();
+  bool ReloadNames(ReadLists how);
+  void ReloadChangedNames();
+  void ShowNamesAgain();
+  void TellNames();
+  void ClickNames(QWidget& parent);
+  GameNames UseNames(const NameChoices& choices, ReadLists how);
   bool TakeInstance(const std::string& commandLine);
   void FillForm(const std::string& commandLine);
   void LoadPlacement();

@@ -75,6 +75,8 @@ void frmRWS::FillRecent() {
 
 void frmRWS::ClickReread() {
   if (!SettleEdits()) return;
+  ReloadChangedNames();
+  if (session_.Doc.Closing) return;
   session_.Doc.Missions.clear();
   Start();
   OfferHalfRenamed();

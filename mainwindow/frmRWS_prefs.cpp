@@ -50,6 +50,11 @@ void frmRWS::SetPrefs() {
     form.ForeColor = prefs.ForeColor;
     form.BackColor = prefs.BackColor;
     form.DesktopColors = prefs.bDesktopColors;
+    const auto namesText = [this] {
+      return NamesText(Names, ReadNameChoices(session_.Services.Settings));
+    };
+    form.NamesText = namesText;
+    form.OpenNames = [&, this] { ClickNames(form); };
     form.LoadForm();
     Popups.ShowDialog(form);
     if (!form.Applied) return;
@@ -95,6 +100,7 @@ void frmRWS::ApplyPrefs(const frmPrefs& form) {
   doc.GamePath = form.GamePath;
   WriteSetting(services.Settings, setting::GamePath, doc.GamePath);
   ReloadPaintSchemes();
+  if (!doc.Closing) ReloadChangedNames();
   if (!doc.Closing) Start();
 }
 

@@ -72,6 +72,7 @@ void frmRWS::LoadTables() {
   flightArea->mnuAC[FlightArea::kChangeAircraft]->setEnabled(LoadAC(tables, services));
   LoadMaps(doc, services);
   LoadAircraftArray(doc, tables, services);
+  if (!doc.Closing) LoadNames();
 }
 
 void frmRWS::LoadForm(const std::string& commandLine) {

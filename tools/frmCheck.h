@@ -42,6 +42,9 @@ class frmCheck : public Dialog {
   /** Lets these missions be checked, by their full paths; none take the choice away. */
   void SetFound(std::vector<std::string> paths);
 
+  /** The next check reads the tables anew. */
+  void ForgetTables() { tables_.reset(); }
+
   /** What the window shows of the current mission. */
   std::function<ShownValues()> Shown;
   /** Shows a mission and the flight of a finding, or of none; false when that was cancelled. */
