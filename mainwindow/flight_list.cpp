@@ -49,7 +49,8 @@ QString FlightListModel::Text(const FlightRow& row, int column) const {
 }
 
 QString FlightListModel::ToolTip(const FlightRow& row, int column) const {
-  if (column == 0) return FromBytes(page_, row.ToolTip);
+  if (column == 0)
+    return FromBytes(page_, row.ToolTip + (row.Unknown.empty() ? "" : "\n\n" + row.Unknown));
   if (column == 1) return FromBytes(page_, row.GroupToolTip);
   return row.SquadToolTip.empty() ? SideText(row) : FromBytes(page_, row.SquadToolTip);
 }

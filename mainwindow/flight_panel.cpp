@@ -48,6 +48,7 @@ void FlightPanel::FillFixedLists() {
 
 void FlightPanel::ShowNoFlight() {
   setTitle(tr("None"));
+  setToolTip({});
   cboWeap->SelectRow(0);
   txtFuel->setText(QStringLiteral("0"));
   EnableFlightControls(false, false);
@@ -59,6 +60,7 @@ void FlightPanel::LoadFlight(int index) {
   LogAndLeave(session_.Services, "LoadFlight", [&] {
     const Flight& flight = FlightAt(session_, index);
     CurAircraftOK = IsKnownPlane(session_.Tables, flight.Class);
+    setToolTip(FromBytes(session_.Services.Page, UnknownPlaneText(session_.Tables, flight.Class)));
     // First: what follows may show the caption, which must learn no loadout for another aircraft.
     FillWeapons(flight);
     ShowPlanes(flight);

@@ -34,6 +34,7 @@ FlightRow MakeRow(const Flight& flight, std::int32_t colorBefore, const Catalogu
   row.GroupToolTip = GetUserDatabyGroup(catalogues, services, flight.Name);
   if (row.GroupToolTip.empty()) row.GroupToolTip = row.GroupText;
   row.ToolTip = kMenuHint;
+  row.Unknown = UnknownPlaneText(catalogues, flight.Class);
   if (!row.Supported) row.ToolTip = row.GroupToolTip = row.SquadToolTip = kUnsupportedHint;
   // A word that is no army keeps the colour of the row before, on purpose.
   row.Color = ArmyColor(word).value_or(colorBefore);
@@ -51,6 +52,18 @@ std::string SquadFlightText(std::string_view flightName) {
     return FormatNumber(Val(digit) + 1, "0#");
   };
   return counted(0) + " " + counted(1);
+}
+
+std::string UnknownPlaneText(const Catalogues& catalogues, const std::string& aircraftClass) {
+  if (IsKnownPlane(catalogues, aircraftClass)) return "";
+  const std::string start = "The class \"" + aircraftClass + "\" is ";
+  if (catalogues.Listed)
+    return start +
+           "not in the lists of the game's pack, which are in use. The game may have it all the "
+           "same.\nIf it is of another pack, choose that in the preferences, Names and Lists.";
+  return start +
+         "not in the tables of this program, and no lists of the game are in use. The game may "
+         "have it all the same.\nPreferences, Names and Lists, chooses the pack that names it.";
 }
 
 bool MakeFlightRows(const Mission& mission, const Catalogues& catalogues, const Services& services,

@@ -24,11 +24,15 @@ struct FlightRow {
   std::string ToolTip, GroupToolTip, SquadToolTip;
   std::int32_t Color = 0;  // blue-green-red
   bool Supported = true;   // by the installed game
+  std::string Unknown;     // why it is not, and what to do; "" for a supported one
   std::string Icon;        // name of the group's country, the key of its picture
 };
 
 /** Squadron and flight of a flight's name, each counted from 1: "r0100" gives "01 01". */
 std::string SquadFlightText(std::string_view flightName);
+
+/** What is unknown of an aircraft that is in no table, and what to do; "" for one that is. */
+std::string UnknownPlaneText(const Catalogues& catalogues, const std::string& aircraftClass);
 
 /** Fills the rows of a mission's flights, in the order of the flights. False, logged, at a flight
     whose name has fewer than two characters; the rows end before it. */
