@@ -15,6 +15,7 @@ const OwnAircraft kDuck{"DUCK", "Ente, die", true, false, "Du-ck", {"2xA", "4xB"
 
 TEST(OwnEntries, StayWhatTheyAreBesideANewOne) {
   const std::string first = WithOwnAircraft("", kDuck);
+  EXPECT_TRUE(first.starts_with("# ")) << first;
   const std::string both = WithOwnMap(first, {"x/l.ini", "Ex\nY", ""});
   OwnEntries own = ParseOwnEntries(both);
   EXPECT_EQ(own.Aircraft, std::vector<OwnAircraft>{kDuck});

@@ -33,7 +33,7 @@ class Names : public testing::Test {
          "[AIR]\nBARE air.BARE 2\nHe-1/B air.HE_1B NOINFO g01\nA-20C air.A_20C 1 usa01\n"
          "DUCK air.DUCK\nTwin air.TWIN 1\nP-51 air.P51 1\n\xD6x air.\xD6X 1\n");
     Pack("i18n/plane.properties",
-         "A-20C Boston, 1941\nTwin Boston, 1941\nDUCK fiat\nP-51 Racer Red F\nBARE \\u041D\n");
+         "A-20C Boston, 1941\nTwin Boston, 1941\nDUCK fiat\nP-51 Racer\\t  Red F\nBARE \\u041D\n");
     Pack("i18n/weapons.properties",
          "A-20C.4x250 four\nA-20C.9x9 nine\nHe-1/B.1xX One\nHe-1/B.2xX One\nBARE.1xY Y\n");
     Pack("maps/all.ini", "[all]\nb BERLIN/load.ini\nn New/load.ini\n");
@@ -132,14 +132,20 @@ TEST_F(Names, AreKeptUntilSomethingOfThemChanges) {
   const auto write = [&](const char* path) {
     return [this, path] { box_.Write(std::string("game/") + path, "P-51 x\nsomething other\n"); };
   };
+  Pack("maps/all.ini", "[all]\nbare\n");
   EXPECT_EQ(read(), 1);
   EXPECT_EQ(read(), 0);
+  const GameLists kept = Find().Kept->Lists;
+  EXPECT_EQ(kept.Troubles.size(), 1U);
+  EXPECT_EQ(kept.Names.Countries.size(), 1U);
+  EXPECT_EQ(kept.Sources.size(), 8U);
   EXPECT_EQ(read(ReadLists::Anew), 1);
   const std::pair<const char*, std::function<void()>> changes[] = {
       {"edited", write("#UP#/STD/i18n/plane.properties")},
       {"a better one", write("#UP#/STD/i18n/plane_us.properties")},
       {"a folder for one", write("#UP#/STD/maps/x.txt")},
       {"a mod ahead", write("#UP#/!A/i18n/maps.properties")},
+      {"a folder in a mod", write("#UP#/!A/maps/x.txt")},
       {"of no pack", [this] { box_.Write("program/kept.dat", "RWS lists 1\n\nwhole\n"); }},
       {"the language", [this] { choices_.Language = "de"; }}};
   for (const auto& [what, change] : changes) {
