@@ -79,6 +79,7 @@ GameNames FindGameNames(const Services& services, const std::string& gamePath,
                         const NameChoices& choices, const std::string& keptIn, const TellWork& told,
                         ReadLists how) {
   GameNames names;
+  names.Own = services.Files.Stamp(OwnEntriesFile(services));
   if (!choices.UseLists) return names;
   const FoundPacks found = FindPacks(services, gamePath);
   names.Packs = found.Packs;
@@ -113,6 +114,7 @@ GameNames FindGameNames(const Services& services, const std::string& gamePath,
 
 bool AreCurrent(const Services& services, const std::string& gamePath, const NameChoices& choices,
                 const GameNames& names) {
+  if (services.Files.Stamp(OwnEntriesFile(services)) != names.Own) return false;
   if (!choices.UseLists) return !names.Kept;
   const FoundPacks found = FindPacks(services, gamePath);
   const GamePack* pack = ChosenPack(found, choices);

@@ -32,6 +32,7 @@ struct GameNames {
   std::vector<GamePack> Packs;            // of the game
   bool MustChoose = false;                // several, and the user has chosen none
   bool IsCancelled = false;
+  FileStamp Own;                      // of the file of the user's own entries
   std::vector<std::string> Troubles;  // why something could not be looked at
 };
 

@@ -157,6 +157,10 @@ TEST_F(Names, AreKeptUntilSomethingOfThemChanges) {
     EXPECT_EQ(read(), 1);
     EXPECT_EQ(read(), 0);
   }
+  const GameNames before = Find();
+  box_.Write("program/RWS_Own.txt", "[aircraft DUCK]\nname=Goose\n");
+  EXPECT_FALSE(AreCurrent(world_.Services, box_.Path("game"), choices_, before));
+  EXPECT_EQ(GetPlaneName(Apply(Find()), world_.Services, "DUCK"), "Goose");
   // Cut anywhere, or full of nonsense, it is no list.
   const std::string whole = box_.Read("program/kept.dat");
   ASSERT_TRUE(UnpackLists(whole));
