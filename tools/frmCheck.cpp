@@ -255,7 +255,9 @@ void frmCheck::Filter() {
 
 bool frmCheck::IsShown(const std::string& path) const {
   const Document& doc = session_.Doc;
-  return !doc.Missions.empty() && path == At(doc.MissionFiles, doc.CurMission);
+  // Of an empty folder there is a mission, but no file.
+  return !doc.Missions.empty() && !doc.MissionFiles.empty() &&
+         path == At(doc.MissionFiles, doc.CurMission);
 }
 
 /** What can be mended of the mission on show. */
