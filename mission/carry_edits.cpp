@@ -60,17 +60,68 @@ auto ByRow(Waypoints& waypoints) {
   return rows;
 }
 
-/** Those that are no rows of their own in a mission whose lines are kept, such as "TRIGGERS". */
+bool IsTriggers(const Waypoint& waypoint) { return EqualNoCase(waypoint.Type, "TRIGGERS"); }
+
+/** Those that are no rows of a mission whose lines are kept, and no settings of one either. */
 std::vector<Waypoint> WithoutRow(std::vector<Waypoint> waypoints) {
-  std::erase_if(waypoints, [](const Waypoint& waypoint) { return waypoint.KeptRow >= 0; });
+  std::erase_if(waypoints, [](const Waypoint& waypoint) {
+    return waypoint.KeptRow >= 0 || IsTriggers(waypoint);
+  });
   return waypoints;
 }
 
+/** What belongs to each row of a route: itself, and lines of settings where they have a place. */
+std::map<std::int32_t, std::vector<Waypoint>> StopsByRow(const std::vector<Waypoint>& waypoints) {
+  std::map<std::int32_t, std::vector<Waypoint>> stops;
+  std::vector<Waypoint>* stop = nullptr;
+  for (const auto& waypoint : waypoints) {
+    if (waypoint.KeptRow >= 0)
+      stop = &stops[waypoint.KeptRow];
+    else if (!IsTriggers(waypoint))
+      stop = nullptr;
+    if (stop) stop->push_back(waypoint);
+  }
+  return stops;
+}
+
+/** The rows, in their order, that a route has beside those that were added to it. */
+std::vector<std::int32_t> RowsOf(const std::vector<Waypoint>& waypoints) {
+  std::vector<std::int32_t> rows;
+  for (const auto& waypoint : waypoints)
+    if (waypoint.KeptRow >= 0) rows.push_back(waypoint.KeptRow);
+  return rows;
+}
+
+/** Puts rows in the order of an edited route, and what was added to that between them. */
+void ArrangeRoute(const std::vector<Waypoint>& edited, std::vector<Waypoint>& onto) {
+  const auto stops = StopsByRow(onto);
+  onto.clear();
+  for (const auto& waypoint : edited) {
+    const auto stop = stops.find(waypoint.KeptRow);
+    if (stop != stops.end())
+      onto.insert(onto.end(), stop->second.begin(), stop->second.end());
+    else if (!IsTriggers(waypoint))
+      onto.push_back(waypoint);
+  }
+}
+
+/** True if no row that is still there has other settings than it had. */
+bool SameSettings(const std::vector<Waypoint>& read, const std::vector<Waypoint>& edited) {
+  const auto was = StopsByRow(read), is = StopsByRow(edited);
+  const auto settings = [](std::vector<Waypoint> stop) {
+    stop.erase(stop.begin());
+    return stop;
+  };
+  return std::all_of(is.begin(), is.end(), [&](const auto& stop) {
+    const auto before = was.find(stop.first);
+    return before == was.end() || IsSame(settings(before->second), settings(stop.second));
+  });
+}
+
 bool CarryRoute(const Flight& read, const Flight& edited, Flight& onto) {
-  if (!IsSame(WithoutRow(read.Waypoints), WithoutRow(edited.Waypoints))) return false;
+  if (!SameSettings(read.Waypoints, edited.Waypoints)) return false;
   const auto was = ByRow(read.Waypoints), is = ByRow(edited.Waypoints);
   const auto becomes = ByRow(onto.Waypoints);
-  std::set<std::int32_t> gone;
   for (const auto& [row, before] : was) {
     const auto after = is.find(row);
     const auto place = becomes.find(row);
@@ -78,13 +129,16 @@ bool CarryRoute(const Flight& read, const Flight& edited, Flight& onto) {
     // A route may have been read into the flight before its own.
     if (place == becomes.end() || place->second->X != before->X || place->second->Y != before->Y)
       return false;
-    if (after == is.end())
-      gone.insert(row);
-    else
-      CarryPlain(*before, *after->second, *place->second);
+    if (after != is.end()) CarryPlain(*before, *after->second, *place->second);
   }
-  std::erase_if(onto.Waypoints,
-                [&](const Waypoint& waypoint) { return gone.contains(waypoint.KeptRow); });
+  const bool sameRows = RowsOf(read.Waypoints) == RowsOf(edited.Waypoints);
+  const auto others = WithoutRow(read.Waypoints);
+  if (sameRows && IsSame(others, WithoutRow(edited.Waypoints))) return true;
+  // Lines that one reading alone takes for waypoints have no place in the other's order.
+  if (!others.empty() || !WithoutRow(onto.Waypoints).empty()) return false;
+  if (was.size() != becomes.size()) return false;
+  ArrangeRoute(edited.Waypoints, onto.Waypoints);
+  onto.LastWaypoint = std::to_string(static_cast<std::ptrdiff_t>(onto.Waypoints.size()) - 1);
   return std::all_of(is.begin(), is.end(),
                      [&](const auto& row) { return was.contains(row.first); });
 }
@@ -211,6 +265,9 @@ std::string CarryBases(const Mission& read, const Mission& edited, Mission& onto
     if (i >= std::min({was.size(), is.size(), onto.BornPlaces.size()}) ||
         onto.BornPlaces[i].X != was[i].X || onto.BornPlaces[i].Y != was[i].Y)
       return "home base " + std::to_string(i);
+    const bool hasMoved = was[i].X != is[i].X || was[i].Y != is[i].Y;
+    // Only who writes edits alone lets sections that are named by its place follow.
+    if (hasMoved && !onto.KeepsLines) return "the place of home base " + std::to_string(i);
     CarryPlain(was[i], is[i], onto.BornPlaces[i]);
     CarryAircraft(was[i], is[i], onto.BornPlaces[i], onto.KeepsLines);
   }

@@ -162,20 +162,29 @@ void EditRoute(const KeptText& text, LinePatch& patch, const KeptSection& route,
       for (const auto line : rows[next].Triggers) patch.Remove(line);
     }
   };
+  // A row that comes again, or behind a later one, is put in anew with all that it had.
+  const auto insert = [&](const std::string& line) {
+    patch.Insert(next < rows.size() ? rows[next].Line : EndOfSection(text, route), line);
+  };
   for (const auto& waypoint : edited.Waypoints) {
     const auto row = static_cast<std::size_t>(waypoint.KeptRow);
-    if (waypoint.KeptRow < 0 || row < next || row >= rows.size()) {
-      if (waypoint.Line.empty()) continue;
-      patch.Insert(next < rows.size() ? rows[next].Line : EndOfSection(text, route),
-                   NewWaypoint(waypoint));
+    if (waypoint.KeptRow < 0 || row >= rows.size()) {
+      if (!waypoint.Line.empty()) insert(NewWaypoint(waypoint));
+      continue;
+    }
+    const Waypoint& before = read.Waypoints[row];
+    const bool dropsTriggers = NeedsTriggers(before.Type) && !NeedsTriggers(waypoint.Type);
+    if (row < next) {
+      insert(EditedWaypoint(text.Lines()[rows[row].Line], before, waypoint));
+      for (const auto line : rows[row].Triggers)
+        if (!dropsTriggers) insert(std::string(text.Lines()[line]));
       continue;
     }
     removeUpTo(row);
     ++next;
-    const Waypoint& before = read.Waypoints[row];
     if (!WaypointDiffers(before, waypoint)) continue;
     patch.Replace(rows[row].Line, EditedWaypoint(text.Lines()[rows[row].Line], before, waypoint));
-    if (NeedsTriggers(before.Type) && !NeedsTriggers(waypoint.Type))
+    if (dropsTriggers)
       for (const auto line : rows[row].Triggers) patch.Remove(line);
   }
   removeUpTo(rows.size());

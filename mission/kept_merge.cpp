@@ -5,6 +5,7 @@
 #include <optional>
 #include <utility>
 
+#include "mission/kept_bases.h"
 #include "mission/kept_flights.h"
 #include "mission/kept_keys.h"
 #include "mission/kept_reader.h"
@@ -28,7 +29,7 @@ class Merge {
   LineArray Run() {
     EditMain();
     EditFlights();
-    EditBases();
+    EditHomeBases(text_, patch_, read_.BornPlaces, edited_.BornPlaces);
     return patch_.IsEmpty() ? edited_.Lines : patch_.Result();
   }
 
@@ -38,9 +39,6 @@ class Merge {
   void EditWing(const KeptSection* wing);
   void AddFlights(const KeptSection* wing);
   std::size_t PlaceOfNewFlights(const KeptSection* wing) const;
-  void EditBases();
-  void EditAircraft(std::size_t base);
-  std::size_t PlaceOfAircraft(std::size_t base) const;
 
   const Mission& edited_;
   Mission read_;
@@ -164,49 +162,6 @@ void Merge::EditFlights() {
   const KeptSection* wing = text_.Find("Wing");
   EditWing(wing);
   AddFlights(wing);
-}
-
-void Merge::EditBases() {
-  const auto lines = HomeBaseLines(text_);
-  for (std::size_t i = 0; i < lines.size() && i < edited_.BornPlaces.size(); ++i) {
-    const BornPlace &read = read_.BornPlaces[i], &edited = edited_.BornPlaces[i];
-    WordLine words(text_.Lines()[lines[i]]);
-    if (read.Army != edited.Army) words.Set(0, std::to_string(edited.Army));
-    if (read.Radius != edited.Radius) words.Set(1, std::to_string(edited.Radius));
-    patch_.Replace(lines[i], words.Text());
-    if (read.Planes != edited.Planes) EditAircraft(i);
-  }
-}
-
-/** Behind the bases, and what belongs to those before this one. */
-std::size_t Merge::PlaceOfAircraft(std::size_t base) const {
-  const KeptSection* last = text_.Find("BornPlace");
-  for (std::size_t i = 0; i < base; ++i)
-    for (const char* kind : {"BornPlace", "BornPlaceCountries"})
-      if (const auto* section = text_.Find(kind + std::to_string(i)))
-        if (section->Header > last->Header) last = section;
-  return EndOfSection(text_, *last);
-}
-
-void Merge::EditAircraft(std::size_t base) {
-  const KeptSection* section = AircraftSection(text_, base);
-  std::vector<std::string> wanted = edited_.BornPlaces[base].Planes;
-  if (wanted.empty() && section)
-    return patch_.RemoveRange(section->Header, EndOfSection(text_, *section));
-  const auto take = [&](std::string_view name) {
-    const auto found = std::find_if(wanted.begin(), wanted.end(), [&](const std::string& plane) {
-      return EqualNoCase(plane, name);
-    });
-    if (found == wanted.end()) return false;
-    wanted.erase(found);
-    return true;
-  };
-  if (section)
-    for (const auto& plane : AircraftOf(text_, *section))
-      if (!take(plane.Name)) patch_.RemoveRange(plane.First, plane.Last);
-  const std::size_t place = section ? EndOfSection(text_, *section) : PlaceOfAircraft(base);
-  if (!section) patch_.Insert(place, "[BornPlace" + std::to_string(base) + "]");
-  for (const auto& plane : wanted) patch_.Insert(place, "  " + plane);
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "mission/flight_values.h"
+#include "mission/kept_bases.h"
 #include "mission/kept_flights.h"
 #include "mission/kept_merge.h"
 #include "mission/kept_reader.h"
@@ -58,7 +59,7 @@ bool SameMain(const Mission& a, const Mission& b) {
 }
 
 bool SameBase(const BornPlace& a, const BornPlace& b) {
-  return a.Army == b.Army && a.Radius == b.Radius &&
+  return a.Army == b.Army && a.Radius == b.Radius && a.X == b.X && a.Y == b.Y &&
          std::equal(a.Planes.begin(), a.Planes.end(), b.Planes.begin(), b.Planes.end(),
                     EqualNoCase);
 }
@@ -162,13 +163,18 @@ void Concerned::MarkKeys(const KeptSection& section, const Flight& read, const F
 void Concerned::MarkRoute(const KeptSection& route, const Flight& read, const Flight& edited) {
   const auto rows = WaypointsOf(text_, route);
   std::vector<const Waypoint*> becameOf(rows.size());
-  for (const auto& waypoint : edited.Waypoints)
-    if (const auto row = static_cast<std::size_t>(waypoint.KeptRow);
-        waypoint.KeptRow >= 0 && row < rows.size() && !becameOf[row])
-      becameOf[row] = &waypoint;
+  std::vector<bool> moved(rows.size());
+  std::size_t next = 0;
+  for (const auto& waypoint : edited.Waypoints) {
+    const auto row = static_cast<std::size_t>(waypoint.KeptRow);
+    if (waypoint.KeptRow < 0 || row >= rows.size() || becameOf[row]) continue;
+    becameOf[row] = &waypoint;
+    moved[row] = row < next;
+    next = std::max(next, row + 1);
+  }
   for (std::size_t i = 0; i < rows.size(); ++i) {
     const Waypoint* became = becameOf[i];
-    const bool gone = !became;
+    const bool gone = !became || moved[i];
     if (!gone && !WaypointDiffers(read.Waypoints[i], *became)) continue;
     MarkLines(rows[i].Line, rows[i].Line + 1);
     if (gone || read.Waypoints[i].Type != became->Type)
@@ -180,7 +186,12 @@ void Concerned::MarkBases(const Mission& read, const Mission& edited) {
   const auto lines = HomeBaseLines(text_);
   for (std::size_t i = 0; i < lines.size() && i < edited.BornPlaces.size(); ++i) {
     const BornPlace &is = read.BornPlaces[i], &should = edited.BornPlaces[i];
-    if (is.Army != should.Army || is.Radius != should.Radius) MarkLines(lines[i], lines[i] + 1);
+    const bool hasMoved = is.X != should.X || is.Y != should.Y;
+    if (hasMoved || is.Army != should.Army || is.Radius != should.Radius)
+      MarkLines(lines[i], lines[i] + 1);
+    if (hasMoved)
+      for (const auto& named : SectionsAtBase(text_, i))
+        MarkLines(named.Section->Header, named.Section->First);
     const auto* section = AircraftSection(text_, i);
     if (!section || is.Planes == should.Planes) continue;
     if (should.Planes.empty()) MarkLines(section->Header, section->Last);

@@ -160,6 +160,15 @@ TEST_F(Kept, WritesAnEditIntoItsOwnWords) {
       {"  r0100~=  r0200|[r0100]~=[r0200]|[r0100_Way]~=[r0200_Way]",
        flight([](Flight& f) { f.Name = "r0200"; })},
       {"  2 5000 1 2~=  3 5000 1 2", [](Mission& m) { m.BornPlaces[1].Army = 3; }},
+      {"  2 5000 1 2~=  2 5000 1 77|[MDS_BornPlace_1_2_RRR]~=[MDS_BornPlace_1_77_RRR]",
+       [](Mission& m) { m.BornPlaces[1].Y = 77; }},
+      {"  1 3000 121601 74883 1 1000 200~=  1 3000 5 74883 1 1000 200",
+       [](Mission& m) { m.BornPlaces[0].X = 5; }},
+      {"  NORMFLY_404 81566.39 168677.44 1500.00 350.00 &1 F3~-|  TRIGGERS 10 0 90 7 500~-|"
+       "  GATTACK 98608.34 166259.46 1500.00 300.00 g0100 2 &0 F5~+"
+       "  NORMFLY_404 81566.39 168677.44 1500.00 350.00 &1 F3|"
+       "  NORMFLY_404 81566.39 168677.44 1500.00 350.00 &1 F3~+  TRIGGERS 10 0 90 7 500",
+       flight([](Flight& f) { std::swap(f.Waypoints[1], f.Waypoints[2]); })},
       {"  Bf-109E-4 10 28xSC50~-|  + 2xSC250~-",
        [](Mission& m) { m.BornPlaces[0].Planes = {"Unknown-1"}; }},
       {"  Unknown-1~+  La-5",
