@@ -56,12 +56,6 @@ std::string TimeAt(const MapTextSources& from, const FlightClock& clock, std::si
   return TimeOfDay(from.Model.Time, clock.Points[point].Arrives);
 }
 
-std::string FlightText(const MapTextSources& from, std::size_t route) {
-  const MapRoute& flight = from.Model.Scene.Routes[route];
-  return from.Services.Page.ToUtf8(flight.Name) + ", " + AircraftName(from, flight.Flight) + ", " +
-         ArmyName(flight.Army) + (flight.IsPlayer ? ", the player's" : "");
-}
-
 std::string WaypointText(const MapTextSources& from, std::size_t route, std::size_t index) {
   const MapRoute& flight = from.Model.Scene.Routes[route];
   const RoutePoint& point = flight.Points[index];
@@ -174,6 +168,12 @@ std::string ArmyName(std::uint8_t army) {
   if (army < kArmies.size()) return std::string(ArmyText(kArmies[army]));
   return army < kHomeBaseColors.size() ? std::string(kHomeBaseColors[army].Name) + " army"
                                        : "Army " + std::to_string(army);
+}
+
+std::string FlightText(const MapTextSources& from, std::size_t route) {
+  const MapRoute& flight = from.Model.Scene.Routes[route];
+  return from.Services.Page.ToUtf8(flight.Name) + ", " + AircraftName(from, flight.Flight) + ", " +
+         ArmyName(flight.Army) + (flight.IsPlayer ? ", the player's" : "");
 }
 
 std::string PlaceText(MapPoint at) {

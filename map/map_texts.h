@@ -25,6 +25,9 @@ struct MapTextSources {
     nothing. */
 std::string HitText(const MapTextSources& from, const MapHit& hit);
 
+/** "g0100, Bf 109 E-4, Blue army, the player's" */
+std::string FlightText(const MapTextSources& from, std::size_t route);
+
 /** "x 98.01 km, y 167.48 km" */
 std::string PlaceText(MapPoint at);
 

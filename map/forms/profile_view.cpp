@@ -1,6 +1,5 @@
 #include "map/forms/profile_view.h"
 
-#include <QFontDatabase>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>

@@ -2,7 +2,6 @@
 
 #include <QHBoxLayout>
 #include <QSignalBlocker>
-#include <QStyle>
 #include <algorithm>
 #include <cmath>
 
@@ -47,8 +46,8 @@ void TimeBar::Build() {
   cmdPlay->setCheckable(true);
   cmdStep = {Named(new QToolButton, "cmdStep(0)", tr("One minute back"), tr("One minute back")),
              Named(new QToolButton, "cmdStep(1)", tr("One minute on"), tr("One minute on"))};
-  cmdStep[0]->setIcon(style()->standardIcon(QStyle::SP_MediaSeekBackward));
-  cmdStep[1]->setIcon(style()->standardIcon(QStyle::SP_MediaSeekForward));
+  cmdStep[0]->setArrowType(Qt::LeftArrow);
+  cmdStep[1]->setArrowType(Qt::RightArrow);
   for (auto* button : cmdStep) button->setAutoRepeat(true);
   for (auto* button : {cmdStep[0], cmdPlay, cmdStep[1]}) {
     button->setFocusPolicy(Qt::StrongFocus);
@@ -68,6 +67,8 @@ void TimeBar::Build() {
 void TimeBar::Place() {
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
+  const int pause = cmdPlay->fontMetrics().horizontalAdvance(tr("Pause"));
+  cmdPlay->setMinimumWidth(pause + 2 * cmdPlay->fontMetrics().averageCharWidth());
   for (auto* button : {cmdStep[0], cmdPlay, cmdStep[1]}) row->addWidget(button);
   row->addWidget(cmbPace);
   row->addWidget(sldMinute, 1);
@@ -106,7 +107,7 @@ void TimeBar::Play(bool on) {
   if (on && minute_ >= last_) minute_ = 0;
   if (on && !chkPositions->isChecked()) chkPositions->setChecked(true);
   on ? timer_.start() : timer_.stop();
-  cmdPlay->setIcon(style()->standardIcon(on ? QStyle::SP_MediaPause : QStyle::SP_MediaPlay));
+  cmdPlay->setText(on ? tr("Pa&use") : tr("Pla&y"));
   cmdPlay->setAccessibleName(on ? tr("Pause") : tr("Play"));
   cmdPlay->setToolTip(on ? tr("Let the time of the mission stand")
                          : tr("Let the time of the mission run"));
