@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QPainter>
+#include <QRectF>
+#include <QString>
+#include <functional>
+#include <vector>
+
+#include "map/forms/map_shown.h"
+
+namespace rws {
+
+/** One line of the legend: a sample, drawn about a place, and what it means. */
+struct LegendEntry {
+  QString Text;
+  std::function<void(QPainter&, QPointF, bool dark)> Sample;
+};
+
+/** What there is on a map, by the layers that are shown and by what the mission really has. */
+std::vector<LegendEntry> LegendOf(const MapModel& model, const MapLayers& layers);
+
+/** Paints a legend into the lower right corner of an area. Returns where. */
+QRectF PaintLegend(QPainter& painter, const std::vector<LegendEntry>& entries, const QRectF& area,
+                   bool dark);
+
+}  // namespace rws
