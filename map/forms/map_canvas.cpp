@@ -16,6 +16,9 @@ namespace {
 
 /** Pixels around the picture in which a thing still may reach into it. */
 constexpr double kRim = 48;
+/** What comes to lie between two device pixels must always go to the same side, else a map that is
+    moved would not fit its parts. */
+constexpr double kTie = 1e-6;
 
 /** Shared by all pictures: a map is painted by the thread of the window alone. */
 SymbolCache& Symbols() {
@@ -43,6 +46,16 @@ void MapCanvas::AddLine(std::vector<QLineF>& lines, MapPoint from, MapPoint to) 
   if (!IsFinite(from) || !IsFinite(to)) return;
   if (const auto seen = ClippedTo(Seen, from, to))
     lines.emplace_back(At(seen->first), At(seen->second));
+}
+
+void MapCanvas::Sharpen(std::vector<QLineF>& lines) const {
+  const QTransform toDevice = Painter.deviceTransform(), back = toDevice.inverted();
+  const auto sharp = [&](QPointF at) {
+    const QPointF pixel = toDevice.map(at);
+    return back.map(
+        QPointF(std::floor(pixel.x() + kTie) + 0.5, std::floor(pixel.y() + kTie) + 0.5));
+  };
+  for (auto& line : lines) line = QLineF(sharp(line.p1()), sharp(line.p2()));
 }
 
 void MapCanvas::Draw(const std::vector<QLineF>& lines) {
@@ -119,8 +132,8 @@ void MapCanvas::EndSymbols() { Painter.restore(); }
 
 void MapCanvas::DrawPicture(QPointF at, const QImage& picture) {
   const QPointF middle = device_.map(at);
-  Painter.drawImage(QPoint(static_cast<int>(std::floor(middle.x())) - picture.width() / 2,
-                           static_cast<int>(std::floor(middle.y())) - picture.height() / 2),
+  Painter.drawImage(QPoint(static_cast<int>(std::floor(middle.x() + kTie)) - picture.width() / 2,
+                           static_cast<int>(std::floor(middle.y() + kTie)) - picture.height() / 2),
                     picture);
 }
 

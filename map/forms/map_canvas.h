@@ -44,6 +44,8 @@ class MapCanvas {
       last = &at;
     }
   }
+  /** Moves upright and level lines into the middle of device pixels, where a thin one is sharp. */
+  void Sharpen(std::vector<QLineF>& lines) const;
   void Draw(const std::vector<QLineF>& lines);
   /** A line with the painter's pen; a pattern begins at `from`, wherever it is cut. */
   void Line(MapPoint from, MapPoint to);

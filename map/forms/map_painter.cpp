@@ -89,10 +89,7 @@ void PaintGrid(MapCanvas& canvas) {
   EachGridLine(step, seen.Bottom, seen.Top, [&](double y) {
     canvas.AddLine(lines, {seen.Left, y}, {seen.Right, y});
   });
-  // In the middle of pixels, where a thin line is sharp.
-  for (auto& line : lines)
-    line = QLineF(std::floor(line.x1()) + 0.5, std::floor(line.y1()) + 0.5,
-                  std::floor(line.x2()) + 0.5, std::floor(line.y2()) + 0.5);
+  canvas.Sharpen(lines);
   canvas.Painter.setPen(QPen(GridColor(canvas.Shown.Dark), 1));
   canvas.Draw(lines);
 }

@@ -9,6 +9,7 @@ namespace rws {
 
 namespace {
 
+constexpr double kSelectedWidth = 2.8, kComparedWidth = 1.8;
 constexpr double kStrongSymbol = 7, kFaintSymbol = 4;
 /** Above so many metres per pixel points of faint routes would only hide their lines. */
 constexpr double kCoarsestPoints = 400;
@@ -72,11 +73,11 @@ void PaintTriggers(MapCanvas& canvas, const MapRoute& route, double radius) {
       PaintTrigger(canvas, point, route.Army, radius);
 }
 
-void PaintStrongLegs(MapCanvas& canvas, const MapRoute& route) {
+void PaintStrongLegs(MapCanvas& canvas, const MapRoute& route, double width) {
   std::vector<QLineF> halo = LegsOf(canvas, route);
   canvas.Painter.setPen(QPen(GroundColor(canvas.Shown.Dark), 5));
   canvas.Draw(halo);
-  canvas.Painter.setPen(StrongPen(route.Army, canvas.Shown.Dark));
+  canvas.Painter.setPen(StrongPen(route.Army, canvas.Shown.Dark, width));
   for (std::size_t i = 1; i < route.Points.size(); ++i)
     if (HasPlaces(route.Points[i - 1], route.Points[i]))
       canvas.Line(route.Points[i - 1].At, route.Points[i].At);
@@ -111,7 +112,7 @@ void BlockPoints(const MapCanvas& canvas, LabelPlacer& labels, const MapRoute& r
 }
 
 void PaintNumbers(MapCanvas& canvas, LabelPlacer& labels, const MapRoute& route,
-                  const std::vector<std::size_t>& first) {
+                  const std::vector<std::size_t>& first, const QColor& color) {
   const QFontMetricsF font(canvas.Painter.font());
   const auto label = [&](std::size_t i) {
     const RoutePoint& point = route.Points[i];
@@ -119,7 +120,7 @@ void PaintNumbers(MapCanvas& canvas, LabelPlacer& labels, const MapRoute& route,
     const QString text = QString::number(i);
     const QSizeF size(font.horizontalAdvance(text), font.ascent());
     const QRectF rect = labels.Place(canvas.At(point.At), size, kStrongSymbol + 1);
-    if (!rect.isEmpty()) canvas.Text(rect.bottomLeft(), text, InkColor(canvas.Shown.Dark));
+    if (!rect.isEmpty()) canvas.Text(rect.bottomLeft(), text, color);
   };
   // Where there is no room for all, the selected ones have theirs.
   for (const auto i : first)
@@ -139,11 +140,11 @@ MapRoute Moved(MapRoute route, const MapPreview& preview) {
   return route;
 }
 
-void PaintStrong(MapCanvas& canvas, const MapRoute& route,
-                 const std::vector<std::size_t>& selected) {
+void PaintStrong(MapCanvas& canvas, const MapRoute& route, const std::vector<std::size_t>& selected,
+                 double width) {
   PaintLinks(canvas, route, true);
   PaintPatrols(canvas, route, ArmyColor(route.Army, canvas.Shown.Dark));
-  PaintStrongLegs(canvas, route);
+  PaintStrongLegs(canvas, route, width);
   PaintStrongPoints(canvas, route, selected);
 }
 
@@ -186,16 +187,18 @@ void PaintStrongRoutes(MapCanvas& canvas, const MapPreview& preview, LabelPlacer
   const auto& routes = canvas.Model->Scene.Routes;
   const auto& selection = canvas.Shown.Selection;
   for (const auto index : canvas.Shown.Compared)
-    if (index < routes.size() && selection.Route != index) PaintStrong(canvas, routes[index], {});
+    if (index < routes.size() && selection.Route != index)
+      PaintStrong(canvas, routes[index], {}, kComparedWidth);
   if (!selection.Route || *selection.Route >= routes.size()) return;
   const MapRoute selected = Moved(routes[*selection.Route], preview);
-  PaintStrong(canvas, selected, selection.Points);
+  PaintStrong(canvas, selected, selection.Points, kSelectedWidth);
   BlockPoints(canvas, labels, selected);
-  PaintNumbers(canvas, labels, selected, selection.Points);
+  PaintNumbers(canvas, labels, selected, selection.Points, InkColor(canvas.Shown.Dark));
   for (const auto index : canvas.Shown.Compared) {
     if (index >= routes.size() || selection.Route == index) continue;
     BlockPoints(canvas, labels, routes[index]);
-    PaintNumbers(canvas, labels, routes[index], {});
+    PaintNumbers(canvas, labels, routes[index], {},
+                 ArmyColor(routes[index].Army, canvas.Shown.Dark));
   }
 }
 

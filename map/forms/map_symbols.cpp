@@ -170,9 +170,8 @@ void SetArmyLook(QPainter& painter, std::uint8_t army, bool dark, double lineWid
   painter.setBrush(army == 1 ? color : army == 2 ? GroundColor(dark) : Faint(color, dark, kHalf));
 }
 
-QPen StrongPen(std::uint8_t army, bool dark) {
-  constexpr double kWidth = 2.5;
-  QPen pen(ArmyColor(army, dark), kWidth, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin);
+QPen StrongPen(std::uint8_t army, bool dark, double width) {
+  QPen pen(ArmyColor(army, dark), width, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin);
   if (army == 2) pen.setDashPattern({7, 1.6});
   if (army != 1 && army != 2) pen.setDashPattern({7, 1.6, 1.6, 1.6});
   return pen;

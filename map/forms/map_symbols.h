@@ -26,7 +26,7 @@ bool HasNose(ObjectKind kind);
 void SetArmyLook(QPainter& painter, std::uint8_t army, bool dark, double lineWidth);
 
 /** The pen of a strong route. Armies differ by the pattern of their lines too. */
-QPen StrongPen(std::uint8_t army, bool dark);
+QPen StrongPen(std::uint8_t army, bool dark, double width = 2.8);
 
 /** Draws a shape about a place, so many pixels to each side, turned by compass degrees. */
 void DrawShape(QPainter& painter, const QPainterPath& shape, QPointF at, double radius,

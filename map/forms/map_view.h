@@ -145,6 +145,7 @@ class MapView : public QWidget {
   void SelectAll();
   void LeaveByKey();
   void Select(std::size_t route, std::vector<std::size_t> points);
+  void ClearSelection();
   void SelectBase(std::size_t base);
   void BringIntoView(MapPoint at);
 

@@ -232,10 +232,7 @@ void MapView::Click(QPointF at, Qt::KeyboardModifiers modifiers) {
       SelectBase(hit.Index);
       return;
     default:
-      if (adds) return;
-      shown_.Selection.Base.reset();
-      if (shown_.Selection.Route) Select(*shown_.Selection.Route, {});
-      update();
+      if (!adds) ClearSelection();
   }
 }
 

@@ -108,9 +108,18 @@ void MapView::LeaveByKey() {
     unsetCursor();
     return;
   }
-  shown_.Selection.Base.reset();
-  if (shown_.Selection.Route) Select(*shown_.Selection.Route, {});
+  ClearSelection();
+}
+
+/** The flight stays selected, but nothing of it. */
+void MapView::ClearSelection() {
+  auto& selection = shown_.Selection;
+  if (selection.Points.empty() && !selection.Base) return;
+  selection.Points.clear();
+  selection.Base.reset();
   update();
+  Announce();
+  Q_EMIT PointsChosen({});
 }
 
 void MapView::Step(int by) {
