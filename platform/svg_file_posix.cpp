@@ -16,13 +16,19 @@ QByteArray SvgOf(QSize size, const QString& title, const std::function<void(QPai
   generator.setOutputDevice(&buffer);
   generator.setSize(size);
   generator.setViewBox(QRect(QPoint(), size));
-  generator.setTitle(title);
+  // The generator writes it as it is.
+  generator.setTitle(title.toHtmlEscaped());
   // One unit is one pixel, and letters are as large as on the screen.
   constexpr int kScreenDots = 96;
   generator.setResolution(kScreenDots);
   QPainter painter(&generator);
   paint(painter);
   painter.end();
+  // What the file format knows no spelling for; it would make all of it unreadable.
+  const auto isControl = [](char c) {
+    return static_cast<unsigned char>(c) < 0x20 && c != '\t' && c != '\n' && c != '\r';
+  };
+  bytes.removeIf(isControl);
   return bytes;
 }
 

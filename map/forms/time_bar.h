@@ -60,7 +60,7 @@ class TimeBar : public QWidget {
 
   std::string time_;
   double minute_ = 0, last_ = 1;
-  QTimer timer_;
+  QTimer timer_{this};
 };
 
 }  // namespace rws

@@ -1,0 +1,192 @@
+#include "map/forms/map_export.h"
+
+#include <gtest/gtest.h>
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QLocale>
+#include <QXmlStreamReader>
+
+#include "map/forms/briefing_pdf.h"
+#include "platform/svg_file.h"
+#include "services/faults.h"
+#include "tests/support/doubles.h"
+#include "tests/support/failing_step.h"
+#include "tests/support/sandbox.h"
+
+namespace rws {
+namespace {
+
+using std::string;
+
+/** Red, with the size it was asked for. */
+struct Export : testing::Test {
+  QImage Saved(const char* name) const {
+    return QImage::fromData(QByteArray::fromStdString(Box.Read(name)), "PNG");
+  }
+  string Failure(const std::function<void()>& act) {
+    string text;
+    Trap(act, [&](const Fault& caught) { text = caught.Text; });
+    return text;
+  }
+
+  test::Sandbox Box;
+  test::World World;
+  QSize Asked;
+  PaintMapInto Paint = [this](QPainter& painter, QSize size) {
+    Asked = size;
+    painter.fillRect(QRect(QPoint(), size), Qt::red);
+    painter.drawText(5, 20,
+                     QStringLiteral("<m\x01"
+                                    "ap>"));
+  };
+};
+
+TEST_F(Export, SavesPicturesOfEachSize) {
+  const struct {
+    PictureSize Size;
+    QSize Pixels;
+  } rows[] = {{PictureSize::AsShown, {300, 150}},
+              {PictureSize::Twice, {600, 300}},
+              {PictureSize::Wide, {4096, 2048}}};
+  for (const auto& row : rows) {
+    SavePng(World.Services, Box.Path("a.png"), Paint, {300, 150}, row.Size);
+    const QImage image = Saved("a.png");
+    EXPECT_EQ(image.size(), row.Pixels);
+    // All of it is larger, so that the far corner is painted.
+    EXPECT_EQ(Asked, QSize(300, 150));
+    EXPECT_EQ(image.pixelColor(image.width() - 1, image.height() - 1), QColor(Qt::red));
+  }
+  CopyPicture(Paint, {30, 20});
+  EXPECT_EQ(QGuiApplication::clipboard()->image().size(), QSize(30, 20));
+}
+
+TEST_F(Export, RefusesAbsurdSizes) {
+  const struct {
+    QSize Shown;
+    PictureSize Size;
+  } rows[] = {{{0, 100}, PictureSize::AsShown},
+              {{10, 5000}, PictureSize::Wide},
+              {{9000, 10}, PictureSize::Twice},
+              {{11'000, 11'000}, PictureSize::AsShown}};
+  for (const auto& row : rows) {
+    const string text =
+        Failure([&] { SavePng(World.Services, Box.Path("a.png"), Paint, row.Shown, row.Size); });
+    EXPECT_NE(text.find("pixels cannot be made"), string::npos) << text;
+  }
+  EXPECT_FALSE(Asked.isValid() && !Asked.isNull());
+  EXPECT_FALSE(Box.Exists("a.png"));
+}
+
+TEST_F(Export, SavesSvg) {
+  if (!CanWriteSvg()) GTEST_SKIP() << "Qt comes without SVG here";
+  SaveSvg(World.Services, Box.Path("a.svg"), Paint, {300, 150},
+          QStringLiteral("Iasi\x02 & <more>"));
+  QXmlStreamReader xml(QByteArray::fromStdString(Box.Read("a.svg")));
+  QString viewBox, title, text;
+  while (!xml.atEnd()) {
+    xml.readNext();
+    if (!xml.isStartElement()) continue;
+    if (xml.name() == QLatin1String("svg"))
+      viewBox = xml.attributes().value(QLatin1String("viewBox")).toString();
+    if (xml.name() == QLatin1String("title")) title = xml.readElementText();
+    if (xml.name() == QLatin1String("text")) text = xml.readElementText();
+  }
+  EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString();
+  EXPECT_EQ(viewBox, QStringLiteral("0 0 300 150"));
+  EXPECT_EQ(title, QStringLiteral("Iasi & <more>"));
+  EXPECT_EQ(text.trimmed(), QStringLiteral("<map>"));
+}
+
+BriefingPages PagesOf(int rows, int lines) {
+  BriefingPages pages;
+  pages.Title = QStringLiteral("Iasi");
+  BriefingTable& table = pages.Tables.emplace_back();
+  table.Caption = QStringLiteral("r0100");
+  table.Headings = {QStringLiteral("Waypoint"), QStringLiteral("Height")};
+  for (int i = 0; i < rows; ++i) table.Rows.push_back({QString::number(i), QStringLiteral("7 m")});
+  for (int i = 0; i < lines; ++i) pages.Text += QStringLiteral("Line of the briefing\r\n");
+  return pages;
+}
+
+int PageCount(const QByteArray& pdf) { return int(pdf.count("/Type /Page\n")); }
+
+TEST_F(Export, PrintsAsManyPagesAsItTakes) {
+  const QLocale before;
+  const struct {
+    QLocale Locale;
+    const char* Box;
+  } papers[] = {{QLocale::c(), "/MediaBox [0 0 595"},
+                {QLocale(QLocale::English, QLocale::UnitedStates), "/MediaBox [0 0 612"}};
+  for (const auto& paper : papers) {
+    QLocale::setDefault(paper.Locale);
+    BriefingPages pages = PagesOf(10, 5);
+    pages.Map = Paint;
+    const QByteArray pdf = BriefingPdf(pages);
+    EXPECT_TRUE(pdf.startsWith("%PDF"));
+    EXPECT_TRUE(pdf.contains(paper.Box));
+    EXPECT_TRUE(pdf.contains("/FontFile2"));  // letters are in it
+    EXPECT_EQ(PageCount(pdf), 1);
+    EXPECT_GT(Asked.width(), 600);
+  }
+  QLocale::setDefault(before);
+  const int table = PageCount(BriefingPdf(PagesOf(200, 0)));
+  const int text = PageCount(BriefingPdf(PagesOf(0, 400)));
+  EXPECT_GE(table, 3);
+  EXPECT_GE(text, 5);
+  EXPECT_NEAR(PageCount(BriefingPdf(PagesOf(200, 400))), table + text, 1);
+  EXPECT_EQ(PageCount(BriefingPdf({})), 1);
+  BriefingPages endless;
+  endless.Text = QString(1'000'001, QLatin1Char('x'));
+  EXPECT_EQ(Failure([&] { BriefingPdf(endless); }), "The briefing is too long to be printed.");
+}
+
+TEST_F(Export, AFailureLeavesTheOldFileWhole) {
+  const string path = Box.Write("old.out", "old");
+  const std::function<void(const string&)> writes[] = {
+      [&](const string& to) {
+        SavePng(World.Services, to, Paint, {30, 20}, PictureSize::AsShown);
+      },
+      [&](const string& to) {
+        SaveSvg(World.Services, to, Paint, {30, 20}, {});
+      },
+      [&](const string& to) { SaveBriefingPdf(World.Services, to, PagesOf(1, 1)); }};
+  for (const auto& write : writes) {
+    test::ForEachFailingStep([&](test::FailingStep& step) {
+      Box.Write("old.out", "old");
+      string text;
+      step.During(World.Services.Files, [&] { text = Failure([&] { write(path); }); });
+      if (!step.Failed()) return;
+      EXPECT_NE(text.find("old.out"), string::npos) << text;
+      const string left = Box.Read("old.out");
+      // Only when the folder cannot be flushed the new one stands already.
+      EXPECT_TRUE(left == "old" || left.size() > 100) << step.Action();
+    });
+    EXPECT_GT(Box.Read("old.out").size(), 100U);
+    EXPECT_EQ(Box.Names(), "old.out");
+  }
+}
+
+TEST_F(Export, AsksWhereToAndSaysWhatWentWrong) {
+  const auto save = [&](const string& path) {
+    SavePng(World.Services, path, Paint, {30, 20}, PictureSize::AsShown);
+  };
+  const auto ask = [&] {
+    return AskAndSave(World.Services, "Export Map", "a.png", "PNG picture |*.png", Box.Path(),
+                      save);
+  };
+  World.Script.ExpectPath("Export Map", "");
+  EXPECT_EQ(ask(), "");
+  World.Script.ExpectPath("Export Map", Box.Path("a.png"));
+  EXPECT_EQ(ask(), Box.Path("a.png"));
+  EXPECT_FALSE(Saved("a.png").isNull());
+  test::FailSteps(World.Services.Files, "");
+  World.Script.ExpectPath("Export Map", Box.Path("a.png"));
+  World.Script.Expect("disk full");
+  EXPECT_EQ(ask(), "");
+  ASSERT_FALSE(World.Script.Boxes.empty());
+  EXPECT_NE(World.Script.Boxes.back().Text.find("a.png"), string::npos);
+}
+
+}  // namespace
+}  // namespace rws
