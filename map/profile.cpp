@@ -206,4 +206,15 @@ std::vector<std::string> MeetingTexts(const MapTextSources& from,
   return texts;
 }
 
+std::string NearestMeeting(const MapTextSources& from, std::size_t route,
+                           const std::vector<std::size_t>& others) {
+  PairMeeting nearest;
+  for (const std::size_t other : others) {
+    if (other == route) continue;
+    PairMeeting meeting = MeetingOf(from, route, other);
+    if (meeting.Metres < nearest.Metres) nearest = std::move(meeting);
+  }
+  return nearest.Text;
+}
+
 }  // namespace rws

@@ -77,5 +77,8 @@ std::string MomentText(const MapTextSources& from, std::size_t route, double min
     those that are never under way at the same time come last. */
 std::vector<std::string> MeetingTexts(const MapTextSources& from,
                                       const std::vector<std::size_t>& routes);
+/** The same of one flight and that of the others which comes nearest to it; "" where none does. */
+std::string NearestMeeting(const MapTextSources& from, std::size_t route,
+                           const std::vector<std::size_t>& others);
 
 }  // namespace rws

@@ -136,9 +136,12 @@ class Pages {
     cursor.insertBlock({}, Letters(2));
     QTextTable* grid = cursor.insertTable(static_cast<int>(table.Rows.size()) + 1, columns, format);
     const auto fill = [&](int row, const QStringList& texts, bool bold) {
-      for (int i = 0; i < columns; ++i)
-        grid->cellAt(row, i).firstCursorPosition().insertText(texts.value(i),
-                                                              Letters(kTableLetters, bold));
+      for (int i = 0; i < columns; ++i) {
+        QTextCursor cell = grid->cellAt(row, i).firstCursorPosition();
+        // An empty cell is as high as its letters would be.
+        cell.setBlockCharFormat(Letters(kTableLetters));
+        cell.insertText(texts.value(i), Letters(kTableLetters, bold));
+      }
     };
     fill(0, table.Headings, true);
     for (std::size_t i = 0; i < table.Rows.size(); ++i) fill(int(i) + 1, table.Rows[i], false);

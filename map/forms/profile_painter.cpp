@@ -45,14 +45,14 @@ class Painting {
 
   void Paint() {
     painter_.setRenderHint(QPainter::Antialiasing);
-    PaintAxes();
     PaintNames();
+    if (picture_.Lines.empty()) return;
+    PaintAxes();
     painter_.save();
     painter_.setClipRect(scale_.Plot.adjusted(-kMark, -kMark, kMark, kMark));
     for (std::size_t i = 0; i < picture_.Lines.size(); ++i) PaintLine(i);
     painter_.restore();
-    if (!picture_.Lines.empty() && picture_.Lines.back().IsSelected)
-      PaintLabels(picture_.Lines.back());
+    if (picture_.Lines.back().IsSelected) PaintLabels(picture_.Lines.back());
     PaintCursor();
   }
 
@@ -107,10 +107,11 @@ class Painting {
       Write({plot.right() + 6, above, line * 4, line}, Qt::AlignLeft, metric ? "km/h" : "mph",
             speed_);
     const char* unit = picture_.Axis == ProfileAxis::Time ? "" : metric ? "km" : "miles";
-    Write({plot.right() + 6, plot.bottom() + 2, line * 4, line}, Qt::AlignLeft, unit, text_);
+    // Beside the last number.
+    Write({plot.right(), plot.bottom() + 2, plot.left() - 3, line}, Qt::AlignRight, unit, text_);
   }
 
-  bool HasSpeed() const { return !picture_.Lines.empty() && picture_.Lines.back().IsSelected; }
+  bool HasSpeed() const { return picture_.Lines.back().IsSelected; }
 
   /** The names with a piece of their lines, and below them what is missing. */
   void PaintNames() {
@@ -218,16 +219,19 @@ class Painting {
 
   /** On the way each flight has a place of its own, in the time all have one. */
   void PaintCursor() {
+    const bool isTime = picture_.Axis == ProfileAxis::Time;
     for (const auto& line : picture_.Lines) {
-      if (!line.Place) continue;
+      if (!line.Place || !(line.IsSelected || isTime)) continue;
       const double x = scale_.ToX(*line.Place);
-      const bool isTime = picture_.Axis == ProfileAxis::Time;
-      if (line.IsSelected || isTime)
-        Line({x, scale_.Plot.top()}, {x, scale_.Plot.bottom()}, colors_.color(QPalette::Highlight),
-             1.6);
+      Line({x, scale_.Plot.top()}, {x, scale_.Plot.bottom()}, colors_.color(QPalette::Highlight),
+           1.6);
+    }
+    for (const auto& line : picture_.Lines) {
+      if (!line.Place || !line.Altitude) continue;
       painter_.setPen(QPen(text_, kThin));
       painter_.setBrush(ColorOf(line));
-      painter_.drawEllipse(QPointF(x, scale_.ToY(line.Altitude)), kMark, kMark);
+      painter_.drawEllipse(QPointF(scale_.ToX(*line.Place), scale_.ToY(*line.Altitude)), kMark,
+                           kMark);
     }
   }
 

@@ -16,9 +16,8 @@ struct ProfileLine {
   QString Name;
   std::uint8_t Army = 0;
   bool IsSelected = false;
-  /** Where it is at the minute shown: its place on the axis and its height. */
-  std::optional<double> Place;
-  double Altitude = 0;
+  /** Where it is at the minute shown: its place on the axis, and its height where it is there. */
+  std::optional<double> Place, Altitude;
 };
 
 /** The side view of some flights, ready to be painted. */

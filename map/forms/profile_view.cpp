@@ -76,6 +76,8 @@ void ProfileView::Rebuild() {
     line.Army = flight.Army;
     line.IsSelected = route == selected_;
     if (line.IsSelected) picture_.Note = Utf8(line.Series.Missing);
+    if (line.IsSelected && picture_.Note.isEmpty())
+      picture_.Note = Utf8(NearestMeeting(*from_, route, routes_));
   }
   PlaceCursor();
 }
@@ -84,14 +86,19 @@ void ProfileView::PlaceCursor() {
   QStringList told;
   for (auto& line : picture_.Lines) {
     line.Place.reset();
+    line.Altitude.reset();
     if (!minute_) continue;
     const std::size_t route = line.Series.Route;
     const auto moment =
         MomentOf(from_->Model.Scene.Routes[route], from_->Model.Clocks[route], *minute_);
-    // The selected one's line of the cursor is there also when the flight is not.
-    if (line.IsSelected || (moment && moment->Phase != FlightPhase::NotYet))
+    // On the way it is at its end for good; in the time it is over.
+    const bool isThere =
+        moment && moment->Phase != FlightPhase::NotYet &&
+        (picture_.Axis == ProfileAxis::Distance || moment->Phase == FlightPhase::Waiting ||
+         moment->Phase == FlightPhase::Flying);
+    if (line.IsSelected || isThere)
       line.Place = ProfilePlace(from_->Model, route, picture_.Axis, *minute_);
-    line.Altitude = moment ? moment->Altitude : 0;
+    if (isThere) line.Altitude = moment->Altitude;
     told.prepend(Utf8(MomentText(*from_, route, *minute_)));
   }
   if (!picture_.Note.isEmpty()) told << picture_.Note;

@@ -19,7 +19,7 @@ struct Flights : testing::Test {
   Flights() {
     Add("r0100", 1, {{0, 0}, {60'000, 0}}, 300);
     Add("g0100", 2, {{60'000, 400}, {0, 400}}, 300);
-    Add("g0101", 2, {{0, 0}, {9000, 0}}, 0);
+    Add("g0101", 2, {{0, -20'000}, {9000, -20'000}}, 0);
     Model.Time = "12";
   }
   void Add(const char* name, std::uint8_t army, std::initializer_list<MapPoint> places,
@@ -63,7 +63,12 @@ TEST_F(Profile, ShowsTheSelectedFlightAboveTheOthers) {
   ASSERT_EQ(View.Picture().Lines.size(), 3U);
   EXPECT_TRUE(View.Picture().Lines.back().IsSelected);
   EXPECT_EQ(View.Picture().Lines.back().Name, QStringLiteral("r0100"));
-  EXPECT_EQ(View.Picture().Note, QString());
+  EXPECT_EQ(View.Picture().Note, QStringLiteral("r0100 and g0100 are 400 m apart at 12:06:00"));
+  View.SetAxis(ProfileAxis::Time);
+  View.SetMinute(13);
+  // It is over by then, only the cursor goes on.
+  EXPECT_EQ(View.Picture().Lines.back().Place, 13);
+  EXPECT_FALSE(View.Picture().Lines.back().Altitude);
   View.Show(From, 2, {});
   EXPECT_EQ(View.Picture().Note, QStringLiteral("No clock from waypoint 1 on: no speed is set."));
   EXPECT_TRUE(View.accessibleDescription().contains(View.Picture().Note));
