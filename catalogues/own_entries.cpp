@@ -18,6 +18,8 @@ namespace {
 
 constexpr const char kFile[] = "RWS_Own.txt";
 constexpr std::uint64_t kMostBytes = 16 * 1024 * 1024;
+/** Of a line that is not understood, and how many of them are logged: the file may be anything. */
+constexpr std::size_t kMostOfALine = 200, kMostLogged = 20;
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF", kAircraft = "[aircraft ", kMap = "[map ";
 constexpr const char kHead[] =
     "# Aircraft and maps that were added by hand; they win over the tables and the game's "
@@ -83,7 +85,19 @@ std::string OneLine(std::string text) {
   return std::string(Trim(text));
 }
 
-/** The bytes without the entries of a name, and with `entry` at their end. */
+/** A line that only an entry of this kind holds, and that goes with it. */
+bool IsValueLine(std::string_view line, std::string_view kind) {
+  line = Trim(line);
+  const std::size_t equals = line.find('=');
+  if (equals == line.npos) return false;
+  const std::string_view key = Trim(line.substr(0, equals)), value = Trim(line.substr(equals + 1));
+  OwnAircraft aircraft;
+  OwnMap map;
+  return kind == kAircraft ? SetAircraft(aircraft, key, value) : SetMap(map, key, value);
+}
+
+/** The bytes without the entries of a name, and with `entry` at their end. What stands between the
+    lines of these, such as a note of the user's, stays. */
 std::string WithEntry(std::string_view bytes, std::string_view kind, std::string_view name,
                       const std::string& entry) {
   std::string result;
@@ -91,8 +105,10 @@ std::string WithEntry(std::string_view bytes, std::string_view kind, std::string
   bool isOld = false;
   for (std::string_view rest = bytes; !rest.empty();) {
     const std::string_view before = rest, line = TakeLine(rest);
-    if (Trim(line).starts_with('[')) isOld = NameOfHead(line, kind) == name;
-    if (!isOld) result += before.substr(0, before.size() - rest.size());
+    const bool isHead = Trim(line).starts_with('[');
+    if (isHead) isOld = NameOfHead(line, kind) == name;
+    if (!isOld || (!isHead && !IsValueLine(line, kind)))
+      result += before.substr(0, before.size() - rest.size());
   }
   if (!result.ends_with('\n')) result += "\r\n";
   return result + std::string(kind) + std::string(name) + "]\r\n" + entry;
@@ -200,7 +216,9 @@ OwnEntries ParseOwnEntries(std::string_view bytes) {
       const std::string_view value = Trim(line.substr(std::min(equals + 1, line.size())));
       const bool isRight =
           aircraft ? SetAircraft(*aircraft, key, value) : map && SetMap(*map, key, value);
-      if (!isRight) own.Troubles.push_back(std::to_string(number) + ": " + std::string(line));
+      if (!isRight)
+        own.Troubles.push_back(std::to_string(number) + ": " +
+                               std::string(line.substr(0, kMostOfALine)));
     }
   }
   return own;
@@ -221,15 +239,31 @@ std::string WithOwnMap(std::string_view bytes, const OwnMap& entry) {
                    Line("name", entry.Name) + Line("from", entry.From));
 }
 
+std::string ReadOwnEntriesFile(const Services& services) {
+  const std::string path = OwnEntriesFile(services);
+  return services.Files.IsGone(path) ? "" : services.Files.ReadFile(path, kMostBytes);
+}
+
+void AddOwnAircraft(const Services& services, const OwnAircraft& entry) {
+  const std::string bytes = WithOwnAircraft(ReadOwnEntriesFile(services), entry);
+  services.Files.ReplaceFile(OwnEntriesFile(services), bytes);
+}
+
+void AddOwnMap(const Services& services, const OwnMap& entry) {
+  const std::string bytes = WithOwnMap(ReadOwnEntriesFile(services), entry);
+  services.Files.ReplaceFile(OwnEntriesFile(services), bytes);
+}
+
 OwnEntries ReadOwnEntries(const Services& services) {
   OwnEntries own;
-  LogAndLeave(services, "ReadOwnEntries", [&] {
-    const std::string path = OwnEntriesFile(services);
-    if (services.Files.FileExists(path))
-      own = ParseOwnEntries(services.Files.ReadFile(path, kMostBytes));
-  });
-  for (const auto& trouble : own.Troubles)
-    LogError(services, std::string(kFile) + ", line " + trouble, "ReadOwnEntries");
+  LogAndLeave(services, "ReadOwnEntries",
+              [&] { own = ParseOwnEntries(ReadOwnEntriesFile(services)); });
+  const std::size_t count = own.Troubles.size(), logged = std::min(count, kMostLogged);
+  const auto log = [&](const std::string& text) {
+    LogError(services, std::string(kFile) + text, "ReadOwnEntries");
+  };
+  for (std::size_t i = 0; i < logged; ++i) log(", line " + own.Troubles[i]);
+  if (count > logged) log(": " + std::to_string(count - logged) + " more lines");
   return own;
 }
 

@@ -44,10 +44,18 @@ std::string OwnEntriesFile(const Services& services);
     entries for one class or map the last counts. */
 OwnEntries ParseOwnEntries(std::string_view bytes);
 
+/** The file's bytes, "" for no file. A fault names the file and the reason. */
+std::string ReadOwnEntriesFile(const Services& services);
+
 /** The bytes with one entry added, or in place of those for the same class or map. All other lines
     stay as they are. */
 std::string WithOwnAircraft(std::string_view bytes, const OwnAircraft& entry);
 std::string WithOwnMap(std::string_view bytes, const OwnMap& entry);
+
+/** Adds an entry to the file, or puts it in place of the one for the same class or map. A fault
+    names the file and the reason, and leaves the file as it was. */
+void AddOwnAircraft(const Services& services, const OwnAircraft& entry);
+void AddOwnMap(const Services& services, const OwnMap& entry);
 
 /** The entries of the user; none, logged, when the file cannot be read. */
 OwnEntries ReadOwnEntries(const Services& services);

@@ -1,6 +1,7 @@
 #include "mainwindow/flight_area.h"
 
 #include "catalogues/aircraft.h"
+#include "catalogues/own_names.h"
 #include "platform/qt_text.h"
 #include "services/arrays.h"
 #include "services/error_log.h"
@@ -136,7 +137,11 @@ void FlightArea::LoadPlanes() {
 
 void FlightArea::PrepareMenu() {
   // What is selected by now, also by the keyboard, not what was left.
-  const std::size_t selected = lstPlanes->Selection().Flights.size();
+  const FlightSelection selection = lstPlanes->Selection();
+  const std::size_t selected = selection.Flights.size();
+  mnuAddAircraft->setEnabled(selected == 1 &&
+                             CanAddAircraft(session_.Tables, session_.Services,
+                                            FlightAt(session_, selection.Focused).Class));
   if (selected == 1) SetSingleMode();
   if (selected >= 2) SetGroupEntries();
 }

@@ -67,10 +67,14 @@ class FlightArea : public QWidget {
     kCopy
   };
   std::array<QAction*, 9> mnuAC;
+  /** For a flight whose class is not known. */
+  QAction* mnuAddAircraft;
 
  Q_SIGNALS:
   /** Who the player is, "" for nobody. */
   void PlayerShown(const QString& text);
+  /** The aircraft of the current flight is to become known. */
+  void AddAircraftWanted();
 
  private:
   void Build();
@@ -93,6 +97,7 @@ class FlightArea : public QWidget {
   void ClickRemove();
   void ClickWaypoints();
   void ClickCopy();
+  void ClickAddAircraft();
 
   Session& session_;
   Popups& popups_;

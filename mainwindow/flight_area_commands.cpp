@@ -41,6 +41,8 @@ void FlightArea::ConnectMenu() {
   command(kRemove, "mnuAC_Click", &FlightArea::ClickRemove);
   command(kWaypoints, "mnuAC_Click", &FlightArea::ClickWaypoints);
   command(kCopy, "mnuAC_Click", &FlightArea::ClickCopy);
+  connect(mnuAddAircraft, &QAction::triggered, this,
+          Trapped(session_.Services, "mnuAddAircraft_Click", [this](bool) { ClickAddAircraft(); }));
   connect(
       mnuSkin, &QMenu::triggered, this,
       Trapped(session_.Services, "mnuSkin_Click", [this](QAction* entry) { ClickSkin(entry); }));
@@ -159,6 +161,11 @@ void FlightArea::ClickCopy() {
   const std::string text =
       FlightsText(session_.Doc, session_.Services, lstPlanes->Selection().Flights);
   session_.Services.System.SetClipboard(session_.Services.Page.ToUtf8(text));
+}
+
+void FlightArea::ClickAddAircraft() {
+  TakeSelectedFlight();
+  Q_EMIT AddAircraftWanted();
 }
 
 }  // namespace rws

@@ -1,5 +1,6 @@
 #include <QVBoxLayout>
 
+#include "controls/menu_entries.h"
 #include "mainwindow/flight_area.h"
 
 namespace rws {
@@ -46,6 +47,10 @@ void FlightArea::BuildMenu() {
         captions[i].isEmpty() ? mnuAircraft->addSeparator() : mnuAircraft->addAction(captions[i]);
     mnuAC[i]->setObjectName(QStringLiteral("mnuAC(%1)").arg(i));
   }
+  mnuAircraft->addSeparator();
+  mnuAddAircraft =
+      AddEntry(mnuAircraft, tr("&Add This Aircraft..."), QStringLiteral("mnuAddAircraft"));
+  mnuAddAircraft->setEnabled(false);
   mnuAC[kMarkings]->setCheckable(true);
   mnuSkin = new QMenu(mnuAircraft);
   mnuSkin->setObjectName(QStringLiteral("mnuSkin"));

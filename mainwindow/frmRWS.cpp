@@ -64,6 +64,7 @@ void frmRWS::Connect() {
   ConnectFilter();
   ConnectHistory();
   ConnectOutside();
+  ConnectOwnEntries();
 }
 
 void frmRWS::ConnectList() {

@@ -20,6 +20,7 @@
 #include "gamelists/game_names.h"
 #include "library/forms/library_query.h"
 #include "library/forms/query_box.h"
+#include "library/seen_aircraft.h"
 #include "mainwindow/flight_area.h"
 #include "mainwindow/logic/start_up.h"
 #include "mainwindow/message_bars.h"
@@ -122,7 +123,7 @@ class frmRWS : public QMainWindow {
   QMenu* mnuRecent;
   QAction *mnuSave, *mnuSaveAll, *mnuRevert, *mnuOpenFolder, *mnuReread, *mnuClearRecent, *mnuExit;
   QAction *mnuUndo, *mnuRedo, *mnuFilter, *mnuFind, *mnuToolBar, *mnuRestoreBackup, *mnuChanges;
-  QAction *mnuCheck, *mnuCompatibility, *mnuEditMany;
+  QAction *mnuCheck, *mnuCompatibility, *mnuEditMany, *mnuAddMap;
   enum Tool : std::size_t {
     kSkinManager,
     kRenameAll,
@@ -182,6 +183,12 @@ class frmRWS : public QMainWindow {
   void ShowNamesAgain();
   void TellNames();
   void ClickNames(QWidget& parent);
+  void ConnectOwnEntries();
+  void EnableAddMap();
+  std::vector<SeenIn> MissionsThatMayFly(const std::string& aircraftClass) const;
+  SeenAircraft LookForClass(const std::string& aircraftClass);
+  void ClickAddAircraft();
+  void ClickAddMap();
   GameNames UseNames(const NameChoices& choices, ReadLists how);
   bool TakeInstance(const std::string& commandLine);
   void FillForm(const std::string& commandLine);

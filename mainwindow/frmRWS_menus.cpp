@@ -96,6 +96,8 @@ void frmRWS::BuildMirrorMenus() {
       AddEntry(mnuMission, tr("Restore a Bac&kup..."), QStringLiteral("mnuRestoreBackup"));
   mnuRestoreBackup->setEnabled(false);
   mnuChanges = AddEntry(mnuMission, tr("C&hanges..."), QStringLiteral("mnuChanges"));
+  mnuAddMap = AddEntry(mnuMission, tr("Add This Ma&p..."), QStringLiteral("mnuAddMap"));
+  mnuAddMap->setEnabled(false);
   mnuFlight = Titled(menuBar()->addMenu(tr("Fli&ght")), "mnuFlight");
   mnuFlight->addActions(flightArea->mnuAircraft->actions());
   for (auto* menu : {mnuMission, mnuFlight}) menu->menuAction()->setEnabled(false);
@@ -137,8 +139,10 @@ void frmRWS::BuildMissionPopup() {
 
 void frmRWS::ConnectMenus() {
   const Services& services = session_.Services;
-  connect(mnuMission, &QMenu::aboutToShow, this,
-          Trapped(services, "mnuMission_Popup", [this] { LightCurrentMission(); }));
+  connect(mnuMission, &QMenu::aboutToShow, this, Trapped(services, "mnuMission_Popup", [this] {
+            LightCurrentMission();
+            EnableAddMap();
+          }));
   connect(mnuFlight, &QMenu::aboutToShow, this,
           Trapped(services, "mnuFlight_Popup", [this] { flightArea->PrepareMenu(); }));
   connect(flightArea->lstPlanes->model(), &QAbstractItemModel::modelReset, this,

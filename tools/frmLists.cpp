@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "catalogues/own_entries.h"
 #include "controls/list_colors.h"
 #include "platform/form_placement.h"
 #include "platform/qt_text.h"
@@ -125,11 +126,32 @@ void frmLists::ShowNames() {
   } else {
     Sources.SetRows({});
   }
+  ShowOwn(troubles);
   lblTroubles->setText(troubles.empty()
                            ? tr("What was &not understood: nothing")
                            : tr("What was &not understood (%1):").arg(troubles.size()));
   lstTroubles->setVisible(!troubles.empty());
   Troubles.SetRows(std::move(troubles));
+}
+
+/** The user's own entries, which count whether or not lists are in use. */
+void frmLists::ShowOwn(std::vector<ListTrouble>& troubles) {
+  const std::string path = OwnEntriesFile(services_);
+  OwnEntries own;
+  Trap([&] { own = ParseOwnEntries(ReadOwnEntriesFile(services_)); },
+       [&](const Fault& caught) {
+         troubles.push_back({path, 0, caught.Text});
+       });
+  for (const auto& text : own.Troubles) {
+    const std::size_t colon = text.find(": ");
+    troubles.push_back({path, static_cast<std::size_t>(Val(text)), text.substr(colon + 2)});
+  }
+  const auto counted = [](std::size_t count, const char* one, const char* many) {
+    return FromPath(GroupedNumber(count) + " " + (count == 1 ? one : many));
+  };
+  lblOwn->setText(tr("Added by you: %1 and %2, in %3")
+                      .arg(counted(own.Aircraft.size(), "aircraft", "aircraft"),
+                           counted(own.Maps.size(), "map", "maps"), FromPath(path)));
 }
 
 NameChoices frmLists::Chosen() const {

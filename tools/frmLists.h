@@ -55,6 +55,8 @@ class frmLists : public Dialog {
   std::function<GameNames(const NameChoices& choices, ReadLists how)> Use;
 
   QLabel* lblNames;
+  /** How many entries the user has added by hand, and where. */
+  QLabel* lblOwn;
   QCheckBox *chkUse, *chkFlyable;
   QLabel *lblPack, *lblLanguage;
   QComboBox *cboPack, *cboLanguage;
@@ -76,6 +78,7 @@ class frmLists : public Dialog {
   void FillPacks();
   void FillLanguages();
   void ShowNames();
+  void ShowOwn(std::vector<ListTrouble>& troubles);
   void EnableChoices();
   NameChoices Chosen() const;
   /** False, told, if the choices could not be stored. */

@@ -4,6 +4,7 @@
 #include <QVBoxLayout>
 
 #include "controls/layouts.h"
+#include "controls/wrapped_label.h"
 #include "tools/frmLists.h"
 
 namespace rws {
@@ -12,6 +13,7 @@ void frmLists::Build() {
   lblNames = Named(new QLabel, "lblNames");
   lblNames->setTextFormat(Qt::PlainText);
   lblNames->setWordWrap(true);
+  lblOwn = Named(new WrappedLabel, "lblOwn");
   const auto box = [](const char* name, const QString& caption, const QString& tip) {
     return Named(new QCheckBox(caption), name, Spoken(caption), tip);
   };
@@ -61,6 +63,7 @@ void frmLists::PlaceControls() {
   whole->addWidget(lblNames);
   whole->addWidget(chkUse);
   whole->addLayout(choices);
+  whole->addWidget(lblOwn);
   whole->addWidget(lblSources);
   whole->addWidget(lstSources, 3);
   whole->addWidget(lblTroubles);

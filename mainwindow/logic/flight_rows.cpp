@@ -60,10 +60,14 @@ std::string UnknownPlaneText(const Catalogues& catalogues, const std::string& ai
   if (catalogues.Listed)
     return start +
            "not in the lists of the game's pack, which are in use. The game may have it all the "
-           "same.\nIf it is of another pack, choose that in the preferences, Names and Lists.";
+           "same.\nIf it is of another pack, choose that in the preferences, Names and Lists, or "
+           "add "
+           "it by Flight, Add This Aircraft.";
   return start +
          "not in the tables of this program, and no lists of the game are in use. The game may "
-         "have it all the same.\nPreferences, Names and Lists, chooses the pack that names it.";
+         "have it all the same.\nPreferences, Names and Lists, chooses the pack that names it; "
+         "Flight, Add This "
+         "Aircraft, gives it a name of your own.";
 }
 
 bool MakeFlightRows(const Mission& mission, const Catalogues& catalogues, const Services& services,

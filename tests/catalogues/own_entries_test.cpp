@@ -6,6 +6,7 @@
 #include "catalogues/dogfight.h"
 #include "services/faults.h"
 #include "tests/support/doubles.h"
+#include "tests/support/failing_step.h"
 #include "tests/support/sandbox.h"
 
 namespace rws {
@@ -31,6 +32,12 @@ TEST(OwnEntries, StayWhatTheyAreBesideANewOne) {
   EXPECT_EQ(own.Aircraft, std::vector<OwnAircraft>{other});
   EXPECT_EQ(own.Maps.size(), 1U);
   EXPECT_EQ(own.Troubles.size(), 2U);
+  const std::string noted =
+      "[aircraft DUCK]\n# of DUCK\n name = x\nside=red\nodd\n\n# of l\n[map x/l.ini]\nname=y\n";
+  EXPECT_EQ(WithOwnMap(WithOwnAircraft(noted, {"DUCK", "D"}), {"x/l.ini", "z"}),
+            "# of DUCK\nodd\n\n# of l\n[aircraft DUCK]\r\nname=D\r\nside=red\r\nflyable=yes\r\n"
+            "[map x/l.ini]\r\nname=z\r\n")
+      << "only the lines of the old entries go";
   own = ParseOwnEntries(
       "\xEF\xBB\xBF[aircraft A]\nside=green\nname=1\n[aircraft A]\nname=2\nflyable=no\n"
       "[aircraft ]\nname=3\n[map m]\nside=red");
@@ -70,6 +77,42 @@ TEST(OwnEntries, WinOverTheTables) {
   world.Services.Files.BeforeStep = [](const FileStep&) { throw Fault(fault::Permission, "no"); };
   EXPECT_TRUE(ReadOwnEntries(world.Services).Aircraft.empty());
   EXPECT_EQ(world.Log.size(), 1U);
+}
+
+TEST(OwnEntries, AreAddedWholeOrNotAtAll) {
+  test::Sandbox box;
+  test::World world(box.Path());
+  auto& files = world.Services.Files;
+  const std::string old = WithOwnMap("# mine\n", {"x", "X"});
+  const int failures = test::ForEachFailingStep([&](test::FailingStep& step) {
+    box.Write("RWS_Own.txt", old);
+    bool isTold = false;
+    step.During(files, [&] {
+      isTold = !Trap(
+          [&] { AddOwnAircraft(world.Services, kDuck); },
+          [](const Fault& caught) { EXPECT_NE(caught.Text.find("RWS_Own"), caught.Text.npos); });
+    });
+    const std::string now = box.Read("RWS_Own.txt");
+    EXPECT_TRUE(now == old || now == WithOwnAircraft(old, kDuck)) << step.Action();
+    EXPECT_TRUE(isTold || now != old) << step.Action();
+  });
+  EXPECT_GT(failures, 2);
+  box.Remove("RWS_Own.txt");
+  box.MakeFolder("RWS_Own.txt");
+  EXPECT_FALSE(ResumeNext([&] { AddOwnMap(world.Services, {"x", "X"}); }));
+}
+
+TEST(OwnEntries, OfAFileOfRubbishDoNotFillTheLog) {
+  test::Sandbox box;
+  test::World world(box.Path());
+  std::string rubbish(100000, 'x');
+  for (int i = 0; i < 1000; ++i) rubbish += "\n?";
+  box.Write("RWS_Own.txt", rubbish);
+  EXPECT_EQ(ReadOwnEntries(world.Services).Troubles.size(), 1001U);
+  EXPECT_EQ(world.Log.size(), 21U);
+  EXPECT_LT(world.Log[0].size(), 400U);
+  AddOwnMap(world.Services, {"x", "X"});
+  EXPECT_TRUE(box.Read("RWS_Own.txt").starts_with(rubbish));
 }
 
 }  // namespace

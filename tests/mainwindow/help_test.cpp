@@ -20,6 +20,8 @@
 #include "services/help_file.h"
 #include "tests/mainwindow/window_fixture.h"
 #include "tests/support/places.h"
+#include "tools/frmAddAircraft.h"
+#include "tools/frmAddMap.h"
 #include "tools/frmBackups.h"
 #include "tools/frmChanges.h"
 #include "tools/frmCheck.h"
@@ -66,8 +68,8 @@ TEST_F(HelpTest, TellsOfEveryWindowMenuEntryAndButton) {
   windows.push_back(std::make_unique<frmUnsaved>(World_.Services, nullptr));
   windows.push_back(std::make_unique<frmLines>(World_.Services, nullptr));
   AddForms<frmWP, frmWPEdit, frmBrief, frmDogFight, frmStatic, frmChgAC, frmPrefs, frmSkins,
-           frmBackups, frmChanges, frmCheck, frmCompare, frmCam, frmFind, frmEditMany, frmLists>(
-      windows);
+           frmBackups, frmChanges, frmCheck, frmCompare, frmCam, frmFind, frmEditMany, frmLists,
+           frmAddAircraft, frmAddMap>(windows);
   ASSERT_FALSE(Captions(*windows[0]).isEmpty());
   for (const auto& window : windows) {
     const QString name = window->objectName();

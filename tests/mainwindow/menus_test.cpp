@@ -40,7 +40,8 @@ TEST_F(MenusTest, OpenByTheirLettersWithWhatTheyHold) {
     EXPECT_EQ(OpenByKey(letter), menu) << menu->objectName().toStdString();
   CloseMenus();
   EXPECT_EQ(Captions(*Window->mnuMission).join('|'),
-            Captions(*Window->mnuMisPop).join('|') + "||Restore a Bac&kup...|C&hanges...");
+            Captions(*Window->mnuMisPop).join('|') +
+                "||Restore a Bac&kup...|C&hanges...|Add This Ma&p...");
   EXPECT_EQ(Window->mnuFlight->actions(), Area().mnuAircraft->actions());
 }
 
