@@ -218,7 +218,7 @@ OwnEntries ParseOwnEntries(std::string_view bytes) {
           aircraft ? SetAircraft(*aircraft, key, value) : map && SetMap(*map, key, value);
       if (!isRight)
         own.Troubles.push_back(std::to_string(number) + ": " +
-                               std::string(line.substr(0, kMostOfALine)));
+                               OneLine(std::string(line.substr(0, kMostOfALine))));
     }
   }
   return own;

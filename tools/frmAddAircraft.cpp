@@ -40,12 +40,13 @@ void frmAddAircraft::Propose() {
   txtClass->setText(FromBytes(page, Class));
   OwnAircraft entry{page.ToUtf8(Class), ProposedAircraftName(session_.Tables, services_, Class),
                     IsBlue, true, ProposedAircraftKey(session_.Tables, services_, Class)};
+  Qt::CheckState seen = Qt::Checked;
   ResumeNext([&] {
     for (const auto& own : ParseOwnEntries(ReadOwnEntriesFile(services_)).Aircraft)
-      if (own.Class == entry.Class) entry = own;
+      if (own.Class == entry.Class) entry = own, seen = Qt::Unchecked;
   });
   ShowEntry(entry);
-  for (const auto& key : Seen.Loadouts) ShowLoadout(page.ToUtf8(key));
+  for (const auto& key : Seen.Loadouts) ShowLoadout(page.ToUtf8(key), seen);
 }
 
 void frmAddAircraft::ShowEntry(const OwnAircraft& entry) {
@@ -53,16 +54,16 @@ void frmAddAircraft::ShowEntry(const OwnAircraft& entry) {
   cboSide->setCurrentIndex(entry.IsBlue ? 1 : 0);
   chkFlyable->setChecked(entry.Flyable);
   txtKey->setText(FromPath(entry.Key));
-  for (const auto& key : entry.Loadouts) ShowLoadout(key);
+  for (const auto& key : entry.Loadouts) ShowLoadout(key, Qt::Checked);
 }
 
-/** Ticks a loadout, which is added where the list lacks it. */
-void frmAddAircraft::ShowLoadout(const std::string& key) {
+/** Lights a loadout, which is added where the list lacks it. */
+void frmAddAircraft::ShowLoadout(const std::string& key, Qt::CheckState state) {
   if (!WhyNotWord(services_, "loadout", key).empty()) return;
   const QString text = FromPath(key);
   const auto known = lstLoadouts->findItems(text, Qt::MatchFixedString);
   auto* item = known.isEmpty() ? new QListWidgetItem(text, lstLoadouts) : known.front();
-  item->setCheckState(Qt::Checked);
+  if (known.isEmpty() || state == Qt::Checked) item->setCheckState(state);
   lstLoadouts->setCurrentItem(item);
 }
 
@@ -103,7 +104,7 @@ void frmAddAircraft::Judge() {
 }
 
 void frmAddAircraft::ClickAdd() {
-  ShowLoadout(ToPath(txtMore->text().trimmed()));
+  ShowLoadout(ToPath(txtMore->text().trimmed()), Qt::Checked);
   txtMore->clear();
   txtMore->setFocus();
 }

@@ -56,7 +56,7 @@ class frmAddAircraft : public Dialog {
   void PlaceControls();
   void Connect();
   void Propose();
-  void ShowLoadout(const std::string& key);
+  void ShowLoadout(const std::string& key, Qt::CheckState state);
   void ShowEntry(const OwnAircraft& entry);
   OwnAircraft Entered() const;
   std::string WhyNot() const;

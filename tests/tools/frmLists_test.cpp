@@ -44,7 +44,7 @@ TEST_F(ListsForm, TakesChoicesOverByReadAgainAndByOk) {
   Show({true, "#OLD", "xx", true});
   EXPECT_EQ(ToPath(Form->lblOwn->text()),
             "Added by you: 0 aircraft and 1 map, in " + Box.Path("RWS_Own.txt"));
-  EXPECT_EQ(Row(Form->Troubles, 1), "odd|3|" + Box.Path("RWS_Own.txt"));
+  EXPECT_EQ(Row(Form->Troubles, 1), "No line of an entry: odd|3|" + Box.Path("RWS_Own.txt"));
   EXPECT_EQ(Form->cboPack->currentText(), QStringLiteral("Choose one of 2"));
   EXPECT_EQ(Form->cboLanguage->currentText(), QStringLiteral("xx")) << "an unknown one stays";
   EXPECT_EQ(Row(Form->Troubles, 0), "no permission||");
