@@ -34,7 +34,7 @@ Aircraft MakeAircraft(std::string_view line, const std::string& side, const Line
   return aircraft;
 }
 
-void ReadAircraft(Catalogues& catalogues, const Services& services, const LineArray& weapons) {
+void ReadAircraft(std::vector<Aircraft>& rows, const Services& services, const LineArray& weapons) {
   const auto lines = ReadTable(services, kTable);
   if (!lines) {
     services.Ask.MsgBox(
@@ -45,10 +45,17 @@ void ReadAircraft(Catalogues& catalogues, const Services& services, const LineAr
   if (lines->empty()) throw Fault(fault::InputPastEnd, "Input past end of file");
   std::string side = "Red";
   for (std::size_t i = 0; i < lines->size(); ++i) {
-    catalogues.Aircraft.push_back(MakeAircraft((*lines)[i], side, weapons));
+    rows.push_back(MakeAircraft((*lines)[i], side, weapons));
     // The table has no column for the side: this aircraft is the last red one.
-    if (Contains(services.Page.UCase(catalogues.Aircraft.back().Name), "YP-80")) side = "Blue";
+    if (Contains(services.Page.UCase(rows.back().Name), "YP-80")) side = "Blue";
   }
+}
+
+/** What was read before a failure stays. */
+void LoadRows(Catalogues& catalogues, const Services& services, const LineArray& weapons) {
+  std::vector<Aircraft> rows;
+  LogAndLeave(services, "LoadAircraftArray", [&] { ReadAircraft(rows, services, weapons); });
+  catalogues.Aircraft = AircraftTable(std::move(rows));
 }
 
 }  // namespace
@@ -65,12 +72,11 @@ void LoadAircraftArray(Document& doc, Catalogues& catalogues, const Services& se
   LineArray weapons;
   LoadWeaponsFile(doc, services, weapons);
   if (doc.Closing) return;
-  LogAndLeave(services, "LoadAircraftArray", [&] { ReadAircraft(catalogues, services, weapons); });
+  LoadRows(catalogues, services, weapons);
 }
 
 void LoadAircraftNames(Catalogues& catalogues, const Services& services) {
-  catalogues.Aircraft.clear();
-  LogAndLeave(services, "LoadAircraftArray", [&] { ReadAircraft(catalogues, services, {}); });
+  LoadRows(catalogues, services, {});
 }
 
 std::string GetPlaneName(const Catalogues& catalogues, const Services& services,

@@ -2,12 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <initializer_list>
 #include <span>
-#include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -33,6 +30,7 @@ class AircraftTable {
   const Aircraft& operator[](std::size_t row) const { return rows_[row]; }
   const Aircraft& back() const { return rows_.back(); }
 
+  /** For a few: many are better given at once. */
   void push_back(Aircraft aircraft);
   void clear() { *this = AircraftTable(); }
   /** What an aircraft carries may change on its own. */
@@ -41,29 +39,31 @@ class AircraftTable {
   /** Rows that may have this name or class, letter case apart, in their order. All that have it are
       among them, others may be, so that each is to be compared. */
   std::span<const std::uint32_t> Candidates(std::string_view nameOrClass) const {
-    return Found(byName_, nameOrClass);
+    return byName_.Find(Hash(nameOrClass));
   }
   /** The same for the class of parked ones. */
   std::span<const std::uint32_t> ParkedCandidates(std::string_view parkedClass) const {
-    return Found(byParked_, parkedClass);
+    return byParked_.Find(Hash(parkedClass));
   }
 
  private:
-  /** Letters beyond ASCII count as one: which of them are a pair is the code page's to say. */
-  static char Fold(char c) {
-    if (static_cast<unsigned char>(c) >= 0x80) return '\x80';
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
-  }
-  struct FoldHash {
-    using is_transparent = void;
-    std::size_t operator()(std::string_view text) const;
+  /** The same for texts that are alike but for letter case. */
+  static std::uint32_t Hash(std::string_view text);
+  /** Rows by what they are found by, in few and flat arrays: among thousands of rows what is looked
+      at must be near together. */
+  class Index {
+   public:
+    Index() = default;
+    /** Each has a hash in its upper half and a row in its lower one. */
+    explicit Index(std::vector<std::uint64_t> entries);
+    std::span<const std::uint32_t> Find(std::uint32_t hash) const;
+
+   private:
+    std::vector<std::uint32_t> hashes_, rows_;  // side by side, by hash and then by row
+    std::vector<std::uint32_t> starts_;         // places in `hashes_`, by their upper bits
+    unsigned shift_ = 0;
   };
-  struct FoldEqual {
-    using is_transparent = void;
-    bool operator()(std::string_view a, std::string_view b) const;
-  };
-  using Index = std::unordered_map<std::string, std::vector<std::uint32_t>, FoldHash, FoldEqual>;
-  static std::span<const std::uint32_t> Found(const Index& index, std::string_view text);
+  void MakeIndexes();
 
   std::vector<Aircraft> rows_;
   Index byName_, byParked_;

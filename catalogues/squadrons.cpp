@@ -11,18 +11,27 @@ namespace rws {
 
 namespace {
 
+/** True for two equal texts. Many codes differ in their last letter alone. */
+bool IsSame(std::string_view a, std::string_view b) {
+  return a.size() == b.size() && (a.empty() || a.back() == b.back()) && a == b;
+}
+
 /** The first row with a regiment of this code, blanks around that dropped. */
 const Squadron* FindRow(const Catalogues& catalogues, std::string_view code) {
   for (const auto& row : catalogues.Squadrons)
     for (const auto& regiment : row.Regiments)
-      if (regiment.Code.size() >= code.size() && Trim(regiment.Code) == code) return &row;
+      if (regiment.Code.size() >= code.size() && IsSame(Trim(regiment.Code), code)) return &row;
   return nullptr;
 }
 
-/** True if `text` is `lower` in any letter case. Both have the same length then, so that few texts
-    are lowered. */
+/** True if `text` is `lower` in any letter case. Both have the same length and the same last letter
+    then, so that few texts are lowered. */
 bool IsLower(const Services& services, std::string_view text, std::string_view lower) {
-  return text.size() == lower.size() && services.Page.LCase(text) == lower;
+  if (text.size() != lower.size()) return false;
+  const char last = text.empty() ? '\0' : text.back();
+  const bool isAscii = static_cast<unsigned char>(last) < 0x80;
+  if (isAscii && !text.empty() && LowerAscii(last) != lower.back()) return false;
+  return services.Page.LCase(text) == lower;
 }
 
 bool HasCode(const Squadron& row, const Services& services, std::string_view lowerCode) {
@@ -84,7 +93,7 @@ std::string GetUserDatabyGroup(const Catalogues& catalogues, const Services& ser
     const auto code = GroupOf(group);
     for (const auto& row : catalogues.Squadrons)
       for (const auto& regiment : row.Regiments)
-        if (regiment.Code == code) {
+        if (IsSame(regiment.Code, code)) {
           text = regiment.UserData;
           return;
         }

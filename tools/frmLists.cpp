@@ -145,7 +145,7 @@ void frmLists::ShowOwn(std::vector<ListTrouble>& troubles) {
   for (const auto& text : own.Troubles) {
     const std::size_t colon = text.find(": ");
     troubles.push_back({path, static_cast<std::size_t>(Val(text)),
-                         "No line of an entry: " + text.substr(colon + 2)});
+                        "No line of an entry: " + text.substr(colon + 2)});
   }
   const auto counted = [](std::size_t count, const char* one, const char* many) {
     return FromPath(GroupedNumber(count) + " " + (count == 1 ? one : many));
