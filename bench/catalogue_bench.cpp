@@ -52,9 +52,11 @@ ListedNames LargePack() {
       aircraft.Loadouts.push_back(
           {std::to_string(j) + "xSC250_and_more", std::to_string(j) + " bombs of 250 kg and more"});
   }
+  // As in packs, codes have many lengths and last letters.
+  const std::string starts[] = {"", "RA_", "IJA_", "USA_FG_"}, ends[] = {"P", "S", "z", "a", "N"};
   for (int i = 0; i < kSquadrons; ++i)
-    names.Regiments.push_back({"Sq" + std::to_string(i) + "x", "Squadron " + std::to_string(i), "",
-                               "ru", "ru", ListedArmy::Red});
+    names.Regiments.push_back({starts[i % 4] + "Sq" + std::to_string(i) + ends[i % 5],
+                               "Squadron " + std::to_string(i), "", "ru", "ru", ListedArmy::Red});
   return names;
 }
 
