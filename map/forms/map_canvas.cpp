@@ -21,9 +21,26 @@ constexpr double kRim = 48;
 constexpr double kTie = 1e-6;
 
 /** Shared by all pictures: a map is painted by the thread of the window alone. */
-SymbolCache& Symbols() {
-  static SymbolCache cache;
+LabelCache& Labels() {
+  static LabelCache cache;
   return cache;
+}
+
+/** A picture has symbols of some sizes; those of a size that is not used any more make room. */
+SymbolCache& SymbolsOf(double radius, bool dark) {
+  constexpr std::size_t kSizes = 8;
+  static std::array<SymbolCache, kSizes> caches;
+  static std::size_t next = 0;
+  for (auto& cache : caches)
+    if (cache.IsFor(radius, dark)) return cache;
+  SymbolCache& cache = caches[next++ % kSizes];
+  cache.SetLook(radius, dark);
+  return cache;
+}
+
+QPoint PixelOf(QPointF device) {
+  return {static_cast<int>(std::floor(device.x() + kTie)),
+          static_cast<int>(std::floor(device.y() + kTie))};
 }
 
 bool IsFinite(MapPoint point) { return std::isfinite(point.X) && std::isfinite(point.Y); }
@@ -107,12 +124,23 @@ void MapCanvas::Circle(MapPoint centre, double metres) {
 }
 
 void MapCanvas::Text(QPointF at, const QString& text, const QColor& color) {
-  constexpr double kHalo = 3;
-  QPainterPath path;
-  path.addText(at, Painter.font(), text);
-  Painter.strokePath(
-      path, QPen(GroundColor(Shown.Dark), kHalo, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-  Painter.fillPath(path, color);
+  const QTransform device = Painter.deviceTransform();
+  if (!isRaster_ || device.type() > QTransform::TxScale) {
+    DrawHaloText(Painter, at, text, color, Shown.Dark);
+    return;
+  }
+  const auto& label = Labels().Of(text, Painter.font(), color, device.m11(), Shown.Dark);
+  const QPointF pixel = device.map(at);
+  const QTransform own = Painter.worldTransform();
+  SetPixelTransform(device);
+  Painter.drawImage(PixelOf(pixel) - label.Origin, label.Picture);
+  Painter.setWorldTransform(own);
+}
+
+/** Pixel for pixel from here on: anything else would scale each small picture anew. */
+void MapCanvas::SetPixelTransform(const QTransform& device) {
+  const QTransform toDevice = Painter.worldTransform().inverted() * device;
+  Painter.setWorldTransform(toDevice.inverted());
 }
 
 void MapCanvas::BeginSymbols(double radius) {
@@ -122,24 +150,20 @@ void MapCanvas::BeginSymbols(double radius) {
   // Turned pictures of symbols would be neither quick nor fine.
   isRaster_ = isRaster_ && device_.type() <= QTransform::TxScale;
   if (!isRaster_) return;
-  // Pixel for pixel: anything else would be scaled anew for each symbol.
-  Symbols().SetLook(radius * device_.m11(), Shown.Dark);
-  const QTransform toDevice = device_ * Painter.worldTransform().inverted();
-  Painter.setWorldTransform(toDevice.inverted());
+  symbols_ = &SymbolsOf(radius * device_.m11(), Shown.Dark);
+  SetPixelTransform(device_);
 }
 
 void MapCanvas::EndSymbols() { Painter.restore(); }
 
 void MapCanvas::DrawPicture(QPointF at, const QImage& picture) {
-  const QPointF middle = device_.map(at);
-  Painter.drawImage(QPoint(static_cast<int>(std::floor(middle.x() + kTie)) - picture.width() / 2,
-                           static_cast<int>(std::floor(middle.y() + kTie)) - picture.height() / 2),
-                    picture);
+  const QPoint middle(picture.width() / 2, picture.height() / 2);
+  Painter.drawImage(PixelOf(device_.map(at)) - middle, picture);
 }
 
 void MapCanvas::Symbol(QPointF at, ObjectKind kind, std::uint8_t army, double heading) {
   if (isRaster_) {
-    DrawPicture(at, Symbols().Of(kind, army, heading));
+    DrawPicture(at, symbols_->Of(kind, army, heading));
     return;
   }
   SetArmyLook(Painter, army, Shown.Dark, 1);
@@ -148,34 +172,11 @@ void MapCanvas::Symbol(QPointF at, ObjectKind kind, std::uint8_t army, double he
 
 void MapCanvas::Symbol(QPointF at, WaypointShape shape, std::uint8_t army) {
   if (isRaster_) {
-    DrawPicture(at, Symbols().Of(shape, army));
+    DrawPicture(at, symbols_->Of(shape, army));
     return;
   }
   SetArmyLook(Painter, army, Shown.Dark, 1);
   DrawShape(Painter, WaypointOutline(shape), at, symbolRadius_);
-}
-
-QRectF LabelPlacer::Place(QPointF at, QSizeF size, double radius) {
-  const double right = radius + 2, left = -radius - 2 - size.width();
-  const double above = -radius - size.height(), below = radius;
-  const double centreX = -size.width() / 2, centreY = -size.height() / 2;
-  const std::array<QPointF, 8> offsets{{{right, above},
-                                        {right, centreY},
-                                        {right, below},
-                                        {left, above},
-                                        {left, centreY},
-                                        {left, below},
-                                        {centreX, above},
-                                        {centreX, below}}};
-  for (const auto& offset : offsets) {
-    const QRectF rect(at + offset, size);
-    if (std::any_of(taken_.begin(), taken_.end(),
-                    [&](const QRectF& taken) { return taken.intersects(rect); }))
-      continue;
-    taken_.push_back(rect);
-    return rect;
-  }
-  return {};
 }
 
 }  // namespace rws

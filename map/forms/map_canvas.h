@@ -5,6 +5,7 @@
 #include <QString>
 #include <vector>
 
+#include "map/forms/map_labels.h"
 #include "map/forms/map_shown.h"
 #include "map/forms/map_symbols.h"
 
@@ -64,21 +65,12 @@ class MapCanvas {
  private:
   void DrawPicture(QPointF at, const QImage& picture);
 
+  void SetPixelTransform(const QTransform& device);
+
   bool isRaster_ = false;
+  SymbolCache* symbols_ = nullptr;
   double symbolRadius_ = 0;
   QTransform device_;
-};
-
-/** Finds room for labels beside their places, so that none covers another. */
-class LabelPlacer {
- public:
-  void Block(const QRectF& rect) { taken_.push_back(rect); }
-  /** Where a label of this size goes, beside a symbol of this radius; an empty rectangle when
-      there is no room. */
-  QRectF Place(QPointF at, QSizeF size, double radius);
-
- private:
-  std::vector<QRectF> taken_;
 };
 
 }  // namespace rws

@@ -148,17 +148,6 @@ void PaintStrong(MapCanvas& canvas, const MapRoute& route, const std::vector<std
   PaintStrongPoints(canvas, route, selected);
 }
 
-void PaintAircraftAt(MapCanvas& canvas, QPointF at, std::uint8_t army, double heading,
-                     double radius) {
-  static const QPainterPath shape = ObjectShape(ObjectKind::Aircraft);
-  QPainter& painter = canvas.Painter;
-  painter.setPen(
-      QPen(GroundColor(canvas.Shown.Dark), 5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-  DrawShape(painter, shape, at, radius, heading);
-  SetArmyLook(painter, army, canvas.Shown.Dark, 1.5);
-  DrawShape(painter, shape, at, radius, heading);
-}
-
 }  // namespace
 
 bool IsStrong(const MapShown& shown, std::size_t route) {
@@ -215,7 +204,9 @@ void PaintMoments(MapCanvas& canvas, LabelPlacer& labels) {
     if (moment->Phase != FlightPhase::Flying && moment->Phase != FlightPhase::Waiting) continue;
     const QPointF at = canvas.At(moment->At);
     const double radius = IsStrong(canvas.Shown, i) ? kStrongRadius : kRadius;
-    PaintAircraftAt(canvas, at, routes[i].Army, moment->Heading, radius);
+    canvas.BeginSymbols(radius);
+    canvas.Symbol(at, ObjectKind::Aircraft, routes[i].Army, moment->Heading);
+    canvas.EndSymbols();
     labels.Block(QRectF(at - QPointF(radius, radius), at + QPointF(radius, radius)));
     const QString name = QString::fromLatin1(routes[i].Name.c_str());
     const QSizeF size(font.horizontalAdvance(name), font.ascent());

@@ -187,7 +187,6 @@ void DrawShape(QPainter& painter, const QPainterPath& shape, QPointF at, double 
 }
 
 void SymbolCache::SetLook(double radius, bool dark) {
-  if (radius == radius_ && dark == dark_) return;
   radius_ = radius;
   dark_ = dark;
   images_.assign((kObjectKinds * kTurns + kWaypointShapes) * kArmies, QImage());

@@ -35,8 +35,9 @@ void DrawShape(QPainter& painter, const QPainterPath& shape, QPointF at, double 
 /** Symbols as small pictures, each painted once for a size. */
 class SymbolCache {
  public:
-  /** Forgets all when the size or the ground has become another one. `radius` in pixels of the
-      picture that is painted on. */
+  bool IsFor(double radius, bool dark) const { return radius == radius_ && dark == dark_; }
+  /** Forgets all that has another size or ground. `radius` in pixels of the picture that is
+      painted on. */
   void SetLook(double radius, bool dark);
   /** Its middle belongs at the place. `heading` counts only for what has a nose. */
   const QImage& Of(ObjectKind kind, std::uint8_t army, double heading);
