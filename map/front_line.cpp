@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <set>
 
 namespace rws {
 
@@ -86,10 +87,21 @@ Area AreaOf(const std::vector<FrontMarker>& markers, std::size_t own, const MapB
   return area;
 }
 
+/** Of markers on one spot the first counts: the areas of both would be the same one, and the front
+    around it would have gaps. */
+std::vector<FrontMarker> FirstOfEachSpot(const std::vector<FrontMarker>& markers) {
+  std::set<std::pair<double, double>> spots;
+  std::vector<FrontMarker> firsts;
+  for (const auto& marker : markers)
+    if (spots.emplace(marker.At.X, marker.At.Y).second) firsts.push_back(marker);
+  return firsts;
+}
+
 }  // namespace
 
-std::vector<std::pair<MapPoint, MapPoint>> FrontLineOf(const std::vector<FrontMarker>& markers,
+std::vector<std::pair<MapPoint, MapPoint>> FrontLineOf(const std::vector<FrontMarker>& all,
                                                        const MapBounds& within) {
+  const std::vector<FrontMarker> markers = FirstOfEachSpot(all);
   std::vector<std::pair<MapPoint, MapPoint>> front;
   const bool isOne = std::all_of(markers.begin(), markers.end(), [&](const auto& marker) {
     return marker.Army == markers.front().Army;
