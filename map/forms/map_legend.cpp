@@ -103,6 +103,16 @@ LegendEntry TargetEntry() {
           }};
 }
 
+LegendEntry WayEntry() {
+  return {QStringLiteral("Way of a column or ship"), [](QPainter& painter, QPointF at, bool dark) {
+            painter.setPen(QPen(InkColor(dark), 1));
+            const QPointF tip = at + QPointF(kHalfLine, 0);
+            painter.drawLine(at - QPointF(kHalfLine, 0), tip);
+            painter.drawLine(tip, tip + QPointF(-5, -4));
+            painter.drawLine(tip, tip + QPointF(-5, 4));
+          }};
+}
+
 LegendEntry BridgeEntry() {
   return {QStringLiteral("Bridge"), [](QPainter& painter, QPointF at, bool dark) {
             painter.setPen(QPen(InkColor(dark), 1.3));
@@ -119,7 +129,7 @@ void AddWaypoints(std::vector<LegendEntry>& entries, const Present& present) {
           ShapeEntry(QLatin1String(kNames[i]), WaypointOutline(static_cast<WaypointShape>(i))));
   if (present.Triggers)
     entries.push_back(
-        {QStringLiteral("Timed or patrol"), [](QPainter& painter, QPointF at, bool dark) {
+        {QStringLiteral("Delay or patrol"), [](QPainter& painter, QPointF at, bool dark) {
            painter.setPen(QPen(InkColor(dark), 1.5));
            painter.drawLine(at + QPointF(3, 3), at - QPointF(3, 3));
          }});
@@ -143,6 +153,7 @@ std::vector<LegendEntry> LegendOf(const MapModel& model, const MapLayers& layers
       const auto kind = static_cast<ObjectKind>(i);
       entries.push_back(ShapeEntry(Utf8(KindName(kind)), ObjectShape(kind)));
     }
+  if (layers[MapLayer::Units] && !scene.Things.Units.empty()) entries.push_back(WayEntry());
   if (layers[MapLayer::Front] && !model.Front.empty())
     entries.push_back(LineEntry(QStringLiteral("Front line"), FrontColor, 2.2));
   if (layers[MapLayer::Targets] && !scene.Things.Targets.empty()) entries.push_back(TargetEntry());
@@ -152,18 +163,45 @@ std::vector<LegendEntry> LegendOf(const MapModel& model, const MapLayers& layers
   return entries;
 }
 
+namespace {
+
+constexpr double kMargin = 8;
+
+/** Where the lines of a legend stand: in a low window it goes on beside itself. */
+struct Layout {
+  double Row = 0, Column = 0;
+  std::size_t Rows = 0;
+  QSizeF Size;
+};
+
+Layout LayoutOf(const std::vector<LegendEntry>& entries, const QFontMetricsF& font, double height) {
+  constexpr double kGap = 2;
+  Layout layout;
+  layout.Row = std::max(font.height(), 2 * kSample + kGap) + kGap;
+  for (const auto& entry : entries)
+    layout.Column = std::max(layout.Column, font.horizontalAdvance(entry.Text));
+  layout.Column += 2 * kMargin + 2 * kHalfLine;
+  const auto fitting = static_cast<std::size_t>(std::max(1.0, (height - 4 * kMargin) / layout.Row));
+  const std::size_t columns = (entries.size() + fitting - 1) / fitting;
+  layout.Rows = (entries.size() + columns - 1) / columns;
+  layout.Size = {layout.Column * double(columns) + kMargin,
+                 layout.Row * double(layout.Rows) + 2 * kMargin};
+  return layout;
+}
+
+}  // namespace
+
+double LegendWidth(const std::vector<LegendEntry>& entries, const QFont& font, double height) {
+  return entries.empty() ? 0 : LayoutOf(entries, QFontMetricsF(font), height).Size.width();
+}
+
 QRectF PaintLegend(QPainter& painter, const std::vector<LegendEntry>& entries, const QRectF& area,
                    bool dark) {
   if (entries.empty()) return {};
-  constexpr double kMargin = 8, kGap = 2;
   const QFontMetricsF font(painter.font());
-  const double row = std::max(font.height(), 2 * kSample + kGap) + kGap;
-  double width = 0;
-  for (const auto& entry : entries) width = std::max(width, font.horizontalAdvance(entry.Text));
-  const double left = 2 * kMargin + 2 * kHalfLine;
-  const QSizeF size(left + width + kMargin, row * double(entries.size()) + 2 * kMargin);
-  const QRectF box(area.bottomRight() - QPointF(size.width() + kMargin, size.height() + kMargin),
-                   size);
+  const Layout layout = LayoutOf(entries, font, area.height());
+  const QPointF corner(layout.Size.width() + kMargin, layout.Size.height() + kMargin);
+  const QRectF box(area.bottomRight() - corner, layout.Size);
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
   QColor ground = GroundColor(dark);
@@ -171,13 +209,13 @@ QRectF PaintLegend(QPainter& painter, const std::vector<LegendEntry>& entries, c
   painter.setPen(QPen(GridColor(dark), 1));
   painter.setBrush(ground);
   painter.drawRoundedRect(box, 4, 4);
-  double y = box.top() + kMargin + row / 2;
-  for (const auto& entry : entries) {
-    entry.Sample(painter, {box.left() + kMargin + kHalfLine, y}, dark);
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    const double x = box.left() + kMargin + kHalfLine + layout.Column * double(i / layout.Rows);
+    const double y = box.top() + kMargin + layout.Row * (double(i % layout.Rows) + 0.5);
+    entries[i].Sample(painter, {x, y}, dark);
     painter.setPen(InkColor(dark));
-    painter.drawText(QPointF(box.left() + left, y + (font.ascent() - font.descent()) / 2),
-                     entry.Text);
-    y += row;
+    painter.drawText(QPointF(x + kHalfLine + kMargin, y + (font.ascent() - font.descent()) / 2),
+                     entries[i].Text);
   }
   painter.restore();
   return box;

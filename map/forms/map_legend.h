@@ -19,6 +19,9 @@ struct LegendEntry {
 /** What there is on a map, by the layers that are shown and by what the mission really has. */
 std::vector<LegendEntry> LegendOf(const MapModel& model, const MapLayers& layers);
 
+/** How wide a legend is in an area of a height. */
+double LegendWidth(const std::vector<LegendEntry>& entries, const QFont& font, double height);
+
 /** Paints a legend into the lower right corner of an area. Returns where. */
 QRectF PaintLegend(QPainter& painter, const std::vector<LegendEntry>& entries, const QRectF& area,
                    bool dark);

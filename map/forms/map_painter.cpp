@@ -164,6 +164,7 @@ void PaintMapGround(QPainter& painter, const MapShown& shown) {
   PaintObjects(canvas);
   PaintTargets(canvas);
   PaintRoutes(canvas);
+  PaintBaseNames(canvas);
 }
 
 void PaintMapTop(QPainter& painter, const MapShown& shown, const MapPreview& preview) {

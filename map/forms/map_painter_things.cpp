@@ -1,3 +1,4 @@
+#include <QFontMetricsF>
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -132,14 +133,16 @@ void PaintBase(MapCanvas& canvas, const MapBase& base, double width) {
   painter.drawLine(at - QPointF(0, kMark), at + QPointF(0, kMark));
 }
 
-/** The colour of a home base in a word, where its circle has room for it. */
+/** The colour of a home base in a word, over its circle, where that is large enough. */
 void PaintBaseName(MapCanvas& canvas, const MapBase& base) {
-  constexpr double kLeast = 32, kMark = 6;
-  if (!canvas.Sees(base.At) || base.Radius < kLeast * canvas.MetresPerPixel()) return;
+  constexpr double kLeast = 16, kGap = 4;
+  const MapPoint top{base.At.X, base.At.Y + base.Radius};
+  if (!canvas.Sees(top) || base.Radius < kLeast * canvas.MetresPerPixel()) return;
   if (base.Army >= kHomeBaseColors.size()) return;
   const auto name = kHomeBaseColors[base.Army].Name;
-  canvas.Text(canvas.At(base.At) + QPointF(kMark, -kMark),
-              QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size())),
+  const QString text = QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size()));
+  const double width = QFontMetricsF(canvas.Painter.font()).horizontalAdvance(text);
+  canvas.Text(canvas.At(top) - QPointF(width / 2, kGap), text,
               BaseColor(base.Army, canvas.Shown.Dark));
 }
 
@@ -159,6 +162,10 @@ void PaintFront(MapCanvas& canvas) {
 void PaintBases(MapCanvas& canvas) {
   if (!canvas.Shows(MapLayer::HomeBases)) return;
   for (const auto& base : canvas.Model->Scene.Bases) PaintBase(canvas, base, 1.5);
+}
+
+void PaintBaseNames(MapCanvas& canvas) {
+  if (!canvas.Shows(MapLayer::HomeBases)) return;
   for (const auto& base : canvas.Model->Scene.Bases) PaintBaseName(canvas, base);
 }
 

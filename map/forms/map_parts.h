@@ -14,6 +14,7 @@ void PaintNorth(MapCanvas& canvas);
 
 void PaintFront(MapCanvas& canvas);
 void PaintBases(MapCanvas& canvas);
+void PaintBaseNames(MapCanvas& canvas);
 void PaintSelectedBase(MapCanvas& canvas, const MapPreview& preview);
 void PaintBridges(MapCanvas& canvas);
 void PaintUnits(MapCanvas& canvas);

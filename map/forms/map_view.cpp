@@ -15,6 +15,17 @@ namespace {
 constexpr double kFitMargin = 40, kTolerance = 7;
 constexpr int kUsualWidth = 800, kUsualHeight = 600, kDarkest = 128;
 
+/** Leaves so many pixels at the right free. */
+MapProjection FitBeside(const MapProjection& projection, const MapBounds& bounds, double room) {
+  if (bounds.IsEmpty()) return projection;
+  MapProjection narrow = projection;
+  narrow.Width -= room;
+  MapProjection fitted = FitInto(narrow, bounds, kFitMargin);
+  fitted.Width = projection.Width;
+  fitted.Centre.X += room / 2 * fitted.MetresPerPixel;
+  return fitted;
+}
+
 }  // namespace
 
 MapView::MapView(QWidget* parent) : QWidget(parent) {
@@ -33,8 +44,8 @@ void MapView::SetModel(const MapModel* model) {
   CancelGesture();
   shown_.Model = model;
   KeepSelectionValid();
-  Refit();
   Repaint();
+  Refit();
   Announce();
 }
 
@@ -81,7 +92,7 @@ void MapView::SetMetric(bool metric) {
 
 void MapView::SetLegend(bool isShown) {
   hasLegend_ = isShown;
-  update();
+  Refit();
 }
 
 void MapView::FitMission() {
@@ -140,17 +151,23 @@ void MapView::Look(const MapProjection& projection) {
   Q_EMIT ProjectionChanged();
 }
 
+/** What the legend would hide; nothing where it would hide too much to be waited for. */
+double MapView::LegendRoom() const {
+  constexpr double kMostPart = 0.3;
+  const double room = hasLegend_ ? LegendWidth(legend_, font(), height()) : 0;
+  return room > kMostPart * width() ? 0 : room;
+}
+
 void MapView::Refit() {
   MapProjection now = shown_.Projection;
   now.Width = std::max(width(), 1);
   now.Height = std::max(height(), 1);
   const MapRoute* route = SelectedRoute();
   if (fit_ == Fit::Mission && shown_.Model)
-    Look(FitInto(now, shown_.Model->Bounds, kFitMargin));
+    now = FitBeside(now, shown_.Model->Bounds, LegendRoom());
   else if (fit_ == Fit::Flight && route)
-    Look(FitInto(now, BoundsOf(*route), kFitMargin));
-  else
-    Look(now);
+    now = FitBeside(now, BoundsOf(*route), LegendRoom());
+  Look(now);
 }
 
 void MapView::Repaint() {

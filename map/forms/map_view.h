@@ -111,6 +111,7 @@ class MapView : public QWidget {
   MapHit HitAtPixel(QPointF at) const;
   MapHit SelectedHit() const;
   void Look(const MapProjection& projection);
+  double LegendRoom() const;
   void Refit();
   void Repaint();
   void UpdateDark();
