@@ -64,8 +64,10 @@ bool IsTriggers(const Waypoint& waypoint) { return EqualNoCase(waypoint.Type, "T
 
 /** Those that are no rows of a mission whose lines are kept, and no settings of one either. */
 std::vector<Waypoint> WithoutRow(std::vector<Waypoint> waypoints) {
-  std::erase_if(waypoints, [](const Waypoint& waypoint) {
-    return waypoint.KeptRow >= 0 || IsTriggers(waypoint);
+  bool hasOwner = false;
+  std::erase_if(waypoints, [&](const Waypoint& waypoint) {
+    if (!IsTriggers(waypoint)) hasOwner = waypoint.KeptRow >= 0;
+    return hasOwner;
   });
   return waypoints;
 }
