@@ -8,6 +8,7 @@
 #include "editors/frmWP.h"
 #include "editors/frmWPEdit.h"
 #include "library/forms/frmFind.h"
+#include "map/forms/frmMap.h"
 #include "services/faults.h"
 #include "services/forms/frmCam.h"
 #include "services/forms/frmPrefs.h"
@@ -54,6 +55,17 @@ NamedForm Check(Session& session, QWidget* parent) {
             auto form = std::make_unique<frmCheck>(session, parent);
             form->LoadForm();
             form->Check(frmCheck::kShown);
+            return form;
+          }};
+}
+
+/** The map of the current mission, at a minute. */
+NamedForm Map(Session& session) {
+  return {"frmMap", [&session]() -> std::unique_ptr<QWidget> {
+            auto form = std::make_unique<frmMap>(session);
+            form->LoadForm();
+            form->show();
+            form->Follow();
             return form;
           }};
 }
@@ -107,6 +119,7 @@ void CompareWithShadow(const Session& session, frmCompare& form) {
 
 std::vector<NamedForm> AllForms(Session& session, QWidget* parent) {
   return {
+      Map(session),
       Named<frmBackups>(
           "frmBackups", session, parent,
           [&session](frmBackups& form) { form.MissionPath = CurrentMissionPath(session.Doc); }),

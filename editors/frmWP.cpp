@@ -1,6 +1,7 @@
 #include "editors/frmWP.h"
 
 #include <QScreen>
+#include <algorithm>
 
 #include "controls/list_colors.h"
 #include "editors/logic/waypoint_table.h"
@@ -79,6 +80,13 @@ void frmWP::LoadForm() {
   // In the middle only now: the headings decide how wide the form is.
   resize(sizeHint().boundedTo(screen()->availableSize()));
   CenterForm(*this);
+}
+
+void frmWP::SelectWaypoint(std::size_t waypoint) {
+  const int row = static_cast<int>(waypoint);
+  if (row >= grd->RowCount()) return;
+  grd->FinishEdit();
+  grd->setCurrentIndex(grd->model()->index(row, std::max(grd->currentIndex().column(), 0)));
 }
 
 void frmWP::done(int result) {

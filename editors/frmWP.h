@@ -26,6 +26,8 @@ class frmWP : public Dialog {
 
   /** Fills the form. Without a current flight it stays empty. */
   void LoadForm();
+  /** Goes to the row of a waypoint, counted from 0. */
+  void SelectWaypoint(std::size_t waypoint);
   /** Takes what is being typed and stores the chosen units, however the form is closed. */
   void done(int result) override;
 

@@ -60,6 +60,7 @@ void FlightArea::ShowNoFlights() {
   ResetCaptions();
   fraFlight->ShowNoFlight();
   Q_EMIT PlayerShown(QString());
+  Q_EMIT FlightShown();
 }
 
 void FlightArea::ClearFlightList() { lstPlanes->SetRows({}); }
@@ -133,6 +134,7 @@ void FlightArea::LoadPlanes() {
     const int count = fraFlight->cboPlanes->currentText().toInt();
     for (int i = 0; i < count; ++i) planes->FillPanel(i);
   });
+  Q_EMIT FlightShown();
 }
 
 void FlightArea::PrepareMenu() {
@@ -179,6 +181,16 @@ void FlightArea::ShowSelectedFlight() {
   TakeSelectedFlight();
   fraFlight->WeaponTag = CurrentFlight(session_).Class;
   PlaneChg(false, -1, false);
+}
+
+void FlightArea::SelectFlight(int flight) {
+  const int row = lstPlanes->RowOf(flight);
+  if (row < 0 || flight == session_.Doc.CurFlight) return;
+  lstPlanes->SelectOnly(row);
+  TakeSelectedFlight();
+  lstPlanes->Tag = "single";
+  SetSingleMode();
+  ShowSelectedFlight();
 }
 
 void FlightArea::ListKeyReleased() {

@@ -13,6 +13,8 @@
 
 namespace rws {
 
+class frmWP;
+
 /** The right-hand side of the window: the flight list and the frames of flight and planes. It knows
     which flight is current and to which flights a command applies. */
 class FlightArea : public QWidget {
@@ -43,6 +45,11 @@ class FlightArea : public QWidget {
   /** Shows that the mission has no flights. */
   void ShowNoFlights();
 
+  /** Shows a flight as a click on its row does. */
+  void SelectFlight(int flight);
+  /** Opens the waypoint editor of the current flight. */
+  void ClickWaypoints();
+
   /** Lets the list get lower than it usually may, where something else needs the room. */
   void SetTight(bool tight);
   /** Fills the fixed lists of the flight and plane panels. */
@@ -69,8 +76,13 @@ class FlightArea : public QWidget {
   std::array<QAction*, 9> mnuAC;
   /** For a flight whose class is not known. */
   QAction* mnuAddAircraft;
+  QAction* mnuPaste;
 
  Q_SIGNALS:
+  /** Another flight may be shown, or none. */
+  void FlightShown();
+  /** The waypoint editor opens, and null when it has closed. */
+  void WaypointEditor(frmWP* form);
   /** Who the player is, "" for nobody. */
   void PlayerShown(const QString& text);
   /** The aircraft of the current flight is to become known. */
@@ -95,9 +107,9 @@ class FlightArea : public QWidget {
   void ClickSkin(QAction* entry);
   void ClickDuplicate();
   void ClickRemove();
-  void ClickWaypoints();
   void ClickCopy();
   void ClickAddAircraft();
+  void ClickPaste();
 
   Session& session_;
   Popups& popups_;

@@ -6,6 +6,7 @@
 #include "mainwindow/logic/change_aircraft.h"
 #include "mainwindow/logic/duplicate_flight.h"
 #include "mainwindow/logic/flight_commands.h"
+#include "mainwindow/logic/paste_flights.h"
 #include "mission/flight_values.h"
 #include "platform/qt_text.h"
 #include "services/paths.h"
@@ -25,6 +26,8 @@ constexpr EditKind kChange{"ChangeAirCraft", "Change Aircraft", Lighting::None};
 constexpr EditKind kMarks{"mnuAC_Click", "Markings", Lighting::None};
 constexpr EditKind kSkin{"mnuSkin_Click", "Change Flight Skin"};
 constexpr EditKind kCopies{"DuplicateFlight", "Create Duplicate Groups"};
+/** Compared by its command: not when there was nothing to paste. */
+constexpr EditKind kPasted{"PasteFlights", "Paste Flights", Lighting::None};
 /** Compared by its command: not when it failed. */
 constexpr EditKind kRemoval{"mnuAC_Click", "Remove Selected Flight", Lighting::None};
 
@@ -43,6 +46,8 @@ void FlightArea::ConnectMenu() {
   command(kCopy, "mnuAC_Click", &FlightArea::ClickCopy);
   connect(mnuAddAircraft, &QAction::triggered, this,
           Trapped(session_.Services, "mnuAddAircraft_Click", [this](bool) { ClickAddAircraft(); }));
+  connect(mnuPaste, &QAction::triggered, this,
+          Trapped(session_.Services, "mnuPaste_Click", [this](bool) { ClickPaste(); }));
   connect(
       mnuSkin, &QMenu::triggered, this,
       Trapped(session_.Services, "mnuSkin_Click", [this](QAction* entry) { ClickSkin(entry); }));
@@ -153,7 +158,9 @@ void FlightArea::ClickRemove() {
 void FlightArea::ClickWaypoints() {
   frmWP form(session_, window());
   form.LoadForm();
+  Q_EMIT WaypointEditor(&form);
   popups_.ShowDialog(form);
+  Q_EMIT WaypointEditor(nullptr);
   SetModify(session_);
 }
 
@@ -166,6 +173,25 @@ void FlightArea::ClickCopy() {
 void FlightArea::ClickAddAircraft() {
   TakeSelectedFlight();
   Q_EMIT AddAircraftWanted();
+}
+
+void FlightArea::ClickPaste() {
+  const Services& services = session_.Services;
+  const auto text = services.Page.FromUtf8(services.System.ClipboardText());
+  if (!text) {
+    services.Ask.MsgBox("The text on the clipboard has characters that missions cannot hold.",
+                        Buttons::Ok, Icon::Exclamation, kProgramTitle);
+    return;
+  }
+  PastedFlights pasted;
+  Edit(session_, kPasted, [&] {
+    pasted = PasteFlights(session_.Doc, services, *text);
+    if (pasted.Added.empty()) return;
+    PlaneChg(true, static_cast<int>(pasted.Added.front()), false);
+    SetModify(session_);
+  });
+  const std::string told = PastedText(pasted);
+  if (!told.empty()) services.Ask.Notice(services.Page.ToUtf8(told));
 }
 
 }  // namespace rws

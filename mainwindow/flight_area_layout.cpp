@@ -47,11 +47,17 @@ void FlightArea::BuildMenu() {
         captions[i].isEmpty() ? mnuAircraft->addSeparator() : mnuAircraft->addAction(captions[i]);
     mnuAC[i]->setObjectName(QStringLiteral("mnuAC(%1)").arg(i));
   }
+  mnuPaste = AddEntry(mnuAircraft, tr("&Paste Flights"), QStringLiteral("mnuPaste"));
+  mnuPaste->setShortcut(QKeySequence::Paste);
   mnuAircraft->addSeparator();
   mnuAddAircraft =
       AddEntry(mnuAircraft, tr("&Add This Aircraft..."), QStringLiteral("mnuAddAircraft"));
   mnuAddAircraft->setEnabled(false);
   mnuAC[kMarkings]->setCheckable(true);
+  // Of the list alone: elsewhere these keys are those of the control that has the focus.
+  mnuAC[kCopy]->setShortcut(QKeySequence::Copy);
+  mnuAC[kCopy]->setShortcutContext(Qt::WidgetShortcut);
+  lstPlanes->addAction(mnuAC[kCopy]);
   mnuSkin = new QMenu(mnuAircraft);
   mnuSkin->setObjectName(QStringLiteral("mnuSkin"));
   mnuSkin->addAction(tr("None"));

@@ -5,6 +5,7 @@
 
 #include "controls/work_progress.h"
 #include "mainwindow/logic/no_missions.h"
+#include "map/forms/frmMap.h"
 #include "mission/reader.h"
 #include "platform/qt_text.h"
 #include "services/arrays.h"
@@ -57,6 +58,7 @@ void frmRWS::Connect() {
   ConnectPanels();
   ConnectMissionMenu();
   ConnectTools();
+  ConnectMap();
   ConnectPrefs();
   ConnectHelp();
   ConnectMenus();

@@ -41,9 +41,11 @@ namespace rws {
 
 class FolderWatch;
 class frmCheck;
+class frmMap;
 class WorkProgress;
 class frmFind;
 class frmPrefs;
+class frmWP;
 struct Finding;
 
 /** The main window: the missions of one directory, the values of the one selected, and the flows
@@ -124,6 +126,7 @@ class frmRWS : public QMainWindow {
   QAction *mnuSave, *mnuSaveAll, *mnuRevert, *mnuOpenFolder, *mnuReread, *mnuClearRecent, *mnuExit;
   QAction *mnuUndo, *mnuRedo, *mnuFilter, *mnuFind, *mnuToolBar, *mnuRestoreBackup, *mnuChanges;
   QAction *mnuCheck, *mnuCompatibility, *mnuEditMany, *mnuAddMap;
+  QAction* mnuMap;
   enum Tool : std::size_t {
     kSkinManager,
     kRenameAll,
@@ -156,6 +159,8 @@ class frmRWS : public QMainWindow {
   MissionLibrary* Library;
   /** Made when it is first asked for. */
   frmFind* Find = nullptr;
+  /** Likewise. A window that stays usable while a dialog of this one is open. */
+  std::unique_ptr<frmMap> Map;
 
   /** The bar that tells that another program has changed the mission on show. */
   static constexpr char kReloadBar[] = "reload";
@@ -317,6 +322,10 @@ class frmRWS : public QMainWindow {
   void LookForReferences();
   void OfferToFollow(const std::vector<std::pair<std::string, std::string>>& renamed,
                      const QStringList& places);
+
+  void ConnectMap();
+  void ClickMap();
+  void FollowWaypointEditor(frmWP* form);
 
   void BuildCheckMenu();
   bool OpenToCheck(const std::string& path);

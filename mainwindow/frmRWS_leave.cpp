@@ -4,6 +4,7 @@
 
 #include "library/forms/frmFind.h"
 #include "mainwindow/frmRWS.h"
+#include "map/forms/frmMap.h"
 #include "platform/qt_text.h"
 #include "services/error_log.h"
 #include "services/paths.h"
@@ -173,6 +174,7 @@ void frmRWS::Finish() {
   KeepEdits();
   session_.Doc.Closing = true;
   if (Find) Find->close();
+  if (Map) Map->close();
   const Services& services = session_.Services;
   if (services.System.CancelFetch) services.System.CancelFetch();
   if (check_ && check_->isVisible()) check_->close();

@@ -81,11 +81,17 @@ void frmRWS::BuildEditMenu() {
   mnuRedo->setShortcuts({Qt::CTRL | Qt::SHIFT | Qt::Key_Z, Qt::CTRL | Qt::Key_Y});
   for (auto* entry : {mnuUndo, mnuRedo}) entry->setEnabled(false);
   mnuEdit->addSeparator();
+  // Here too, as a mission without flights has no menu of them.
+  mnuEdit->addAction(flightArea->mnuPaste);
   mnuFilter = AddEntry(mnuEdit, tr("&Filter Missions"), QStringLiteral("mnuFilter"));
   mnuFilter->setShortcut(Qt::CTRL | Qt::Key_F);
 }
 
-void frmRWS::BuildViewMenu() { mnuView = Titled(menuBar()->addMenu(tr("&View")), "mnuView"); }
+void frmRWS::BuildViewMenu() {
+  mnuView = Titled(menuBar()->addMenu(tr("&View")), "mnuView");
+  mnuMap = AddEntry(mnuView, tr("&Map"), QStringLiteral("mnuMap"));
+  mnuMap->setShortcut(Qt::CTRL | Qt::Key_M);
+}
 
 /** The entries are those of the menus at the rows, so that each state is that of the other. */
 void frmRWS::BuildMirrorMenus() {

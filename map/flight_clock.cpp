@@ -60,20 +60,25 @@ FlightPhase PhaseAt(const MapRoute& route, const FlightClock& clock, double minu
 }  // namespace
 
 double SpeedTo(const MapRoute& route, std::size_t point) {
+  const auto& points = route.Points;
   for (std::size_t i = point + 1; i-- > 0;)
-    if (route.Points[i].Speed > 0) return route.Points[i].Speed;
-  return 0;
+    if (points[i].Speed > 0) return points[i].Speed;
+  // Ways to a runway have no speed of their own; they must not leave a flight without a clock.
+  const auto told = std::find_if(points.begin(), points.end(),
+                                 [](const RoutePoint& each) { return each.Speed > 0; });
+  const bool taxies = points[point].Shape == WaypointShape::TakeOff && told != points.end();
+  return taxies ? told->Speed : 0;
 }
 
 FlightClock ClockOf(const MapRoute& route) {
   FlightClock clock;
-  double speed = 0;
-  for (const auto& point : route.Points) {
+  for (std::size_t i = 0; i < route.Points.size(); ++i) {
+    const RoutePoint& point = route.Points[i];
     if (!point.HasPlace) return clock;
-    if (point.Speed > 0) speed = point.Speed;
     double arrives = route.StartMinutes;
-    if (!clock.Points.empty()) {
-      const double metres = DistanceOf(route.Points[clock.Points.size() - 1].At, point.At);
+    if (i > 0) {
+      const double metres = DistanceOf(route.Points[i - 1].At, point.At);
+      const double speed = metres > 0 ? SpeedTo(route, i) : 0;
       if (speed == 0 && metres > 0) return clock;
       arrives = clock.Points.back().Leaves + (metres > 0 ? MinutesFor(metres, speed) : 0);
     }

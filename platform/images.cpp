@@ -3,6 +3,7 @@
 #include <QBuffer>
 #include <QImageReader>
 #include <QtEndian>
+#include <cmath>
 #include <optional>
 
 #include "platform/qt_text.h"
@@ -13,10 +14,15 @@ namespace rws {
 namespace {
 
 constexpr std::uint64_t kMostBytes = 256u << 20;
-constexpr int kLongestSide = 16384;
-constexpr qint64 kMostPixels = qint64{64} << 20;
-/** Megabytes of a picture of `kMostPixels` in four bytes each. */
-constexpr int kMostMegabytes = 256;
+
+/** What a picture may claim to be. */
+struct PictureLimits {
+  qint64 LongestSide, MostPixels;
+
+  /** Of all its pixels in four bytes each. */
+  int Megabytes() const { return static_cast<int>(MostPixels * 4 >> 20); }
+};
+constexpr PictureLimits kUsual{16384, qint64{64} << 20}, kLarge{32768, qint64{256} << 20};
 
 Fault PictureFault(const std::string& path, const QString& reason) {
   return FileFault(fault::InvalidPicture, "show the picture", path, ToPath(reason));
@@ -28,8 +34,11 @@ qint64 NumberAt(const QByteArray& bytes, qsizetype offset) {
 }
 
 /** Refuses a claimed size before memory is taken for it. */
-void RequireFitting(qint64 width, qint64 height, const std::string& path) {
-  if (width <= kLongestSide && height <= kLongestSide && width * height <= kMostPixels) return;
+void RequireFitting(qint64 width, qint64 height, const PictureLimits& limits,
+                    const std::string& path) {
+  if (width <= limits.LongestSide && height <= limits.LongestSide &&
+      width * height <= limits.MostPixels)
+    return;
   throw PictureFault(
       path, QStringLiteral("it claims %1 x %2 pixels, which is too large").arg(width).arg(height));
 }
@@ -53,44 +62,75 @@ std::optional<BmpHeader> HeaderOf(const QByteArray& bytes) {
 
 /** Refuses a BMP that ends before its last row, which the decoder does not tell. The length of a
     compressed one cannot be known beforehand. */
-void RequireWholeBmp(const QByteArray& bytes, const std::string& path) {
+void RequireWholeBmp(const QByteArray& bytes, const PictureLimits& limits,
+                     const std::string& path) {
   const auto header = HeaderOf(bytes);
   const auto cutShort = [&] { return PictureFault(path, QStringLiteral("the file is cut short")); };
   if (!header) throw cutShort();
-  RequireFitting(header->Width, header->Height, path);
+  RequireFitting(header->Width, header->Height, limits, path);
   constexpr qint64 kRuns8 = 1, kRuns4 = 2;
   if (header->Compression == kRuns8 || header->Compression == kRuns4) return;
   const qint64 rowBytes = (header->Width * header->Bits + 31) / 32 * 4;
   if (bytes.size() - NumberAt<quint32>(bytes, 10) < rowBytes * header->Height) throw cutShort();
 }
 
+/** A picture file in memory, looked at as far as its head. */
+class PictureFile {
+ public:
+  PictureFile(const FileSystem& files, const std::string& path, const PictureLimits& limits)
+      : path_(path) {
+    // Nothing but a file is opened: reading a pipe would never end.
+    if (!files.FileExists(path)) throw FileNotFoundFault(path);
+    content_ = files.ReadFile(path, kMostBytes);
+    if (content_.empty()) throw PictureFault(path, QStringLiteral("the file is empty"));
+    bytes_ = QByteArray::fromRawData(content_.data(), static_cast<qsizetype>(content_.size()));
+    buffer_.setBuffer(&bytes_);
+    buffer_.open(QIODevice::ReadOnly);
+    QImageReader::setAllocationLimit(limits.Megabytes());
+    Reader.setDevice(&buffer_);
+    Reader.setDecideFormatFromContent(true);
+    const QByteArray format = Reader.format();
+    // Other decoders may be installed, some of which follow links to further files.
+    if (!QList<QByteArray>{"bmp", "jpeg", "jpg", "png", "gif"}.contains(format))
+      throw PictureFault(path, QStringLiteral("it is no BMP, JPEG, PNG or GIF picture"));
+    if (format == "bmp") RequireWholeBmp(bytes_, limits, path);
+    const QSize size = Reader.size();
+    RequireFitting(size.width(), size.height(), limits, path);
+  }
+
+  QImage Read(const QImage& into = {}) {
+    QImage image = into;
+    if (!Reader.read(&image)) throw PictureFault(path_, Reader.errorString());
+    return image;
+  }
+
+ private:
+  std::string path_, content_;
+  QByteArray bytes_;
+  QBuffer buffer_;
+
+ public:
+  QImageReader Reader;
+};
+
 }  // namespace
 
 QImage ReadPicture(const FileSystem& files, const std::string& path) {
-  // Nothing but a file is opened: reading a pipe would never end.
-  if (!files.FileExists(path)) throw FileNotFoundFault(path);
-  const std::string content = files.ReadFile(path, kMostBytes);
-  if (content.empty()) throw PictureFault(path, QStringLiteral("the file is empty"));
-  QByteArray bytes =
-      QByteArray::fromRawData(content.data(), static_cast<qsizetype>(content.size()));
-  QBuffer buffer(&bytes);
-  buffer.open(QIODevice::ReadOnly);
-
-  QImageReader::setAllocationLimit(kMostMegabytes);
-  QImageReader reader(&buffer);
-  reader.setDecideFormatFromContent(true);
-  const QByteArray format = reader.format();
-  // Other decoders may be installed, some of which follow links to further files.
-  if (!QList<QByteArray>{"bmp", "jpeg", "jpg", "png", "gif"}.contains(format))
-    throw PictureFault(path, QStringLiteral("it is no BMP, JPEG, PNG or GIF picture"));
-  if (format == "bmp") RequireWholeBmp(bytes, path);
-  const QSize size = reader.size();
-  RequireFitting(size.width(), size.height(), path);
+  PictureFile file(files, path, kUsual);
   // Pixels that a compressed file skips are not set by the decoder; so they are cleared before.
-  QImage image(size, reader.imageFormat());
+  QImage image(file.Reader.size(), file.Reader.imageFormat());
   image.fill(0);
-  if (!reader.read(&image)) throw PictureFault(path, reader.errorString());
-  return image;
+  return file.Read(image);
+}
+
+QImage ReadLargePicture(const FileSystem& files, const std::string& path, qint64 mostPixels,
+                        QSize& full) {
+  PictureFile file(files, path, kLarge);
+  full = file.Reader.size();
+  const double pixels = double(full.width()) * full.height();
+  if (pixels > double(mostPixels))
+    file.Reader.setScaledSize(full * std::sqrt(double(mostPixels) / pixels));
+  return file.Read();
 }
 
 }  // namespace rws

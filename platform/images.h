@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QSize>
 #include <string>
 
 #include "services/file_system.h"
@@ -12,5 +13,10 @@ namespace rws {
     short, or claims more than 16384 pixels a side or 64 million in all is a fault that names the
     file and the reason. */
 QImage ReadPicture(const FileSystem& files, const std::string& path);
+
+/** The same for one that may be larger, up to 32768 pixels a side and 256 million in all: with more
+    than so many pixels it comes scaled down to them. `full` becomes its own size. */
+QImage ReadLargePicture(const FileSystem& files, const std::string& path, qint64 mostPixels,
+                        QSize& full);
 
 }  // namespace rws

@@ -98,6 +98,7 @@ Shell MakeQtShell() {
   shell.SetClipboard = [](const std::string& text) {
     QGuiApplication::clipboard()->setText(FromPath(text));
   };
+  shell.ClipboardText = [] { return ToPath(QGuiApplication::clipboard()->text()); };
   shell.NotifyAssocChanged = [] {
 #ifdef _WIN32
     ::SHChangeNotify(SHCNE_ASSOCCHANGED, SHCNF_IDLIST, nullptr, nullptr);

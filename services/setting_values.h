@@ -73,6 +73,13 @@ inline constexpr SettingValue UseLists{"UseLists", "True"};
 inline constexpr SettingValue ListsPack{"ListsPack", ""};
 inline constexpr SettingValue ListsLanguage{"ListsLanguage", ""};
 inline constexpr SettingValue UnlistedFlyable{"UnlistedFlyable", "True"};
+/** The map: "1" for each layer that is not shown, in their order; whether the legend and the
+   profile are, and whether that is over the time; where pictures were written last. */
+inline constexpr SettingValue MapHidden{"MapHidden", ""};
+inline constexpr SettingValue MapLegend{"MapLegend", "True"};
+inline constexpr SettingValue MapProfile{"MapProfile", "True"};
+inline constexpr SettingValue MapOverTime{"MapOverTime", "False"};
+inline constexpr SettingValue MapExportPath{"MapExportPath", ""};
 }  // namespace setting
 
 /** One of the program's values, or its default. */

@@ -27,6 +27,8 @@ struct Shell {
   std::function<void()> StopSound;
   /** Puts a UTF-8 text on the clipboard in place of what is there. */
   std::function<void(const std::string& text)> SetClipboard;
+  /** The text of the clipboard in UTF-8; "" when it holds none. */
+  std::function<std::string()> ClipboardText;
   std::function<void()> NotifyAssocChanged;
   /** The bytes of a small document at a web address, or nothing when it cannot be had. Events run
       while it waits; one fetch at a time. */

@@ -107,7 +107,7 @@ void TimeBar::Play(bool on) {
   if (on && minute_ >= last_) minute_ = 0;
   if (on && !chkPositions->isChecked()) chkPositions->setChecked(true);
   on ? timer_.start() : timer_.stop();
-  cmdPlay->setText(on ? tr("Pa&use") : tr("Pla&y"));
+  cmdPlay->setText(on ? tr("Pa&use") : tr("P&lay"));
   cmdPlay->setAccessibleName(on ? tr("Pause") : tr("Play"));
   cmdPlay->setToolTip(on ? tr("Let the time of the mission stand")
                          : tr("Let the time of the mission run"));

@@ -111,6 +111,7 @@ World::World() {
     ShellCalls.push_back("start " + path);
   };
   Services.System.SetClipboard = [this](const std::string& text) { Clipboard = text; };
+  Services.System.ClipboardText = [this] { return Clipboard; };
   Services.System.StopSound = [this] { ShellCalls.push_back("stop"); };
   Services.System.Now = [this] { return Clock; };
   Services.System.HomeFolder = [] { return std::string("/"); };

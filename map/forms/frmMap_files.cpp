@@ -1,0 +1,129 @@
+#include "library/briefings.h"
+#include "map/forms/briefing_pdf.h"
+#include "map/forms/frmMap.h"
+#include "map/forms/frmMapPicture.h"
+#include "map/forms/map_export.h"
+#include "map/forms/map_picture_files.h"
+#include "platform/qt_text.h"
+#include "services/paths.h"
+#include "services/setting_values.h"
+#include "services/trapped.h"
+#include "session/current.h"
+
+namespace rws {
+
+void frmMap::ConnectFiles() {
+  const auto paint = [this](QPainter& painter, QSize size) { PaintInto(painter, size); };
+  const auto png = [this, paint](PictureSize size) {
+    SaveAs("Save the map as PNG", "PNG|*.png", [=, this](const std::string& path) {
+      SavePng(session_.Services, path, paint, view->size(), size);
+    });
+  };
+  OnClick(mnuPng, [png] { png(PictureSize::AsShown); });
+  OnClick(mnuPngLarge, [png] { png(PictureSize::Wide); });
+  OnClick(mnuSvg, [this, paint] {
+    SaveAs("Save the map as SVG", "SVG|*.svg", [=, this](const std::string& path) {
+      SaveSvg(session_.Services, path, paint, view->size(), windowTitle());
+    });
+  });
+  OnClick(mnuPdf, [this] {
+    SaveAs("Save a briefing as PDF", "PDF|*.pdf",
+           [this](const std::string& path) { SaveBriefing(path); });
+  });
+  OnClick(mnuCopy, [this, paint] {
+    CopyPicture(paint, view->size());
+    Say(tr("The picture is on the clipboard."));
+  });
+  OnClick(mnuPicture, [this] { ClickPicture(); });
+  OnClick(mnuNoPicture, [this] {
+    StoreMapPictures(session_.Services, [this](const std::string& text) {
+      return WithoutMapPicture(text, model_.MapPath);
+    });
+    pictureOf_.clear();
+    TakePicture();
+  });
+}
+
+/** The map as it is seen, on light ground, at any size: as much of it as fits. */
+void frmMap::PaintInto(QPainter& painter, QSize size) const {
+  MapShown shown = view->Shown();
+  const double scale =
+      std::min(size.width() / shown.Projection.Width, size.height() / shown.Projection.Height);
+  shown.Projection.MetresPerPixel /= scale;
+  shown.Projection.Width = size.width();
+  shown.Projection.Height = size.height();
+  PaintMap(painter, shown);
+  if (mnuLegend->isChecked())
+    PaintLegend(painter, LegendOf(model_, shown.Layers), QRectF(QPointF(), QSizeF(size)),
+                shown.Dark);
+}
+
+std::string frmMap::BaseName() const { return GetBaseName(path_); }
+
+void frmMap::SaveAs(const char* what, const std::string& filter,
+                    const std::function<void(const std::string&)>& save) {
+  const Services& services = session_.Services;
+  const std::string folder = ReadSetting(services.Settings, setting::MapExportPath);
+  const std::string path = AskAndSave(services, what, BaseName(), filter, folder, save);
+  if (path.empty()) return;
+  WriteSetting(services.Settings, setting::MapExportPath, GetParentFolderName(path));
+  Say(tr("Written: %1").arg(FromPath(path)));
+}
+
+/** The map, the waypoints of the selected flight, or of all without one, and the briefing. */
+void frmMap::SaveBriefing(const std::string& path) {
+  const Services& services = session_.Services;
+  BriefingPages pages;
+  const auto briefing = BriefingOf(services.Files, path_);
+  const auto decoded = [&](const std::string& bytes) { return FromBytes(services.Page, bytes); };
+  pages.Title = briefing ? decoded(briefing->Name).trimmed() : QString();
+  if (pages.Title.isEmpty()) pages.Title = FromPath(BaseName());
+  pages.Subtitle = decoded(model_.MapName.empty() ? model_.MapPath : model_.MapName) +
+                   QStringLiteral(", ") + QString::fromStdString(TimeOfDay(model_.Time, 0)).left(5);
+  pages.Map = [this](QPainter& painter, QSize size) { PaintInto(painter, size); };
+  const MapTextSources sources = Sources();
+  for (std::size_t i = 0; i < model_.Scene.Routes.size(); ++i)
+    if (!Route() || i == *view->Shown().Selection.Route)
+      pages.Tables.push_back(WaypointTable(sources, i));
+  if (briefing)
+    pages.Text = decoded(briefing->Short).trimmed() + QStringLiteral("\n\n") +
+                 decoded(briefing->Description).trimmed();
+  SaveBriefingPdf(services, path, pages);
+}
+
+/** Puts the user's picture of the map on show under it. One that cannot be read is told of once. */
+void frmMap::TakePicture() {
+  const std::string map = model_.MapPath;
+  if (map == pictureOf_) return;
+  pictureOf_ = map;
+  underlay_ = {};
+  const auto stored =
+      map.empty() ? std::nullopt : PictureOfMap(ReadMapPictures(session_.Services), map);
+  mnuNoPicture->setEnabled(stored.has_value());
+  if (stored) {
+    QString fault;
+    underlay_.Picture = ReadMapPicture(session_.Services, stored->File, fault);
+    underlay_.Place = stored->Place;
+    underlay_.Opacity = stored->Opacity;
+    if (underlay_.Picture.isNull()) Say(fault);
+  }
+  view->SetUnderlay(underlay_.Picture.isNull() ? nullptr : &underlay_);
+}
+
+void frmMap::ClickPicture() {
+  const Services& services = session_.Services;
+  const std::string map = model_.MapPath;
+  frmMapPicture form(services, this);
+  form.Map = FromBytes(services.Page, model_.MapName.empty() ? map : model_.MapName);
+  form.Picture = PictureOfMap(ReadMapPictures(services), map);
+  form.LoadForm();
+  ShowDialog(form);
+  if (form.result() != QDialog::Accepted || !form.Picture) return;
+  form.Picture->Map = map;
+  StoreMapPictures(services,
+                   [&](const std::string& text) { return WithMapPicture(text, *form.Picture); });
+  pictureOf_.clear();
+  TakePicture();
+}
+
+}  // namespace rws
