@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "catalogues/records.h"
+#include "catalogues/text_index.h"
 
 namespace rws {
 
@@ -39,34 +40,18 @@ class AircraftTable {
   /** Rows that may have this name or class, letter case apart, in their order. All that have it are
       among them, others may be, so that each is to be compared. */
   std::span<const std::uint32_t> Candidates(std::string_view nameOrClass) const {
-    return byName_.Find(Hash(nameOrClass));
+    return byName_.Find(nameOrClass);
   }
   /** The same for the class of parked ones. */
   std::span<const std::uint32_t> ParkedCandidates(std::string_view parkedClass) const {
-    return byParked_.Find(Hash(parkedClass));
+    return byParked_.Find(parkedClass);
   }
 
  private:
-  /** The same for texts that are alike but for letter case. */
-  static std::uint32_t Hash(std::string_view text);
-  /** Rows by what they are found by, in few and flat arrays: among thousands of rows what is looked
-      at must be near together. */
-  class Index {
-   public:
-    Index() = default;
-    /** Each has a hash in its upper half and a row in its lower one. */
-    explicit Index(std::vector<std::uint64_t> entries);
-    std::span<const std::uint32_t> Find(std::uint32_t hash) const;
-
-   private:
-    std::vector<std::uint32_t> hashes_, rows_;  // side by side, by hash and then by row
-    std::vector<std::uint32_t> starts_;         // places in `hashes_`, by their upper bits
-    unsigned shift_ = 0;
-  };
   void MakeIndexes();
 
   std::vector<Aircraft> rows_;
-  Index byName_, byParked_;
+  TextIndex byName_, byParked_;
 };
 
 }  // namespace rws

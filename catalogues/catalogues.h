@@ -7,6 +7,7 @@
 
 #include "catalogues/aircraft_table.h"
 #include "catalogues/records.h"
+#include "catalogues/squadron_table.h"
 
 namespace rws {
 
@@ -17,7 +18,7 @@ struct ListedNames;
 struct Catalogues {
   AircraftTable Aircraft;
   std::vector<Country> Countries;
-  std::vector<Squadron> Squadrons;
+  SquadronTable Squadrons;
   std::vector<DogFightPlane> DogFightAircraft;
   /** Those of the player's own game, which stand in place of the table's; empty without its lists.
    */

@@ -11,33 +11,23 @@ namespace rws {
 
 namespace {
 
-/** True for two equal texts. Many codes differ in their last letter alone. */
-bool IsSame(std::string_view a, std::string_view b) {
-  return a.size() == b.size() && (a.empty() || a.back() == b.back()) && a == b;
-}
-
 /** The first row with a regiment of this code, blanks around that dropped. */
 const Squadron* FindRow(const Catalogues& catalogues, std::string_view code) {
-  for (const auto& row : catalogues.Squadrons)
-    for (const auto& regiment : row.Regiments)
-      if (regiment.Code.size() >= code.size() && IsSame(Trim(regiment.Code), code)) return &row;
+  for (const auto row : catalogues.Squadrons.Candidates(code))
+    for (const auto& regiment : catalogues.Squadrons[row].Regiments)
+      if (Trim(regiment.Code) == code) return &catalogues.Squadrons[row];
   return nullptr;
 }
 
-/** True if `text` is `lower` in any letter case. Both have the same length and the same last letter
-    then, so that few texts are lowered. */
-bool IsLower(const Services& services, std::string_view text, std::string_view lower) {
-  if (text.size() != lower.size()) return false;
-  const char last = text.empty() ? '\0' : text.back();
-  const bool isAscii = static_cast<unsigned char>(last) < 0x80;
-  if (isAscii && !text.empty() && LowerAscii(last) != lower.back()) return false;
-  return services.Page.LCase(text) == lower;
-}
-
-bool HasCode(const Squadron& row, const Services& services, std::string_view lowerCode) {
-  return std::any_of(row.Regiments.begin(), row.Regiments.end(), [&](const Regiment& regiment) {
-    return IsLower(services, Trim(regiment.Code), lowerCode);
-  });
+/** The first row with a regiment of this code in any letter case; the number of rows for none. */
+std::size_t RowOfLower(const Catalogues& catalogues, const Services& services,
+                       std::string_view lowerCode) {
+  for (const auto row : catalogues.Squadrons.Candidates(lowerCode))
+    for (const auto& regiment : catalogues.Squadrons[row].Regiments) {
+      const std::string_view code = Trim(regiment.Code);
+      if (code.size() == lowerCode.size() && services.Page.LCase(code) == lowerCode) return row;
+    }
+  return catalogues.Squadrons.size();
 }
 
 /** A text of the row that a group stands in, or `noMatch`. */
@@ -53,10 +43,10 @@ std::string TextByGroup(const Catalogues& catalogues, const Services& services,
 }  // namespace
 
 void LoadRegiments(Catalogues& catalogues, const Services& services) {
+  std::vector<Squadron> rows = catalogues.Squadrons.Rows();
   LogAndLeave(services, "LoadRegiments", [&] {
     const auto lines = ReadTable(services, "RWS_Squadron.txt");
     if (!lines) return;
-    auto& rows = catalogues.Squadrons;
     std::size_t used = 0;
     for (std::size_t i = 0; i < lines->size(); ++i) {
       const auto columns = SplitAt((*lines)[i], ',');
@@ -68,6 +58,8 @@ void LoadRegiments(Catalogues& catalogues, const Services& services) {
       rows[used - 1].Regiments.push_back({Column(columns, 2), Column(columns, 5)});
     }
   });
+  // Also what was read before a failure.
+  catalogues.Squadrons = std::move(rows);
 }
 
 std::string GetArmyByGroup(const Catalogues& catalogues, const Services& services,
@@ -91,9 +83,9 @@ std::string GetUserDatabyGroup(const Catalogues& catalogues, const Services& ser
   std::string text;
   LogAndLeave(services, "GetUserDatabyGroup", [&] {
     const auto code = GroupOf(group);
-    for (const auto& row : catalogues.Squadrons)
-      for (const auto& regiment : row.Regiments)
-        if (IsSame(regiment.Code, code)) {
+    for (const auto row : catalogues.Squadrons.Candidates(code))
+      for (const auto& regiment : catalogues.Squadrons[row].Regiments)
+        if (regiment.Code == code) {
           text = regiment.UserData;
           return;
         }
@@ -106,14 +98,14 @@ std::string GetColorByGroup(const Catalogues& catalogues, const Services& servic
   std::string color;
   LogAndLeave(services, "GetColorByGroup", [&] {
     const std::string whole = services.Page.LCase(group);
-    const std::string_view code = GroupOf(whole);
-    for (const auto& row : catalogues.Squadrons) {
-      // A second chance that the other lookups lack, on purpose: a group that begins a country.
-      const auto country = Trim(std::string_view(row.Country).substr(0, whole.size()));
-      if (!HasCode(row, services, code) && !IsLower(services, country, whole)) continue;
-      color = row.Color;
-      return;
+    const SquadronTable& rows = catalogues.Squadrons;
+    std::size_t found = RowOfLower(catalogues, services, GroupOf(whole));
+    // A second chance that the other lookups lack, on purpose: a group that begins a country.
+    for (std::size_t i = 0; i < found; ++i) {
+      const auto country = Trim(std::string_view(rows[i].Country).substr(0, whole.size()));
+      if (country.size() == whole.size() && services.Page.LCase(country) == whole) found = i;
     }
+    if (found < rows.size()) color = rows[found].Color;
   });
   return color;
 }
