@@ -97,7 +97,7 @@ void UpdateModel(MapModel& model, const Mission& mission, const Catalogues& tabl
                  const Services& services) {
   UpdateThings(model, mission.Lines);
   model.Scene.Routes = RoutesOf(mission, tables, services);
-  model.Scene.Bases = BasesOf(mission);
+  model.Scene.Bases = BasesOf(mission, model.Scene.Things.Bases);
   model.Clocks.clear();
   for (const auto& route : model.Scene.Routes) model.Clocks.push_back(ClockOf(route));
   UpdateBounds(model);

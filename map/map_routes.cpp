@@ -173,7 +173,7 @@ std::vector<MapRoute> RoutesOf(const Mission& mission, const Catalogues& tables,
   return routes;
 }
 
-std::vector<MapBase> BasesOf(const Mission& mission) {
+std::vector<MapBase> BasesOf(const Mission& mission, const std::vector<MapBase>& inFile) {
   std::vector<MapBase> bases;
   for (std::size_t i = 0; i < mission.BornPlaces.size(); ++i) {
     const BornPlace& place = mission.BornPlaces[i];
@@ -183,6 +183,8 @@ std::vector<MapBase> BasesOf(const Mission& mission) {
                      double(std::max(place.Radius, 0)),
                      static_cast<std::uint8_t>(std::clamp<int>(place.Army, 0, 16))});
   }
+  for (const auto& base : inFile)
+    if (base.Base >= mission.BornPlaces.size()) bases.push_back(base);
   return bases;
 }
 

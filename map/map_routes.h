@@ -15,7 +15,8 @@ namespace rws {
 std::vector<MapRoute> RoutesOf(const Mission& mission, const Catalogues& tables,
                                const Services& services);
 
-std::vector<MapBase> BasesOf(const Mission& mission);
+/** The home bases of the records, and those of the file that the records lack. */
+std::vector<MapBase> BasesOf(const Mission& mission, const std::vector<MapBase>& inFile);
 
 /** The number of an army, by the name of a flight: 0 for none or an unknown one. */
 std::uint8_t ArmyOfFlight(const Catalogues& tables, const Services& services,

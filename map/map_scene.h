@@ -127,6 +127,8 @@ struct MapThings {
   std::vector<FrontMarker> Markers;
   std::vector<MapBridge> Bridges;
   std::vector<RocketAim> Rockets;
+  /** All home bases of the file. A record made anew from it may hold the first one alone. */
+  std::vector<MapBase> Bases;
   /** Where objects with a name are: the index of an object. */
   std::unordered_map<std::string_view, std::size_t> ByName;
   /** Lines that were meant to put something somewhere, and could not. */

@@ -56,6 +56,7 @@ class Reading {
     Each("Rocket", [&](const Words& words, std::size_t line) { TakeRocket(words, line); });
     Each("StaticCamera", [&](const Words& words, std::size_t line) { TakeCamera(words, line); });
     Each("Target", [&](const Words& words, std::size_t line) { TakeTarget(words, line); });
+    Each("BornPlace", [&](const Words& words, std::size_t) { TakeBase(words); });
     Each("FrontMarker", [&](const Words& words, std::size_t line) { TakeMarker(words, line); });
     return std::move(things_);
   }
@@ -123,6 +124,14 @@ class Reading {
                                WholeAt(words, kImportance, 99), static_cast<std::uint32_t>(line)});
   }
 
+  void TakeBase(const Words& words) {
+    constexpr std::size_t kArmy = 0, kRadius = 1, kX = 2;
+    const auto point = PointAt(words, kX);
+    const double radius = std::max(NumberAt(words, kRadius).value_or(0), 0.0);
+    if (point) things_.Bases.push_back({bases_, *point, radius, ArmyAt(words, kArmy)});
+    ++bases_;
+  }
+
   void TakeMarker(const Words& words, std::size_t) {
     constexpr std::size_t kX = 1, kArmy = 3;
     // The game reads no others.
@@ -170,6 +179,7 @@ class Reading {
 
   KeptText text_;
   MapThings things_;
+  std::size_t bases_ = 0;
   Words words_;
 };
 

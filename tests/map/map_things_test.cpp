@@ -190,6 +190,28 @@ TEST(MapRoutes, KnowsTypesOfAllVersions) {
   EXPECT_TRUE(IsTriggersLine("triggers"));
 }
 
+TEST(MapModel, ShowsAllHomeBasesOfTheFile) {
+  // Made anew from it, a mission holds the first base alone where bases have lists.
+  const string text =
+      "[MAIN]|[BornPlace]|  1 3000 10 20|  2 5000.5 x 1|  3 700 30 40|[BornPlace0]|  La-5|"
+      "[BornPlace1]|  Yak-1|[End]|";
+  for (const bool keeps : {false, true}) {
+    SCOPED_TRACE(keeps);
+    test::World world;
+    test::ReadInto(world, test::CrlfText(text));
+    Mission& mission = world.Doc.Missions[0];
+    if (keeps) ReadKeptMission(world.Doc, world.Services, mission, test::CrlfText(text));
+    mission.BornPlaces.at(0).Radius = 900;
+    MapModel model;
+    UpdateModel(model, mission, world.Tables, world.Services);
+    const auto& bases = model.Scene.Bases;
+    ASSERT_GE(bases.size(), 2u);
+    EXPECT_EQ(bases.front().Radius, 900) << "the edit";
+    EXPECT_EQ(bases.back().Base, 2u);
+    EXPECT_EQ(PlaceOf(bases.back().At) + NumberText(bases.back().Radius), "30,40700");
+  }
+}
+
 TEST(MapModel, MakesAnewOnlyWhatHasChanged) {
   test::World world;
   Mission mission;
