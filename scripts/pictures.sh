@@ -34,5 +34,6 @@ for name in frmChgAC frmSkins frmView frmWP frmWPEdit frmPrefs frmCam; do
   form "$name" single_bridge_patrol
 done
 form frmBrief coop_winter_escort
+form frmMap coop_winter_escort
 form frmDogFight dogfight_home_bases
 form frmStatic parked_aircraft
