@@ -44,8 +44,8 @@ void frmMap::Connect() {
 void frmMap::ConnectView() {
   const Services& services = session_.Services;
   connect(view, &MapView::FlightChosen, this, Trapped(services, "Map", [this](std::size_t flight) {
-            // The editor is of one flight.
-            if (chooseRow_) return (void)MayEdit();
+            // The editor is of one flight, whose rows are no rows of another one.
+            if (!MayEdit()) return Follow();
             if (ChooseFlight) ChooseFlight(static_cast<int>(flight));
           }));
   connect(view, &MapView::PointsChosen, this, Trapped(services, "Map", [this](const auto&) {
