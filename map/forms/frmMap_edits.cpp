@@ -158,7 +158,7 @@ void frmMap::EnableEdits() {
   mnuWaypoints->setEnabled(edits);
   mnuFitFlight->setEnabled(hasPoints);
   mnuBaseText->setEnabled(SelectedBase() && view->MayMoveBases && !chooseRow_);
-  for (auto* entry : {mnuPicture, mnuPng, mnuPngLarge, mnuPdf, mnuCopy})
+  for (auto* entry : {mnuPicture, mnuPng, mnuPngLarge, mnuSvg, mnuPdf, mnuCopy})
     entry->setEnabled(!path_.empty());
 }
 
