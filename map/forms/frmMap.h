@@ -135,6 +135,7 @@ class frmMap : public QMainWindow {
   void SaveAs(const char* what, const std::string& filter,
               const std::function<void(const std::string&)>& save);
   void SaveBriefing(const std::string& path);
+  void KeepPictures(const std::function<std::string(const std::string& text)>& change);
   void TakePicture();
   void ClickPicture();
 

@@ -5,6 +5,7 @@
 #include "map/forms/map_export.h"
 #include "map/forms/map_picture_files.h"
 #include "platform/qt_text.h"
+#include "services/faults.h"
 #include "services/paths.h"
 #include "services/setting_values.h"
 #include "services/trapped.h"
@@ -36,11 +37,8 @@ void frmMap::ConnectFiles() {
   });
   OnClick(mnuPicture, [this] { ClickPicture(); });
   OnClick(mnuNoPicture, [this] {
-    StoreMapPictures(session_.Services, [this](const std::string& text) {
-      return WithoutMapPicture(text, model_.MapPath);
-    });
-    pictureOf_.clear();
-    TakePicture();
+    KeepPictures(
+        [this](const std::string& text) { return WithoutMapPicture(text, model_.MapPath); });
   });
 }
 
@@ -91,14 +89,27 @@ void frmMap::SaveBriefing(const std::string& path) {
   SaveBriefingPdf(services, path, pages);
 }
 
+/** Changes the list of pictures, and shows what it has for this map. A list that cannot be written
+    stays as it is, and the user is told. */
+void frmMap::KeepPictures(const std::function<std::string(const std::string& text)>& change) {
+  const Services& services = session_.Services;
+  Trap([&] { StoreMapPictures(services, change); },
+       [&](const Fault& caught) {
+         services.Ask.MsgBox(caught.Text, Buttons::Ok, Icon::Exclamation, kProgramTitle);
+       });
+  pictureOf_.clear();
+  TakePicture();
+}
+
 /** Puts the user's picture of the map on show under it. One that cannot be read is told of once. */
 void frmMap::TakePicture() {
   const std::string map = model_.MapPath;
   if (map == pictureOf_) return;
   pictureOf_ = map;
   underlay_ = {};
-  const auto stored =
-      map.empty() ? std::nullopt : PictureOfMap(ReadMapPictures(session_.Services), map);
+  std::optional<MapPicture> stored;
+  Trap([&] { stored = PictureOfMap(ReadMapPictures(session_.Services), map); },
+       [&](const Fault& caught) { Say(FromPath(caught.Text)); });
   mnuNoPicture->setEnabled(stored.has_value());
   if (stored) {
     QString fault;
@@ -120,10 +131,7 @@ void frmMap::ClickPicture() {
   ShowDialog(form);
   if (form.result() != QDialog::Accepted || !form.Picture) return;
   form.Picture->Map = map;
-  StoreMapPictures(services,
-                   [&](const std::string& text) { return WithMapPicture(text, *form.Picture); });
-  pictureOf_.clear();
-  TakePicture();
+  KeepPictures([&](const std::string& text) { return WithMapPicture(text, *form.Picture); });
 }
 
 }  // namespace rws
