@@ -81,7 +81,11 @@ void frmMap::ConnectView() {
       for (std::size_t i = 0; i < kMapLayers; ++i) layers.Shown[i] = mnuLayer[i]->isChecked();
       view->SetLayers(layers);
     });
-  OnClick(mnuLegend, [this] { view->SetLegend(mnuLegend->isChecked()); });
+  OnClick(mnuLegend, [this] {
+    view->SetLegend(mnuLegend->isChecked());
+    if (mnuLegend->isChecked() && !path_.empty() && view->LegendRoom() == 0)
+      Say(tr("The legend needs more room: make the window larger, or close the profile."));
+  });
   OnClick(mnuProfile, [this] { boxProfile->setVisible(mnuProfile->isChecked()); });
   OnClick(mnuOverTime, [this] { ShowProfile(); });
   OnClick(mnuTable, [this] { ClickTable(); });

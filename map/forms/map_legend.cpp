@@ -191,13 +191,16 @@ Layout LayoutOf(const std::vector<LegendEntry>& entries, const QFontMetricsF& fo
 
 }  // namespace
 
-double LegendWidth(const std::vector<LegendEntry>& entries, const QFont& font, double height) {
-  return entries.empty() ? 0 : LayoutOf(entries, QFontMetricsF(font), height).Size.width();
+double LegendWidth(const std::vector<LegendEntry>& entries, const QFont& font, const QSizeF& area) {
+  constexpr double kMostOfWidth = 0.35;
+  if (entries.empty()) return 0;
+  const double width = LayoutOf(entries, QFontMetricsF(font), area.height()).Size.width();
+  return width <= kMostOfWidth * area.width() ? width : 0;
 }
 
 QRectF PaintLegend(QPainter& painter, const std::vector<LegendEntry>& entries, const QRectF& area,
                    bool dark) {
-  if (entries.empty()) return {};
+  if (LegendWidth(entries, painter.font(), area.size()) == 0) return {};
   const QFontMetricsF font(painter.font());
   const Layout layout = LayoutOf(entries, font, area.height());
   const QPointF corner(layout.Size.width() + kMargin, layout.Size.height() + kMargin);

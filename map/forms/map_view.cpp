@@ -151,12 +151,7 @@ void MapView::Look(const MapProjection& projection) {
   Q_EMIT ProjectionChanged();
 }
 
-/** What the legend would hide; nothing where it would hide too much to be waited for. */
-double MapView::LegendRoom() const {
-  constexpr double kMostPart = 0.3;
-  const double room = hasLegend_ ? LegendWidth(legend_, font(), height()) : 0;
-  return room > kMostPart * width() ? 0 : room;
-}
+double MapView::LegendRoom() const { return hasLegend_ ? LegendWidth(legend_, font(), size()) : 0; }
 
 void MapView::Refit() {
   MapProjection now = shown_.Projection;

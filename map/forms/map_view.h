@@ -52,6 +52,8 @@ class MapView : public QWidget {
   void SetUnderlay(const MapUnderlay* underlay);
   void SetMetric(bool metric);
   void SetLegend(bool isShown);
+  /** How many pixels at the right the legend takes; 0 without it, or where it has no room. */
+  double LegendRoom() const;
 
   /** Shows all of the mission, also of a model or a size that comes, until the user looks
       elsewhere. */
@@ -111,7 +113,6 @@ class MapView : public QWidget {
   MapHit HitAtPixel(QPointF at) const;
   MapHit SelectedHit() const;
   void Look(const MapProjection& projection);
-  double LegendRoom() const;
   void Refit();
   void Repaint();
   void UpdateDark();

@@ -211,5 +211,24 @@ TEST_F(MapViewTest, WhatIsNotThereAnyMoreIsNotSelected) {
   EXPECT_EQ(TakeTold(), "");
 }
 
+TEST_F(MapViewTest, TheLegendGivesWayInASmallView) {
+  const struct {
+    int Width, Height;
+    bool Has;
+  } rows[] = {{1200, 600, true}, {250, 600, false}, {1200, 600, true}, {500, 90, false}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.Height + row.Width * 1000);
+    View.resize(row.Width, row.Height);
+    QImage image(View.size(), QImage::Format_RGB32);
+    QPainter painter(&image);
+    const auto entries = LegendOf(Model, {});
+    EXPECT_EQ(View.LegendRoom() > 0, row.Has);
+    EXPECT_EQ(PaintLegend(painter, entries, View.rect(), false).isEmpty(), !row.Has);
+  }
+  View.SetLegend(false);
+  View.resize(1200, 600);
+  EXPECT_EQ(View.LegendRoom(), 0);
+}
+
 }  // namespace
 }  // namespace rws::test
