@@ -64,7 +64,8 @@ void frmMap::Build() {
   TabOrder({view, profile, timeBar, txtX, txtY});
   view->setFocus();
   const QSize comfortable(fontMetrics().averageCharWidth() * 140, fontMetrics().height() * 46);
-  resize(comfortable.boundedTo(screen()->availableSize()));
+  const QSize most = screen()->availableSize();
+  resize(comfortable.expandedTo(most * 3 / 4).boundedTo(most));
   splMap->setSizes({height() * 7 / 10, height() * 3 / 10});
 }
 
@@ -151,6 +152,9 @@ void frmMap::BuildToolBar() {
     const QString key = parts.size() > 1 ? parts[1] : entry->shortcut().toString();
     entry->setToolTip(key.isEmpty() ? caption : QStringLiteral("%1 (%2)").arg(caption, key));
   }
+  // All of them fit into a small window.
+  mnuUnlock->setIconText(tr("Unlock"));
+  mnuTable->setIconText(tr("Table"));
 }
 
 QWidget* frmMap::BuildProfile() {
