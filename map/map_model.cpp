@@ -6,6 +6,8 @@
 #include "map/front_line.h"
 #include "map/map_routes.h"
 #include "map/map_things.h"
+#include "mission/kept_text.h"
+#include "services/numbers.h"
 
 namespace rws {
 
@@ -93,6 +95,14 @@ MapBounds BoundsOf(const MapRoute& route) {
   return bounds;
 }
 
+/** The record of a mission that is made anew may have taken another line for that of the time. */
+static std::string TimeIn(const Mission& mission) {
+  if (ParseNumber(mission.Time)) return mission.Time;
+  const KeptText text(mission.Lines);
+  const KeptSection* main = text.Find("MAIN");
+  return main ? std::string(text.ValueOf(*main, "TIME")) : "";
+}
+
 void UpdateModel(MapModel& model, const Mission& mission, const Catalogues& tables,
                  const Services& services) {
   UpdateThings(model, mission.Lines);
@@ -101,7 +111,7 @@ void UpdateModel(MapModel& model, const Mission& mission, const Catalogues& tabl
   model.Clocks.clear();
   for (const auto& route : model.Scene.Routes) model.Clocks.push_back(ClockOf(route));
   UpdateBounds(model);
-  model.Time = mission.Time;
+  model.Time = TimeIn(mission);
   model.MapPath = mission.MapPath;
   model.MapName = mission.MapName;
 }
