@@ -107,6 +107,14 @@ void SetSection(const KeptText& text, LinePatch& patch, std::string_view kind, s
   patch.RemoveRange(place, end);
 }
 
+/** True if another base than that of a line stands at a place: sections are named by it. */
+bool IsTaken(const LineArray& lines, const std::vector<std::size_t>& bases, std::size_t own,
+             const std::string& place) {
+  return std::any_of(bases.begin(), bases.end(), [&](std::size_t line) {
+    return line != own && PlaceInBaseLine(lines[line]) == place;
+  });
+}
+
 }  // namespace
 
 bool MayEditBases(const Document& doc) {
@@ -162,7 +170,10 @@ std::string SetLinesOfBase(Document& doc, const Services& services, std::size_t 
   LinePatch patch(edited.Lines);
   patch.Replace(own, line);
   const std::string place = PlaceInBaseLine(line);
-  if (place != PlaceInBaseLine(edited.Lines[own])) MoveBaseSections(text, patch, base, place);
+  if (place != PlaceInBaseLine(edited.Lines[own])) {
+    if (IsTaken(edited.Lines, bases, own, place)) return "Another home base stands there already.";
+    MoveBaseSections(text, patch, base, place);
+  }
   SetSection(text, patch, kAircraft, base, LinesIn(lines.Aircraft));
   SetSection(text, patch, kCountries, base, LinesIn(lines.Countries));
   LineArray changed = patch.Result();

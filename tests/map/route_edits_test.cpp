@@ -221,6 +221,7 @@ TEST(BaseEdits, TakeTextAndRefuseWhatIsNone) {
                              {"1 3000 4 5\n2", "", ""},
                              {"1 3000 4 5", "a\n[Wing]", ""},
                              {"", "", ""},
+                             {"1 3000 700 800", "", ""},
                              {"1 3000 4 5", "", " [x"}};
   for (const auto& each : wrong) {
     SCOPED_TRACE(each.Line + each.Aircraft);
