@@ -1,3 +1,4 @@
+#include <QKeyEvent>
 #include <algorithm>
 
 #include "map/base_edits.h"
@@ -78,6 +79,16 @@ void frmMap::TypePlace() {
     return ShowPlace();
   }
   if (!same) MovePoints(std::vector(points), *x - from.X, *y - from.Y);
+}
+
+/** What is typed is taken before it is saved, and before another window has the word. */
+bool frmMap::eventFilter(QObject* watched, QEvent* event) {
+  const bool saves = event->type() == QEvent::ShortcutOverride &&
+                     static_cast<QKeyEvent*>(event)->matches(QKeySequence::Save);
+  const bool leaves = event->type() == QEvent::FocusOut &&
+                      static_cast<QFocusEvent*>(event)->reason() == Qt::ActiveWindowFocusReason;
+  if (saves || leaves) LogAndLeave(session_.Services, "Map", [this] { TypePlace(); });
+  return QMainWindow::eventFilter(watched, event);
 }
 
 void frmMap::InsertAt(MapPoint at) {
@@ -174,9 +185,12 @@ void frmMap::ConnectEdits() {
   connect(view, &MapView::BaseResized, this,
           Trapped(services, "Map",
                   [this](std::size_t base, double radius) { ResizeBaseTo(base, radius); }));
-  for (auto* box : {txtX, txtY})
+  for (auto* box : {txtX, txtY}) {
     connect(box, &QLineEdit::editingFinished, this,
             Trapped(services, "Map", [this] { TypePlace(); }));
+    box->installEventFilter(this);
+  }
+  connect(mnuEdit, &QMenu::aboutToShow, this, Trapped(services, "Map", [this] { TypePlace(); }));
   OnClick(mnuInsert, [this] {
     // From the menu of a place it is that place, else the middle of what is seen.
     const MapProjection& seen = view->Shown().Projection;

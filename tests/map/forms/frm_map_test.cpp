@@ -183,6 +183,13 @@ TEST_F(MapWindowTest, KeysAndTypedPlacesMoveWhatIsNotLocked) {
   EXPECT_EQ(Places().substr(24, 23), "NORMFLY 4100.25 5990.50");
   Type(Map().txtX, " 4200,5 ");
   EXPECT_EQ(Map().txtX->text(), "4200.50");
+  // What is typed is saved, without Enter.
+  Map().txtX->selectAll();
+  QTest::keyClicks(Map().txtX, "4300");
+  ++World_.Clock.Hour;
+  QTest::keyClick(Map().txtX, Qt::Key_S, Qt::ControlModifier);
+  EXPECT_NE(FileText("d").find("NORMFLY 4300.00 5990.50"), std::string::npos);
+  Type(Map().txtX, "4200.5");
   for (const char* bad : {" ", "x", "nan", "1e9", "-10000001"}) {
     Type(Map().txtY, bad);
     EXPECT_EQ(Map().txtY->text().toStdString() + Said(),
