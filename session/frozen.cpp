@@ -77,6 +77,25 @@ void PatchLines(LineArray& now, const LineArray& from, const LineArray& to) {
   now = std::move(patched);
 }
 
+/** Waypoints that were moved about, taken out or put in bring the number of their line along. Where
+    the file was read anew since, it is that which their line has now; -1 for one that has none. */
+void PatchRows(Flight& now, const Flight& before, const Flight& from, const Flight& to) {
+  if (now.Waypoints.size() != to.Waypoints.size()) return;
+  const bool sameLines = before.KeptIn == from.KeptIn;
+  const bool follows = before.Waypoints.size() == from.Waypoints.size();
+  for (std::size_t i = 0; i < to.Waypoints.size(); ++i) {
+    const std::int32_t row = to.Waypoints[i].KeptRow;
+    const auto isIt = [row](const Waypoint& waypoint) { return waypoint.KeptRow == row; };
+    std::size_t was = i;
+    if (i >= from.Waypoints.size() || !isIt(from.Waypoints[i]))
+      was = static_cast<std::size_t>(
+          std::find_if(from.Waypoints.begin(), from.Waypoints.end(), isIt) -
+          from.Waypoints.begin());
+    const bool isKnown = follows && was < before.Waypoints.size() && (was == i || row >= 0);
+    now.Waypoints[i].KeptRow = sameLines ? row : isKnown ? before.Waypoints[was].KeptRow : -1;
+  }
+}
+
 /** Copies into `now` the content that `from` and `to` have different. With `careful`, only where
     `now` has what `from` has. */
 template <class Record>
@@ -167,6 +186,18 @@ bool SameParts(const Parts<Record>& a, const Parts<Record>& b) {
   });
 }
 
+/** The same for a record that stands for itself, with where its rows stand. */
+template <class Record>
+void PatchWhole(Record& now, const Record& from, const Record& to) {
+  if constexpr (std::is_same_v<Record, Flight>) {
+    const Flight before = now;
+    PatchRecord(now, from, to, false);
+    if (!SameValue(from.Waypoints, to.Waypoints, true)) PatchRows(now, before, from, to);
+  } else {
+    PatchRecord(now, from, to, false);
+  }
+}
+
 /** What a record of `to` becomes in `now`, which has the records of `from` as they are today. */
 template <class Record>
 Record PatchedPart(const std::vector<Record>& now, const Parts<Record>& from,
@@ -177,7 +208,7 @@ Record PatchedPart(const std::vector<Record>& now, const Parts<Record>& from,
   if (same != from.end()) return now[static_cast<std::size_t>(same - from.begin())];
   if (from.size() != to.size()) return *to[index];
   Record patched = now[index];
-  PatchRecord(patched, *from[index], *to[index], false);
+  PatchWhole(patched, *from[index], *to[index]);
   return patched;
 }
 
@@ -198,7 +229,7 @@ void PatchNamed(std::vector<Record>& now, const Parts<Record>& from, const Parts
   for (std::size_t i = 0; i < from.size(); ++i) {
     const auto found = Named(now, from[i]->Name);
     if (found == now.end()) continue;
-    if (paired && from[i] != to[i]) PatchRecord(*found, *from[i], *to[i], false);
+    if (paired && from[i] != to[i]) PatchWhole(*found, *from[i], *to[i]);
     if (!paired && !has(to, from[i]->Name)) now.erase(found);
   }
   for (std::size_t i = 0; i < to.size() && !paired; ++i)

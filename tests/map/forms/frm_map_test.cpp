@@ -176,6 +176,36 @@ TEST_F(KeptMapTest, ADraggedWaypointIsAnUnsavedEditOfItsLineAlone) {
   EXPECT_EQ(FileText("d"), Replace(Text, "4000.25 6000.50", "4400.25 5800.50"));
 }
 
+TEST_F(KeptMapTest, UndoGivesMovedWaypointsTheirOwnLinesBack) {
+  const std::string start = Replace(
+      Text, "  LANDING", "  NORMFLY_401 6000 7000.5 500 300 &0 F3\r\n  TRIGGERS 1 5\r\n  LANDING");
+  const auto triggers = start.find("  TRIGGERS 1");
+  for (auto* edit : {Map().mnuReverse, Map().mnuDelete}) {
+    SCOPED_TRACE(edit->text().toStdString());
+    Box.Write("missions/d.mis", start);
+    Reread();
+    ClickMap(First);
+    edit->trigger();
+    Undo();
+    Settle();
+    ClickMap(First);
+    Drag(First, {4400.25, 5800.5});
+    Save();
+    EXPECT_EQ(FileText("d"), Replace(start, "4000.25 6000.50", "4400.25 5800.50"));
+    Undo();
+    Save();
+    EXPECT_EQ(FileText("d"), start) << "moved back after it was written";
+    edit->trigger();
+    Save();
+    EXPECT_NE(FileText("d"), start);
+    if (edit == Map().mnuDelete) continue;
+    EXPECT_LT(FileText("d").find("  TRIGGERS 1"), triggers);
+    Undo();
+    Save();
+    EXPECT_EQ(FileText("d"), start) << "turned back after it was written";
+  }
+}
+
 TEST_F(MapWindowTest, KeysAndTypedPlacesMoveWhatIsNotLocked) {
   ClickMap(First);
   Key(Qt::Key_Right);
