@@ -55,10 +55,15 @@ void CheckWaypoints(const Flight& flight, const std::vector<std::size_t>& waypoi
     if (waypoint >= flight.Waypoints.size()) throw SubscriptFault();
 }
 
+/** A line of settings, or an empty one: it stays behind the waypoint that it follows. */
+bool BelongsToOther(const Waypoint& waypoint) {
+  return waypoint.Line.empty() || IsTriggersLine(waypoint.Type);
+}
+
 /** The row behind a waypoint and the lines of settings that belong to it. */
 std::size_t Behind(const Flight& flight, std::size_t waypoint) {
   std::size_t next = waypoint + 1;
-  while (next < flight.Waypoints.size() && IsTriggersLine(flight.Waypoints[next].Type)) ++next;
+  while (next < flight.Waypoints.size() && BelongsToOther(flight.Waypoints[next])) ++next;
   return next;
 }
 
@@ -93,7 +98,7 @@ using Stop = std::vector<Waypoint>;
 std::vector<Stop> StopsOf(const Flight& flight) {
   std::vector<Stop> stops;
   for (const auto& waypoint : flight.Waypoints) {
-    if (stops.empty() || !IsTriggersLine(waypoint.Type)) stops.emplace_back();
+    if (stops.empty() || !BelongsToOther(waypoint)) stops.emplace_back();
     stops.back().push_back(waypoint);
   }
   return stops;
@@ -132,7 +137,7 @@ void MoveWaypoints(Document& doc, std::size_t flight, const std::vector<std::siz
   CheckWaypoints(edited, waypoints);
   for (const std::size_t index : waypoints) {
     Waypoint& waypoint = edited.Waypoints[index];
-    if (IsTriggersLine(waypoint.Type)) continue;
+    if (BelongsToOther(waypoint)) continue;
     const MapPoint from = PlaceOfWaypoint(waypoint);
     SetPlace(waypoint, {from.X + east, from.Y + north});
   }
@@ -143,7 +148,7 @@ std::vector<std::size_t> MovableWaypoints(const Flight& flight, bool withLocked)
   std::vector<std::size_t> movable;
   for (std::size_t i = 0; i < flight.Waypoints.size(); ++i) {
     const Waypoint& waypoint = flight.Waypoints[i];
-    if (!IsTriggersLine(waypoint.Type) && (withLocked || !IsLocked(waypoint))) movable.push_back(i);
+    if (!BelongsToOther(waypoint) && (withLocked || !IsLocked(waypoint))) movable.push_back(i);
   }
   return movable;
 }

@@ -230,5 +230,17 @@ TEST(BaseEdits, TakeTextAndRefuseWhatIsNone) {
   }
 }
 
+TEST(RouteEdits, AnEmptyLineBehindARouteIsNoWaypoint) {
+  Edited mission(false, Replace(kText, "|[NStationary]", "||[NStationary]"));
+  const Flight& flight = mission.Own(0);
+  ASSERT_TRUE(flight.Waypoints.back().Line.empty());
+  EXPECT_EQ(MovableWaypoints(flight, true).size(), 5U);
+  ASSERT_TRUE(ReverseRoute(mission.W.Doc, 0));
+  EXPECT_EQ(flight.Waypoints[1].Type, "GATTACK");
+  EXPECT_EQ(flight.Waypoints[5].Type, "LANDING");
+  EXPECT_EQ(InsertWaypoint(mission.W.Doc, 0, 5, {1, 2}), 7U);
+  EXPECT_TRUE(flight.Waypoints[6].Line.empty());
+}
+
 }  // namespace
 }  // namespace rws
