@@ -192,7 +192,7 @@ Layout LayoutOf(const std::vector<LegendEntry>& entries, const QFontMetricsF& fo
 }  // namespace
 
 double LegendWidth(const std::vector<LegendEntry>& entries, const QFont& font, const QSizeF& area) {
-  constexpr double kMostOfWidth = 0.35;
+  constexpr double kMostOfWidth = 0.4;
   if (entries.empty()) return 0;
   const double width = LayoutOf(entries, QFontMetricsF(font), area.height()).Size.width();
   return width <= kMostOfWidth * area.width() ? width : 0;
