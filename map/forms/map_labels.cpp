@@ -17,6 +17,31 @@ constexpr double kHalo = 3;
 
 }  // namespace
 
+template <class Visit>
+void LabelPlacer::EachCell(const QRectF& rect, Visit visit) {
+  constexpr double kCell = 64, kFarthest = 1e6;
+  const auto cell = [=](double pixel) {
+    return static_cast<int>(std::floor(std::clamp(pixel, -kFarthest, kFarthest) / kCell));
+  };
+  for (int x = cell(rect.left()); x <= cell(rect.right()); ++x)
+    for (int y = cell(rect.top()); y <= cell(rect.bottom()); ++y) visit(std::pair(x, y));
+}
+
+void LabelPlacer::Block(const QRectF& rect) {
+  EachCell(rect, [&](const auto& cell) { taken_[cell].push_back(rect); });
+}
+
+bool LabelPlacer::IsFree(const QRectF& rect) const {
+  bool isFree = true;
+  EachCell(rect, [&](const auto& cell) {
+    const auto found = taken_.constFind(cell);
+    if (!isFree || found == taken_.constEnd()) return;
+    isFree = std::none_of(found->begin(), found->end(),
+                          [&](const QRectF& taken) { return taken.intersects(rect); });
+  });
+  return isFree;
+}
+
 QRectF LabelPlacer::Place(QPointF at, QSizeF size, double radius) {
   const double right = radius + 2, left = -radius - 2 - size.width();
   const double above = -radius - size.height(), below = radius;
@@ -31,10 +56,8 @@ QRectF LabelPlacer::Place(QPointF at, QSizeF size, double radius) {
                                         {centreX, below}}};
   for (const auto& offset : offsets) {
     const QRectF rect(at + offset, size);
-    if (std::any_of(taken_.begin(), taken_.end(),
-                    [&](const QRectF& taken) { return taken.intersects(rect); }))
-      continue;
-    taken_.push_back(rect);
+    if (!IsFree(rect)) continue;
+    Block(rect);
     return rect;
   }
   return {};

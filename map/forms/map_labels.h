@@ -6,6 +6,7 @@
 #include <QImage>
 #include <QRectF>
 #include <QString>
+#include <utility>
 #include <vector>
 
 /** Words on the map. */
@@ -14,13 +15,18 @@ namespace rws {
 /** Finds room for labels beside their places, so that none covers another. */
 class LabelPlacer {
  public:
-  void Block(const QRectF& rect) { taken_.push_back(rect); }
+  void Block(const QRectF& rect);
   /** Where a label of this size goes, beside a symbol of this radius; an empty rectangle when
       there is no room. */
   QRectF Place(QPointF at, QSizeF size, double radius);
 
  private:
-  std::vector<QRectF> taken_;
+  template <class Visit>
+  static void EachCell(const QRectF& rect, Visit visit);
+  bool IsFree(const QRectF& rect) const;
+
+  /** What is taken, by the cells of a grid that it touches. */
+  QHash<std::pair<int, int>, std::vector<QRectF>> taken_;
 };
 
 /** Text with a rim in the colour of the ground, its left end on a base line. */
