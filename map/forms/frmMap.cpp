@@ -57,11 +57,7 @@ void frmMap::keyPressEvent(QKeyEvent* event) {
 }
 
 MapTextSources frmMap::Sources() const {
-  static const Mission kNone;
-  const auto& missions = session_.Doc.Missions;
-  const auto current = static_cast<std::size_t>(session_.Doc.CurMission);
-  return {model_, current < missions.size() ? missions[current] : kNone, session_.Tables,
-          session_.Services, view->Shown().Metric};
+  return {model_, record_, session_.Tables, session_.Services, view->Shown().Metric};
 }
 
 void frmMap::FollowSoon() {
@@ -90,6 +86,7 @@ void frmMap::TakeMission() {
   path_ = path;
   MapSelection selection = isOther ? MapSelection{} : view->Shown().Selection;
   if (isOther) compared_.clear();
+  record_ = isRead ? doc.Missions[current] : Mission();
   if (isRead)
     UpdateModel(model_, doc.Missions[current], session_.Tables, session_.Services);
   else

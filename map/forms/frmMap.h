@@ -142,6 +142,9 @@ class frmMap : public QMainWindow {
 
   Session& session_;
   MapModel model_;
+  /** The mission that the model was made from. A copy: texts are asked for also while the list of
+      missions is read anew. */
+  Mission record_;
   std::string path_;  // of the mission that the model shows
   bool isStale_ = true;
   std::function<void(std::size_t)> chooseRow_;
