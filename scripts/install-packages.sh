@@ -23,7 +23,7 @@ packages=(
 for group in "$@"; do
   case $group in
     test) packages+=(git libgtest-dev clang-format-14 xvfb xauth) ;;
-    bench) packages+=(libbenchmark-dev) ;;
+    bench) packages+=(libbenchmark-dev jq) ;;
     windows)
       packages+=(
         g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 mingw-w64-x86-64-dev googletest
