@@ -152,6 +152,18 @@ std::string NewWaypoint(const Waypoint& waypoint) {
   return line.Text();
 }
 
+/** The lines of a waypoint that no text holds. The game takes the line behind some types for their
+    settings whatever it is: without one of their own it would swallow the next waypoint. */
+std::vector<std::string> NewWaypointLines(const Waypoint& waypoint) {
+  if (waypoint.Line.empty()) return {};
+  std::vector<std::string> lines{NewWaypoint(waypoint)};
+  if (NeedsTriggers(waypoint.Type)) {
+    const bool isTakeOff = FindNoCase(waypoint.Type, "takeoff", 0) == 0;
+    lines.emplace_back(isTakeOff ? "  TRIGGERS 0 0 20 0" : "  TRIGGERS 0 0 0 5 0");
+  }
+  return lines;
+}
+
 void EditRoute(const KeptText& text, LinePatch& patch, const KeptSection& route, const Flight& read,
                const Flight& edited) {
   const auto rows = WaypointsOf(text, route);
@@ -169,7 +181,7 @@ void EditRoute(const KeptText& text, LinePatch& patch, const KeptSection& route,
   for (const auto& waypoint : edited.Waypoints) {
     const auto row = static_cast<std::size_t>(waypoint.KeptRow);
     if (waypoint.KeptRow < 0 || row >= rows.size()) {
-      if (!waypoint.Line.empty()) insert(NewWaypoint(waypoint));
+      for (const auto& line : NewWaypointLines(waypoint)) insert(line);
       continue;
     }
     const Waypoint& before = read.Waypoints[row];
@@ -196,7 +208,7 @@ void InsertRoute(const KeptText& text, LinePatch& patch, const KeptSection& sect
   const std::size_t place = EndOfSection(text, section);
   patch.Insert(place, "[" + flight.Name + "_Way]");
   for (const auto& waypoint : flight.Waypoints)
-    if (!waypoint.Line.empty()) patch.Insert(place, NewWaypoint(waypoint));
+    for (const auto& line : NewWaypointLines(waypoint)) patch.Insert(place, line);
 }
 
 /** The lines of one flight, cut out of a text. */

@@ -160,6 +160,15 @@ TEST_F(Kept, WritesAnEditIntoItsOwnWords) {
       {"  r0100~=  r0200|[r0100]~=[r0200]|[r0100_Way]~=[r0200_Way]",
        flight([](Flight& f) { f.Name = "r0200"; })},
       {"  2 5000 1 2~=  3 5000 1 2", [](Mission& m) { m.BornPlaces[1].Army = 3; }},
+      {"  TRIGGERS 0 0 20 0~+  NORMFLY_402 5.00 6.00 700.00 300.00 &0|"
+       "  NORMFLY_402 5.00 6.00 700.00 300.00 &0~+  TRIGGERS 0 0 0 5 0",
+       flight([](Flight& f) {
+         Waypoint added = f.Waypoints[1];
+         added.KeptRow = -1;
+         added.Line = "  NORMFLY_402 5.00 6.00 700.00 300.00 &0";
+         added.Type = "NORMFLY_402", added.Alt = "700", added.Speed = "300", added.Marker = "&0";
+         f.Waypoints.insert(f.Waypoints.begin() + 1, added);
+       })},
       {"  2 5000 1 2~=  2 5000 1 77|[MDS_BornPlace_1_2_RRR]~=[MDS_BornPlace_1_77_RRR]",
        [](Mission& m) { m.BornPlaces[1].Y = 77; }},
       {"  1 3000 121601 74883 1 1000 200~=  1 3000 5 74883 1 1000 200",
