@@ -165,7 +165,7 @@ void frmFlightTable::Build() {
   whole->addWidget(lblMoment);
   whole->addWidget(tabTables, 1);
   whole->addLayout(ButtonRow({cmd[0], cmd[1]}));
-  constexpr int kLetters = 120, kLines = 24;
+  constexpr int kLetters = 150, kLines = 24;
   resize(fontMetrics().averageCharWidth() * kLetters, fontMetrics().lineSpacing() * kLines);
 }
 

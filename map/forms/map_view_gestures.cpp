@@ -155,10 +155,11 @@ void MapView::Begin(QPointF at) {
 void MapView::Follow(QPointF at) {
   const MapPoint from = PlaceAt(pressed_), to = PlaceAt(at);
   const MapBase* base = SelectedBase();
+  // What is seen must not jump when something was moved in it.
+  if (gesture_ != Gesture::Ruler) fit_ = Fit::None;
   switch (gesture_) {
     case Gesture::Pan: {
       double dx = at.x() - last_.x(), dy = at.y() - last_.y();
-      fit_ = Fit::None;
       Look(PannedByPixels(shown_.Projection, dx, dy, devicePixelRatioF()));
       last_ += QPointF(dx, dy);
       return;

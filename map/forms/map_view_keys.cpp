@@ -81,6 +81,7 @@ bool MapView::TakeArrow(const QKeyEvent& event) {
   const double metres = event.modifiers() & Qt::ShiftModifier ? kNear : kFar;
   const bool isSized = event.modifiers() & Qt::ControlModifier;
   const MapBase* base = SelectedBase();
+  fit_ = Fit::None;
   if (!shown_.Selection.Points.empty()) {
     if (Allow(Gesture::Points)) Q_EMIT PointsMoved(Movable(), way.X * metres, way.Y * metres);
   } else if (base && isSized) {
@@ -93,7 +94,6 @@ bool MapView::TakeArrow(const QKeyEvent& event) {
     if (Allow(Gesture::BaseCentre)) Q_EMIT BaseMoved(base->Base, to);
   } else {
     double dx = -way.X * kPan, dy = way.Y * kPan;
-    fit_ = Fit::None;
     Look(PannedByPixels(shown_.Projection, dx, dy, devicePixelRatioF()));
   }
   return true;
