@@ -62,6 +62,11 @@ auto ByRow(Waypoints& waypoints) {
 
 bool IsTriggers(const Waypoint& waypoint) { return EqualNoCase(waypoint.Type, "TRIGGERS"); }
 
+/** They follow from the places of others. */
+void ForgetDistances(std::vector<Waypoint>& waypoints) {
+  for (auto& waypoint : waypoints) waypoint.Dist = 0;
+}
+
 /** Those that are no rows of a mission whose lines are kept, and no settings of one either. */
 std::vector<Waypoint> WithoutRow(std::vector<Waypoint> waypoints) {
   bool hasOwner = false;
@@ -69,6 +74,7 @@ std::vector<Waypoint> WithoutRow(std::vector<Waypoint> waypoints) {
     if (!IsTriggers(waypoint)) hasOwner = waypoint.KeptRow >= 0;
     return hasOwner;
   });
+  ForgetDistances(waypoints);
   return waypoints;
 }
 
@@ -112,6 +118,7 @@ bool SameSettings(const std::vector<Waypoint>& read, const std::vector<Waypoint>
   const auto was = StopsByRow(read), is = StopsByRow(edited);
   const auto settings = [](std::vector<Waypoint> stop) {
     stop.erase(stop.begin());
+    ForgetDistances(stop);
     return stop;
   };
   return std::all_of(is.begin(), is.end(), [&](const auto& stop) {

@@ -70,6 +70,10 @@ const Row kRows[] = {
      "TAKEOFF 1000.00 2000.00 0 0 &0|NORMFLY 4100.25 6000.00 500.00 300.00 &0|"
      "NORMFLY_401 7000.00 6000.00 1000.00 350.00 &1 F3|TRIGGERS 1 5 90 7 500|"
      "GATTACK 9000.00 6000.00 700.00 320.00 1_Static 0 &0|LANDING 1000.00 2500.00 0 0 &0"},
+    {"move one with settings", [](Document& doc) { MoveWaypoints(doc, 0, {2}, 1, 1); },
+     "TAKEOFF 1000.00 2000.00 0 0 &0|NORMFLY 4000.25 6000.75 500.00 300.00 &0|"
+     "NORMFLY_401 7001.00 6001.00 1000.00 350.00 &1 F3|TRIGGERS 1 5 90 7 500|"
+     "GATTACK 9000.00 6000.00 700.00 320.00 1_Static 0 &0|LANDING 1000.00 2500.00 0 0 &0"},
     {"insert",
      [](Document& doc) {
        InsertWaypoint(doc, 0, 2, {8000.005, -1});
