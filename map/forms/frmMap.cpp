@@ -30,6 +30,11 @@ frmMap::frmMap(Session& session) : session_(session) {
           Trapped(session_.Services, "Map", [this](auto...) { Follow(); }));
 }
 
+// Its parts outlive it: a box that has the focus still tells that it was left.
+frmMap::~frmMap() {
+  for (auto* part : findChildren<QObject*>()) part->disconnect(this);
+}
+
 void frmMap::LoadForm() {
   LogAndLeave(session_.Services, "frmMap", [&] {
     LoadWindowSize(session_.Services, *this);

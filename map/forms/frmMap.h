@@ -32,6 +32,7 @@ class frmMap : public QMainWindow {
 
  public:
   explicit frmMap(Session& session);
+  ~frmMap() override;
 
   /** Takes up its place and what was shown when it was closed, and shows the current mission. */
   void LoadForm();
