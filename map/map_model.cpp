@@ -86,6 +86,14 @@ std::optional<int> BridgeNumber(std::string_view name) {
   return std::stoi(std::string(name));
 }
 
+/** A value of "[MAIN]": the record of a mission that is made anew may have taken another line for
+   the one that holds it. */
+std::string MainValue(const Mission& mission, std::string_view key) {
+  const KeptText text(mission.Lines);
+  const KeptSection* main = text.Find("MAIN");
+  return main ? std::string(text.ValueOf(*main, key)) : "";
+}
+
 }  // namespace
 
 MapBounds BoundsOf(const MapRoute& route) {
@@ -93,14 +101,6 @@ MapBounds BoundsOf(const MapRoute& route) {
   for (const auto& point : route.Points)
     if (point.HasPlace) AddNear(bounds, point.At);
   return bounds;
-}
-
-/** The record of a mission that is made anew may have taken another line for that of the time. */
-static std::string TimeIn(const Mission& mission) {
-  if (ParseNumber(mission.Time)) return mission.Time;
-  const KeptText text(mission.Lines);
-  const KeptSection* main = text.Find("MAIN");
-  return main ? std::string(text.ValueOf(*main, "TIME")) : "";
 }
 
 void UpdateModel(MapModel& model, const Mission& mission, const Catalogues& tables,
@@ -111,8 +111,9 @@ void UpdateModel(MapModel& model, const Mission& mission, const Catalogues& tabl
   model.Clocks.clear();
   for (const auto& route : model.Scene.Routes) model.Clocks.push_back(ClockOf(route));
   UpdateBounds(model);
-  model.Time = TimeIn(mission);
-  model.MapPath = mission.MapPath;
+  model.Time = ParseNumber(mission.Time) ? mission.Time : MainValue(mission, "TIME");
+  const bool isPath = mission.MapPath.find('/') != std::string::npos;
+  model.MapPath = isPath ? mission.MapPath : MainValue(mission, "MAP");
   model.MapName = mission.MapName;
 }
 

@@ -190,6 +190,17 @@ TEST(MapRoutes, KnowsTypesOfAllVersions) {
   EXPECT_TRUE(IsTriggersLine("triggers"));
 }
 
+TEST(MapModel, KnowsMapAndTimeWhereTheRecordHasOtherLines) {
+  test::World world;
+  test::ReadInto(world, test::CrlfText("[MAIN]|  MAP Kurland/load.ini|  TIME 12.5|[Wing]|"));
+  Mission& mission = world.Doc.Missions[0];
+  mission.MapPath = "1";
+  mission.Time = "";
+  MapModel model;
+  UpdateModel(model, mission, world.Tables, world.Services);
+  EXPECT_EQ(model.MapPath + " " + model.Time, "Kurland/load.ini 12.5");
+}
+
 TEST(MapModel, ShowsAllHomeBasesOfTheFile) {
   // Made anew from it, a mission holds the first base alone where bases have lists.
   const string text =
