@@ -162,6 +162,11 @@ TEST(RouteEdits, KeepOnePointAndKnowTheirLimits) {
   EXPECT_EQ(BestPlaceFor(mission.Own(0), {1200, 2600}), 3u);
   EXPECT_TRUE(DeleteWaypoints(doc, 0, {1, 2}));
   EXPECT_FALSE(ReverseRoute(doc, 0)) << "one point between the ends";
+  // A neighbour without a speed of its own has none to give.
+  Edited other(true);
+  other.Own(0).Waypoints[3].Speed = "0";
+  const std::size_t added = InsertWaypoint(other.W.Doc, 0, 2, {1, 1});
+  EXPECT_EQ(other.Own(0).Waypoints[added].Speed, "350");
 }
 
 TEST(RouteEdits, CoordinatesHaveTwoDecimals) {
