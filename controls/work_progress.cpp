@@ -18,8 +18,8 @@ WorkProgress::WorkProgress(QWidget& window, QStatusBar* bar,
     : bar_(bar), dialog_(&window), step_(std::move(step)) {
   dialog_.setObjectName(QStringLiteral("toolProgress"));
   dialog_.setWindowTitle(QString(window.windowTitle()).remove(QStringLiteral("[*]")));
-  // What the work goes over must not be edited meanwhile.
-  dialog_.setWindowModality(Qt::WindowModal);
+  // What the work goes over must not be edited meanwhile, nor in a window that has no owner.
+  dialog_.setWindowModality(Qt::ApplicationModal);
   // It shows itself by what it expects; here it comes after a fixed time.
   dialog_.setMinimumDuration(std::numeric_limits<int>::max());
   dialog_.setAutoClose(false);

@@ -42,7 +42,6 @@ void frmMap::LoadForm() {
     LoadSplitter(session_.Services, *splMap);
     LoadChoices();
   });
-  isStale_ = true;
 }
 
 void frmMap::closeEvent(QCloseEvent* event) {
@@ -66,14 +65,11 @@ MapTextSources frmMap::Sources() const {
 }
 
 void frmMap::FollowSoon() {
-  isStale_ = true;
   if (isVisible()) followSoon_.start();
 }
 
 void frmMap::Follow() {
-  isStale_ = true;
   if (!isVisible()) return;
-  isStale_ = false;
   followSoon_.stop();
   TakeMission();
   TakePicture();

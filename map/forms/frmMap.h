@@ -132,11 +132,13 @@ class frmMap : public QMainWindow {
   void ResizeBaseTo(std::size_t base, double radius);
   void ClickBaseText();
 
-  void PaintInto(QPainter& painter, QSize size) const;
+  void PaintInto(QPainter& painter, QSize size, bool dark) const;
   std::string BaseName() const;
   void SaveAs(const char* what, const std::string& filter,
               const std::function<void(const std::string&)>& save);
   void SaveBriefing(const std::string& path);
+  /** Tells the user why a step failed; false then. */
+  bool TellFault(const std::function<void()>& step);
   void KeepPictures(const std::function<std::string(const std::string& text)>& change);
   void TakePicture();
   void ClickPicture();
@@ -147,7 +149,6 @@ class frmMap : public QMainWindow {
       missions is read anew. */
   Mission record_;
   std::string path_;  // of the mission that the model shows
-  bool isStale_ = true;
   std::function<void(std::size_t)> chooseRow_;
   QTimer followSoon_;
   std::vector<std::size_t> compared_;

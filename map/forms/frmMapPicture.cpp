@@ -187,6 +187,9 @@ void frmMapPicture::accept() {
   if (picture->Picture().isNull()) fault = tr("Choose a picture first.");
   if (fault.isEmpty() && !place)
     fault = tr("The two points must lie apart both ways, and the picture must have north above.");
+  // The list of pictures has a line for each, its parts parted by tabs.
+  if (fault.isEmpty() && file_.find_first_of("\t\r\n") != std::string::npos)
+    fault = tr("The name of the picture holds a tab or a line end: rename it first.");
   lblFault->setText(fault);
   lblFault->setVisible(!fault.isEmpty());
   if (!fault.isEmpty()) return;

@@ -14,7 +14,9 @@
 namespace rws {
 
 void frmMap::ConnectFiles() {
-  const auto paint = [this](QPainter& painter, QSize size) { PaintInto(painter, size); };
+  const auto paint = [this](QPainter& painter, QSize size) {
+    PaintInto(painter, size, view->Shown().Dark);
+  };
   const auto png = [this, paint](PictureSize size) {
     SaveAs("Save the map as PNG", "PNG|*.png", [=, this](const std::string& path) {
       SavePng(session_.Services, path, paint, view->size(), size);
@@ -32,8 +34,8 @@ void frmMap::ConnectFiles() {
            [this](const std::string& path) { SaveBriefing(path); });
   });
   OnClick(mnuCopy, [this, paint] {
-    CopyPicture(paint, view->size());
-    Say(tr("The picture is on the clipboard."));
+    const auto copy = [&] { CopyPicture(paint, view->size()); };
+    if (TellFault(copy)) Say(tr("The picture is on the clipboard."));
   });
   OnClick(mnuPicture, [this] { ClickPicture(); });
   OnClick(mnuNoPicture, [this] {
@@ -42,9 +44,10 @@ void frmMap::ConnectFiles() {
   });
 }
 
-/** The map as it is seen, on light ground, at any size: as much of it as fits. */
-void frmMap::PaintInto(QPainter& painter, QSize size) const {
+/** The map as it is seen, at any size: as much of it as fits. */
+void frmMap::PaintInto(QPainter& painter, QSize size, bool dark) const {
   MapShown shown = view->Shown();
+  shown.Dark = dark;
   const double scale =
       std::min(size.width() / shown.Projection.Width, size.height() / shown.Projection.Height);
   shown.Projection.MetresPerPixel /= scale;
@@ -78,7 +81,8 @@ void frmMap::SaveBriefing(const std::string& path) {
   if (pages.Title.isEmpty()) pages.Title = FromPath(BaseName());
   pages.Subtitle = decoded(model_.MapName.empty() ? model_.MapPath : model_.MapName) +
                    QStringLiteral(", ") + QString::fromStdString(TimeOfDay(model_.Time, 0)).left(5);
-  pages.Map = [this](QPainter& painter, QSize size) { PaintInto(painter, size); };
+  // Paper is light, whatever the screen is.
+  pages.Map = [this](QPainter& painter, QSize size) { PaintInto(painter, size, false); };
   const MapTextSources sources = Sources();
   for (std::size_t i = 0; i < model_.Scene.Routes.size(); ++i)
     if (!Route() || i == *view->Shown().Selection.Route)
@@ -89,14 +93,16 @@ void frmMap::SaveBriefing(const std::string& path) {
   SaveBriefingPdf(services, path, pages);
 }
 
+bool frmMap::TellFault(const std::function<void()>& step) {
+  return Trap(step, [&](const Fault& caught) {
+    session_.Services.Ask.MsgBox(caught.Text, Buttons::Ok, Icon::Exclamation, kProgramTitle);
+  });
+}
+
 /** Changes the list of pictures, and shows what it has for this map. A list that cannot be written
     stays as it is, and the user is told. */
 void frmMap::KeepPictures(const std::function<std::string(const std::string& text)>& change) {
-  const Services& services = session_.Services;
-  Trap([&] { StoreMapPictures(services, change); },
-       [&](const Fault& caught) {
-         services.Ask.MsgBox(caught.Text, Buttons::Ok, Icon::Exclamation, kProgramTitle);
-       });
+  TellFault([&] { StoreMapPictures(session_.Services, change); });
   pictureOf_.clear();
   TakePicture();
 }
@@ -126,7 +132,7 @@ void frmMap::ClickPicture() {
   const std::string map = model_.MapPath;
   frmMapPicture form(services, this);
   form.Map = FromBytes(services.Page, model_.MapName.empty() ? map : model_.MapName);
-  form.Picture = PictureOfMap(ReadMapPictures(services), map);
+  if (!TellFault([&] { form.Picture = PictureOfMap(ReadMapPictures(services), map); })) return;
   form.LoadForm();
   ShowDialog(form);
   if (form.result() != QDialog::Accepted || !form.Picture) return;
