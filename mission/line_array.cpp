@@ -20,6 +20,7 @@ void EndLast(std::string& text) {
 LineArray LineArray::FromFile(std::string bytes) {
   if (bytes.size() > kLargest) throw OverflowFault();
   std::vector<std::uint32_t> starts;
+  starts.reserve(bytes.size() / 32);
   std::size_t start = 0;
   for (std::size_t hit = 0; (hit = bytes.find('\n', hit)) != bytes.npos; ++hit) {
     if (hit == start || bytes[hit - 1] != '\r') continue;

@@ -23,11 +23,19 @@ int GetNumber(std::string_view line) {
 }
 
 std::string_view IntegerPart(std::string_view text) {
-  const std::size_t comma = text.find(',');
-  return text.substr(0, comma != text.npos ? comma : text.find('.'));
+  std::size_t point = text.npos;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == ',') return text.substr(0, i);
+    if (text[i] == '.' && point == text.npos) point = i;
+  }
+  return text.substr(0, point);
 }
 
 std::string WholeNumberWord(std::string_view word) {
+  // Nearly all are written as they come out, with decimals to drop.
+  const std::size_t digits = PlainDigits(word);
+  if (digits > 0 && (digits == word.size() || word[digits] == '.'))
+    return std::string(word.substr(0, digits));
   if (Val(word) == 0) word = "0";
   return FormatNumber(IntegerPart(word), "####0");
 }

@@ -1,13 +1,16 @@
 #include "mission/reader.h"
 
+#include <algorithm>
 #include <array>
 
 #include "mission/kept_reader.h"
 #include "mission/line_ends.h"
+#include "mission/line_sieve.h"
 #include "mission/line_values.h"
 #include "mission/untouched.h"
 #include "services/error_log.h"
 #include "services/faults.h"
+#include "services/letter_set.h"
 #include "services/list_files.h"
 #include "services/numbers.h"
 #include "services/paths.h"
@@ -43,7 +46,7 @@ struct HeaderLine {
 };
 
 struct HeaderKey {
-  std::string_view Pattern;
+  LetterPattern Pattern;
   /** Takes the line's value as it is. */
   std::string Mission::*Field;
   /** Stores what is not taken as it is. */
@@ -77,9 +80,9 @@ constexpr HeaderKey kHeaderKeys[] = {
      }},
 };
 
-void ReadHeaderLine(const HeaderLine& line, const std::string& lower) {
+void ReadHeaderLine(const HeaderLine& line, const LetterLine& lower) {
   for (const auto& key : kHeaderKeys) {
-    if (!Like(lower, key.Pattern)) continue;
+    if (!lower.Like(key.Pattern)) continue;
     LogAndLeave(line.With, "LoadMission", [&] {
       if (key.Field) line.Into.*key.Field = GetValue(line.Text);
       if (key.Store) key.Store(line);
@@ -87,46 +90,31 @@ void ReadHeaderLine(const HeaderLine& line, const std::string& lower) {
   }
 }
 
-/** For the first letter of each header key, in both cases, the two that follow in lower case. */
-using KeyStarts = std::array<std::array<char, 2>, 256>;
+constexpr std::string_view kHeadEnd = "[wing]";
 
-constexpr KeyStarts MakeKeyStarts() {
-  KeyStarts starts{};
-  for (const auto& key : kHeaderKeys) {
-    const std::array<char, 2> behind{key.Pattern[2], key.Pattern[3]};
-    for (const int letter : {int{key.Pattern[1]}, key.Pattern[1] - 32}) {
-      auto& known = starts[static_cast<unsigned char>(letter)];
-      // A letter has room for one start: a key that does not fit is no constant and stops the
-      // build.
-      if (known[0] != 0 && known != behind) throw OverflowFault();
-      known = behind;
-    }
-  }
-  return starts;
-}
-
-/** False for nearly every line of a mission without flights, which is a head from end to end. */
-bool MayHoldHeaderKey(std::string_view line) {
-  static constexpr auto kStarts = MakeKeyStarts();
-  for (std::size_t i = 0; i + 2 < line.size(); ++i) {
-    const auto& wanted = kStarts[static_cast<unsigned char>(line[i])];
-    if (wanted[0] != 0 && LowerAscii(line[i + 1]) == wanted[0] &&
-        LowerAscii(line[i + 2]) == wanted[1])
-      return true;
-  }
-  return false;
-}
+/** Of each header key and of the head's end, letters that the lists of objects seldom have: a
+    mission without flights is a head from end to end. */
+constexpr std::array kHeaderPairs{LetterPair{'a', 'p'}, LetterPair{'i', 'm'}, LetterPair{'u', 'd'},
+                                  LetterPair{'r', 'm'}, LetterPair{'p', 'l'}, LetterPair{'f', 's'},
+                                  LetterPair{'[', 'w'}};
+static_assert(std::ranges::all_of(kHeaderKeys,
+                                  [](const HeaderKey& key) {
+                                    return HoldsPair(key.Pattern.Text, kHeaderPairs);
+                                  }) &&
+                  HoldsPair(kHeadEnd, kHeaderPairs),
+              "a line with this key would not be looked at");
 
 void ReadHeader(Document& doc, const Services& services, Mission& mission) {
+  LineSieve<kHeaderPairs> sieve(mission.Lines);
+  // A blank behind the bracket or an indent hides the end of the head.
+  const auto endsHead = [](std::string_view line) { return EqualNoCase(line, kHeadEnd); };
+  if (!mission.Lines.empty() && !endsHead(mission.Lines[0])) mission.HasBornPlace = false;
   std::string lower;
-  for (std::size_t i = 0; i < mission.Lines.size(); ++i) {
+  for (std::size_t i = 0; (i = sieve.Next(i)) < mission.Lines.size(); ++i) {
     const auto line = mission.Lines[i];
-    // A blank behind the bracket or an indent hides the end of the head.
-    if (EqualNoCase(line, "[wing]")) return;
-    mission.HasBornPlace = false;
-    if (!MayHoldHeaderKey(line)) continue;
+    if (endsHead(line)) return;
     services.Page.LCaseInto(lower, line);
-    ReadHeaderLine({doc, services, mission, line}, lower);
+    ReadHeaderLine({doc, services, mission, line}, LetterLine(lower));
   }
 }
 

@@ -1,11 +1,15 @@
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <utility>
 
+#include "mission/line_sieve.h"
 #include "mission/line_values.h"
 #include "mission/reader.h"
 #include "mission/route_line.h"
 #include "services/arrays.h"
 #include "services/error_log.h"
+#include "services/letter_set.h"
 #include "services/numbers.h"
 #include "services/text.h"
 
@@ -30,30 +34,16 @@ void ReadSection(const Services& services, std::string_view name, ReadBudget& bu
   if (!read) ResumeNext([&] { budget.Spend(kFailureCost); });
 }
 
-/** Finds the lines that hold a word, in file order, in one run over the whole text. */
-class WordFinder {
- public:
-  WordFinder(const LineArray& lines, std::string_view lowerWord)
-      : lines_(lines), word_(lowerWord), next_(FindNoCase(lines.FileText(), lowerWord, 0)) {}
-
-  /** True if line `i` holds the word; lines are asked for in ascending order. */
-  bool InLine(std::size_t i) {
-    if (next_ >= lines_.End(i)) return false;
-    next_ = FindNoCase(lines_.FileText(), word_, lines_.End(i));
-    return true;
-  }
-
- private:
-  const LineArray& lines_;
-  std::string_view word_;
-  std::size_t next_;
-};
+/** What the sections of flights, routes and home bases are known by, anywhere in a line. */
+constexpr std::string_view kPlanes = "planes ", kWay = "_way", kBornPlace = "bornplace";
+constexpr std::array kSectionPairs{LetterPair{'p', 'l'}, LetterPair{'_', 'w'}};
+static_assert(HoldsPair(kPlanes, kSectionPairs) && HoldsPair(kWay, kSectionPairs) &&
+              HoldsPair(kBornPlace, kSectionPairs));
 
 /** The test "*planes #", without a lower-cased copy of every line of the file. */
 bool EndsWithPlanes(std::string_view line) {
-  constexpr std::string_view kKey = "planes ";
-  if (line.size() <= kKey.size() || line.back() < '0' || line.back() > '9') return false;
-  return EqualNoCase(line.substr(line.size() - 1 - kKey.size(), kKey.size()), kKey);
+  if (line.size() <= kPlanes.size() || line.back() < '0' || line.back() > '9') return false;
+  return EqualNoCase(line.substr(line.size() - 1 - kPlanes.size(), kPlanes.size()), kPlanes);
 }
 
 /** The rest of a numbered key's line: "skin0 x.bmp" without every "skin0", trimmed. */
@@ -62,25 +52,25 @@ std::string RestOf(const std::string& lower, std::string_view key, int number) {
 }
 
 /** All rows are tested for every line, in this order, as keys are told by loose patterns. */
-void ReadFlightLine(Flight& flight, std::string_view line, const std::string& lower) {
+void ReadFlightLine(Flight& flight, std::string_view line, const LetterLine& lower) {
   const auto slot = [&]() -> PlaneSlot& { return At(flight.PlaneSlots, GetNumber(line)); };
-  if (Like(lower, "*class*")) flight.Class = Trim(Replace(line, "Class air.", ""));
-  if (Like(lower, "*planes #")) flight.Planes = GetValue(line);
-  if (Like(lower, "*parachute #")) flight.Parachute = GetValue(line);
-  if (Like(lower, "*onlyai*")) flight.OnlyAI = GetValue(line);
-  if (Like(lower, "*fuel*")) flight.Fuel = GetValue(line);
-  if (Like(lower, "*weapons*")) flight.Weapons = GetValue(line);
-  if (Like(lower, "*skill #")) flight.Skill = GetValue(line);
-  if (Like(lower, "*starttime*")) flight.StartTime = GetValue(line);
+  if (lower.Like("*class*")) flight.Class = Trim(Replace(line, "Class air.", ""));
+  if (lower.Like("*planes #")) flight.Planes = GetValue(line);
+  if (lower.Like("*parachute #")) flight.Parachute = GetValue(line);
+  if (lower.Like("*onlyai*")) flight.OnlyAI = GetValue(line);
+  if (lower.Like("*fuel*")) flight.Fuel = GetValue(line);
+  if (lower.Like("*weapons*")) flight.Weapons = GetValue(line);
+  if (lower.Like("*skill #")) flight.Skill = GetValue(line);
+  if (lower.Like("*starttime*")) flight.StartTime = GetValue(line);
   if (Val(flight.Skill) >= 4) flight.Skill = "Custom";
-  if (Like(lower, "*skill#*")) {
+  if (lower.Like("*skill#*")) {
     slot().Skill = GetValue(line);
     flight.Skill = "Custom";
   }
-  if (Like(lower, "*skin#*")) slot().Skin = RestOf(lower, "skin", GetNumber(line));
-  if (Like(lower, "*noseart#*")) slot().NoseArt = RestOf(lower, "noseart", GetNumber(line));
-  if (Like(lower, "*pilot#*")) slot().Pilot = RestOf(lower, "pilot", GetNumber(line));
-  if (Like(lower, "*numberon#*")) slot().NumberOn = GetValue(line);
+  if (lower.Like("*skin#*")) slot().Skin = RestOf(lower.Lower, "skin", GetNumber(line));
+  if (lower.Like("*noseart#*")) slot().NoseArt = RestOf(lower.Lower, "noseart", GetNumber(line));
+  if (lower.Like("*pilot#*")) slot().Pilot = RestOf(lower.Lower, "pilot", GetNumber(line));
+  if (lower.Like("*numberon#*")) slot().NumberOn = GetValue(line);
 }
 
 void ReadWaypointLine(Waypoint& waypoint, std::string_view line, RouteLine& words) {
@@ -95,6 +85,26 @@ void ReadWaypointLine(Waypoint& waypoint, std::string_view line, RouteLine& word
   waypoint.Type = words.Word(RouteLine::kType);
   waypoint.Line = line;
   waypoint.Dist = 0;
+}
+
+/** For up to so many waypoints and flights memory is taken once: these records are large to move.
+ */
+constexpr std::size_t kUsualRoute = 64, kUsualFlights = 256;
+
+/** How many indexes from 0 on pass a test, of `most` that are tried. */
+template <class Test>
+std::size_t CountUpTo(std::size_t most, Test test) {
+  std::size_t count = 0;
+  while (count < most && test(count)) ++count;
+  return count;
+}
+
+/** The lines at which a section reader may have to begin. */
+std::vector<std::size_t> LinesOfInterest(const LineArray& lines) {
+  std::vector<std::size_t> found;
+  LineSieve<kSectionPairs> sieve(lines);
+  for (std::size_t i = 0; (i = sieve.Next(i)) < lines.size(); ++i) found.push_back(i);
+  return found;
 }
 
 double Distance(const Waypoint& a, const Waypoint& b) {
@@ -147,7 +157,7 @@ void LoadPlane(Document& doc, const Services& services, std::size_t mission, std
     for (std::size_t i = line; !IsSectionHeader(At(lines, static_cast<std::ptrdiff_t>(i))); ++i) {
       budget.Spend(kFlightLineCost);
       services.Page.LCaseInto(lower, lines[i]);
-      ReadFlightLine(record, lines[i], lower);
+      ReadFlightLine(record, lines[i], LetterLine(lower));
     }
   });
 }
@@ -169,6 +179,8 @@ void LoadWayPoint(Document& doc, const Services& services, std::size_t mission, 
       ReadWaypointLine(first, lines[line + 1], words);
     // A route that breaks off is written as far as it was read, not up to the end of one before it.
     record.LastWaypoint.clear();
+    record.Waypoints.reserve(
+        CountUpTo(kUsualRoute, [&](std::size_t i) { return isRoute(line + 1 + i); }));
     for (std::size_t i = line + 1; isRoute(i); ++i) {
       budget.Spend(1);
       record.Waypoints.resize(count + 1);
@@ -207,18 +219,23 @@ bool LoadMissionParams(Document& doc, const Services& services, std::size_t miss
   return LogAndLeave(services, "LoadMissionParams", [&] {
     Mission& record = doc.Missions[mission];
     const LineArray& lines = record.Lines;
-    WordFinder way(lines, "_way"), bornPlace(lines, "bornplace");
+    const std::vector<std::size_t> ofInterest = LinesOfInterest(lines);
+    const auto begun =
+        std::ranges::count_if(ofInterest, [&](std::size_t i) { return EndsWithPlanes(lines[i]); });
+    record.Flights.reserve(std::min(static_cast<std::size_t>(begun), kUsualFlights));
     ReadBudget budget;
     std::size_t flights = 0, lastFlight = 0;
     // Section readers get a copy of the line index: this walk goes through their lines as well.
-    for (std::size_t i = 0; i < lines.size() && !budget.Spent(); ++i) {
+    for (const std::size_t i : ofInterest) {
+      if (budget.Spent()) break;
       if (EndsWithPlanes(lines[i])) {
         record.Flights.resize(flights + 1);
         lastFlight = flights++;
         LoadPlane(doc, services, mission, lastFlight, i, budget);
       }
-      if (way.InLine(i)) LoadWayPoint(doc, services, mission, lastFlight, i, budget);
-      if (bornPlace.InLine(i)) {
+      if (ContainsNoCase(lines[i], kWay))
+        LoadWayPoint(doc, services, mission, lastFlight, i, budget);
+      if (ContainsNoCase(lines[i], kBornPlace)) {
         record.HasBornPlace = true;
         LoadBornPlace(doc, services, mission, i, budget);
       }

@@ -43,13 +43,19 @@ std::ptrdiff_t LastWaypointOf(const Flight& flight) {
   return flight.LastWaypoint.empty() ? bound : CLng(flight.LastWaypoint);
 }
 
+/** A whole number's text with one decimal. */
+std::string WithDecimal(const std::string& whole) {
+  if (!whole.empty() && PlainDigits(whole) == whole.size()) return whole + ".0";
+  return FormatNumber(whole, "##0.0");
+}
+
 void AddWords(std::string& text, const Waypoint& waypoint, const RouteLine& words) {
   std::string number;
   for (std::size_t place = 0; place < words.size(); ++place) {
     std::string_view word = words.Word(place);
     if (place == RouteLine::kType) word = waypoint.Type;
-    if (place == RouteLine::kAlt) word = number = FormatNumber(waypoint.Alt, "##0.0");
-    if (place == RouteLine::kSpeed) word = number = FormatNumber(waypoint.Speed, "##0.0");
+    if (place == RouteLine::kAlt) word = number = WithDecimal(waypoint.Alt);
+    if (place == RouteLine::kSpeed) word = number = WithDecimal(waypoint.Speed);
     // A target's name, or a marker in its place, is spared. What stands behind it is not, so a
     // marker "&0" at the eighth place becomes "0" here.
     const bool spared = place == RouteLine::kType || place == RouteLine::kTarget;

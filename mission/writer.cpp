@@ -10,6 +10,7 @@
 #include "services/clock.h"
 #include "services/error_log.h"
 #include "services/faults.h"
+#include "services/letter_set.h"
 #include "services/numbers.h"
 #include "services/text.h"
 
@@ -21,8 +22,8 @@ constexpr std::string_view kIndent = "  ";
 
 std::string_view IndentOf(std::string_view line) { return IsSectionHeader(line) ? "" : kIndent; }
 
-bool EndsHead(std::string_view line, const std::string& lower) {
-  return Like(lower, "*?wing?*") || Contains(line, "Chiefs") || Contains(line, "NStationary");
+bool EndsHead(std::string_view line, const LetterLine& lower) {
+  return lower.Like("*?wing?*") || Contains(line, "Chiefs") || Contains(line, "NStationary");
 }
 
 /** The second word of a line; nothing when it has but one. */
@@ -46,7 +47,8 @@ void ReplaceOrComplete(std::string& line, const std::string& value, std::string&
 
 /** A key that is written while its field is 1. */
 struct ConstantKey {
-  const char *Pattern, *Text;
+  LetterPattern Pattern;
+  const char* Text;
   const std::int16_t& Field;
   bool Done = false;
 
@@ -56,8 +58,8 @@ struct ConstantKey {
     Done = true;
   }
 
-  void DropOrKeep(std::string& line, const std::string& lower) {
-    if (!Like(lower, Pattern)) return;
+  void DropOrKeep(std::string& line, const LetterLine& lower) {
+    if (!lower.Like(Pattern)) return;
     if (Field == 1)
       Done = true;
     else
@@ -67,12 +69,13 @@ struct ConstantKey {
 
 /** A key that is written while its field has a value. */
 struct PlayerKey {
-  const char *Pattern, *Text;
+  LetterPattern Pattern;
+  const char* Text;
   const std::string& Field;
   bool Done = false;
 
-  void Rewrite(std::string& line, const std::string& lower) {
-    if (!Like(lower, Pattern)) return;
+  void Rewrite(std::string& line, const LetterLine& lower) {
+    if (!lower.Like(Pattern)) return;
     line = Field.empty() ? "" : std::string(kIndent).append(Text).append(Field);
     Done = Done || !Field.empty();
   }
@@ -92,9 +95,9 @@ class Head {
   std::size_t Write();
 
  private:
-  bool ReplaceClouds(std::string& line, const std::string& lower);
-  void ReplaceTime(std::string& line, const std::string& lower);
-  void Edit(std::string& line, const std::string& lower);
+  bool ReplaceClouds(std::string& line, const LetterLine& lower);
+  void ReplaceTime(std::string& line, const LetterLine& lower);
+  void Edit(std::string& line, const LetterLine& lower);
   void PlaceBriefSound(std::size_t next);
 
   const Services& services_;
@@ -109,11 +112,12 @@ class Head {
 };
 
 std::size_t Head::Write() {
-  std::string line, lower;
+  std::string line, lowered;
   std::size_t i = 0;
   for (bool ended = false; i + 1 < mission_.Lines.size() && !ended; ++i) {
     line = mission_.Lines[i];
-    services_.Page.LCaseInto(lower, line);
+    services_.Page.LCaseInto(lowered, line);
+    const LetterLine lower(lowered);
     ended = EndsHead(line, lower);
     // The line that ends the head may bring in a constant, but is not written.
     Edit(line, lower);
@@ -126,7 +130,7 @@ std::size_t Head::Write() {
   return i;
 }
 
-void Head::Edit(std::string& line, const std::string& lower) {
+void Head::Edit(std::string& line, const LetterLine& lower) {
   // Only a cloud line brings the constants in, ahead of itself.
   if (ReplaceClouds(line, lower))
     for (auto& key : constants_) key.Add(output_);
@@ -135,8 +139,8 @@ void Head::Edit(std::string& line, const std::string& lower) {
   for (auto& key : player_) key.Rewrite(line, lower);
 }
 
-bool Head::ReplaceClouds(std::string& line, const std::string& lower) {
-  const bool type = Like(lower, "*cloudt*"), height = Like(lower, "*cloudh*");
+bool Head::ReplaceClouds(std::string& line, const LetterLine& lower) {
+  const bool type = lower.Like("*cloudt*"), height = lower.Like("*cloudh*");
   if (type)
     ReplaceOrComplete(line, mission_.CloudType, mission_.CloudType,
                       std::to_string(shown_.WeatherRow));
@@ -148,8 +152,8 @@ bool Head::ReplaceClouds(std::string& line, const std::string& lower) {
   return type || height;
 }
 
-void Head::ReplaceTime(std::string& line, const std::string& lower) {
-  if (Like(lower, "*time #*") || Trim(lower) == "time")
+void Head::ReplaceTime(std::string& line, const LetterLine& lower) {
+  if (lower.Like("*time #*") || Trim(lower.Lower) == "time")
     ReplaceOrComplete(line, mission_.Time, mission_.Time, ClockToHours(shown_.Clock));
 }
 

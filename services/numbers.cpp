@@ -95,6 +95,13 @@ std::string RoundDecimalText(std::string digits, std::size_t decimals) {
 
 }  // namespace
 
+std::size_t PlainDigits(std::string_view text) {
+  if (text.empty() || text[0] == '0') return 0;
+  std::size_t digits = 0;
+  while (digits < text.size() && IsDigit(text[digits])) ++digits;
+  return digits <= 15 ? digits : 0;
+}
+
 std::optional<double> ParseNumber(std::string_view text) {
   text = Trim(text);
   double value = 0;

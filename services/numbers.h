@@ -8,6 +8,10 @@
 /** Numbers and their texts. The decimal mark is "."; nothing here depends on the locale. */
 namespace rws {
 
+/** How many digits a text begins with when these are a whole number as it would be written: without
+    a sign or leading zeros, and short enough to be exact. 0 otherwise. */
+std::size_t PlainDigits(std::string_view text);
+
 /** The number that a whole text stands for, with blanks around it allowed: a sign, digits with one
     ".", an exponent; or "&" with octal digits, "&H" with hexadecimal ones. Empty otherwise. */
 std::optional<double> ParseNumber(std::string_view text);
