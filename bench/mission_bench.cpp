@@ -4,9 +4,9 @@
 
 #include <benchmark/benchmark.h>
 
-#include <chrono>
 #include <cstring>
 
+#include "bench/compare.h"
 #include "bench/heap_count.h"
 #include "bench/mission_text.h"
 #include "mission/document.h"
@@ -17,8 +17,6 @@
 
 namespace rws::bench {
 namespace {
-
-using Clock = std::chrono::steady_clock;
 
 std::size_t ScanLines(const std::string& bytes) {
   std::size_t lines = 0;
@@ -51,32 +49,6 @@ Services NewServices() {
   Services services;
   services.LogSink = [](const std::string&) {};
   return services;
-}
-
-template <class Work>
-double Seconds(Work work) {
-  const auto start = Clock::now();
-  work();
-  return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
-/** Runs floor and work in turn and reports their times and ratio; `prepare` ahead of the work is
-   not counted. */
-template <class Floor, class Work, class Prepare = void (*)()>
-void Compare(
-    benchmark::State& state, Floor floor, Work work, Prepare prepare = [] {}) {
-  double floorSeconds = 0, workSeconds = 0;
-  for (auto _ : state) {
-    floorSeconds += Seconds(floor);
-    prepare();
-    const double seconds = Seconds(work);
-    workSeconds += seconds;
-    state.SetIterationTime(seconds);
-  }
-  const auto runs = static_cast<double>(state.iterations());
-  state.counters["floor_us"] = floorSeconds / runs * 1e6;
-  state.counters["work_us"] = workSeconds / runs * 1e6;
-  state.counters["ratio"] = workSeconds / floorSeconds;
 }
 
 void ReadBytes(benchmark::State& state, const std::string& bytes) {

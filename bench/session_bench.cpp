@@ -4,9 +4,9 @@
 
 #include <benchmark/benchmark.h>
 
-#include <chrono>
 #include <filesystem>
 
+#include "bench/compare.h"
 #include "bench/heap_count.h"
 #include "bench/mission_text.h"
 #include "mission/reader.h"
@@ -20,7 +20,6 @@ namespace rws::bench {
 namespace {
 
 namespace fs = std::filesystem;
-using Clock = std::chrono::steady_clock;
 
 constexpr std::size_t kFlights = 20;
 constexpr EditKind kFuel{"txtFuel_Change", "Fuel"};
@@ -51,28 +50,6 @@ struct Desk : Session {
  private:
   std::size_t edits_ = 0;
 };
-
-template <class Work>
-double Seconds(Work work) {
-  const auto start = Clock::now();
-  work();
-  return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
-template <class Floor, class Work>
-void Compare(benchmark::State& state, Floor floor, Work work) {
-  double floorSeconds = 0, workSeconds = 0;
-  for (auto _ : state) {
-    floorSeconds += Seconds(floor);
-    const double seconds = Seconds(work);
-    workSeconds += seconds;
-    state.SetIterationTime(seconds);
-  }
-  const auto runs = static_cast<double>(state.iterations());
-  state.counters["floor_us"] = floorSeconds / runs * 1e6;
-  state.counters["work_us"] = workSeconds / runs * 1e6;
-  state.counters["ratio"] = workSeconds / floorSeconds;
-}
 
 void StepRecorded(benchmark::State& state) {
   const auto bytes = static_cast<std::size_t>(state.range(0));
