@@ -284,7 +284,7 @@ void PlanePanel::SkillChosen(int row) {
 void PlanePanel::MarkClicked() {
   if (session_.Doc.bLoading) return;
   const bool on = chkMark->isChecked();
-  if (!Edit(session_, kMarkings, [&] { Slot().NumberOn = on ? "" : "0"; })) return;
+  if (!Edit(session_, kMarkings, [this, on] { Slot().NumberOn = on ? "" : "0"; })) return;
   if (plane_ == 0) Q_EMIT all_.MarkingsShown(on);
   all_.ChkLabels(plane_, true);
 }

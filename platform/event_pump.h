@@ -13,7 +13,7 @@ class EventPump : public QObject {
 
  public:
   /** Events run at most once in `interval` milliseconds. */
-  explicit EventPump(qint64 interval = 10);
+  explicit EventPump(qint64 interval = 100);
 
   void Pump();
 
