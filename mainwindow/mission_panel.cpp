@@ -42,9 +42,7 @@ void MissionPanel::Connect() {
   connect(chkWL, &QCheckBox::clicked, this,
           [this] { ConstantClicked(chkWL, kUserLoadout, &Mission::WeaponsConstant); });
   connect(cmdCount, &QToolButton::clicked, this, &MissionPanel::ShowAircraftCount);
-  connect(imgSnd, &QToolButton::clicked, this, [this] {
-    ResumeNext([&] { PlaySoundFile(CurrentMission(session_).BriefSound, false); });
-  });
+  connect(imgSnd, &QToolButton::clicked, this, [this] { ResumeNext([&] { PlayBriefSound(); }); });
   imgSnd->installEventFilter(this);
 }
 
@@ -182,6 +180,17 @@ void MissionPanel::ShowAircraftCount() {
     services.Ask.MsgBox(services.Page.ToUtf8(text), Buttons::Ok, Icon::Information,
                         CurrentMission(session_).BaseName);
   });
+}
+
+/** A mission from elsewhere may name any file of this computer. */
+void MissionPanel::PlayBriefSound() {
+  const std::string& sound = CurrentMission(session_).BriefSound;
+  const std::string& game = session_.Doc.GamePath;
+  if (!ClimbsOut(std::string_view(sound).substr(sound.starts_with(game) ? game.size() : 0)))
+    return PlaySoundFile(sound, false);
+  session_.Services.Ask.MsgBox(
+      "\"" + sound + "\" lies outside the game's folder and is not played.", Buttons::Ok,
+      Icon::Exclamation, kProgramTitle);
 }
 
 void MissionPanel::PlaySoundFile(const std::string& path, bool stop) {

@@ -67,6 +67,7 @@ class MissionPanel : public QWidget {
   void TimeChanged();
   void ConstantClicked(CheckBox* box, const EditKind& kind, std::int16_t Mission::*field);
   void ShowAircraftCount();
+  void PlayBriefSound();
   void PlaySoundFile(const std::string& path, bool stop);
 
   Session& session_;

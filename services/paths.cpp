@@ -1,5 +1,7 @@
 #include "services/paths.h"
 
+#include <algorithm>
+
 namespace rws {
 
 namespace {
@@ -51,6 +53,20 @@ std::string GetParentFolderName(std::string_view path) {
 
 std::string StripFileName(std::string_view path) {
   return std::string(path.substr(0, NameStart(path)));
+}
+
+bool ClimbsOut(std::string_view name) {
+  int depth = 0;
+  while (!name.empty() && depth >= 0) {
+    const std::size_t end = std::min(name.find_first_of("\\/"), name.size());
+    const std::string_view part = name.substr(0, end);
+    if (part == "..")
+      --depth;
+    else if (!part.empty() && part != ".")
+      ++depth;
+    name.remove_prefix(std::min(end + 1, name.size()));
+  }
+  return depth < 0;
 }
 
 }  // namespace rws

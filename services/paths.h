@@ -32,4 +32,7 @@ std::string GetParentFolderName(std::string_view path);
 /** The path with the file name removed; keeps the trailing separator. */
 std::string StripFileName(std::string_view path);
 
+/** True if `name`, taken within a folder, leads out of it again by "..". */
+bool ClimbsOut(std::string_view name);
+
 }  // namespace rws

@@ -104,5 +104,30 @@ TEST_F(LoadFormTest, WithoutSkinsTheProgramEnds) {
   EXPECT_EQ(ReadSetting(World_.Services.Settings, setting::GamePath), "");
 }
 
+/** Whatever another program, or a hand, has put in the place of the settings. */
+TEST_F(LoadFormTest, StartsWithSettingsOfNonsense) {
+  WriteSetting(World_.Services.Settings, setting::LastDirPath, Box.Path("missions"));
+  Load();
+  Window->mnuExit->trigger();
+  Window.reset();
+  const auto usual = World_.SettingTexts;
+  ASSERT_GT(usual.size(), 10U);
+  for (const std::string& junk :
+       {std::string(), std::string("-1"), std::string("99999999999999999999"), std::string("1e999"),
+        std::string("True,False;\t\n\\"), std::string("\xFF\xFE\x80"), std::string(100'000, '9')}) {
+    SCOPED_TRACE(junk.substr(0, 30));
+    World_.SettingTexts = usual;
+    for (auto& [name, value] : World_.SettingTexts)
+      if (!name.ends_with("GamePath") && !name.ends_with("LastDirPath")) value = junk;
+    static_cast<Session&>(World_).Doc = Document();
+    Load();
+    EXPECT_TRUE(Window->isVisible());
+    EXPECT_EQ(Window->lstMission->RowCount(), 2);
+    EXPECT_TRUE(Window->screen()->geometry().intersects(Window->frameGeometry()));
+    Window->mnuExit->trigger();
+    Window.reset();
+  }
+}
+
 }  // namespace
 }  // namespace rws::test

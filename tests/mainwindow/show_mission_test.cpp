@@ -1,3 +1,4 @@
+#include "services/paths.h"
 #include "tests/mainwindow/window_fixture.h"
 
 namespace rws::test {
@@ -103,6 +104,9 @@ TEST_F(WindowTest, PlaysAndStopsTheSound) {
   Box.Write("game/Quick/Go.WAV", "x");
   Box.Write("missions/a.mis", Crlf({"[MAIN]", "  briefSound quick/go.wav", "[Wing]", "[x]"}));
   Box.Write("missions/b.mis", Crlf({"[MAIN]", "  briefSound quick/none.wav", "[Wing]", "[x]"}));
+  Box.Write("own.wav", "x");
+  Box.Write("missions/c.mis",
+            Crlf({"[MAIN]", "  briefSound quick/../../own.wav", "[Wing]", "[x]"}));
   Open();
   Click(Panel().imgSnd);
   QTest::mouseClick(Panel().imgSnd, Qt::RightButton);
@@ -114,6 +118,12 @@ TEST_F(WindowTest, PlaysAndStopsTheSound) {
   ClickRow(1);
   Click(Panel().imgSnd);
   EXPECT_EQ(World_.ShellCalls.size(), 2u) << "a missing sound is silent";
+  ClickRow(2);
+  const std::string outside = BuildPath(Box.Path("game"), "quick\\..\\..\\own.wav");
+  World_.Script.Expect("\"" + outside + "\" lies outside the game's folder and is not played.",
+                       Answer::Ok);
+  Click(Panel().imgSnd);
+  EXPECT_EQ(World_.ShellCalls.size(), 2u);
 }
 
 TEST_F(WindowTest, TabGoesDownTheLeftSide) {
