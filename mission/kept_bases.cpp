@@ -63,8 +63,8 @@ std::vector<PlacedSection> SectionsAtBase(const KeptText& text, std::size_t base
     for (const std::string_view kind : {"MDS_BornPlace_", "BornPlace_Resources_"}) {
       if (!EqualNoCase(section.Name.substr(0, kind.size()), kind)) continue;
       const auto rest = section.Name.substr(kind.size());
-      const bool isWhole = rest.size() == place.size() || rest[place.size()] == '_';
-      if (rest.starts_with(place) && isWhole)
+      if (!rest.starts_with(place)) continue;
+      if (rest.size() == place.size() || rest[place.size()] == '_')
         sections.push_back({&section, kind.size(), place.size()});
     }
   return sections;

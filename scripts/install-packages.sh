@@ -6,6 +6,7 @@
 # Groups add to the packages of a plain build:
 #   test     what test.sh and .ci/run need
 #   bench    the benchmark library
+#   fuzz     what scripts/fuzz.sh needs
 #   windows  what scripts/test-windows.sh needs
 #   windows-qt       what scripts/windows-qt.sh needs
 #   windows-program  what scripts/windows.sh needs beside "windows"
@@ -24,6 +25,7 @@ for group in "$@"; do
   case $group in
     test) packages+=(git libgtest-dev clang-format-14 xvfb xauth) ;;
     bench) packages+=(libbenchmark-dev jq) ;;
+    fuzz) packages+=(clang-14 "libclang-rt-14-dev|libclang-common-14-dev" llvm-14) ;;
     windows)
       packages+=(
         g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 mingw-w64-x86-64-dev googletest
@@ -50,7 +52,7 @@ for group in "$@"; do
       )
       ;;
     *)
-      echo "install-packages.sh: unknown group \"$group\" (test, bench, windows, windows-qt, windows-program, desktop, picture, package)" >&2
+      echo "install-packages.sh: unknown group \"$group\" (test, bench, fuzz, windows, windows-qt, windows-program, desktop, picture, package)" >&2
       exit 2
       ;;
   esac

@@ -1,0 +1,56 @@
+#include "fuzz/support.h"
+#include "mission/line_ends.h"
+#include "mission/pending_lines.h"
+#include "mission/reader.h"
+#include "mission/writer.h"
+
+/** Reads a mission and makes it anew from its records, over and over. */
+
+namespace {
+
+using namespace rws;
+
+Document Read(std::string bytes) {
+  Document doc = fuzz::OneMission();
+  ReadMissionText(doc, fuzz::QuietServices(), 0, std::move(bytes));
+  return doc;
+}
+
+/** What would be written; "" where nothing would be. */
+std::string Written(Document& doc) {
+  LineArray lines;
+  return BuildMissionFile(doc, fuzz::QuietServices(), lines, 0, {}) ? lines.FileText() : "";
+}
+
+/** Where the program says that a mission made anew is the same to the game, it is so again, and
+    holds the same records. */
+void RequireStable(const Document& first, const std::string& written) {
+  Document second = Read(written);
+  const MadeAnewCheck again =
+      CheckMadeAnew(second, fuzz::QuietServices(), second.Missions[0], {});
+  fuzz::Require(again.KeepsMeaning, "What is made anew without a loss keeps its meaning.");
+  Mission a = first.Missions[0], b = second.Missions[0];
+  fuzz::RequireSame(Written(second), written, "What is made anew without a loss is so for good.");
+  for (Mission* mission : {&a, &b}) {
+    mission->Lines = LineArray();
+    for (auto& flight : mission->Flights)
+      for (auto& waypoint : flight.Waypoints) waypoint.Line.clear();
+  }
+  fuzz::RequireSame(fuzz::ContentOf(b), fuzz::ContentOf(a), "The records are those that were read.");
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string_view bytes = fuzz::TextOf(data, size);
+  const LineArray repaired = LinesOfFile(std::string(bytes));
+  Document doc = Read(repaired.FileText());
+  const Mission& mission = doc.Missions[0];
+  fuzz::Require(mission.Lines.FileText() == repaired.FileText(), "All lines are kept.");
+  if (!mission.Loaded) return 0;
+  const Document read = doc;
+  const MadeAnewCheck check = CheckMadeAnew(doc, fuzz::QuietServices(), mission, {});
+  const std::string written = Written(doc);
+  if (check.KeepsMeaning) RequireStable(read, written);
+  return 0;
+}

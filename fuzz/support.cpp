@@ -1,0 +1,87 @@
+#include "fuzz/support.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <type_traits>
+
+#include "mission/fields.h"
+
+namespace rws::fuzz {
+
+namespace {
+
+void Print(std::string_view name, std::string_view text) {
+  std::fprintf(stderr, "-- %.*s --\n%.*s\n", static_cast<int>(name.size()), name.data(),
+               static_cast<int>(text.size()), text.data());
+}
+
+Services MakeServices() {
+  Services services;
+  services.LogSink = [](const std::string&) {};
+  services.Ask.MsgBox = [](const std::string&, Buttons, Icon, const std::string&) {
+    return Answer::Ok;
+  };
+  services.System.Now = [] { return DateTime{2026, 3, 4, 5, 6, 7}; };
+  services.Page = CodePage(1252);
+  return services;
+}
+
+template <class Value>
+void Append(std::string& text, const Value& value) {
+  if constexpr (std::is_same_v<Value, std::string>) {
+    text.append(value).append(1, '\n');
+  } else if constexpr (std::is_same_v<Value, LineArray>) {
+    text.append(value.FileText()).append(1, '\n');
+  } else if constexpr (std::is_arithmetic_v<Value>) {
+    text.append(std::to_string(value)).append(1, '\n');
+  } else if constexpr (requires { FieldsOf<Value>::kTable; }) {
+    ForEachField<Value>([&](const auto& field) {
+      if (field.What == Holds::State) return;
+      text.append(field.Name).append(1, ' ');
+      Append(text, value.*field.Pointer);
+    });
+  } else {
+    for (const auto& element : value) Append(text, element);
+  }
+}
+
+}  // namespace
+
+const Services& QuietServices() {
+  static const Services services = MakeServices();
+  return services;
+}
+
+void Require(bool holds, std::string_view promise) {
+  if (holds) return;
+  Print("broken promise", promise);
+  std::abort();
+}
+
+void RequireSame(std::string_view is, std::string_view should, std::string_view promise) {
+  if (is == should) return;
+  Print("is", is);
+  Print("should be", should);
+  Require(false, promise);
+}
+
+std::string_view TextOf(const std::uint8_t* data, std::size_t size) {
+  return {reinterpret_cast<const char*>(data), size};
+}
+
+Document OneMission() {
+  Document doc;
+  Mission& mission = doc.Missions.emplace_back();
+  mission.FileName = "test.mis";
+  mission.BaseName = "test";
+  mission.DirPath = "/";
+  return doc;
+}
+
+std::string ContentOf(const Mission& mission) {
+  std::string text;
+  Append(text, mission);
+  return text;
+}
+
+}  // namespace rws::fuzz

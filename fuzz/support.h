@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "mission/document.h"
+#include "services/services.h"
+
+/** What the fuzz targets share. Of a fault that the program itself throws as its answer to bad input
+    `ResumeNext` is the judge; whatever else leaves a target is a finding. */
+namespace rws::fuzz {
+
+/** Services that log nothing, ask nothing and know no folder. The clock stands still. */
+const Services& QuietServices();
+
+/** Ends the run with a finding, and says which promise was broken. */
+void Require(bool holds, std::string_view promise);
+
+/** The same for two texts that are to be one; both are printed. */
+void RequireSame(std::string_view is, std::string_view should, std::string_view promise);
+
+/** The input as text. */
+std::string_view TextOf(const std::uint8_t* data, std::size_t size);
+
+/** A document of one mission that is not read. */
+Document OneMission();
+
+/** All content of a mission as one text, for a comparison; where it stands in the program is left
+    out. */
+std::string ContentOf(const Mission& mission);
+
+}  // namespace rws::fuzz
