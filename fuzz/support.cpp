@@ -65,6 +65,13 @@ void RequireSame(std::string_view is, std::string_view should, std::string_view 
   Require(false, promise);
 }
 
+void RequireHolds(std::string_view text, std::string_view part, std::string_view promise) {
+  if (text.find(part) != text.npos) return;
+  Print("text", text);
+  Print("lacks", part);
+  Require(false, promise);
+}
+
 std::string_view TextOf(const std::uint8_t* data, std::size_t size) {
   return {reinterpret_cast<const char*>(data), size};
 }

@@ -21,6 +21,9 @@ void Require(bool holds, std::string_view promise);
 /** The same for two texts that are to be one; both are printed. */
 void RequireSame(std::string_view is, std::string_view should, std::string_view promise);
 
+/** The same for a text that is to hold another. */
+void RequireHolds(std::string_view text, std::string_view part, std::string_view promise);
+
 /** The input as text. */
 std::string_view TextOf(const std::uint8_t* data, std::size_t size);
 

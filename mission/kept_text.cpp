@@ -37,6 +37,13 @@ std::string_view TrimBlanks(std::string_view text) {
   return text;
 }
 
+/** Most lines are told by a look at their beginning. */
+bool HasKey(std::string_view line, std::string_view key) {
+  std::size_t begin = 0;
+  while (begin < line.size() && IsBlank(line[begin])) ++begin;
+  return EqualNoCase(line.substr(begin, key.size()), key) && EqualNoCase(KeyOf(line).Key, key);
+}
+
 }  // namespace
 
 void KeptWordsInto(std::vector<KeptWord>& words, std::string_view line) {
@@ -100,7 +107,7 @@ const KeptSection* KeptText::Find(std::string_view name) const {
 
 std::size_t KeptText::LineOf(const KeptSection& section, std::string_view key) const {
   for (std::size_t i = section.First; i < section.Last; ++i)
-    if (EqualNoCase(KeyOf((*lines_)[i]).Key, key)) return i;
+    if (HasKey((*lines_)[i], key)) return i;
   return npos;
 }
 
