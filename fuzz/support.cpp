@@ -2,6 +2,9 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <random>
 #include <type_traits>
 
 #include "mission/fields.h"
@@ -74,6 +77,25 @@ void RequireHolds(std::string_view text, std::string_view part, std::string_view
 
 std::string_view TextOf(const std::uint8_t* data, std::size_t size) {
   return {reinterpret_cast<const char*>(data), size};
+}
+
+const std::string& WriteScratch(const std::string& name, std::string_view bytes) {
+  static const std::string folder = [] {
+    const auto number = std::to_string(std::random_device()());
+    const auto path = std::filesystem::temp_directory_path() / ("rws-fuzz-" + number);
+    Require(std::filesystem::create_directory(path), "A folder for files can be made.");
+    return path.string();
+  }();
+  const auto path = std::filesystem::path(folder) / name;
+  std::ofstream file(path, std::ios::binary);
+  if (!file.is_open()) {
+    std::filesystem::create_directories(path.parent_path());
+    file.open(path, std::ios::binary);
+  }
+  file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  file.close();
+  Require(file.good(), "A file can be written.");
+  return folder;
 }
 
 Document OneMission() {

@@ -27,6 +27,10 @@ void RequireHolds(std::string_view text, std::string_view part, std::string_view
 /** The input as text. */
 std::string_view TextOf(const std::uint8_t* data, std::size_t size);
 
+/** Writes a file into a folder of this process alone, and gives the folder. It lies where `TMPDIR`
+    says; who sets that clears it. */
+const std::string& WriteScratch(const std::string& name, std::string_view bytes);
+
 /** A document of one mission that is not read. */
 Document OneMission();
 

@@ -252,9 +252,9 @@ Query ParseQuery(std::string_view line) {
 }
 
 std::string QuotedValue(std::string_view value) {
-  const bool isPlain = value.find_first_of(" \t:") == value.npos && !value.starts_with('-');
   std::string bare(value);
   std::erase(bare, '"');
+  const bool isPlain = bare.find_first_of(" \t:") == bare.npos && !bare.starts_with('-');
   return isPlain ? bare : "\"" + bare + "\"";
 }
 

@@ -27,8 +27,8 @@ IniLines FindKey(std::string_view bytes, std::string_view section, std::string_v
   IniLines ini;
   const std::string header = "[" + std::string(section) + "]";
   bool inSection = false;
-  if (!bytes.empty() && bytes.back() == '\n') bytes.remove_suffix(1);
   if (bytes.empty()) return ini;
+  if (bytes.back() == '\n') bytes.remove_suffix(1);
   for (const auto part : SplitAt(bytes, '\n')) {
     const auto line = WithoutReturn(part);
     const auto trimmed = Trim(line);

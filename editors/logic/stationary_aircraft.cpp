@@ -95,6 +95,31 @@ std::string ChangedLine(const Words& words, const StaticPlane& plane) {
   return words.size() > kCountryWord ? line : line + " " + plane.Country;
 }
 
+/** A line that is no aircraft to the game, such as a comment: its words are those of the list. */
+std::string WithWordsReplaced(std::string_view line, const Words& words, const StaticPlane& plane) {
+  const auto offset = [&](std::string_view word) {
+    return static_cast<std::size_t>(word.data() - line.data());
+  };
+  std::string text(line);
+  if (words.size() <= kCountryWord) text.append(" ").append(plane.Country);
+  // From the end on, so that places ahead of it stay.
+  if (words.size() > kCountryWord)
+    text.replace(offset(words[kCountryWord]), words[kCountryWord].size(), plane.Country);
+  const std::string_view name = NameOf(words);
+  return text.replace(offset(name), name.size(), plane.PlaneClass);
+}
+
+std::string KeptLine(std::string_view line, const StaticPlane& plane, const StaticPlane& was) {
+  WordLine words(line);
+  const std::string old(words.Word(kClassWord));
+  const Words listed = SplitAt(Trim(line), ' ');
+  if (old != At(listed, kClassWord)) return WithWordsReplaced(line, listed, plane);
+  if (plane.PlaneClass != was.PlaneClass)
+    words.Set(kClassWord, old.substr(0, old.find('$') + 1) + plane.PlaneClass);
+  if (plane.Country != was.Country) words.Set(kCountryWord, plane.Country);
+  return words.Text();
+}
+
 }  // namespace
 
 std::vector<StaticPlane> FindStaticPlanes(const LineArray& lines) {
@@ -180,12 +205,8 @@ bool ApplyKeptStaticPlanes(const std::vector<StaticPlane>& planes, LineArray& li
   for (std::size_t i = 0; i < planes.size(); ++i) {
     const StaticPlane &plane = planes[i], &was = At(before, static_cast<std::ptrdiff_t>(i));
     if (plane.PlaneClass == was.PlaneClass && plane.Country == was.Country) continue;
-    WordLine words(At(lines, static_cast<std::ptrdiff_t>(plane.LineIndex)));
-    const std::string old(words.Word(kClassWord));
-    if (plane.PlaneClass != was.PlaneClass)
-      words.Set(kClassWord, old.substr(0, old.find('$') + 1) + plane.PlaneClass);
-    if (plane.Country != was.Country) words.Set(kCountryWord, plane.Country);
-    lines.Set(plane.LineIndex, words.Text());
+    const auto line = At(lines, static_cast<std::ptrdiff_t>(plane.LineIndex));
+    lines.Set(plane.LineIndex, KeptLine(line, plane, was));
     written = true;
   }
   return written;
