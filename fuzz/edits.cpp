@@ -11,7 +11,8 @@ namespace rws::fuzz {
 namespace {
 
 constexpr std::array kNumbers{"0", "1", "2", "3", "4", "50", "100", "500", "1250", "17.5"};
-constexpr std::array kWords{"default", "none", "P_51D20NA", "BF_109G6", "2xFAB100", "r0200", "g0101"};
+constexpr std::array kWords{"default",  "none",  "P_51D20NA", "BF_109G6",
+                            "2xFAB100", "r0200", "g0101"};
 constexpr std::array kPictures{"", "red.bmp", "My Own Skin.BMP", "pilot1.bmp"};
 constexpr std::array kKinds{"NORMFLY", "TAKEOFF", "LANDING", "GATTACK"};
 
@@ -235,9 +236,8 @@ void EditSomehow(FuzzedDataProvider& from, Mission& mission) {
 
 std::string EditedValues(const Mission& mission) {
   std::string text;
-  for (const auto* value :
-       {&mission.MapPath, &mission.Time, &mission.CloudHeight, &mission.CloudType, &mission.Army,
-        &mission.Player, &mission.PlayerNum})
+  for (const auto* value : {&mission.MapPath, &mission.Time, &mission.CloudHeight,
+                            &mission.CloudType, &mission.Army, &mission.Player, &mission.PlayerNum})
     Add(text, *value);
   Add(text, std::to_string(mission.TimeConstant) + std::to_string(mission.WeaponsConstant));
   for (const auto& flight : mission.Flights) {
@@ -245,8 +245,12 @@ std::string EditedValues(const Mission& mission) {
          {&flight.Name, &flight.Class, &flight.Fuel, &flight.Planes, &flight.Weapons,
           &flight.StartTime, &flight.OnlyAI, &flight.Parachute, &flight.Skill})
       Add(text, *value);
-    for (const auto& waypoint : flight.Waypoints)
-      Add(text, waypoint.Type + " " + waypoint.Alt + " " + waypoint.Speed + " " + waypoint.Marker);
+    for (const auto& waypoint : flight.Waypoints) {
+      // A number that begins with its point is cut off ahead of it, and is written as 0.
+      for (const auto* number : {&waypoint.Alt, &waypoint.Speed})
+        Add(text, number->empty() ? "0" : *number);
+      Add(text, waypoint.Type + " " + waypoint.Marker);
+    }
   }
   for (const auto& base : mission.BornPlaces) {
     for (const auto number : {std::int32_t{base.Army}, base.Radius, base.X, base.Y})

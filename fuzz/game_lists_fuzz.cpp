@@ -8,8 +8,8 @@
 #include "gamelists/sect_text.h"
 #include "services/text.h"
 
-/** Reads the lists of a game with a pack of mods, which the input holds one behind the other, parted
-    by zero bytes; and what was kept of an earlier reading. */
+/** Reads the lists of a game with a pack of mods, which the input holds one behind the other,
+   parted by zero bytes; and what was kept of an earlier reading. */
 
 namespace {
 

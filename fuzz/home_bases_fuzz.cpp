@@ -1,7 +1,6 @@
-#include "editors/logic/home_bases.h"
-
 #include <algorithm>
 
+#include "editors/logic/home_bases.h"
 #include "fuzz/support.h"
 #include "mission/kept_merge.h"
 #include "mission/kept_reader.h"
@@ -33,8 +32,9 @@ std::string Written(const Mission& mission) {
     reader takes the first of them for a base, and gets as far as the number. */
 bool IsPlain(const BornPlace& base) {
   for (const auto& plane : base.Planes)
-    if (IsNumeric(SplitAt(plane, ' ')[0]) || plane.find_first_of("[]") != plane.npos || ContainsNoCase(plane, "bornplace") ||
-        ContainsNoCase(plane, "_way") || ContainsNoCase(plane, "planes "))
+    if (IsNumeric(SplitAt(plane, ' ')[0]) || plane.find_first_of("[]") != plane.npos ||
+        ContainsNoCase(plane, "bornplace") || ContainsNoCase(plane, "_way") ||
+        ContainsNoCase(plane, "planes "))
       return false;
   return base.HasNumbers;
 }
@@ -52,7 +52,8 @@ void ReadAnew(const std::string& bytes) {
   // A section takes its end from the next one.
   const std::string written = Written(mission);
   const Document again = Read("[MAIN]\r\n[Wing]\r\n" + written + "[end]\r\n");
-  fuzz::RequireSame(Written(again.Missions[0]), written, "Home bases are read as they were written.");
+  fuzz::RequireSame(Written(again.Missions[0]), written,
+                    "Home bases are read as they were written.");
 }
 
 std::vector<DogFightPlane> Table() {

@@ -66,9 +66,9 @@ std::set<std::string> Untouched(const Mission& read, const Mission& edited) {
 /** A line whose key the records know, or that belongs to one of these, may be edited. */
 bool MayChange(std::string_view line) {
   static const std::set<std::string, std::less<>> kKeys{
-      "map",  "time", "timeconstant", "weaponsconstant", "cloudtype", "cloudheight", "army",
-      "player", "playernum", "briefsound", "planes", "onlyai", "parachute", "skill", "class",
-      "fuel", "weapons", "starttime"};
+      "map",    "time",      "timeconstant", "weaponsconstant", "cloudtype", "cloudheight", "army",
+      "player", "playernum", "briefsound",   "planes",          "onlyai",    "parachute",   "skill",
+      "class",  "fuel",      "weapons",      "starttime"};
   const std::string key = LowerKey(KeyOf(line).Key);
   if (kKeys.contains(key)) return true;
   for (const char* pattern : {"skill#", "skin#", "noseart#", "pilot#", "numberon#"})
@@ -125,8 +125,8 @@ void RequireKept(const Mission& read, const Mission& edited, const LineArray& re
     if (name == "wing") continue;
     const auto flight = whole.FlightOf.find(&section);
     const bool ofFlight = flight != whole.FlightOf.end(), ofBases = Contains(name, "bornplace");
-    const bool maybeOther = (ofFlight && !edits.UntouchedFlights.contains(flight->second)) ||
-                            (ofBases && edits.Bases);
+    const bool maybeOther =
+        (ofFlight && !edits.UntouchedFlights.contains(flight->second)) || (ofBases && edits.Bases);
     // A text without "[MAIN]" has its values wherever they stand ahead of "[Wing]".
     const bool ofMain = section.First >= main.First && section.Last <= main.Last;
     if (!maybeOther && !(ofMain && edits.Main))

@@ -26,8 +26,7 @@ std::string Written(Document& doc) {
     holds the same records. */
 void RequireStable(const Document& first, const std::string& written) {
   Document second = Read(written);
-  const MadeAnewCheck again =
-      CheckMadeAnew(second, fuzz::QuietServices(), second.Missions[0], {});
+  const MadeAnewCheck again = CheckMadeAnew(second, fuzz::QuietServices(), second.Missions[0], {});
   fuzz::Require(again.KeepsMeaning, "What is made anew without a loss keeps its meaning.");
   Mission a = first.Missions[0], b = second.Missions[0];
   fuzz::RequireSame(Written(second), written, "What is made anew without a loss is so for good.");
@@ -36,7 +35,8 @@ void RequireStable(const Document& first, const std::string& written) {
     for (auto& flight : mission->Flights)
       for (auto& waypoint : flight.Waypoints) waypoint.Line.clear();
   }
-  fuzz::RequireSame(fuzz::ContentOf(b), fuzz::ContentOf(a), "The records are those that were read.");
+  fuzz::RequireSame(fuzz::ContentOf(b), fuzz::ContentOf(a),
+                    "The records are those that were read.");
 }
 
 }  // namespace

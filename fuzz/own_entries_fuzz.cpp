@@ -37,9 +37,9 @@ void RequirePictureAdded(std::string_view bytes) {
   const MapPicture picture{"New/load.ini", "new.png", {0, 1.5, 2000, 3000}, 0.5};
   const std::string text = WithMapPicture(bytes, picture);
   const auto read = PictureOfMap(text, "NEW/LOAD.INI");
-  fuzz::Require(read && read->File == picture.File && read->Place.Bottom == 1.5 &&
-                    read->Opacity == 0.5,
-                "A picture is read as it was written.");
+  fuzz::Require(
+      read && read->File == picture.File && read->Place.Bottom == 1.5 && read->Opacity == 0.5,
+      "A picture is read as it was written.");
   fuzz::RequireSame(WithMapPicture(text, picture), text, "It is there once.");
 }
 

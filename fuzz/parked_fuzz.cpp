@@ -24,9 +24,9 @@ void ChangeOne(const LineArray& lines, std::vector<StaticPlane> planes, const Ca
   ApplyKeptStaticPlanes(planes, kept);
   fuzz::Require(kept.size() == lines.size(), "No line comes or goes.");
   for (std::size_t i = 0; i < lines.size(); ++i)
-    fuzz::Require(kept.EndOf(i) == lines.EndOf(i) &&
-                      (i == planes[chosen].LineIndex || kept[i] == lines[i]),
-                  "Lines of others stay.");
+    fuzz::Require(
+        kept.EndOf(i) == lines.EndOf(i) && (i == planes[chosen].LineIndex || kept[i] == lines[i]),
+        "Lines of others stay.");
   LineArray anew = lines;
   ApplyStaticPlanes(planes, anew);
   fuzz::Require(anew.size() == lines.size(), "No line comes or goes.");

@@ -7,8 +7,8 @@
 #include "session/packing.h"
 #include "session/recovery.h"
 
-/** Reads what an earlier run may have left: unsaved edits, the note of an update that was under way,
-    the list of origins of backups. Each is read as it stands, and also with a checksum that is
+/** Reads what an earlier run may have left: unsaved edits, the note of an update that was under
+   way, the list of origins of backups. Each is read as it stands, and also with a checksum that is
     right, which damage alone would never bring about. */
 
 namespace {
@@ -56,8 +56,8 @@ void ReadNotes(const Services& services, std::string_view bytes) {
   fuzz::WriteScratch(NotePath(name), bytes);
   if (const auto note = ReadNote(services, copy))
     fuzz::Require(bytes.find(note->Mission) != bytes.npos, "A note tells what stands in it.");
-  fuzz::WriteScratch("RWS Backup/" + BackupOriginsPath(services).substr(
-                                         services.AppPath.size() + sizeof("/RWS Backup")),
+  fuzz::WriteScratch("RWS Backup/" + BackupOriginsPath(services).substr(services.AppPath.size() +
+                                                                        sizeof("/RWS Backup")),
                      bytes);
   for (const auto& backup : ListBackups(services, "/missions/test.mis"))
     fuzz::Require(backup.Origin == BackupOrigin::Unknown || !backup.OriginPath.empty(),
@@ -70,8 +70,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string_view bytes = fuzz::TextOf(data, size);
   static const Services services = Own();
   ReadMission(bytes);
-  ReadEdits(services, size % 8 == 0 ? std::string(bytes)
-                                    : Signed("2026-03-04 05:06\n11:/a/test.mis\n" + std::string(bytes)));
+  ReadEdits(services, size % 8 == 0
+                          ? std::string(bytes)
+                          : Signed("2026-03-04 05:06\n11:/a/test.mis\n" + std::string(bytes)));
   ReadNotes(services, bytes);
   return 0;
 }

@@ -50,7 +50,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const RouteLine words(line);
   ResumeNext([&] { (void)words.X(), (void)words.Y(); });
   // The writer makes full stops of all commas.
-  if (line.starts_with('[') || Contains(line, ",") || ContainsNoCase(line, "_way") || ContainsNoCase(line, "planes "))
+  if (line.starts_with('[') || Contains(line, ",") || ContainsNoCase(line, "_way") ||
+      ContainsNoCase(line, "planes "))
     return 0;
   const Flight flight = Route(line);
   if (flight.LastWaypoint != "0") return 0;

@@ -8,8 +8,8 @@
 #include "mission/document.h"
 #include "services/services.h"
 
-/** What the fuzz targets share. Of a fault that the program itself throws as its answer to bad input
-    `ResumeNext` is the judge; whatever else leaves a target is a finding. */
+/** What the fuzz targets share. Of a fault that the program itself throws as its answer to bad
+   input `ResumeNext` is the judge; whatever else leaves a target is a finding. */
 namespace rws::fuzz {
 
 /** Services that log nothing, ask nothing and know no folder. The clock stands still. */

@@ -10,8 +10,8 @@
 #include "fuzz/support.h"
 #include "services/text.h"
 
-/** Loads the six tables, which the input holds one behind the other, parted by zero bytes, and looks
-    up what they hold. */
+/** Loads the six tables, which the input holds one behind the other, parted by zero bytes, and
+   looks up what they hold. */
 
 namespace {
 

@@ -72,11 +72,11 @@ void All(Way& way, Rows& rows) {
   std::size_t size = rows.size();
   way.Do(size);
   if constexpr (Way::kReads) {
-    // Each row takes some bytes, so that a wrong count cannot fill the memory.
-    if (size > way.Left()) return way.Stop();
-    rows.resize(size);
+    // One by one, so that a wrong count ends with the bytes and does not fill the memory.
+    for (rows.clear(); rows.size() < size && way.IsWhole;) Each(way, rows.emplace_back());
+  } else {
+    for (auto& row : rows) Each(way, row);
   }
-  for (auto& row : rows) Each(way, row);
 }
 
 template <class Way, class Army>

@@ -94,8 +94,13 @@ class PictureFile {
     if (!QList<QByteArray>{"bmp", "jpeg", "jpg", "png", "gif"}.contains(format))
       throw PictureFault(path, QStringLiteral("it is no BMP, JPEG, PNG or GIF picture"));
     if (format == "bmp") RequireWholeBmp(bytes_, limits, path);
+    RequireFitting(Size().width(), Size().height(), limits, path);
+  }
+
+  /** The decoder tells a negative height of a BMP whose upper row comes first. */
+  QSize Size() const {
     const QSize size = Reader.size();
-    RequireFitting(size.width(), size.height(), limits, path);
+    return {size.width(), qAbs(size.height())};
   }
 
   QImage Read(const QImage& into = {}) {
@@ -118,7 +123,7 @@ class PictureFile {
 QImage ReadPicture(const FileSystem& files, const std::string& path) {
   PictureFile file(files, path, kUsual);
   // Pixels that a compressed file skips are not set by the decoder; so they are cleared before.
-  QImage image(file.Reader.size(), file.Reader.imageFormat());
+  QImage image(file.Size(), file.Reader.imageFormat());
   image.fill(0);
   return file.Read(image);
 }
@@ -126,7 +131,7 @@ QImage ReadPicture(const FileSystem& files, const std::string& path) {
 QImage ReadLargePicture(const FileSystem& files, const std::string& path, qint64 mostPixels,
                         QSize& full) {
   PictureFile file(files, path, kLarge);
-  full = file.Reader.size();
+  full = file.Size();
   const double pixels = double(full.width()) * full.height();
   if (pixels > double(mostPixels))
     file.Reader.setScaledSize(full * std::sqrt(double(mostPixels) / pixels));

@@ -70,13 +70,15 @@ class Unpacker {
       ForEachField<Value>([&](const auto& field) { Get(value.*field.Pointer); });
     } else {
       const auto size = Number<std::size_t>(Text());
-      // Each element has some bytes of its own.
-      if (size > bytes_.size()) throw Torn();
-      if constexpr (requires { value.resize(size); })
-        value.resize(size);
-      else if (value.size() != size)
-        throw Torn();
-      for (auto& element : value) Get(element);
+      if constexpr (requires { value.emplace_back(); }) {
+        // One by one, so that a wrong number ends with the bytes and does not fill the memory.
+        value.clear();
+        for (std::size_t i = 0; i < size; ++i) Get(value.emplace_back());
+        value.shrink_to_fit();
+      } else {
+        if (value.size() != size) throw Torn();
+        for (auto& element : value) Get(element);
+      }
     }
   }
   std::string_view Rest() const { return bytes_; }

@@ -113,7 +113,7 @@ std::string KeptLine(std::string_view line, const StaticPlane& plane, const Stat
   WordLine words(line);
   const std::string old(words.Word(kClassWord));
   const Words listed = SplitAt(Trim(line), ' ');
-  if (old != At(listed, kClassWord)) return WithWordsReplaced(line, listed, plane);
+  if (!Contains(old, "$") && !NameOf(listed).empty()) return WithWordsReplaced(line, listed, plane);
   if (plane.PlaneClass != was.PlaneClass)
     words.Set(kClassWord, old.substr(0, old.find('$') + 1) + plane.PlaneClass);
   if (plane.Country != was.Country) words.Set(kCountryWord, plane.Country);

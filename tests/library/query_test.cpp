@@ -195,6 +195,7 @@ TEST_F(Queries, AreCompletedFromTheIndex) {
     EXPECT_EQ(joined, expected);
   }
   EXPECT_EQ(Complete("", 0, index_).size(), QueryKeys().size());
+  EXPECT_EQ(QuotedValue("\"-X\""), "\"-X\"");
 }
 
 TEST_F(Queries, FollowAMissionThatChangesOrGoes) {

@@ -91,6 +91,10 @@ TEST_F(Kept, EditsWhatFilesHoldTwiceOrLeaveOpen) {
       {"[Wing]|[r1]|  Planes 4|  Skill0 1|  Skill3 2|",
        "[Wing]|[r1]|  Planes 2|  Skill0 1|  Skill3 0|",
        [](Mission& m) { m.Flights[0].Planes = "2", m.Flights[0].PlaneSlots[3].Skill = "0"; }},
+      // The section is of no base, and its name ends with the file.
+      {"[Wing]|[BornPlace]|  1 2 3 4|[BornPlace_Resources_]",
+       "[Wing]|[BornPlace]|  1 2 5 4|[BornPlace_Resources_]",
+       [](Mission& m) { m.BornPlaces[0].X = 5; }},
       // The last line of the file has no end, and a blank line is the last that stays.
       {"[Wing]|  r1||[r1]|  Planes 1", "[Wing]||", [](Mission& m) { m.Flights.clear(); }},
       {"[Wing]|  r1|[r1]|  Planes 1", "[Wing]", [](Mission& m) { m.Flights.clear(); }}};

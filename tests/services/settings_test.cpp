@@ -68,6 +68,7 @@ TEST(IniFile, WritesAndKeepsAllOtherLines) {
   WriteIniValue(services, file, "C", "Code", "5");
   EXPECT_EQ(box.Read("skin.ini"), test::Crlf({"junk", "[skin]", "; remark", "Code=3", "New=4", "",
                                               "[B]", "Code=2", "[C]", "Code=5"}));
+  EXPECT_EQ(WithIniValue("\n", "C", "Code", "5"), "\r\n[C]\r\nCode=5\r\n");
   EXPECT_THROW(WriteIniValue(services, box.Path("gone/skin.ini"), "C", "Code", "5"), Fault);
 }
 

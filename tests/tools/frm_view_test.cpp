@@ -57,6 +57,11 @@ TEST(ReadPicture, GoesByTheContentAndClearsWhatRunsLeaveOut) {
   EXPECT_EQ(qRed(read.pixel(1, 0)), 250);
   EXPECT_EQ(qRed(read.pixel(3, 0)), 0) << "a pixel left out is no chance value";
   EXPECT_EQ(qRed(read.pixel(0, 1)), 7);
+  // Its upper row comes first.
+  const std::string down = box.Write("down.bmp", Bmp(4, 0u - 3, 0, std::string(12, 9)));
+  QSize size;
+  EXPECT_EQ(ReadLargePicture(files, down, 4, size).width(), 2);
+  EXPECT_EQ(size, QSize(4, 3));
 }
 
 TEST(ReadPicture, NamesTheFileAndTheReasonOfAFailure) {

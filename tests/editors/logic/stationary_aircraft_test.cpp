@@ -89,18 +89,20 @@ TEST(StaticPlanes, AreWrittenBackByPlace) {
 TEST(StaticPlanes, AreWrittenWordByWordWhereLinesAreKept) {
   const std::string file =
       "\t0_Static  v.planes.Plane$I_16 1 1.0\t2.0 3 0.0 ru 2 \n"
-      "1 v.planes.Plane$I_16 1 1 2 3 0\r\n 2 v.planes.Plane$I_16 I_16";
+      "1 v.planes.Plane$I_16 1 1 2 3 0\r\n 2 v.planes.Plane$I_16 I_16\n"
+      "//3 v.planes.Plane$I_16 1 2 3 4 5 ru\n# v.planes.Plane$I_16\n";
   LineArray lines = LineArray::FromFileAsIs(file);
   auto planes = FindStaticPlanes(lines);
   EXPECT_FALSE(ApplyKeptStaticPlanes(planes, lines));
   EXPECT_EQ(lines.FileText(), file);
-  ASSERT_EQ(planes.size(), 3U);
-  planes[0].PlaneClass = "BF_109";
+  ASSERT_EQ(planes.size(), 5U);
+  planes[0].PlaneClass = planes[3].PlaneClass = planes[4].PlaneClass = "BF_109";
   planes[1].Country = "de";
   EXPECT_TRUE(ApplyKeptStaticPlanes(planes, lines));
   EXPECT_EQ(lines.FileText(),
             "\t0_Static  v.planes.Plane$BF_109 1 1.0\t2.0 3 0.0 ru 2 \n"
-            "1 v.planes.Plane$I_16 1 1 2 3 0 de\r\n 2 v.planes.Plane$I_16 I_16");
+            "1 v.planes.Plane$I_16 1 1 2 3 0 de\r\n 2 v.planes.Plane$I_16 I_16\n"
+            "//3 v.planes.Plane$BF_109 1 2 3 4 5 ru\n# v.planes.Plane$BF_109 null\n");
 }
 
 }  // namespace
