@@ -74,8 +74,11 @@ double Coordinate(const std::vector<KeptWord>& words, std::size_t place) {
 
 Waypoint ReadWaypoint(std::string_view line, std::vector<KeptWord>& words) {
   KeptWordsInto(words, line);
+  // One that is beyond all numbers is no reason to leave the mission unread.
   const auto number = [&](std::size_t place) {
-    return WholeNumberWord(place < words.size() ? words[place].Text : "0");
+    std::string whole = "0";
+    if (place < words.size()) ResumeNext([&] { whole = WholeNumberWord(words[place].Text); });
+    return whole;
   };
   Waypoint waypoint;
   waypoint.Type = words[RouteLine::kType].Text;
