@@ -22,7 +22,7 @@ struct Fault : std::exception {
 namespace fault {
 constexpr int InvalidCall = 5, Overflow = 6, OutOfMemory = 7, Subscript = 9, TypeMismatch = 13,
               FileNotFound = 53, FileOpen = 55, FileIo = 57, FileExists = 58, InputPastEnd = 62,
-              Permission = 70, PathNotFound = 76, InvalidPicture = 481;
+              Permission = 70, OtherDisk = 74, PathNotFound = 76, InvalidPicture = 481;
 }
 
 Fault InvalidCallFault();

@@ -106,8 +106,9 @@ std::optional<std::string> FileSystem::FindEntry(const std::string& folder,
   return *std::min_element(matches.begin(), matches.end());
 }
 
-void FileSystem::Step(std::string_view action, const std::string& path) const {
-  if (BeforeStep) BeforeStep({action, path});
+void FileSystem::Step(std::string_view action, const std::string& path, std::string_view bytes,
+                      std::string_view into) const {
+  if (BeforeStep) BeforeStep({action, path, bytes, into});
 }
 
 std::function<void()> FileSystem::Announce(FileDeed::Kind what, const std::string& path,
@@ -206,8 +207,9 @@ void FileSystem::WriteBeside(const std::string& path, const std::string& beside,
   auto file = os::OpenOutput(beside, os::OpenMode::CreateNew, path);
   RemovedUnlessKept written(beside);
   for (std::size_t start = 0; start < bytes.size(); start += kWriteChunk) {
-    Step("write", path);
-    file->Write(bytes.substr(start, kWriteChunk));
+    const std::string_view chunk = bytes.substr(start, kWriteChunk);
+    Step("write", path, chunk, beside);
+    file->Write(chunk);
   }
   Step("flush", path);
   file->Sync();
@@ -243,7 +245,7 @@ void FileSystem::ReplaceFile(const std::string& path, std::string_view bytes,
 void FileSystem::AppendToFile(const std::string& path, std::string_view bytes) const {
   const std::string target = Resolve(path);
   RequireName(target);
-  Step("append", target);
+  Step("append", target, bytes, target);
   auto file = os::OpenOutput(target, os::OpenMode::Append, target);
   file->Write(bytes);
   file->Close();
@@ -265,7 +267,7 @@ void FileSystem::CopyNew(const std::string& source, const std::string& target) c
   RemovedUnlessKept written(beside);
   os::CopyTime(source, beside);
   Step("take name", target);
-  if (!os::RenameNew(beside, target)) throw InvalidCallFault();
+  os::RenameNew(beside, target);
   written.Keep();
   SyncFolderOf(target);
 }
@@ -276,7 +278,7 @@ void FileSystem::LinkOrCopy(const std::string& from, const std::string& to) cons
   RequireName(target);
   if (os::Exists(target)) throw FileExistsFault(target);
   const auto link = [&] {
-    Step("link", source);
+    Step("link", source, {}, target);
     os::Link(source, target);
   };
   const bool linked = Trap(link, [&](const Fault& caught) {
@@ -296,11 +298,16 @@ void FileSystem::MoveFile(const std::string& from, const std::string& to) const 
       isItself ? BuildPath(GetParentFolderName(target), GetFileName(to)) : target;
   RequireName(wanted);
   const auto done = Announce(FileDeed::Move, source, wanted);
-  Step("move", source);
-  if (!os::RenameNew(source, wanted)) {
+  const auto rename = [&] {
+    Step("move", source, {}, wanted);
+    os::RenameNew(source, wanted);
+  };
+  Trap(rename, [&](const Fault& caught) {
+    if (caught.Number != fault::OtherDisk) throw Fault(caught);
     CopyNew(source, wanted);
+    Step("delete", source);
     os::DeleteFile(source, true);
-  }
+  });
   done();
   if (known_) known_->Moved(source, wanted);
   SyncFolderOf(wanted);

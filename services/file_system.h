@@ -17,6 +17,9 @@ namespace rws {
 struct FileStep {
   std::string_view Action;
   const std::string& Path;
+  /** What is about to be written, and the file that gets it: one beside the path until it is
+      whole. For a move or a link, the new name. */
+  std::string_view Bytes = {}, Into = {};
 };
 
 /** Something that is about to be done to a file. */
@@ -138,7 +141,8 @@ class FileSystem {
  private:
   friend class KnownFolder;
   std::optional<std::string> FindEntry(const std::string& folder, std::string_view name) const;
-  void Step(std::string_view action, const std::string& path) const;
+  void Step(std::string_view action, const std::string& path, std::string_view bytes = {},
+            std::string_view into = {}) const;
   std::function<void()> Announce(FileDeed::Kind what, const std::string& path,
                                  const std::string& to) const;
   void WriteBeside(const std::string& path, const std::string& beside, std::string_view bytes,

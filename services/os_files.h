@@ -71,9 +71,9 @@ void SyncFolderOf(const std::string& path);
 /** Renames over whatever stands at `to`, in one step. Some systems refuse to replace a read-only
     file so; with `evenReadOnly` they do not. */
 void RenameOver(const std::string& from, const std::string& to, bool evenReadOnly);
-/** Renames; a file at `to` is a fault, also where the system's own call would replace it. Returns
-    false, with nothing done, when the two lie on different file systems. */
-bool RenameNew(const std::string& from, const std::string& to);
+/** Renames; a file at `to` is a fault, also where the system's own call would replace it. An
+    `OtherDisk` fault, with nothing done, when the two lie on different file systems. */
+void RenameNew(const std::string& from, const std::string& to);
 /** Gives the file at `from` the second name `to`, in one step; a file at `to` is a fault, and so is
     a file system that knows no second names. */
 void Link(const std::string& from, const std::string& to);

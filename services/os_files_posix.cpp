@@ -26,8 +26,9 @@ namespace {
 [[noreturn]] void Fail(std::string_view action, const std::string& path, int error) {
   if (error == ENOENT) throw FileNotFoundFault(path);
   if (error == EEXIST) throw FileExistsFault(path);
-  const int number =
-      error == EACCES || error == EPERM || error == EROFS ? fault::Permission : fault::FileIo;
+  int number = fault::FileIo;
+  if (error == EACCES || error == EPERM || error == EROFS) number = fault::Permission;
+  if (error == EXDEV) number = fault::OtherDisk;
   throw FileFault(number, action, path, std::strerror(error));
 }
 
@@ -279,17 +280,14 @@ void RenameOver(const std::string& from, const std::string& to, bool) {
   if (::rename(from.c_str(), to.c_str()) != 0) Fail("rename", from, errno);
 }
 
-bool RenameNew(const std::string& from, const std::string& to) {
+void RenameNew(const std::string& from, const std::string& to) {
 #if defined(__linux__) && defined(RENAME_NOREPLACE)
-  if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
-  if (errno == EXDEV) return false;
+  if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return;
   if (errno == EEXIST) throw FileExistsFault(to);
   if (errno != EINVAL && errno != ENOSYS && errno != ENOTSUP) Fail("rename", from, errno);
 #endif
   if (Exists(to)) throw FileExistsFault(to);
-  if (::rename(from.c_str(), to.c_str()) == 0) return true;
-  if (errno == EXDEV) return false;
-  Fail("rename", from, errno);
+  if (::rename(from.c_str(), to.c_str()) != 0) Fail("rename", from, errno);
 }
 
 void Link(const std::string& from, const std::string& to) {

@@ -56,9 +56,11 @@ std::string ReasonOf(DWORD error) {
     default:
       break;
   }
-  const bool isRefusal =
-      error == ERROR_ACCESS_DENIED || error == ERROR_WRITE_PROTECT || IsBusy(error);
-  throw FileFault(isRefusal ? fault::Permission : fault::FileIo, action, path, ReasonOf(error));
+  int number = fault::FileIo;
+  if (error == ERROR_ACCESS_DENIED || error == ERROR_WRITE_PROTECT || IsBusy(error))
+    number = fault::Permission;
+  if (error == ERROR_NOT_SAME_DEVICE) number = fault::OtherDisk;
+  throw FileFault(number, action, path, ReasonOf(error));
 }
 
 /** A file's time counts tenths of a microsecond from 1601 on. */
@@ -439,10 +441,9 @@ void RenameOver(const std::string& from, const std::string& to, bool evenReadOnl
   Fail("replace", to, error);
 }
 
-bool RenameNew(const std::string& from, const std::string& to) {
+void RenameNew(const std::string& from, const std::string& to) {
   const DWORD error = Patiently([&] { return Rename(from, to, 0); }, from);
-  if (error == 0) return true;
-  if (error == ERROR_NOT_SAME_DEVICE) return false;
+  if (error == 0) return;
   if (error == ERROR_ALREADY_EXISTS || error == ERROR_FILE_EXISTS) throw FileExistsFault(to);
   Fail("rename", from, error);
 }
