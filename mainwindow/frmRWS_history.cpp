@@ -159,15 +159,7 @@ void frmRWS::ClickRestoreBackup() {
   form.LoadForm();
   Popups.ShowDialog(form);
   if (form.Chosen.empty()) return;
-  const Services& services = session_.Services;
-  bool restored = false;
-  RecordWhole(session_, {path}, "Restored backup of " + GetBaseName(path), [&] {
-    const auto mission = static_cast<std::size_t>(MissionAt(session_.Doc, path));
-    const Mission& record = At(session_.Doc.Missions, static_cast<std::ptrdiff_t>(mission));
-    restored =
-        RestoreBackup(services, session_.Prefs, record, form.Chosen) && Reread(session_, mission);
-  });
-  if (!restored) return;
+  if (!RestoreAsStep(session_, path, form.Chosen)) return;
   bars->Hide(kReloadBar);
   const auto gone = GoneRows();
   RelistFolder(session_, gone);

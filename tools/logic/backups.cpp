@@ -4,14 +4,25 @@
 #include "services/clock.h"
 #include "services/error_log.h"
 #include "services/paths.h"
+#include "session/reading.h"
+#include "session/recording.h"
 
 namespace rws {
 
 namespace {
 
-void TellNotRestored(const Services& services, const std::string& reason) {
-  services.Ask.MsgBox("The backup was not restored.\n\n" + reason, Buttons::Ok, Icon::Critical,
-                      kProgramTitle);
+/** True if a failure came only when the text had its place. */
+bool Holds(const Services& services, const std::string& path, const LineArray& lines) {
+  bool holds = false;
+  ResumeNext([&] { holds = ReadMissionBytes(services, path) == lines.FileText(); });
+  return holds;
+}
+
+void TellNotRestored(const Services& services, const std::string& reason, bool holds = false) {
+  services.Ask.MsgBox((holds ? "The backup is in its place, but that may not last.\n\n"
+                             : "The backup was not restored.\n\n") +
+                          reason,
+                      Buttons::Ok, Icon::Critical, kProgramTitle);
 }
 
 /** Replaces the mission's file. What goes up as a fault has been told by then. */
@@ -64,12 +75,27 @@ bool RestoreBackup(const Services& services, const Preferences& prefs, const Mis
   };
   const bool begun = Trap(begin, [&](const Fault& caught) {
     LogError(services, caught.Text, "RestoreBackup");
-    TellNotRestored(services, caught.Text);
+    TellNotRestored(services, caught.Text, gone && Holds(services, path, lines));
   });
-  if (!begun || (!gone && !Replace(services, mission, lines))) return false;
+  if (!begun) return gone && Holds(services, path, lines);
+  if (!gone && !Replace(services, mission, lines)) return Holds(services, path, lines);
   TellRestored(services, path, time);
   LimitBackups(services, path, prefs.BackupsKept);
   return true;
+}
+
+bool RestoreAsStep(Session& session, const std::string& path, const std::string& backupPath) {
+  bool restored = false;
+  RecordWhole(session, {path}, "Restored backup of " + GetBaseName(path), [&] {
+    const std::ptrdiff_t mission = MissionAt(session.Doc, path);
+    const Services& services = session.Services;
+    if (!RestoreBackup(services, session.Prefs, At(session.Doc.Missions, mission), backupPath))
+      return;
+    restored = Reread(session, static_cast<std::size_t>(mission));
+    if (!restored && services.Ask.Notice)
+      services.Ask.Notice("\"" + path + "\" cannot be read; it is shown as it was before.");
+  });
+  return restored;
 }
 
 }  // namespace rws

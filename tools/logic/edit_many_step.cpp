@@ -38,16 +38,19 @@ class Keeping {
   FileChange kept_;
 };
 
-/** Those in memory show what stands in their files now, by whatever way these were reached. */
-void RereadDone(Session& session, const EditReport& report) {
+/** Those in memory show what stands in their files now, by whatever way these were reached. One
+   that cannot be read is shown as before; an Update of it asks first. */
+void RereadDone(Session& session, EditReport& report) {
   if (report.Done.empty()) return;
   const FileSystem& files = session.Services.Files;
   std::unordered_set<std::string> done;
   for (const auto& path : report.Done) done.insert(files.RealPath(path));
   const Document& doc = session.Doc;
   for (std::size_t i = 0; i < doc.MissionFiles.size() && i < doc.Missions.size(); ++i)
-    if (doc.Missions[i].Loaded && done.contains(files.RealPath(doc.MissionFiles[i])))
-      Reread(session, i);
+    if (doc.Missions[i].Loaded && done.contains(files.RealPath(doc.MissionFiles[i])) &&
+        !Reread(session, i))
+      report.Warnings.push_back(
+          {doc.MissionFiles[i], "it cannot be read; it is shown as it was before"});
 }
 
 }  // namespace
