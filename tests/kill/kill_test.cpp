@@ -4,8 +4,6 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <iostream>
 
 #include "mission/interrupted.h"
@@ -24,16 +22,8 @@ namespace {
 using test::ChildEnd;
 using test::CrlfText;
 using test::World;
-namespace fs = std::filesystem;
 
 const std::string kStamp = "03-04-26 05-06-07";
-
-/** Where a thousand sandboxes are written and flushed in no time; else where tests always are. */
-std::string QuickFolder() {
-  std::error_code error;
-  const bool may = fs::is_directory("/dev/shm", error) && ::access("/dev/shm", W_OK) == 0;
-  return may ? "/dev/shm" : fs::temp_directory_path().string();
-}
 
 /** A folder with missions, open in a program that is about to do something. */
 struct Game {
@@ -244,7 +234,7 @@ const Operation kOperations[] = {
 class Killed : public testing::TestWithParam<Operation> {};
 
 TEST_P(Killed, AtEverySystemCall) {
-  ::setenv("TMPDIR", QuickFolder().c_str(), 1);
+  test::UseQuickFolder();
   const Operation& operation = GetParam();
   int points = 0, missing = 0;
   for (ChildEnd end = ChildEnd::Killed; end == ChildEnd::Killed && !HasFailure(); ++points) {

@@ -7,7 +7,9 @@
 #include <set>
 #include <sstream>
 
+#include "services/file_system.h"
 #include "services/paths.h"
+#include "tests/support/run_cli.h"
 
 namespace rws::test {
 
@@ -21,8 +23,8 @@ std::string FromFsPath(const fs::path& path) {
 
 std::string NewFolder() {
   static std::atomic<int> count{0};
-  const auto name =
-      "rws t\xC3\xA9st " + std::to_string(std::random_device{}()) + "-" + std::to_string(count++);
+  const auto number = std::to_string(std::random_device{}()) + "-" + std::to_string(count++);
+  const auto name = "rws t\xC3\xA9st " + (Sandbox::OneName.empty() ? number : Sandbox::OneName);
   const fs::path path = fs::temp_directory_path() / ToFsPath(name);
   fs::create_directories(path);
   return FromFsPath(path);
@@ -37,6 +39,13 @@ std::string FileBytes(const fs::path& path) {
   bytes << file.rdbuf();
   return bytes.str();
 }
+
+void UseQuickFolder() {
+  constexpr char kInMemory[] = "/dev/shm";
+  if (FileSystem().CanWriteInto(kInMemory)) SetVariable("TMPDIR", kInMemory);
+}
+
+std::string Sandbox::OneName;
 
 Sandbox::Sandbox() : root_(NewFolder()) {}
 

@@ -16,6 +16,10 @@ std::filesystem::path ToFsPath(const std::string& path);
 /** Content of a file; "" when it cannot be read. */
 std::string FileBytes(const std::filesystem::path& path);
 
+/** From now on sandboxes are where a thousand of them are written and flushed in no time, if there
+   is such a place. */
+void UseQuickFolder();
+
 /** A folder of its own for one test, removed at the end. Its path holds a blank and a byte that is
    no ASCII. */
 class Sandbox {
@@ -23,6 +27,8 @@ class Sandbox {
   Sandbox();
   ~Sandbox();
   Sandbox(const Sandbox&) = delete;
+  /** While it is not "", each sandbox has this name, and there must be no two at once. */
+  static std::string OneName;
   Sandbox& operator=(const Sandbox&) = delete;
 
   /** Full path of a name in the sandbox; "/" in the name stands for the system's separator. */
