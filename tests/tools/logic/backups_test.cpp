@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/desk.h"
-#include "tests/support/failing_step.h"
 #include "tools/logic/compare_rows.h"
 
 namespace rws::test {
@@ -78,41 +77,6 @@ TEST(RestoreBackup, KeepsWhatStoodThere) {
   EXPECT_EQ(ListBackups(desk.World.Services, desk.Box.Path("in/a.mis"))[0].Origin,
             BackupOrigin::ThisMission);
   EXPECT_NE(desk.Notices().find("is again as it was on 20"), std::string::npos);
-}
-
-/** Whatever fails: both texts still stand, and the user is told unless all was done. */
-TEST(RestoreBackup, LosesNothingWhenAStepFails) {
-  for (const bool gone : {false, true}) {
-    SCOPED_TRACE(gone);
-    const int steps = ForEachFailingStep([&](FailingStep& step) {
-      RestoreDesk desk;
-      if (gone) desk.Box.Remove("in/a.mis");
-      int boxes = 0;
-      desk.World.Services.Ask.MsgBox = [&](const std::string& text, Buttons, Icon,
-                                           const std::string&) {
-        ++boxes;
-        EXPECT_NE(text.find("disk full"), std::string::npos) << text;
-        return Answer::Ok;
-      };
-      bool restored = false;
-      step.During(desk.World.Services.Files, [&] { restored = desk.Restore(); });
-      SCOPED_TRACE(step.Action() + " " + step.Path());
-      EXPECT_EQ(boxes, restored ? 0 : 1);
-      const std::string mission = desk.Box.Read("in/a.mis");
-      EXPECT_EQ(desk.Box.Read(std::string("app/") + kBackup), "then");
-      if (restored) {
-        EXPECT_EQ(mission, "then");
-        EXPECT_TRUE(gone || desk.Box.Read("app/RWS Backup/" + std::string(kStamped)) == "now");
-      } else if (gone) {
-        EXPECT_TRUE(mission == "<none>" || mission == "then") << mission;
-      } else {
-        EXPECT_TRUE(mission == "now" ||
-                    desk.Box.Read("app/RWS Backup/" + std::string(kStamped)) == "now")
-            << mission;
-      }
-    });
-    EXPECT_GT(steps, gone ? 5 : 12);
-  }
 }
 
 }  // namespace

@@ -235,30 +235,6 @@ const Tool kTools[] = {{"b|1", &Bench::All},
                        {"", [](Bench& desk) { return desk.Convert(); }},
                        {"", [](Bench& desk) { return desk.Copy("x.mis|y.mis"); }}};
 
-TEST(FolderTools, AFailureAtAnyStepLosesNothing) {
-  for (const Tool& tool : kTools)
-    test::ForEachFailingStep([&](test::FailingStep& step) {
-      Bench desk(kWorld, tool.Answers);
-      const std::string from = desk.Disk("from");
-      step.During(desk.World.Services.Files, [&] { tool.Run(desk); });
-      SCOPED_TRACE(tool.Answers + " " + step.Path());
-      desk.ExpectFollowed();
-      EXPECT_EQ(desk.Disk("from"), from);
-      const std::string in = desk.Disk("in"), out = desk.Disk("out");
-      EXPECT_TRUE(Like(in, "*=1*") && Like(in, "*=2*") && Like(in, "*=A*") && Like(in, "*=B*"))
-          << in;
-      // Of a numbering only the one that failed stays half way.
-      const auto half = in.find("tmp=");
-      EXPECT_TRUE(half == in.npos || step.Failed()) << in;
-      EXPECT_TRUE(&tool != kTools || half == in.rfind("tmp=")) << in;
-      EXPECT_TRUE(Like(out, "x.mis=old|*") || Like(out, "x.mis=3\r\n|*")) << out;
-      EXPECT_TRUE(Like(out, "*x.properties=oldX*") || Like(out, "*x.properties=X*")) << out;
-      EXPECT_FALSE(Contains(in + out, ".rws")) << "a half-written file";
-      EXPECT_EQ(Contains(desk.Notices(), "disk full"), step.Failed()) << desk.Notices();
-      EXPECT_EQ(test::Joined(desk.World.Log), "");
-    });
-}
-
 TEST(FolderTools, EachFileIsToldAndACloseEndsTheRun) {
   // A numbering brings back what it has begun.
   struct Row {
