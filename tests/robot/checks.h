@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+
+#include "tests/robot/stage.h"
+
+namespace rws::robot {
+
+/** What is wrong with the window and the session behind it, now that nothing is under way: its
+    kind, ":" and the particulars. "" if nothing is. */
+class Checks {
+ public:
+  explicit Checks(Stage& stage) : stage_(stage) {}
+
+  std::string Look();
+  /** Takes back and saves all; looks at memory and disk before and behind it. */
+  std::string LookAtTheEnd();
+
+ private:
+  std::string Log();
+  std::string Lit();
+  std::string Commands();
+  std::string Mission();
+  std::string Flight();
+  std::string Plane(std::size_t plane);
+  std::string Memory();
+  std::string BackToStart();
+
+  Stage& stage_;
+};
+
+}  // namespace rws::robot

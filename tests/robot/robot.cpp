@@ -1,0 +1,251 @@
+// A user who acts by chance at the real window, and looks at it after each action.
+//
+//   robot [--seconds N | --actions N] [--seed S] [--length N] [--shrink N]
+//   robot --replay FILE
+//
+// A run is made of episodes, each in a process of its own that starts from the same files. One that
+// ends in a fault is made shorter for some seconds and then printed, to be played again.
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <iostream>
+#include <thread>
+
+#include "tests/robot/checks.h"
+#include "tests/robot/hand.h"
+
+namespace rws::robot {
+namespace {
+
+constexpr int kBroken = 3, kHung = 4;
+constexpr char kFound[] = "FOUND ";
+
+/** Plays one episode from the event loop, also from those of the dialogs that it opens. */
+class Player : public QObject {
+ public:
+  Player(Stage& stage, const Episode& episode, bool isTold)
+      : stage_(stage), checks_(stage), episode_(episode), isTold_(isTold) {}
+
+  /** From now on an action whenever all that is to be done is done. */
+  void PlayNext(int milliseconds = 0) {
+    auto* timer = new QTimer(this);
+    timer->setSingleShot(true);
+    connect(timer, &QTimer::timeout, this, [this, timer] {
+      timer->deleteLater();
+      Turn();
+    });
+    timer->start(milliseconds);
+  }
+  int Beats() const { return beats_; }
+
+ private:
+  void Turn() {
+    if (stage_.Pumping || (depth_ == 0 && stage_.Window->Library->IsBusy())) return PlayNext(1);
+    ++beats_;
+    const bool isIdle = depth_ == 0 && !QApplication::activePopupWidget();
+    if (isIdle && !stage_.World.Doc.Closing) Judge(checks_.Look());
+    if (depth_ == 0 && !stage_.Window->isVisible()) return End();
+    if (next_ >= episode_.Actions.size()) {
+      if (isIdle) return Judge(checks_.LookAtTheEnd()), End();
+      if (++closings_ > 200) return Judge("dialog: it does not close");
+      PlayNext();
+      stage_.Begin(static_cast<std::uint32_t>(closings_));
+      return Deeper([this] { CloseOne(stage_); });
+    }
+    const Action& action = episode_.Actions[next_++];
+    PlayNext();
+    stage_.Begin(action.N[3]);
+    Deeper([&] { Perform(stage_, action); });
+  }
+
+  template <class Deed>
+  void Deeper(Deed deed) {
+    ++depth_;
+    deed();
+    --depth_;
+    if (isTold_) {
+      std::cout << next_ << " " << depth_ << " " << LastDeed() << '\n';
+      for (const auto& asked : stage_.Asked) std::cout << "    asked: " << asked << '\n';
+    }
+  }
+
+  /** Ends the process at once: what is behind a fault tells no more. */
+  void Judge(const std::string& found) {
+    if (found.empty()) return;
+    std::cout << kFound << next_ << " " << found << "\n  last: " << LastDeed() << std::endl;
+    stage_.~Stage();
+    std::_Exit(kBroken);
+  }
+
+  void End() {
+    if (!ended_) QCoreApplication::exit(0);
+    ended_ = true;
+  }
+
+  Stage& stage_;
+  Checks checks_;
+  const Episode& episode_;
+  bool isTold_, ended_ = false;
+  std::size_t next_ = 0;
+  int depth_ = 0, closings_ = 0;
+  std::atomic<int> beats_ = 0;
+};
+
+/** Ends the process when no action has come to its end for long. */
+class Watchdog {
+ public:
+  explicit Watchdog(const Player& player)
+      : thread_([this, &player] {
+          constexpr int kMostSeconds = 20;
+          int beats = -1, same = 0;
+          while (!ended_) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+            same = std::exchange(beats, player.Beats()) == player.Beats() ? same + 1 : 0;
+            if (same < kMostSeconds * 10) continue;
+            std::cout << kFound << "0 hang: for " << kMostSeconds << " s in " << LastDeed()
+                      << std::endl;
+            std::_Exit(kHung);
+          }
+        }) {}
+  ~Watchdog() {
+    ended_ = true;
+    thread_.join();
+  }
+
+ private:
+  std::atomic<bool> ended_ = false;
+  std::thread thread_;
+};
+
+QByteArray ReadAll(const QString& name) {
+  QFile file(name);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+int Replay(int argc, char** argv, const QString& name, bool isTold) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+  QApplication application(argc, argv);
+  QApplication::setStyle(QStringLiteral("Fusion"));
+  QApplication::setQuitOnLastWindowClosed(false);
+  const Episode episode = FromText(ReadAll(name).toStdString());
+  Stage stage(episode.Setup);
+  Player player(stage, episode, isTold);
+  const Watchdog watchdog(player);
+  player.PlayNext();
+  return QApplication::exec();
+}
+
+/** How an episode has ended. */
+struct Outcome {
+  /** What kind of fault; "" for none. */
+  std::string Fault;
+  /** How many actions were played until then, 0 if that is not known. */
+  std::size_t Actions = 0;
+  std::string Output;
+};
+
+/** Plays an episode in a process of its own. */
+Outcome PlayApart(const QTemporaryDir& folder, const Episode& episode) {
+  const QString name = folder.filePath(QStringLiteral("episode"));
+  QFile file(name);
+  if (!file.open(QIODevice::WriteOnly)) return {"no file", 0, ""};
+  file.write(QByteArray::fromStdString(ToText(episode)));
+  file.close();
+  QProcess process;
+  process.setProcessChannelMode(QProcess::MergedChannels);
+  process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--replay"), name});
+  constexpr int kMostMilliseconds = 600000;
+  if (!process.waitForFinished(kMostMilliseconds)) {
+    process.kill();
+    process.waitForFinished();
+    return {"no end", 0, ""};
+  }
+  Outcome outcome{"", 0, process.readAll().toStdString()};
+  if (process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0) return outcome;
+  const auto at = outcome.Output.find(kFound);
+  if (at == outcome.Output.npos) return outcome.Fault = "crash", outcome;
+  const std::string found = outcome.Output.substr(at + sizeof kFound - 1);
+  outcome.Actions = std::stoul(found);
+  const auto kind = found.find(' ') + 1;
+  outcome.Fault = found.substr(kind, found.find(':') - kind);
+  return outcome;
+}
+
+/** Leaves out of a failing episode what it fails without, for so many seconds. */
+Episode Shrunk(const QTemporaryDir& folder, Episode episode, Outcome& outcome, int seconds) {
+  QElapsedTimer time;
+  time.start();
+  if (outcome.Actions > 0 && outcome.Actions < episode.Actions.size())
+    episode.Actions.resize(outcome.Actions);
+  for (std::size_t part = (episode.Actions.size() + 1) / 2; part > 0; part /= 2)
+    for (std::size_t from = 0; from < episode.Actions.size();) {
+      if (time.elapsed() > seconds * 1000) return episode;
+      Episode less = episode;
+      const auto first = less.Actions.begin() + static_cast<std::ptrdiff_t>(from);
+      less.Actions.erase(first, first + static_cast<std::ptrdiff_t>(
+                                            std::min(part, episode.Actions.size() - from)));
+      Outcome again = PlayApart(folder, less);
+      if (again.Fault == outcome.Fault)
+        episode = std::move(less), outcome = std::move(again);
+      else
+        from += part;
+    }
+  return episode;
+}
+
+int Run(int argc, char** argv) {
+  const QCoreApplication application(argc, argv);
+  QCommandLineParser parser;
+  const auto option = [&](const char* name, const char* value) {
+    const QCommandLineOption made(QLatin1String(name), QString(), QStringLiteral("n"),
+                                  QLatin1String(value));
+    parser.addOption(made);
+    return made;
+  };
+  const auto seconds = option("seconds", "0"), actions = option("actions", "0"),
+             seed = option("seed", "1"), length = option("length", "200"),
+             shrink = option("shrink", "120");
+  parser.process(application);
+  const auto number = [&](const QCommandLineOption& of) { return parser.value(of).toUInt(); };
+
+  const QTemporaryDir folder;
+  QElapsedTimer time;
+  time.start();
+  std::size_t played = 0;
+  std::uint32_t next = number(seed);
+  const std::size_t most = number(seconds) ? SIZE_MAX : std::max(number(actions), 1U);
+  while (played < most && (!number(seconds) || time.elapsed() < number(seconds) * 1000LL)) {
+    const Episode episode = MakeEpisode(next, std::min<std::size_t>(number(length), most - played));
+    Outcome outcome = PlayApart(folder, episode);
+    if (!outcome.Fault.empty()) {
+      std::cout << "Seed " << next << ": " << outcome.Output << '\n';
+      const Episode shortest = Shrunk(folder, episode, outcome, static_cast<int>(number(shrink)));
+      std::cout << outcome.Output << "\nThe shortest that was found, for --replay:\n"
+                << ToText(shortest) << std::flush;
+      return 1;
+    }
+    played += episode.Actions.size();
+    ++next;
+  }
+  std::cout << played << " actions of the seeds " << number(seed) << " to " << next - 1 << " in "
+            << time.elapsed() / 1000.0 << " s" << std::endl;
+  return 0;
+}
+
+}  // namespace
+}  // namespace rws::robot
+
+int main(int argc, char** argv) {
+  const bool isReplay = argc >= 3 && std::string_view(argv[1]) == "--replay";
+  if (!isReplay) return rws::robot::Run(argc, argv);
+  return rws::robot::Replay(argc, argv, QString::fromLocal8Bit(argv[2]), argc > 3);
+}
