@@ -136,6 +136,8 @@ void frmRWS::EnableMission(bool enabled) {
   flightArea->setEnabled(enabled);
   mnuMisPop->setEnabled(enabled);
   mnuMission->menuAction()->setEnabled(enabled);
+  // It stands in the menu Edit as well.
+  flightArea->mnuPaste->setEnabled(enabled);
 }
 
 void frmRWS::LightUpdate(bool lit) {
@@ -257,8 +259,10 @@ void frmRWS::FillMission(Baseline baseline, int flight) {
     const bool hasFlights = SafeUBound(mission.Flights) >= 0;
     missionPanel->cmdCount->setEnabled(hasFlights);
     ResumeNext([&] {
+      // A step that is undone may have been made while a flight was shown that went with it.
+      const bool isThere = flight < std::ssize(mission.Flights);
       if (hasFlights)
-        flightArea->PlaneChg(true, flight, false);
+        flightArea->PlaneChg(true, isThere ? flight : -1, false);
       else
         flightArea->ShowNoFlights();
     });

@@ -21,20 +21,45 @@ namespace rws::robot {
 
 namespace {
 
-/** Lines of the log that are no fault, and why. */
-struct Told {
+/** Lines of the log that are no fault, and why; some only after a question. */
+struct Accepted {
   const char* Part;
   const char* Why;
+  const char* Asked = "";
 };
 
-constexpr Told kMayLog[] = {
-    {"LoadMissionParams",
-     "a file that was cut short is read as far as it goes, and that is logged"},
+constexpr Accepted kMayLog[] = {
+    {"Subscript out of rangeLoadFlight",
+     "showing a mission sets its time, whose handler loads the flight that was on show before"},
+    {"Subscript out of rangeLoadPlaneList", "the row of a flight is asked for when one was removed",
+     "Are you sure?"},
+    {"LoadMissionParams", "a file that was cut short is read as far as it goes"},
+    {"LoadWayPoint", "so does a line of a route that is too short"},
+    {"LoadBornPlace", "a numbered header runs it once more, over what is no home base"},
+    {"Does not exist! RWS will not run!", "the game's folder that was chosen is none"},
+    {"GetMissionFiles", "a folder that cannot be read counts as empty"},
+    {"WriteMissionFile", "the user is told, and the edits stay"},
 };
 
-bool MayLog(const std::string& line) {
-  return std::any_of(std::begin(kMayLog), std::end(kMayLog),
-                     [&](const Told& told) { return line.find(told.Part) != std::string::npos; });
+/** What showing a mission writes into its records. */
+constexpr const char* kShownKeys[] = {"  TIME ", "  StartTime ", "  Fuel ", "  weapons "};
+
+bool MayLog(const std::string& line, const std::string& asked) {
+  return std::any_of(std::begin(kMayLog), std::end(kMayLog), [&](const Accepted& row) {
+    return line.find(row.Part) != line.npos && asked.find(row.Asked) != asked.npos;
+  });
+}
+
+/** Lines without those of values that showing a mission writes. */
+std::vector<std::string> WithoutShown(const LineArray& lines) {
+  std::vector<std::string> left;
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    const std::string line(lines[i]);
+    if (std::none_of(std::begin(kShownKeys), std::end(kShownKeys),
+                     [&](const char* key) { return line.starts_with(key); }))
+      left.push_back(line);
+  }
+  return left;
 }
 
 std::string Differ(const char* what, const std::string& shown, const std::string& held) {
@@ -56,8 +81,9 @@ std::string First(std::initializer_list<std::string> found) {
 }  // namespace
 
 std::string Checks::Log() {
-  for (const auto& line : stage_.World.Log)
-    if (!MayLog(line)) return "log: " + line;
+  const std::string asked = test::Joined(stage_.Asked);
+  for (const auto& line : std::exchange(stage_.World.Log, {}))
+    if (!MayLog(line, asked)) return "log: " + line;
   return "";
 }
 
@@ -67,9 +93,11 @@ std::string Checks::Lit() {
   if (doc.Missions.empty()) return Differ("rows without a mission", list.RowCount(), 0);
   if (doc.CurMission < 0 || doc.CurMission >= std::ssize(doc.Missions)) return "no mission on show";
   if (list.RowOf(doc.CurMission) < 0) return "";
-  // Cancel leaves the light where the user has put it.
+  // Cancel leaves the light where the user has put it, until it is put elsewhere.
   for (const auto& asked : stage_.Asked)
-    if (asked.find("save the changes") != std::string::npos) return "";
+    if (asked.find("save the changes") != asked.npos) cancelled_ = true;
+  if (list.SelectedMission() == doc.CurMission) cancelled_ = false;
+  if (cancelled_) return "";
   return Differ("mission that is lit", list.SelectedMission(), doc.CurMission);
 }
 
@@ -104,8 +132,12 @@ std::string Checks::Mission() {
   if (IsNumeric(height) && clouds >= panel.udClouds->Minimum() &&
       clouds <= panel.udClouds->Maximum())
     found += Differ("clouds", NumberText(Val(height)), NumberText(clouds));
-  const auto time = QTime::fromString(FromPath(HoursToClock(record.Time)), QStringLiteral("H:mm"));
-  if (time.isValid()) found += Differ("time", ToPath(panel.dtMission->time().toString()), ToPath(time.toString()));
+  // A time that is none is not shown.
+  std::string clock;
+  ResumeNext([&] { clock = HoursToClock(record.Time); });
+  const auto time = QTime::fromString(FromPath(clock), QStringLiteral("H:mm"));
+  if (time.isValid())
+    found += Differ("time", ToPath(panel.dtMission->time().toString()), ToPath(time.toString()));
   for (const auto& [box, held] : {std::pair(panel.chkST, record.TimeConstant),
                                   std::pair(panel.chkWL, record.WeaponsConstant)})
     if (held == 0 || held == 1)
@@ -121,6 +153,8 @@ std::string Checks::Flight() {
   if (flights.empty()) return Differ("rows without a flight", area.lstPlanes->RowCount(), 0);
   // A flight that cannot be listed leaves the list empty.
   if (session.Doc.CurFlight < 0) return "";
+  if (session.Doc.CurFlight >= std::ssize(flights))
+    return Differ("flight: on show", session.Doc.CurFlight, static_cast<int>(flights.size()) - 1);
   if (selection.Flights.empty()) return "flight: none is lit";
   // A group shows what was shown before.
   if (selection.Several || selection.Flights.size() > 1) return "";
@@ -208,10 +242,10 @@ std::string Checks::Memory() {
     const Services silent = Silent(session.Services);
     if (!BuildMissionFile(own, silent, a, i, {}) || !BuildMissionFile(fresh, silent, b, i, {}))
       continue;
-    for (std::size_t line = 0; line < std::min(a.size(), b.size()); ++line)
-      if (a[line] != b[line] && a[line].find("TIME") == a[line].npos)
-        return "saved: " + path + " has \"" + std::string(a[line]) + "\", its file \"" +
-               std::string(b[line]) + "\"";
+    const auto ours = WithoutShown(a), others = WithoutShown(b);
+    for (std::size_t line = 0; line < std::min(ours.size(), others.size()); ++line)
+      if (ours[line] != others[line])
+        return "saved: " + path + " has \"" + ours[line] + "\", its file \"" + others[line] + "\"";
   }
   return "";
 }

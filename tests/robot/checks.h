@@ -27,6 +27,8 @@ class Checks {
   std::string BackToStart();
 
   Stage& stage_;
+  /** The question about edits kept a mission on show that is not the one lit. */
+  bool cancelled_ = false;
 };
 
 }  // namespace rws::robot

@@ -290,7 +290,7 @@ void CloseOne(Stage& stage) {
   QPointer<QWidget> modal = QApplication::activeModalWidget();
   // The main window is closed now and then: that ends the run.
   if (!modal) modal = Target(stage);
-  if (!modal || (modal == stage.Window.get() && !stage.Once(8))) return;
+  if (!modal || (modal == stage.Window.get() && !stage.Once(30))) return;
   const std::size_t way = stage.Random(4);
   QList<QAbstractButton*> buttons;
   for (auto* button : modal->findChildren<QAbstractButton*>())

@@ -26,7 +26,7 @@ namespace rws::robot {
 namespace {
 
 constexpr int kBroken = 3, kHung = 4;
-constexpr char kFound[] = "FOUND ";
+constexpr char kFound[] = "FOUND ", kPlayed[] = "PLAYED ";
 
 /** Plays one episode from the event loop, also from those of the dialogs that it opens. */
 class Player : public QObject {
@@ -73,6 +73,12 @@ class Player : public QObject {
     --depth_;
     if (isTold_) {
       std::cout << next_ << " " << depth_ << " " << LastDeed() << '\n';
+      for (const auto& line : stage_.World.Log) std::cout << "    log: " << line << '\n';
+      const Document& doc = stage_.World.Doc;
+      if (!doc.Missions.empty())
+        std::cout << "    on show: " << doc.CurMission << " "
+                  << doc.Missions.at(doc.CurMission).BaseName << " flight " << doc.CurFlight
+                  << " of " << doc.Missions.at(doc.CurMission).Flights.size() << '\n';
       for (const auto& asked : stage_.Asked) std::cout << "    asked: " << asked << '\n';
     }
   }
@@ -86,7 +92,7 @@ class Player : public QObject {
   }
 
   void End() {
-    if (!ended_) QCoreApplication::exit(0);
+    if (!ended_) std::cout << kPlayed << next_ << std::endl, QCoreApplication::exit(0);
     ended_ = true;
   }
 
@@ -153,6 +159,17 @@ struct Outcome {
   std::string Output;
 };
 
+/** A fault without what is another in each run: numbers, and what is quoted. */
+std::string KindOf(const std::string& found) {
+  std::string kind;
+  bool isQuoted = false;
+  for (const char letter : found.substr(0, found.find('\n'))) {
+    isQuoted ^= letter == '"';
+    if (!isQuoted && (letter < '0' || letter > '9')) kind += letter;
+  }
+  return kind;
+}
+
 /** Plays an episode in a process of its own. */
 Outcome PlayApart(const QTemporaryDir& folder, const Episode& episode) {
   const QString name = folder.filePath(QStringLiteral("episode"));
@@ -170,13 +187,16 @@ Outcome PlayApart(const QTemporaryDir& folder, const Episode& episode) {
     return {"no end", 0, ""};
   }
   Outcome outcome{"", 0, process.readAll().toStdString()};
+  const auto behind = [&](const std::string& word) {
+    const auto at = outcome.Output.find(word);
+    return at == outcome.Output.npos ? "" : outcome.Output.substr(at + word.size());
+  };
+  const std::string played = behind(kPlayed), found = behind(kFound);
+  if (!played.empty()) outcome.Actions = std::stoul(played);
   if (process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0) return outcome;
-  const auto at = outcome.Output.find(kFound);
-  if (at == outcome.Output.npos) return outcome.Fault = "crash", outcome;
-  const std::string found = outcome.Output.substr(at + sizeof kFound - 1);
+  if (found.empty()) return outcome.Fault = "crash", outcome;
   outcome.Actions = std::stoul(found);
-  const auto kind = found.find(' ') + 1;
-  outcome.Fault = found.substr(kind, found.find(':') - kind);
+  outcome.Fault = KindOf(found);
   return outcome;
 }
 
@@ -224,7 +244,7 @@ int Run(int argc, char** argv) {
   std::uint32_t next = number(seed);
   const std::size_t most = number(seconds) ? SIZE_MAX : std::max(number(actions), 1U);
   while (played < most && (!number(seconds) || time.elapsed() < number(seconds) * 1000LL)) {
-    const Episode episode = MakeEpisode(next, std::min<std::size_t>(number(length), most - played));
+    const Episode episode = MakeEpisode(next, number(length));
     Outcome outcome = PlayApart(folder, episode);
     if (!outcome.Fault.empty()) {
       std::cout << "Seed " << next << ": " << outcome.Output << '\n';
@@ -233,7 +253,7 @@ int Run(int argc, char** argv) {
                 << ToText(shortest) << std::flush;
       return 1;
     }
-    played += episode.Actions.size();
+    played += std::max<std::size_t>(outcome.Actions, 1);
     ++next;
   }
   std::cout << played << " actions of the seeds " << number(seed) << " to " << next - 1 << " in "
