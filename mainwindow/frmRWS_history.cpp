@@ -258,14 +258,15 @@ void frmRWS::ShowRows(const std::vector<std::string>& gone) {
   lstMission->SelectMission(doc.CurMission);
 }
 
-/** Shows a mission and a flight of it, with Update lit or dark as it is. */
+/** Shows a mission and a flight of it, with Update lit or dark as it is; the current one if that
+   has left the list. */
 void frmRWS::GoTo(const std::string& path, int flight) {
   Document& doc = session_.Doc;
   const auto mission = MissionAt(doc, path);
-  if (mission < 0) return;
-  doc.CurMission = static_cast<int>(mission);
+  if (doc.Missions.empty()) return;
+  if (mission >= 0) doc.CurMission = static_cast<int>(mission);
   lstMission->SelectMission(doc.CurMission);
-  ShowMission(Baseline::Keep, flight);
+  ShowMission(Baseline::Keep, mission >= 0 ? flight : -1);
 }
 
 }  // namespace rws

@@ -34,6 +34,7 @@ constexpr Accepted kMayLog[] = {
     {"Subscript out of rangeLoadPlaneList", "the row of a flight is asked for when one was removed",
      "Are you sure?"},
     {"LoadMissionParams", "a file that was cut short is read as far as it goes"},
+    {"LoadPlane", "so is a flight without a name"},
     {"LoadWayPoint", "so does a line of a route that is too short"},
     {"LoadBornPlace", "a numbered header runs it once more, over what is no home base"},
     {"Does not exist! RWS will not run!", "the game's folder that was chosen is none"},
@@ -45,8 +46,11 @@ constexpr Accepted kMayLog[] = {
 constexpr const char* kShownKeys[] = {"  TIME ", "  StartTime ", "  Fuel ", "  weapons "};
 
 bool MayLog(const std::string& line, const std::string& asked) {
+  // A path was chosen that cannot be read or written.
+  for (const char* disk : {"Cannot ", "Path not found", "File not found"})
+    if (line.starts_with(disk) && !asked.empty()) return true;
   return std::any_of(std::begin(kMayLog), std::end(kMayLog), [&](const Accepted& row) {
-    return line.find(row.Part) != line.npos && asked.find(row.Asked) != asked.npos;
+    return line.ends_with(row.Part) && asked.find(row.Asked) != asked.npos;
   });
 }
 
@@ -93,9 +97,11 @@ std::string Checks::Lit() {
   if (doc.Missions.empty()) return Differ("rows without a mission", list.RowCount(), 0);
   if (doc.CurMission < 0 || doc.CurMission >= std::ssize(doc.Missions)) return "no mission on show";
   if (list.RowOf(doc.CurMission) < 0) return "";
-  // Cancel leaves the light where the user has put it, until it is put elsewhere.
+  // Cancel, which may be the answer by choice, leaves the light where the user has put it.
   for (const auto& asked : stage_.Asked)
     if (asked.find("save the changes") != asked.npos) cancelled_ = true;
+  if (stage_.World.Prefs.SavePromptMode == kSaveNever && CurrentMission(stage_.World).Modified)
+    cancelled_ = true;
   if (list.SelectedMission() == doc.CurMission) cancelled_ = false;
   if (cancelled_) return "";
   return Differ("mission that is lit", list.SelectedMission(), doc.CurMission);
@@ -215,9 +221,11 @@ std::string Checks::Plane(std::size_t plane) {
 
 std::string Checks::Look() {
   std::string found = Log();
+
   const Document& doc = stage_.World.Doc;
   if (!found.empty() || doc.Closing) return found;
   found = First({Lit(), Commands()});
+  stage_.Asked.clear();
   if (!found.empty() || doc.Missions.empty() || !CurrentMission(stage_.World).Loaded) return found;
   return First({Mission(), Flight()});
 }

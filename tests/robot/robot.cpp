@@ -19,6 +19,7 @@
 #include <iostream>
 #include <thread>
 
+#include "session/recording.h"
 #include "tests/robot/checks.h"
 #include "tests/robot/hand.h"
 
@@ -74,7 +75,12 @@ class Player : public QObject {
     if (isTold_) {
       std::cout << next_ << " " << depth_ << " " << LastDeed() << '\n';
       for (const auto& line : stage_.World.Log) std::cout << "    log: " << line << '\n';
+      std::cout << "    bar: " << stage_.Window->staBar->currentMessage().toStdString() << " | "
+                << stage_.Window->bars->Texts().join('|').toStdString()
+                << "\n    files: " << stage_.Box.Names("missions") << '\n';
       const Document& doc = stage_.World.Doc;
+      for (const auto& path : UnsavedMissions(stage_.World))
+        std::cout << "    unsaved: " << path << '\n';
       if (!doc.Missions.empty())
         std::cout << "    on show: " << doc.CurMission << " "
                   << doc.Missions.at(doc.CurMission).BaseName << " flight " << doc.CurFlight

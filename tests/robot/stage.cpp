@@ -68,6 +68,7 @@ Stage::Stage(std::uint32_t setup) : World(Box.Path("program")), setup_(setup) {
   Begin(setup);
   Window->LoadForm("");
   World.Log.clear();
+  Asked.clear();
 }
 
 Stage::~Stage() {
@@ -169,7 +170,6 @@ std::string Stage::AnyPath(bool folder) {
 
 void Stage::Begin(std::uint32_t chance) {
   dice_.seed(chance);
-  Asked.clear();
   World.ShellCalls.clear();
   World.Clock.Second = (World.Clock.Second + 1) % 60;
   if (World.Clock.Second == 0) World.Clock.Minute = (World.Clock.Minute + 1) % 60;

@@ -38,7 +38,7 @@ class Stage : public QObject {
   std::unique_ptr<frmRWS> Window;
   /** Events run in the middle of a long work. */
   bool Pumping = false;
-  /** The questions of the action that is being played, with their answers. */
+  /** The questions since the last look, with their answers. */
   std::vector<std::string> Asked;
   /** Bytes of the missions at the start, by full path. */
   std::map<std::string, std::string> Start;
