@@ -206,9 +206,17 @@ Record PatchedPart(const std::vector<Record>& now, const Parts<Record>& from,
                         ? from.begin() + static_cast<std::ptrdiff_t>(index)
                         : std::find(from.begin(), from.end(), to[index]);
   if (same != from.end()) return now[static_cast<std::size_t>(same - from.begin())];
-  if (from.size() != to.size()) return *to[index];
-  Record patched = now[index];
-  PatchWhole(patched, *from[index], *to[index]);
+  std::size_t at = from.size() == to.size() ? index : from.size();
+  // With others gone or come, what showing has written into one that stays is not lost.
+  if constexpr (requires { now[0].Name; })
+    if (from.size() != to.size())
+      at = static_cast<std::size_t>(
+          std::find_if(from.begin(), from.end(),
+                       [&](const auto& part) { return part->Name == to[index]->Name; }) -
+          from.begin());
+  if (at == from.size()) return *to[index];
+  Record patched = now[at];
+  PatchWhole(patched, *from[at], *to[index]);
   return patched;
 }
 

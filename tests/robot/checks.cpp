@@ -123,8 +123,7 @@ std::string Checks::Commands() {
                 Differ("Save all", window.mnuSaveAll->isEnabled(), !unsaved.empty()),
                 Differ("Undo", window.mnuUndo->isEnabled(), !UndoTitle(session).empty()),
                 Differ("Redo", window.mnuRedo->isEnabled(), !RedoTitle(session).empty()),
-                Differ("Update", window.cmd[frmRWS::kUpdate]->isEnabled(), modified),
-                Differ("unsaved while Update is lit", current || !modified, true)});
+                Differ("Update", window.cmd[frmRWS::kUpdate]->isEnabled(), modified)});
 }
 
 std::string Checks::Mission() {
@@ -215,7 +214,6 @@ std::string Checks::Plane(std::size_t plane) {
   };
   paint(*panel.cboAPSkin, *panel.lbl2, slot.Skin);
   paint(*panel.cboPSkin, *panel.lbl3, slot.Pilot);
-  if (panel.cboPNoseArt->isEnabled()) paint(*panel.cboPNoseArt, *panel.lbl4, slot.NoseArt);
   return found;
 }
 

@@ -46,10 +46,14 @@ class Player : public QObject {
     timer->start(milliseconds);
   }
   int Beats() const { return beats_; }
+  /** What it does now, for a run that hangs. */
+  const char* State() const { return state_; }
 
  private:
   void Turn() {
+    state_ = stage_.Pumping ? "pumping after" : "waiting for the library after";
     if (stage_.Pumping || (depth_ == 0 && stage_.Window->Library->IsBusy())) return PlayNext(1);
+    state_ = "looking after";
     ++beats_;
     const bool isIdle = depth_ == 0 && !QApplication::activePopupWidget();
     if (isIdle && !stage_.World.Doc.Closing) Judge(checks_.Look());
@@ -64,6 +68,7 @@ class Player : public QObject {
     const Action& action = episode_.Actions[next_++];
     PlayNext();
     stage_.Begin(action.N[3]);
+    state_ = "playing";
     Deeper([&] { Perform(stage_, action); });
   }
 
@@ -109,6 +114,7 @@ class Player : public QObject {
   std::size_t next_ = 0;
   int depth_ = 0, closings_ = 0;
   std::atomic<int> beats_ = 0;
+  std::atomic<const char*> state_ = "";
 };
 
 /** Ends the process when no action has come to its end for long. */
@@ -122,8 +128,8 @@ class Watchdog {
             std::this_thread::sleep_for(std::chrono::milliseconds(100));
             same = std::exchange(beats, player.Beats()) == player.Beats() ? same + 1 : 0;
             if (same < kMostSeconds * 10) continue;
-            std::cout << kFound << "0 hang: for " << kMostSeconds << " s in " << LastDeed()
-                      << std::endl;
+            std::cout << kFound << "0 hang: for " << kMostSeconds << " s " << player.State() << " "
+                      << LastDeed() << std::endl;
             std::_Exit(kHung);
           }
         }) {}
@@ -144,6 +150,8 @@ QByteArray ReadAll(const QString& name) {
 
 int Replay(int argc, char** argv, const QString& name, bool isTold) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
+  // The order of what is hashed is the same in each run.
+  qputenv("QT_HASH_SEED", "0");
   qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
   QApplication application(argc, argv);
   QApplication::setStyle(QStringLiteral("Fusion"));
