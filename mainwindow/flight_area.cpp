@@ -194,6 +194,9 @@ void FlightArea::SelectFlight(int flight) {
 }
 
 void FlightArea::ListKeyReleased() {
+  // A key can take the selection away as well.
+  if (lstPlanes->RowCount() > 0 && lstPlanes->SelectedRows().empty())
+    lstPlanes->SelectOnly(lstPlanes->RowOf(session_.Doc.CurFlight));
   const int flight = lstPlanes->Selection().Focused;
   if (flight < 0 || flight == session_.Doc.CurFlight) return;
   // Neither the tag nor the modes: the keyboard never enters or leaves a selection of several.

@@ -174,6 +174,8 @@ void MissionPanel::ConstantClicked(CheckBox* box, const EditKind& kind,
 }
 
 void MissionPanel::ShowAircraftCount() {
+  // A click by the button's key comes a moment later, when the mission may have gone.
+  if (session_.Doc.Missions.empty()) return;
   LogAndLeave(session_.Services, "cmdCount_Click", [&] {
     const Services& services = session_.Services;
     const std::string text = AircraftCountText(CurrentMission(session_), session_.Tables, services);

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <map>
 #include <set>
@@ -11,6 +12,7 @@
 #include "mission/kept_flights.h"
 #include "mission/kept_merge.h"
 #include "mission/kept_reader.h"
+#include "services/numbers.h"
 #include "services/text.h"
 
 namespace rws {
@@ -50,9 +52,15 @@ bool SameRoute(const Flight& a, const Flight& b) {
       [](const auto& one, const auto& other) { return !WaypointDiffers(one, other); });
 }
 
+/** One may be as it was typed, with blanks or a fraction, which the reader leaves out. */
+bool SameHeight(const std::string& a, const std::string& b) {
+  const auto whole = [](const std::string& text) { return NumberText(std::trunc(CDbl(text))); };
+  return a == b || (IsNumeric(a) && IsNumeric(b) && whole(a) == whole(b));
+}
+
 bool SameMain(const Mission& a, const Mission& b) {
   return a.MapPath == b.MapPath && a.Time == b.Time && a.CloudType == b.CloudType &&
-         a.CloudHeight == b.CloudHeight && a.Army == b.Army && a.Player == b.Player &&
+         SameHeight(a.CloudHeight, b.CloudHeight) && a.Army == b.Army && a.Player == b.Player &&
          a.PlayerNum == b.PlayerNum && a.TimeConstant == b.TimeConstant &&
          a.WeaponsConstant == b.WeaponsConstant &&
          KeyOf(a.BriefSoundLine).Value == KeyOf(b.BriefSoundLine).Value;

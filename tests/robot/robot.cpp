@@ -35,11 +35,13 @@ class Player : public QObject {
   Player(Stage& stage, const Episode& episode, bool isTold)
       : stage_(stage), checks_(stage), episode_(episode), isTold_(isTold) {}
 
-  /** From now on an action whenever all that is to be done is done. */
+  /** The next turn, when all that waits for the event loop is done. */
   void PlayNext(int milliseconds = 0) {
     auto* timer = new QTimer(this);
     timer->setSingleShot(true);
-    connect(timer, &QTimer::timeout, this, [this, timer] {
+    // Twice: what was to be done at once may have begun to wait later than this.
+    connect(timer, &QTimer::timeout, this, [this, timer, waited = false]() mutable {
+      if (!std::exchange(waited, true)) return timer->start(0);
       timer->deleteLater();
       Turn();
     });

@@ -96,6 +96,17 @@ TEST(History, WhatAnEditShowsIsAPartOfIt) {
   EXPECT_EQ(desk.State("a"), "100,100,100/2^100");
 }
 
+TEST(History, AnUndoneRemovalKeepsWhatWasShownSince) {
+  SessionDesk desk({"a"});
+  auto& flights = desk.World.Doc.Missions[0].Flights;
+  Edit(desk.World, {"x", "Removal"}, [&] {
+    flights.erase(flights.begin());
+    flights[0].Shown = true;
+  });
+  desk.Run("show0=55 undo");
+  EXPECT_EQ(desk.State("a"), "100,55,100/2^100");
+}
+
 TEST(History, AStepWithoutItsFileTellsSoAndGoesToWhereItHappened) {
   SessionDesk desk({"a", "b"});
   desk.World.Doc.CurFlight = 2;
