@@ -221,7 +221,13 @@ TEST_F(Kept, PlanesWithoutASkillOfTheirOwnKeepTheCommonOne) {
 TEST_F(Kept, NumbersKeepTheirForm) {
   const struct {
     const char *Old, *Value, *Now;
-  } rows[] = {{"1873", "900", "900"}, {"1873.0", "900", "900.0"}, {"1873.55", "900", "900.0"}};
+  } rows[] = {{"1873", "900", "900"},
+              {"1873.0", "900", "900.0"},
+              {"1873.55", "900", "900.0"},
+              // As they were typed: with a blank, with a fraction.
+              {"1873.0", "900 ", "900.0"},
+              {"1873.0", " 1873", "1873.0"},
+              {"1873.0", "900.5", "900.5"}};
   for (const auto& row : rows) {
     Mission mission = Read("[MAIN]\nCloudHeight " + string(row.Old));
     mission.CloudHeight = row.Value;

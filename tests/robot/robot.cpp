@@ -1,10 +1,11 @@
 // A user who acts by chance at the real window, and looks at it after each action.
 //
 //   robot [--seconds N | --actions N] [--seed S] [--length N] [--shrink N]
-//   robot --replay FILE
+//   robot --replay FILE [told]
 //
 // A run is made of episodes, each in a process of its own that starts from the same files. One that
-// ends in a fault is made shorter for some seconds and then printed, to be played again.
+// ends in a fault is made shorter for some seconds and then printed, to be played again; "told"
+// says what each action does.
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -19,6 +20,7 @@
 #include <iostream>
 #include <thread>
 
+#include "session/current.h"
 #include "session/recording.h"
 #include "tests/robot/checks.h"
 #include "tests/robot/hand.h"
@@ -79,21 +81,21 @@ class Player : public QObject {
     ++depth_;
     deed();
     --depth_;
-    if (isTold_) {
-      std::cout << next_ << " " << depth_ << " " << LastDeed() << '\n';
-      for (const auto& line : stage_.World.Log) std::cout << "    log: " << line << '\n';
-      std::cout << "    bar: " << stage_.Window->staBar->currentMessage().toStdString() << " | "
-                << stage_.Window->bars->Texts().join('|').toStdString()
-                << "\n    files: " << stage_.Box.Names("missions") << '\n';
-      const Document& doc = stage_.World.Doc;
-      for (const auto& path : UnsavedMissions(stage_.World))
-        std::cout << "    unsaved: " << path << '\n';
-      if (!doc.Missions.empty())
-        std::cout << "    on show: " << doc.CurMission << " "
-                  << doc.Missions.at(doc.CurMission).BaseName << " flight " << doc.CurFlight
-                  << " of " << doc.Missions.at(doc.CurMission).Flights.size() << '\n';
-      for (const auto& asked : stage_.Asked) std::cout << "    asked: " << asked << '\n';
-    }
+    if (isTold_) Tell();
+  }
+
+  void Tell() const {
+    const Document& doc = stage_.World.Doc;
+    std::cout << next_ << ' ' << depth_ << ' ' << LastDeed() << '\n';
+    for (const auto& line : stage_.World.Log) std::cout << "    log: " << line << '\n';
+    for (const auto& asked : stage_.Asked) std::cout << "    asked: " << asked << '\n';
+    for (const auto& path : UnsavedMissions(stage_.World))
+      std::cout << "    unsaved: " << path << '\n';
+    if (!doc.Missions.empty())
+      std::cout << "    shown: " << CurrentMission(stage_.World).BaseName << ", flight "
+                << doc.CurFlight << '\n';
+    std::cout << "    bars: " << stage_.Window->bars->Texts().join(u'|').toStdString()
+              << stage_.Window->staBar->currentMessage().toStdString() << '\n';
   }
 
   /** Ends the process at once: what is behind a fault tells no more. */
