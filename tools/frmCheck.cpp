@@ -16,6 +16,7 @@
 #include "services/work.h"
 #include "session/current.h"
 #include "session/recording.h"
+#include "tools/logic/mission_files.h"
 #include "tools/logic/shown_check.h"
 
 namespace rws {
@@ -255,9 +256,8 @@ void frmCheck::Filter() {
 
 bool frmCheck::IsShown(const std::string& path) const {
   const Document& doc = session_.Doc;
-  // Of an empty folder there is a mission, but no file.
-  return !doc.Missions.empty() && !doc.MissionFiles.empty() &&
-         path == At(doc.MissionFiles, doc.CurMission);
+  // Results come also while the folder is read anew, and the list may have become shorter then.
+  return !doc.Missions.empty() && path == CurrentMissionPath(doc);
 }
 
 /** What can be mended of the mission on show. */
