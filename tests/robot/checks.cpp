@@ -161,6 +161,11 @@ std::string Checks::Flight() {
   if (session.Doc.CurFlight < 0) return "";
   if (session.Doc.CurFlight >= std::ssize(flights))
     return Differ("flight: on show", session.Doc.CurFlight, static_cast<int>(flights.size()) - 1);
+  // What is compared for Update, and by some handlers.
+  const auto& shadows = session.Doc.MissionShadow;
+  const auto shown = static_cast<std::size_t>(session.Doc.CurMission);
+  if (shown >= shadows.size() || shadows[shown].Flights.size() < flights.size())
+    return "flight: the shadow lacks some";
   if (selection.Flights.empty()) return "flight: none is lit";
   // A group shows what was shown before.
   if (selection.Several || selection.Flights.size() > 1) return "";

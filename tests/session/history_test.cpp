@@ -107,6 +107,20 @@ TEST(History, AnUndoneRemovalKeepsWhatWasShownSince) {
   EXPECT_EQ(desk.State("a"), "100,55,100/2^100");
 }
 
+/** Else the mission would hold more than its shadow, and count as unchanged from then on. */
+TEST(History, ARemovalThatIsUndoneBehindASaveGoesOnLightingUpdate) {
+  SessionDesk desk({"a"});
+  Mission& mission = desk.World.Doc.Missions[0];
+  Edit(desk.World, {"x", "Removal"}, [&] {
+    mission.Flights[0].Waypoints.pop_back();
+    mission.Flights.erase(mission.Flights.begin() + 1);
+  });
+  desk.Run("save undo");
+  EXPECT_EQ(desk.State("a"), "100,100,100/2^100*!");
+  desk.Run("fuel2=50");
+  EXPECT_EQ(desk.State("a"), "100,100,50/2^100*!");
+}
+
 TEST(History, AStepWithoutItsFileTellsSoAndGoesToWhereItHappened) {
   SessionDesk desk({"a", "b"});
   desk.World.Doc.CurFlight = 2;
