@@ -117,8 +117,9 @@ TEST_F(LoadFormTest, StartsWithSettingsOfNonsense) {
         std::string("True,False;\t\n\\"), std::string("\xFF\xFE\x80"), std::string(100'000, '9')}) {
     SCOPED_TRACE(junk.substr(0, 30));
     World_.SettingTexts = usual;
-    for (auto& [name, value] : World_.SettingTexts)
-      if (!name.ends_with("GamePath") && !name.ends_with("LastDirPath")) value = junk;
+    for (auto& [name, value] : World_.SettingTexts) value = junk;
+    WriteSetting(World_.Services.Settings, setting::GamePath, Box.Path("game"));
+    WriteSetting(World_.Services.Settings, setting::LastDirPath, Box.Path("missions"));
     static_cast<Session&>(World_).Doc = Document();
     Load();
     EXPECT_TRUE(Window->isVisible());
