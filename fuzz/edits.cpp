@@ -1,10 +1,12 @@
 #include "fuzz/edits.h"
 
 #include <array>
+#include <cmath>
 #include <string>
 #include <utility>
 
 #include "mission/references.h"
+#include "services/numbers.h"
 
 namespace rws::fuzz {
 
@@ -236,8 +238,11 @@ void EditSomehow(FuzzedDataProvider& from, Mission& mission) {
 
 std::string EditedValues(const Mission& mission) {
   std::string text;
-  for (const auto* value : {&mission.MapPath, &mission.Time, &mission.CloudHeight,
-                            &mission.CloudType, &mission.Army, &mission.Player, &mission.PlayerNum})
+  // A typed fraction of a height is left out by the reader, and so are its blanks.
+  const std::string& height = mission.CloudHeight;
+  Add(text, IsNumeric(height) ? NumberText(std::trunc(CDbl(height))) : height);
+  for (const auto* value : {&mission.MapPath, &mission.Time, &mission.CloudType, &mission.Army,
+                            &mission.Player, &mission.PlayerNum})
     Add(text, *value);
   Add(text, std::to_string(mission.TimeConstant) + std::to_string(mission.WeaponsConstant));
   for (const auto& flight : mission.Flights) {
