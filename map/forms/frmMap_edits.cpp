@@ -1,5 +1,6 @@
 #include <QKeyEvent>
 #include <algorithm>
+#include <tuple>
 
 #include "map/base_edits.h"
 #include "map/forms/frmBaseLines.h"
@@ -22,6 +23,16 @@ constexpr EditKind kBase{"Map", "Home base"};
 }  // namespace
 
 bool frmMap::MayEdit() {
+  // A key pressed in the wake of an Undo means the route that was seen, not another that is there.
+  if (followSoon_.isActive()) {
+    const auto seen = [this] {
+      const MapRoute* route = Route();
+      return std::tuple(path_, route ? route->Flight : 0, route ? route->Points.size() : 0);
+    };
+    const auto before = seen();
+    Follow();
+    if (seen() != before) return false;
+  }
   if (!chooseRow_) return true;
   Say(tr("Nothing can be moved while the waypoint editor is open."));
   return false;
@@ -30,8 +41,9 @@ bool frmMap::MayEdit() {
 /** Changes the route of the selected flight, and shows it. */
 template <class Change>
 bool frmMap::EditRoute(Change change) {
+  if (!MayEdit()) return false;
   const MapRoute* route = Route();
-  if (!route || !MayEdit()) return false;
+  if (!route) return false;
   const std::size_t flight = route->Flight;
   const std::size_t before =
       FlightAt(session_, static_cast<std::ptrdiff_t>(flight)).Waypoints.size();
@@ -110,15 +122,16 @@ void frmMap::DeletePoints() {
   const auto waypoints = SelectedWaypoints();
   if (waypoints.empty()) return Say(tr("No waypoint is selected."));
   bool deleted = false;
-  EditRoute(
-      [&](std::size_t flight) { deleted = DeleteWaypoints(session_.Doc, flight, waypoints); });
+  if (!EditRoute(
+          [&](std::size_t flight) { deleted = DeleteWaypoints(session_.Doc, flight, waypoints); }))
+    return;
   if (!deleted) return Say(tr("A route keeps one waypoint at least."));
   SelectWaypoints({});
 }
 
 void frmMap::Reverse() {
   bool turned = false;
-  EditRoute([&](std::size_t flight) { turned = ReverseRoute(session_.Doc, flight); });
+  if (!EditRoute([&](std::size_t flight) { turned = ReverseRoute(session_.Doc, flight); })) return;
   if (!turned) Say(tr("There are not two waypoints between take-off and landing."));
 }
 

@@ -266,6 +266,16 @@ TEST_F(MapWindowTest, PointsComeAndGo) {
   EXPECT_EQ(Unsaved(), "");
 }
 
+TEST_F(MapWindowTest, NothingChangesInAMissionThatIsNotSeenYet) {
+  ClickMap(First);
+  ClickRow(0);
+  const auto points = Doc().Missions[0].Flights[0].Waypoints.size();
+  ASSERT_EQ(Map().view->Shown().Selection.Points, std::vector<std::size_t>{1}) << "of the other";
+  Map().mnuDelete->trigger();
+  EXPECT_EQ(Doc().Missions[0].Flights[0].Waypoints.size(), points);
+  EXPECT_TRUE(Map().view->Shown().Selection.Points.empty());
+}
+
 TEST_F(MapWindowTest, NothingChangesWhileTheWaypointEditorIsOpen) {
   ClickMap(First);
   Key(Qt::Key_Up);
