@@ -3,11 +3,13 @@
 # Markdown. Fails on any finding, and says where its input is kept.
 #
 #   scripts/fuzz.sh [--save] [--coverage] [SECONDS [REGEX]]
+#   scripts/fuzz.sh --corpus
 #
 #   SECONDS     for each target; 20 if not given
 #   REGEX       only the targets whose names match
 #   --save      puts what was found on the way into fuzz/corpus, with all that is there made as few
 #               inputs as reach the same; else fuzz/corpus stays as it is
+#   --corpus    only what is in fuzz/corpus, which is the same in each run
 #   --coverage  also prints how many lines of the readers, writers and tables the corpus reaches
 #
 # A finding is run again by `build/fuzz/bin/NAME_fuzz FILE`, and made smaller by the same with
@@ -16,12 +18,14 @@ set -euo pipefail
 
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 save=no coverage=no
+runs=-1
 while [[ ${1:-} == --* ]]; do
   case $1 in
     --save) save=yes ;;
     --coverage) coverage=yes ;;
+    --corpus) runs=0 ;;
     *)
-      sed -n '2,16s/^# \{0,1\}//p' "${BASH_SOURCE[0]}" >&2
+      sed -n '2,18s/^# \{0,1\}//p' "${BASH_SOURCE[0]}" >&2
       exit 2
       ;;
   esac
@@ -41,7 +45,7 @@ work=$(mktemp -d "$([ -w /dev/shm ] && echo /dev/shm || echo "${TMPDIR:-/tmp}")/
 trap 'rm -rf "$work"' EXIT
 findings=$top/build/fuzz/findings
 mkdir -p "$work/tmp" "$findings"
-export work findings seconds TMPDIR="$work/tmp"
+export work findings seconds runs TMPDIR="$work/tmp"
 # Without long stacks of each allocation a run takes half the time; a finding shows its own.
 export ASAN_OPTIONS=malloc_context_size=1:quarantine_size_mb=8
 
@@ -60,7 +64,7 @@ fuzz_one() {
   [ -f "$words" ] || words=fuzz/mission.dict
   mkdir -p "$work/corpus/$thing" "fuzz/corpus/$thing"
   cp -r "fuzz/corpus/$thing/." "$work/corpus/$thing/"
-  "build/fuzz/bin/${thing}_fuzz" -max_total_time="$seconds" -max_len=4096 -timeout=5 \
+  "build/fuzz/bin/${thing}_fuzz" -max_total_time="$seconds" -runs="$runs" -max_len=4096 -timeout=5 \
     -rss_limit_mb=2048 -malloc_limit_mb=512 -report_slow_units=5 -entropic=0 -dict="$words" \
     -print_final_stats=1 -artifact_prefix="$findings/$thing-" "$work/corpus/$thing" \
     >"$work/$thing.log" 2>&1 </dev/null || result=$?
