@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "mission/kept_reader.h"
 #include "mission/line_ends.h"
@@ -132,12 +133,17 @@ void LoadMissionArray(Document& doc, const Services& services) {
   doc.Missions.clear();
   LogAndLeave(services, "LoadMissionArray", [&] {
     doc.Missions.reserve(doc.MissionFiles.size());
+    std::string folder, absolute;
     for (const auto& path : doc.MissionFiles) {
       Mission& mission = doc.Missions.emplace_back();
       mission.BaseName = GetBaseName(path);
       mission.FileName = GetFileName(path);
+      // Nearly all lie in one folder, whose place in the system is asked for once.
+      const std::string own = StripFileName(path);
+      if (own.empty() || own != std::exchange(folder, own))
+        absolute = StripFileName(services.Files.GetAbsolutePathName(path));
       // A folder whose name holds the file name loses that part too; kept as it is.
-      mission.DirPath = Replace(services.Files.GetAbsolutePathName(path), mission.FileName, "");
+      mission.DirPath = Replace(absolute + mission.FileName, mission.FileName, "");
     }
   });
 }
