@@ -45,7 +45,8 @@ void FolderWatch::Watch(const QString& folder, const QString& file) {
 void FolderWatch::LookAgain() { settle_.start(); }
 
 void FolderWatch::Poll() {
-  if (settle_.isActive()) return;
+  // A long start comes by here before any folder is watched.
+  if (settle_.isActive() || folder_.isEmpty()) return;
   const QString now = State();
   if (now == seen_) return;
   seen_ = now;
