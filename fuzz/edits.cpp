@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "mission/references.h"
+#include "services/faults.h"
 #include "services/numbers.h"
 
 namespace rws::fuzz {
@@ -239,8 +240,11 @@ void EditSomehow(FuzzedDataProvider& from, Mission& mission) {
 std::string EditedValues(const Mission& mission) {
   std::string text;
   // A typed fraction of a height is left out by the reader, and so are its blanks.
-  const std::string& height = mission.CloudHeight;
-  Add(text, IsNumeric(height) ? NumberText(std::trunc(CDbl(height))) : height);
+  std::string height = mission.CloudHeight;
+  ResumeNext([&] {
+    if (IsNumeric(height)) height = NumberText(std::trunc(CDbl(height)));
+  });
+  Add(text, height);
   for (const auto* value : {&mission.MapPath, &mission.Time, &mission.CloudType, &mission.Army,
                             &mission.Player, &mission.PlayerNum})
     Add(text, *value);
