@@ -85,33 +85,49 @@ std::string OneLine(std::string text) {
   return std::string(Trim(text));
 }
 
+/** Puts the value of a line into an entry by one of the above; false for a line that is not of its
+    kind. */
+template <class Entry>
+bool SetLine(Entry& entry, std::string_view line,
+             bool (*set)(Entry&, std::string_view, std::string_view)) {
+  const std::size_t equals = line.find('=');
+  return equals != line.npos &&
+         set(entry, Trim(line.substr(0, equals)), Trim(line.substr(equals + 1)));
+}
+
 /** A line that only an entry of this kind holds, and that goes with it. */
 bool IsValueLine(std::string_view line, std::string_view kind) {
-  line = Trim(line);
-  const std::size_t equals = line.find('=');
-  if (equals == line.npos) return false;
-  const std::string_view key = Trim(line.substr(0, equals)), value = Trim(line.substr(equals + 1));
   OwnAircraft aircraft;
   OwnMap map;
-  return kind == kAircraft ? SetAircraft(aircraft, key, value) : SetMap(map, key, value);
+  return kind == kAircraft ? SetLine(aircraft, line, SetAircraft) : SetLine(map, line, SetMap);
+}
+
+/** A line that is the same wherever it stands. */
+bool IsNote(std::string_view line) {
+  line = Trim(line);
+  return line.empty() || line.starts_with('#');
 }
 
 /** The bytes without the entries of a name, and with `entry` at their end. What stands between the
-    lines of these, such as a note of the user's, stays. */
+    lines of these, such as a note of the user's, stays; what their kind does not know goes along,
+    as the entry ahead might know it. */
 std::string WithEntry(std::string_view bytes, std::string_view kind, std::string_view name,
                       const std::string& entry) {
-  std::string result;
+  std::string result, unknown;
   if (bytes.empty()) result = kHead;
   bool isOld = false;
   for (std::string_view rest = bytes; !rest.empty();) {
     const std::string_view before = rest, line = TakeLine(rest);
     const bool isHead = Trim(line).starts_with('[');
     if (isHead) isOld = NameOfHead(line, kind) == name;
-    if (!isOld || (!isHead && !IsValueLine(line, kind)))
-      result += before.substr(0, before.size() - rest.size());
+    const std::string_view whole = before.substr(0, before.size() - rest.size());
+    if (!isOld || IsNote(line))
+      result += whole;
+    else if (!isHead && !IsValueLine(line, kind))
+      unknown += whole;
   }
   if (!result.ends_with('\n')) result += "\r\n";
-  return result + std::string(kind) + std::string(name) + "]\r\n" + entry;
+  return result + std::string(kind) + std::string(name) + "]\r\n" + entry + unknown;
 }
 
 std::string Line(const char* key, const std::string& value) {
@@ -211,11 +227,8 @@ OwnEntries ParseOwnEntries(std::string_view bytes) {
     } else if (!path.empty()) {
       map = Put(own.Maps, &OwnMap::Path, path);
     } else {
-      const std::size_t equals = std::min(line.find('='), line.size());
-      const std::string_view key = Trim(line.substr(0, equals));
-      const std::string_view value = Trim(line.substr(std::min(equals + 1, line.size())));
       const bool isRight =
-          aircraft ? SetAircraft(*aircraft, key, value) : map && SetMap(*map, key, value);
+          aircraft ? SetLine(*aircraft, line, SetAircraft) : map && SetLine(*map, line, SetMap);
       if (!isRight)
         own.Troubles.push_back(std::to_string(number) + ": " +
                                OneLine(std::string(line.substr(0, kMostOfALine))));

@@ -34,9 +34,12 @@ TEST(OwnEntries, StayWhatTheyAreBesideANewOne) {
   const std::string noted =
       "[aircraft DUCK]\n# of DUCK\n name = x\nside=red\nodd\n\n# of l\n[map x/l.ini]\nname=y\n";
   EXPECT_EQ(WithOwnMap(WithOwnAircraft(noted, {"DUCK", "D"}), {"x/l.ini", "z"}),
-            "# of DUCK\nodd\n\n# of l\n[aircraft DUCK]\r\nname=D\r\nside=red\r\nflyable=yes\r\n"
+            "# of DUCK\n\n# of l\n[aircraft DUCK]\r\nname=D\r\nside=red\r\nflyable=yes\r\nodd\n"
             "[map x/l.ini]\r\nname=z\r\n")
       << "only the lines of the old entries go";
+  EXPECT_EQ(WithOwnMap("[aircraft A]\nname=1\n[map m]\nside=blue\nname", {"m", "z"}),
+            "[aircraft A]\nname=1\n[map m]\r\nname=z\r\nside=blue\nname")
+      << "what a map does not know is not given to an aircraft";
   own = ParseOwnEntries(
       "\xEF\xBB\xBF[aircraft A]\nside=green\nname=1\n[aircraft A]\nname=2\nflyable=no\n"
       "[aircraft ]\nname=3\n[map m]\nside=red");
