@@ -10,6 +10,7 @@
 #include "platform/qt_text.h"
 #include "services/arrays.h"
 #include "services/error_log.h"
+#include "services/notice.h"
 #include "services/text.h"
 #include "services/trapped.h"
 #include "session/current.h"
@@ -50,6 +51,21 @@ void frmRWS::ConnectDocument() {
   window.IsUp = [this] { return isVisible(); };
   window.LightUpdate = [this](bool lit) { LightUpdate(lit); };
   session_.Services.Ask.Notice = [this](const std::string& text) { Notice(text); };
+  TellUnkeptSettings();
+}
+
+/** No command ends over settings that cannot be kept. */
+void frmRWS::TellUnkeptSettings() {
+  const Services& services = session_.Services;
+  SettingsBackend& backend = session_.Services.Settings.Backend;
+  backend.Write = [&services, write = backend.Write](SettingsRoot root, const std::string& key,
+                                                     const std::string& name,
+                                                     const SettingData& value) {
+    if (write) NoticeAndLeave(services, [&] { write(root, key, name, value); });
+  };
+  backend.Delete = [&services, remove = backend.Delete](SettingsRoot root, const std::string& key) {
+    if (remove) NoticeAndLeave(services, [&] { remove(root, key); });
+  };
 }
 
 void frmRWS::Connect() {

@@ -217,6 +217,7 @@ class frmRWS : public QMainWindow {
   void SetTabOrder();
   void Connect();
   void ConnectDocument();
+  void TellUnkeptSettings();
   void ConnectList();
   void ConnectButtons();
   void ConnectPanels();

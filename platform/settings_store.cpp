@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "platform/qt_text.h"
+#include "services/faults.h"
 
 #ifdef _WIN32
 #include <windows.h>
@@ -90,6 +91,14 @@ SettingData FromVariant(const QVariant& value) {
   return ToPath(value.toString());
 }
 
+/** What was changed is on disk, or a fault says where it is not. */
+void Keep(QSettings& settings) {
+  settings.sync();
+  if (settings.status() != QSettings::NoError)
+    throw FileFault(fault::Permission, "write", ToPath(settings.fileName()),
+                    "the settings are not kept");
+}
+
 }  // namespace
 
 QString DefaultSettingsFile() {
@@ -113,12 +122,15 @@ SettingsBackend MakeSettingsStore(const QString& iniFile) {
     const auto* text = std::get_if<std::string>(&data);
     settings->setValue(StoredName(*settings, name),
                        text ? ToVariant(*text) : QVariant(std::get<std::int32_t>(data)));
+    Keep(*settings);
   };
   backend.Delete = [iniFile](SettingsRoot root, const std::string& key) {
     // From its parent: emptied, a key of the registry would stay.
     const auto last = key.rfind('\\');
     const std::string parent = last == key.npos ? "" : key.substr(0, last);
-    OpenKey(iniFile, root, parent)->remove(FromPath(key.substr(last + 1)));
+    const auto settings = OpenKey(iniFile, root, parent);
+    settings->remove(FromPath(key.substr(last + 1)));
+    Keep(*settings);
   };
   return backend;
 }

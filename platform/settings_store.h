@@ -7,7 +7,8 @@
 namespace rws {
 
 /** The settings store of the running system: the registry on Windows, else an ini file under the
-    user's configuration directory. A path names another ini file, on every system. */
+    user's configuration directory. A path names another ini file, on every system. What cannot be
+    kept is a fault. */
 SettingsBackend MakeSettingsStore(const QString& iniFile);
 
 /** Where the ini file lies when no other is named. */

@@ -54,15 +54,22 @@ TEST_F(LoadFormTest, WithoutAGameTheProgramEnds) {
 }
 
 TEST_F(LoadFormTest, AFaultBeforeTheWindowIsThereEndsTheProgram) {
+  World_.Services.System.LocaleText = [](int) -> std::string { throw PathNotFoundFault("locale"); };
+  World_.Script.Expect("locale");
+  Load("");
+  EXPECT_TRUE(Doc().Closing);
+  EXPECT_FALSE(Window->isVisible());
+}
+
+TEST_F(LoadFormTest, SettingsThatCannotBeKeptAreToldAndStopNothing) {
   World_.Services.Settings.Backend.Write = [](SettingsRoot, const std::string&, const std::string&,
                                               const SettingData&) {
     throw FileFault(fault::FileIo, "write", "settings", "no space left");
   };
-  World_.Script.Expect("no space left");
-  Load("");
-  EXPECT_TRUE(Doc().Closing);
-  EXPECT_FALSE(Window->isVisible());
-  EXPECT_EQ(ReadSetting(World_.Services.Settings, setting::ForeColor, ""), "");
+  Load(Box.Path("missions"));
+  EXPECT_TRUE(Window->isVisible());
+  EXPECT_EQ(Window->lstMission->RowCount(), 2);
+  EXPECT_TRUE(Window->staBar->currentMessage().contains(QStringLiteral("no space left")));
 }
 
 TEST_F(LoadFormTest, AFileInThePlaceOfTheImagesDoesNotStopTheStart) {

@@ -14,6 +14,7 @@
 #include "platform/form_placement.h"
 #include "platform/qt_prompts.h"
 #include "platform/settings_store.h"
+#include "services/faults.h"
 #include "services/setting_values.h"
 #include "tests/support/doubles.h"
 #include "tests/support/sandbox.h"
@@ -38,6 +39,12 @@ TEST(SettingsStore, KeepsValuesInAnIniFile) {
   DeleteRegKey(again, kUser, kSettingsBaseKey);
   EXPECT_EQ(ReadSetting(again, setting::GamePath), "");
   EXPECT_EQ(GetRegValue(again, kClasses, "rws.mis", "", ""), "open");
+  const QString nowhere = file + QStringLiteral("/below.ini");
+  const Settings lost{std::string(kSettingsBaseKey), MakeSettingsStore(nowhere)};
+  std::string told;
+  Trap([&] { WriteSetting(lost, setting::GamePath, odd); },
+       [&](const Fault& caught) { told = caught.Text; });
+  EXPECT_NE(told.find(nowhere.toStdString()), told.npos) << told;
 }
 
 TEST(QtPrompts, AskBeforeAFileIsReplacedUnlessItIsOnlyNamed) {
