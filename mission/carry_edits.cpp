@@ -189,6 +189,15 @@ std::string NameKey(const Flight& flight) { return LowerKey(Trim(flight.Name)); 
 std::string ReadKey(const Flight& flight) { return LowerKey(Trim(flight.KeptName)); }
 std::string BothKeys(const Flight& flight) { return ReadKey(flight) + '\n' + NameKey(flight); }
 
+/** Puts flights into the order of others. */
+void ArrangeFlights(const std::vector<Flight>& order, std::vector<Flight>& flights) {
+  const auto places = Pairs(order, flights, BothKeys, NameKey);
+  if (std::find(places.begin(), places.end(), kNone) != places.end()) return;
+  std::vector<Flight> arranged;
+  for (const std::size_t place : places) arranged.push_back(std::move(flights[place]));
+  flights = std::move(arranged);
+}
+
 /** What of the flights could not be carried over; "" for nothing. */
 std::string CarryFlights(const Mission& read, const Mission& edited, Mission& onto) {
   const auto& flights = edited.Flights;
@@ -230,6 +239,11 @@ std::string CarryFlights(const Mission& read, const Mission& edited, Mission& on
   for (auto place = gone.rbegin(); place != gone.rend(); ++place)
     onto.Flights.erase(onto.Flights.begin() + static_cast<std::ptrdiff_t>(*place));
   onto.Flights.insert(onto.Flights.end(), added.begin(), added.end());
+  // A copy whose source was removed has come to stand in its place.
+  const bool isOneOrder =
+      std::equal(read.Flights.begin(), read.Flights.end(), source.begin(), source.end(),
+                 [](const Flight& a, const Flight& b) { return NameKey(a) == NameKey(b); });
+  if (isOneOrder && onto.Flights.size() == flights.size()) ArrangeFlights(flights, onto.Flights);
   return "";
 }
 

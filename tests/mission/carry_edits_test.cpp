@@ -93,6 +93,17 @@ TEST(CarryEdits, LosesNoEdit) {
     }
 }
 
+TEST(CarryEdits, KeepsTheOrderOfFlights) {
+  const auto copyAndRemove = [](Mission& m) {
+    m.Flights.push_back(m.Flights[0]);
+    m.Flights.back().Name = "r0105";
+    m.Flights.erase(m.Flights.begin());
+  };
+  const Carried carried(kText, false, copyAndRemove);
+  ASSERT_EQ(carried.Is.Flights.size(), 2U) << carried.Reason;
+  EXPECT_EQ(carried.Is.Flights[0].Name + carried.Is.Flights[1].Name, "r0101r0105");
+}
+
 TEST(CarryEdits, IsRefusedWhereAnEditHasNoPlace) {
   struct Row {
     const char* Left;
