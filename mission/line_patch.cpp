@@ -57,29 +57,27 @@ LineArray LinePatch::Result() const {
   const std::string end(lines.empty() || lines.EndOf(0).empty() ? "\r\n" : lines.EndOf(0));
   std::string text;
   text.reserve(lines.FileText().size() + 64 * changes_.size());
-  const auto begin = [&] {
+  const auto add = [&](std::string_view line, std::string_view ownEnd) {
     if (!EndsLine(text)) text += end;
+    const std::string_view first = line.empty() ? ownEnd : line;
+    // Two ends of two lines must not become one.
+    if (text.ends_with('\r') && first.starts_with('\n')) text += '\n';
+    text.append(line).append(ownEnd);
   };
   std::size_t kept = 0;
   const auto keepUpTo = [&](std::size_t index) {
     if (kept >= index) return;
-    begin();
     const std::size_t first = lines.Start(kept), last = lines.End(index - 1);
-    text.append(lines.FileText(), first, last - first).append(lines.EndOf(index - 1));
+    add(std::string_view(lines.FileText()).substr(first, last - first), lines.EndOf(index - 1));
     kept = index;
   };
   for (const auto& [index, change] : changes_) {
     keepUpTo(index);
-    for (const auto& line : change.Before) {
-      begin();
-      text.append(line).append(end);
-    }
+    for (const auto& line : change.Before) add(line, end);
     if (index >= lines.size()) continue;
     kept = index + 1;
-    if (change.Removed) continue;
-    begin();
-    text.append(change.Text ? std::string_view(*change.Text) : lines[index])
-        .append(lines.EndOf(index));
+    if (!change.Removed)
+      add(change.Text ? std::string_view(*change.Text) : lines[index], lines.EndOf(index));
   }
   keepUpTo(lines.size());
   // A file without an end of its last line stays one.

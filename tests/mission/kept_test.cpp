@@ -9,6 +9,7 @@
 #include "mission/carry_edits.h"
 #include "mission/kept_merge.h"
 #include "mission/kept_reader.h"
+#include "mission/line_patch.h"
 #include "mission/pending_lines.h"
 #include "mission/references.h"
 #include "services/text.h"
@@ -410,6 +411,15 @@ TEST_F(Kept, HoldsForMissionsAsNoBuilderWritesThem) {
     EXPECT_EQ(Written(first), Written(both)) << "one after the other";
     EXPECT_EQ(Written(first), Written(swapped)) << "in either order";
   }
+}
+
+TEST(LinePatch, MakesNoLineOfTheEndsOfTwo) {
+  const LineArray lines = LineArray::FromFileAsIs("a\rb\n\nc");
+  LinePatch shorter(lines), longer(lines);
+  shorter.Remove(1);
+  longer.Insert(2, "x");
+  EXPECT_EQ(shorter.Result().FileText(), "a\r\n\nc");
+  EXPECT_EQ(longer.Result().FileText(), "a\rb\nx\r\n\nc");
 }
 
 TEST_F(Kept, TakesNothingButEditsFromTheOtherReading) {
