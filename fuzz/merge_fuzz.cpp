@@ -51,7 +51,10 @@ std::set<std::string> Untouched(const Mission& read, const Mission& edited) {
   const auto content = [](const Flight& flight) {
     Mission only;
     only.Flights = {flight};
-    return fuzz::ContentOf(only);
+    std::string text = fuzz::ContentOf(only);
+    // Two of the same waypoints may have changed places, and what stands between them.
+    for (const auto& waypoint : flight.Waypoints) text += std::to_string(waypoint.KeptRow) + ' ';
+    return text;
   };
   for (const auto& flight : edited.Flights) {
     const std::string name = LowerKey(flight.KeptName);
