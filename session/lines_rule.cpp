@@ -31,10 +31,12 @@ void ReadLines(Session& session, std::size_t mission, bool keeps) {
   state.Saved = Freeze(saved, nullptr);
   state.Own = Freeze(doc.Missions[mission], state.Saved);
   // Differs from the mission where it did before.
-  if (mission < doc.MissionShadow.size())
-    doc.MissionShadow[mission] = isLit ? saved : doc.Missions[mission];
-  if (mission < doc.MissionShadow.size())
-    state.Shadow = Freeze(doc.MissionShadow[mission], state.Own);
+  if (mission < doc.MissionShadow.size()) {
+    Mission& shadow = doc.MissionShadow[mission];
+    shadow = isLit ? saved : doc.Missions[mission];
+    FillShadow(doc.Missions[mission], shadow);
+    state.Shadow = Freeze(shadow, state.Own);
+  }
   state.Reading = ++session.History.Readings;
 }
 

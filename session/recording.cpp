@@ -349,6 +349,24 @@ void MoveRows(Document& doc, const std::vector<std::pair<std::string, std::strin
   }
 }
 
+void FillShadow(const Mission& record, Mission& shadow) {
+  for (std::size_t i = 0; i < record.Flights.size(); ++i) {
+    auto& flights = shadow.Flights;
+    const std::string& name = record.Flights[i].Name;
+    const bool has = i < flights.size() && flights[i].Name == name;
+    if (!has && flights.size() < record.Flights.size())
+      flights
+          .insert(flights.begin() + static_cast<std::ptrdiff_t>(std::min(i, flights.size())),
+                  Flight())
+          ->Name = name;
+    auto& waypoints = flights[i].Waypoints;
+    waypoints.resize(std::max(waypoints.size(), record.Flights[i].Waypoints.size()));
+  }
+  auto& bases = shadow.BornPlaces;
+  bases.resize(std::max(bases.size(), record.BornPlaces.size()));
+  while (shadow.Lines.size() < record.Lines.size()) shadow.Lines.Add("");
+}
+
 void NameMission(Mission& mission, const std::string& path) {
   mission.DirPath = StripFileName(path);
   mission.FileName = GetFileName(path);

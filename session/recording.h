@@ -53,6 +53,10 @@ void MoveRows(Document& doc, const std::vector<std::pair<std::string, std::strin
 /** Names a record after the file that it belongs to. */
 void NameMission(Mission& mission, const std::string& path);
 
+/** What the shadow lacks of a mission comes to stand in it, empty, so that it differs: a mission
+    that holds more than its shadow would count as unchanged, whatever else is edited. */
+void FillShadow(const Mission& record, Mission& shadow);
+
 /** Adds a step, after which nothing can be redone. */
 void AddStep(Session& session, Step step);
 

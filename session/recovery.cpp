@@ -109,9 +109,11 @@ void Restore(Session& session, const Recovered& recovered) {
   NameMission(record, recovered.Path);
   if (record.KeepsLines) doc.UntouchedOf[PathOf(record)] = UntouchedLines::Keep;
   if (!state.Saved) state.Saved = Freeze(saved, nullptr);
-  if (mission < doc.MissionShadow.size()) doc.MissionShadow[mission] = saved;
+  Mission shadow = saved;
+  FillShadow(record, shadow);
   state.Own = Freeze(record, state.Saved);
-  state.Shadow = Freeze(saved, state.Saved);
+  state.Shadow = Freeze(shadow, state.Saved);
+  if (mission < doc.MissionShadow.size()) doc.MissionShadow[mission] = std::move(shadow);
   state.Reading = ++session.History.Readings;
   session.History.Known[recovered.Path] = state;
 }

@@ -54,25 +54,6 @@ void PutShadow(Document& doc, std::size_t mission, const MissionState& state) {
     NameMission(doc.MissionShadow[mission] = Thaw(*state.Shadow), doc.MissionFiles[mission]);
 }
 
-/** What the file no longer has comes to stand in the shadow, empty, so that it differs: a mission
-    that holds more than its shadow would count as unchanged, whatever else is edited. */
-void FillShadow(const Mission& record, Mission& shadow) {
-  for (std::size_t i = 0; i < record.Flights.size(); ++i) {
-    auto& flights = shadow.Flights;
-    const std::string& name = record.Flights[i].Name;
-    const bool has = i < flights.size() && flights[i].Name == name;
-    if (!has && flights.size() < record.Flights.size())
-      flights
-          .insert(flights.begin() + static_cast<std::ptrdiff_t>(std::min(i, flights.size())),
-                  Flight())
-          ->Name = name;
-    auto& waypoints = flights[i].Waypoints;
-    waypoints.resize(std::max(waypoints.size(), record.Flights[i].Waypoints.size()));
-  }
-  auto& bases = shadow.BornPlaces;
-  bases.resize(std::max(bases.size(), record.BornPlaces.size()));
-}
-
 /** Keeps what is known of the file; the rest becomes `state`. */
 void PutBack(Session& session, std::size_t mission, const MissionState& state) {
   Document& doc = session.Doc;

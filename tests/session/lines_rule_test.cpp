@@ -57,6 +57,23 @@ TEST(LinesRule, WhatShowingWroteIsNoEdit) {
   EXPECT_EQ(desk.OnDisk(), text);
 }
 
+/** Else the mission would hold more than its shadow, and the next edit would turn Update dark. */
+TEST(LinesRule, AnAddedFlightGoesOnLightingUpdate) {
+  LinesDesk desk;
+  const std::size_t row = desk.Row("a");
+  Edit(desk.World, {nullptr, "Duplicate"}, [&] {
+    for (auto* missions : {&desk.World.Doc.Missions, &desk.World.Doc.MissionShadow}) {
+      auto& flights = (*missions)[row].Flights;
+      flights.push_back(flights[0]);
+      flights.back().Name = "r0103";
+    }
+    desk.World.Doc.Missions[row].Flights.back().Fuel = "30";
+  });
+  ChooseLines(desk.World, row, UntouchedLines::Keep);
+  desk.Run("compare");
+  EXPECT_EQ(desk.State("a"), "100,100,100,30/2^100*!");
+}
+
 TEST(LinesRule, StepsOfBeforeGoOnInTheOtherReading) {
   LinesDesk desk;
   desk.Run("fuel0=50");

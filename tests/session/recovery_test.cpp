@@ -125,6 +125,16 @@ TEST(Recovery, UnsavedEditsOutliveTheProgram) {
   EXPECT_EQ(UnsavedMissions(next.W), std::vector{desk.Path("a")});
 }
 
+TEST(Recovery, AnAddedFlightGoesOnLightingUpdate) {
+  SessionDesk desk({"a"});
+  auto& flights = desk.World.Doc.Missions[0].Flights;
+  Edit(desk.World, {nullptr, "Paste"}, [&] { flights.push_back(flights[0]); });
+  desk.Run("keep");
+  NextStart next(desk);
+  next.Restore();
+  EXPECT_TRUE(MissionChanged(next.W.Doc, 0));
+}
+
 TEST(Recovery, FilesComeAndGoWithWhatIsUnsaved) {
   struct Row {
     const char* Words;
