@@ -28,7 +28,7 @@ class FolderWatch : public QObject {
   QString State() const;
 
   QFileSystemWatcher watcher_;
-  QTimer settle_, poll_;
+  QTimer settle_{this}, poll_{this};
   QString folder_, file_, seen_;
 };
 

@@ -88,7 +88,7 @@ class frmBackups : public Dialog {
   /** Why it cannot be read. */
   std::string whyNot_;
   QSplitter* parts_;
-  QTimer idle_;
+  QTimer idle_{this};
 };
 
 }  // namespace rws

@@ -116,7 +116,7 @@ class frmCheck : public Dialog {
   std::size_t checked_ = 0, leftOut_ = 0;
   std::string lastChecked_;
   QElapsedTimer sinceBegin_;
-  QTimer timer_;
+  QTimer timer_{this};
 };
 
 }  // namespace rws

@@ -96,7 +96,7 @@ class frmFind : public Dialog {
 
   Session& session_;
   QSplitter* parts_;
-  QTimer previewTimer_;
+  QTimer previewTimer_{this};
   /** Paths of missions that are to be selected, and of the one to be lit. */
   std::vector<std::string> awaited_;
   std::string awaitedCurrent_;

@@ -60,7 +60,7 @@ class LibraryQuery : public QObject {
   std::size_t next_ = 0;
   bool changed_ = false;
   QElapsedTimer sinceTold_;
-  QTimer pause_, timer_;
+  QTimer pause_{this}, timer_{this};
   std::unique_ptr<MissionReader> reader_;  // last
 };
 

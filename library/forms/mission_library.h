@@ -84,7 +84,7 @@ class MissionLibrary : public QObject {
   std::size_t lookedAt_ = 0;
   bool busy_ = false, changed_ = false;
   QElapsedTimer sinceBusy_, sinceTold_;
-  QTimer timer_;
+  QTimer timer_{this};
   /** Last, so that its threads end first. Made when it is needed. */
   std::unique_ptr<MissionReader> reader_;
 };

@@ -150,7 +150,7 @@ class frmMap : public QMainWindow {
   Mission record_;
   std::string path_;  // of the mission that the model shows
   std::function<void(std::size_t)> chooseRow_;
-  QTimer followSoon_;
+  QTimer followSoon_{this};
   std::vector<std::size_t> compared_;
   MapPoint contextAt_;
   bool hasContext_ = false;
