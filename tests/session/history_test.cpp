@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <numeric>
 
 #include "session/doors.h"
@@ -119,6 +120,27 @@ TEST(History, ARemovalThatIsUndoneBehindASaveGoesOnLightingUpdate) {
   EXPECT_EQ(desk.State("a"), "100,100,100/2^100*!");
   desk.Run("fuel2=50");
   EXPECT_EQ(desk.State("a"), "100,100,50/2^100*!");
+}
+
+/** What the file that was written meanwhile has no place for. */
+TEST(History, WhatIsOfSinglePlanesComesBackBehindASave) {
+  const std::function<void(Flight&)> edits[] = {[](Flight& flight) { flight.Skill = "1"; },
+                                                [](Flight& flight) { flight.Planes = "1"; }};
+  for (const auto& edit : edits) {
+    SessionDesk desk({"a"});
+    auto& flights = desk.World.Doc.Missions[0].Flights;
+    Edit(desk.World, {"x", "Planes"}, [&] {
+      flights[0].Planes = "2";
+      flights[0].Skill = "Custom";
+      flights[0].PlaneSlots[0].Skill = flights[0].PlaneSlots[1].Skill = "3";
+      flights[0].PlaneSlots[1].Skin = "x.bmp";
+    });
+    desk.Run("save");
+    const std::string own = desk.Box.Read("in/a.mis");
+    Edit(desk.World, {"y", "Common"}, [&] { edit(flights[0]); });
+    desk.Run("save undo save");
+    EXPECT_EQ(desk.Box.Read("in/a.mis"), own);
+  }
 }
 
 TEST(History, AStepWithoutItsFileTellsSoAndGoesToWhereItHappened) {
