@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "mission/fields.h"
+#include "mission/flight_values.h"
 #include "mission/kept_keys.h"
 #include "mission/kept_reader.h"
 #include "mission/line_ends.h"
@@ -156,6 +157,7 @@ bool CarryFlight(const Flight& read, const Flight& edited, Flight& onto) {
   CarryPlain(read, edited, onto);
   for (std::size_t i = 0; i < onto.PlaneSlots.size(); ++i)
     CarryPlain(read.PlaneSlots[i], edited.PlaneSlots[i], onto.PlaneSlots[i]);
+  BringSlotsBack(onto, read, edited);
   return CarryRoute(read, edited, onto);
 }
 

@@ -187,27 +187,13 @@ bool SameParts(const Parts<Record>& a, const Parts<Record>& b) {
   });
 }
 
-/** A file that was written meanwhile has nothing of planes that did not fly then, and with one
-   skill for all none of their own: they have it again. */
-void PatchSlots(Flight& now, const Flight& from, const Flight& to) {
-  const bool ownSkills = from.Skill != "Custom" && to.Skill == "Custom";
-  for (std::size_t i = 0; i < now.PlaneSlots.size(); ++i) {
-    const bool flies = i >= PlaneCount(from) && i < PlaneCount(to);
-    ForEachField<PlaneSlot>([&](const auto& field) {
-      auto& value = now.PlaneSlots[i].*field.Pointer;
-      if (value.empty() && (flies || (ownSkills && &value == &now.PlaneSlots[i].Skill)))
-        value = to.PlaneSlots[i].*field.Pointer;
-    });
-  }
-}
-
 /** The same for a record that stands for itself, with where its rows stand. */
 template <class Record>
 void PatchWhole(Record& now, const Record& from, const Record& to) {
   if constexpr (std::is_same_v<Record, Flight>) {
     const Flight before = now;
     PatchRecord(now, from, to, false);
-    PatchSlots(now, from, to);
+    BringSlotsBack(now, from, to);
     if (!SameValue(from.Waypoints, to.Waypoints, true)) PatchRows(now, before, from, to);
   } else {
     PatchRecord(now, from, to, false);

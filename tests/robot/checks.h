@@ -1,6 +1,8 @@
 #pragma once
 
+#include <set>
 #include <string>
+#include <utility>
 
 #include "tests/robot/stage.h"
 
@@ -23,12 +25,18 @@ class Checks {
   std::string Mission();
   std::string Flight();
   std::string Plane(std::size_t plane);
+  std::string Light();
+  std::string Memory(std::size_t mission);
   std::string Memory();
+  std::string File(const std::string& path, const std::string& bytes);
   std::string BackToStart();
 
   Stage& stage_;
   /** The question about edits kept a mission on show that is not the one lit. */
   bool cancelled_ = false;
+  /** Missions for which Update is not what the comparison tells, as it may be. */
+  std::set<std::string> unlit_;
+  std::pair<std::size_t, std::size_t> steps_;
 };
 
 }  // namespace rws::robot

@@ -9,8 +9,10 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QLockFile>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -18,6 +20,7 @@
 #include <chrono>
 #include <cstdio>
 #include <iostream>
+#include <optional>
 #include <thread>
 
 #include "session/current.h"
@@ -55,8 +58,8 @@ class Player : public QObject {
 
  private:
   void Turn() {
-    state_ = stage_.Pumping ? "pumping after" : "waiting for the library after";
-    if (stage_.Pumping || (depth_ == 0 && stage_.Window->Library->IsBusy())) return PlayNext(1);
+    state_ = stage_.Pumping ? "pumping after" : "waiting for work after";
+    if (stage_.Pumping || stage_.IsBusy()) return PlayNext(1);
     state_ = "looking after";
     ++beats_;
     const bool isIdle = depth_ == 0 && !QApplication::activePopupWidget();
@@ -93,7 +96,12 @@ class Player : public QObject {
       std::cout << "    unsaved: " << path << '\n';
     if (!doc.Missions.empty())
       std::cout << "    shown: " << CurrentMission(stage_.World).BaseName << ", flight "
-                << doc.CurFlight << '\n';
+                << doc.CurFlight << " DBG " << CurrentMission(stage_.World).Flights.size()
+                << " shadows " << doc.MissionShadow.size() << " : "
+                << (doc.MissionShadow.size() > (size_t)doc.CurMission
+                        ? doc.MissionShadow[(size_t)doc.CurMission].Flights.size()
+                        : 999)
+                << " mod " << CurrentMission(stage_.World).Modified << '\n';
     std::cout << "    bars: " << stage_.Window->bars->Texts().join(u'|').toStdString()
               << stage_.Window->staBar->currentMessage().toStdString() << '\n';
   }
@@ -152,15 +160,37 @@ QByteArray ReadAll(const QString& name) {
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+/** Names the folder of a run, which is shown and sorted by, the same in all runs but for those that
+    go on at the same time. */
+class OneFolder {
+ public:
+  OneFolder() {
+    for (int number = 0; !lock_ || !lock_->tryLock(); ++number) {
+      test::Sandbox::OneName = "rws robot " + std::to_string(number);
+      lock_.emplace(QDir::temp().filePath(QString::fromStdString(test::Sandbox::OneName)));
+      lock_->setStaleLockTime(0);
+    }
+    // What a run that was ended has left.
+    const test::Sandbox rest;
+  }
+
+ private:
+  std::optional<QLockFile> lock_;
+};
+
 int Replay(int argc, char** argv, const QString& name, bool isTold) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   // The order of what is hashed is the same in each run.
-  qputenv("QT_HASH_SEED", "0");
+  QHashSeed::setDeterministicGlobalSeed();
   qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
   QApplication application(argc, argv);
   QApplication::setStyle(QStringLiteral("Fusion"));
   QApplication::setQuitOnLastWindowClosed(false);
+  // No time passes between two clicks or keys, and none counts as the other's second one.
+  QApplication::setDoubleClickInterval(0);
+  QApplication::setKeyboardInputInterval(-1);
   const Episode episode = FromText(ReadAll(name).toStdString());
+  const OneFolder folder;
   Stage stage(episode.Setup);
   Player player(stage, episode, isTold);
   const Watchdog watchdog(player);
@@ -189,7 +219,7 @@ std::string KindOf(const std::string& found) {
 }
 
 /** Plays an episode in a process of its own. */
-Outcome PlayApart(const QTemporaryDir& folder, const Episode& episode) {
+Outcome PlayApart(const QTemporaryDir& folder, const Episode& episode, bool isTold = false) {
   const QString name = folder.filePath(QStringLiteral("episode"));
   QFile file(name);
   if (!file.open(QIODevice::WriteOnly)) return {"no file", 0, ""};
@@ -197,7 +227,9 @@ Outcome PlayApart(const QTemporaryDir& folder, const Episode& episode) {
   file.close();
   QProcess process;
   process.setProcessChannelMode(QProcess::MergedChannels);
-  process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--replay"), name});
+  QStringList arguments{QStringLiteral("--replay"), name};
+  if (isTold) arguments << QStringLiteral("told");
+  process.start(QCoreApplication::applicationFilePath(), arguments);
   constexpr int kMostMilliseconds = 600000;
   if (!process.waitForFinished(kMostMilliseconds)) {
     process.kill();
@@ -251,7 +283,7 @@ int Run(int argc, char** argv) {
   };
   const auto seconds = option("seconds", "0"), actions = option("actions", "0"),
              seed = option("seed", "1"), length = option("length", "200"),
-             shrink = option("shrink", "120");
+             shrink = option("shrink", "120"), told = option("told", "0");
   parser.process(application);
   const auto number = [&](const QCommandLineOption& of) { return parser.value(of).toUInt(); };
 
@@ -263,7 +295,8 @@ int Run(int argc, char** argv) {
   const std::size_t most = number(seconds) ? SIZE_MAX : std::max(number(actions), 1U);
   while (played < most && (!number(seconds) || time.elapsed() < number(seconds) * 1000LL)) {
     const Episode episode = MakeEpisode(next, number(length));
-    Outcome outcome = PlayApart(folder, episode);
+    Outcome outcome = PlayApart(folder, episode, number(told));
+    if (number(told)) std::cout << outcome.Output;
     if (!outcome.Fault.empty()) {
       std::cout << "Seed " << next << ": " << outcome.Output << '\n';
       const Episode shortest = Shrunk(folder, episode, outcome, static_cast<int>(number(shrink)));

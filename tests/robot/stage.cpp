@@ -1,16 +1,18 @@
 #include "tests/robot/stage.h"
 
-#include <QCoreApplication>
+#include <QAbstractEventDispatcher>
+#include <QApplication>
 #include <QProgressDialog>
 #include <QTimerEvent>
 #include <algorithm>
 #include <filesystem>
 #include <set>
 
-#include "map/forms/frmMap.h"
 #include "platform/folder_watch.h"
 #include "services/setting_values.h"
 #include "services/text.h"
+#include "session/current.h"
+#include "session/doors.h"
 
 namespace rws::robot {
 
@@ -18,8 +20,15 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/** What waits shorter belongs to what was done. */
-constexpr int kLongTimer = 100;
+/** What comes back as soon as this works in the background, and is waited for: milliseconds. */
+constexpr int kWorking = 30;
+
+/** -1 if there is no such timer. */
+int IntervalOf(QObject* object, int id) {
+  for (const auto& timer : QAbstractEventDispatcher::instance()->registeredTimers(object))
+    if (timer.timerId == id) return timer.interval;
+  return -1;
+}
 
 void CopyFolder(const test::Sandbox& box, const fs::path& from, const std::string& to,
                 const std::string& ending, std::uintmax_t most) {
@@ -65,6 +74,16 @@ Stage::Stage(std::uint32_t setup) : World(Box.Path("program")), setup_(setup) {
   Window->Popups.ToolStep = [this](QProgressDialog& dialog) {
     if (Once(40)) dialog.cancel();
   };
+  World.Services.LogSink = [this](const std::string& line) {
+    const Document& doc = World.Doc;
+    const bool isThere = !doc.Missions.empty() && doc.CurFlight >= 0 &&
+                         doc.CurFlight < std::ssize(CurrentMission(World).Flights);
+    World.Log.push_back(line +
+                        (isThere || !line.ends_with("LoadFlight") ? "" : ", which is not there"));
+  };
+  World.Listeners.push_back([this](const Change& change) {
+    Unlit |= !change.Kind || change.Kind->Lights == Lighting::None;
+  });
   Begin(setup);
   Window->LoadForm("");
   World.Log.clear();
@@ -144,7 +163,10 @@ void Stage::Wire() {
   };
   ask.SaveFile = [this](const FileQuestion& question) {
     Asked.push_back(question.Title);
-    return Once(4) ? std::string() : AnyPath(false);
+    const std::string path = Once(4) ? std::string() : AnyPath(false);
+    // A file that the user writes over is no longer what it was.
+    Start.erase(path);
+    return path;
   };
   ask.Folder = [this](const std::string& title, bool, const std::string&) {
     Asked.push_back(title);
@@ -175,27 +197,46 @@ void Stage::Begin(std::uint32_t chance) {
   if (World.Clock.Second == 0) World.Clock.Minute = (World.Clock.Minute + 1) % 60;
 }
 
+/** Everything of the windows that may wait for a time. */
+QObjectList Stage::Waiting() const {
+  auto windows = QApplication::topLevelWidgets();
+  // The set of all windows has no order of its own.
+  std::sort(windows.begin(), windows.end(),
+            [](const QWidget* a, const QWidget* b) { return a->objectName() < b->objectName(); });
+  QObjectList all = QAbstractEventDispatcher::instance()->children();
+  for (auto* window : windows) all << window << window->findChildren<QObject*>();
+  return all;
+}
+
+bool Stage::IsBusy() const {
+  const auto works = [](const QAbstractEventDispatcher::TimerInfo& timer) {
+    return timer.interval <= kWorking;
+  };
+  const auto waiting = Waiting();
+  return std::any_of(waiting.begin(), waiting.end(), [&](QObject* object) {
+    const auto timers = QAbstractEventDispatcher::instance()->registeredTimers(object);
+    return std::any_of(timers.begin(), timers.end(), works);
+  });
+}
+
 void Stage::RunTimers() {
+  if (auto* watch = Window->findChild<FolderWatch*>()) watch->LookAgain();
+  std::vector<std::pair<QPointer<QObject>, int>> due;
+  for (auto* object : Waiting())
+    for (const auto& timer : QAbstractEventDispatcher::instance()->registeredTimers(object))
+      if (timer.interval > kWorking) due.emplace_back(object, timer.timerId);
   timersRun_ = true;
-  std::vector<QPointer<QTimer>> timers;
-  for (QObject* root :
-       {static_cast<QObject*>(Window.get()), static_cast<QObject*>(Window->Map.get())})
-    if (root)
-      for (auto* timer : root->findChildren<QTimer*>())
-        if (timer->isActive() && timer->interval() >= kLongTimer) timers.emplace_back(timer);
-  for (const auto& timer : timers)
-    if (timer && timer->isActive()) {
-      QTimerEvent event(timer->timerId());
-      QCoreApplication::sendEvent(timer, &event);
+  for (const auto& [object, timer] : due)
+    if (object && IntervalOf(object, timer) >= 0) {
+      QTimerEvent event(timer);
+      QCoreApplication::sendEvent(object, &event);
     }
   timersRun_ = false;
-  if (auto* watch = Window->findChild<FolderWatch*>()) Q_EMIT watch->Changed();
 }
 
 bool Stage::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::Timer || timersRun_) return false;
-  const auto* timer = qobject_cast<const QTimer*>(watched);
-  return timer && timer->interval() >= kLongTimer;
+  return IntervalOf(watched, static_cast<QTimerEvent*>(event)->timerId()) > kWorking;
 }
 
 void Stage::ActOutside() {
@@ -207,6 +248,7 @@ void Stage::ActOutside() {
   const std::string name = "missions/" + std::string(path.substr(path.rfind('/') + 1));
   const std::string bytes = test::FileBytes(file);
   std::error_code none;
+  Start.erase(path);
   switch (Random(8)) {
     case 0:
       return void(Box.Write(name, Replace(bytes, "Fuel 100", "Fuel 40")));

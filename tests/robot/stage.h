@@ -28,6 +28,8 @@ class Stage : public QObject {
 
   /** All that waits for a time comes to it now. */
   void RunTimers();
+  /** Something is worked on in the background. */
+  bool IsBusy() const;
   /** Another program does something to a file of the folder. */
   void ActOutside();
   /** Whether others than the program have written to the folder, or may. */
@@ -40,8 +42,10 @@ class Stage : public QObject {
   bool Pumping = false;
   /** The questions since the last look, with their answers. */
   std::vector<std::string> Asked;
-  /** Bytes of the missions at the start, by full path. */
+  /** Bytes of the missions at the start, by full path; of those that nobody else has changed. */
   std::map<std::string, std::string> Start;
+  /** What may have left Update other than the comparison tells, since the last look. */
+  bool Unlit = false;
 
  protected:
   /** Time stands still but for `RunTimers`. */
@@ -50,12 +54,13 @@ class Stage : public QObject {
  private:
   void FillBox();
   void Wire();
+  QObjectList Waiting() const;
   std::string AnyPath(bool folder);
   std::vector<std::string> Files() const;
 
   std::uint32_t setup_;
   std::mt19937 dice_;
-  EventPump pump_;
+  EventPump pump_{0};
   bool timersRun_ = false;
 };
 

@@ -24,6 +24,7 @@ void PutRecord(Session& session, std::size_t mission, Mission record) {
   }
   if (mission < doc.MissionShadow.size()) {
     Mission& shadow = doc.MissionShadow[mission] = Thaw(*state.Saved);
+    FillShadow(own, shadow);
     own.Modified = MissionChanged(doc, mission);
     shadow.Modified = own.Modified;
     state.Shadow = Freeze(shadow, state.Saved);

@@ -80,6 +80,14 @@ TEST(TakenBack, IsAStepThatUndoTakesBack) {
   desk.Run("undo");
   EXPECT_EQ(desk.State("a"), before);
   desk.Run("redo undo undo");
+  // What the file lacks goes on lighting Update, whatever is taken back.
+  Mission more = session.Doc.Missions[0];
+  more.Flights.push_back(more.Flights[0]);
+  more.Flights.back().Name = "r0103";
+  std::swap(more, session.Doc.Missions[0]);
+  EXPECT_EQ(TakeChangeBack(session, 0, {line - 1, line - 1}), 0U);
+  EXPECT_TRUE(session.Doc.Missions[0].Modified);
+  session.Doc.Missions[0] = more;
   session.Doc.Missions[0].NotWritten = true;
   EXPECT_EQ(TakeChangeBack(session, 0, {line - 1, line - 1}), 0U);
   EXPECT_FALSE(session.Doc.Missions[0].Modified);
