@@ -294,6 +294,11 @@ std::string Checks::Light() {
 std::string Checks::Look() {
   std::string found = Log();
   const Document& doc = stage_.World.Doc;
+  const History& history = stage_.World.History;
+  // Undone, the edits that the dialog dropped are back, and theirs are no steps any more.
+  if (RedoTitle(stage_.World) == "Edits dropped by closing the home bases")
+    for (const auto& mission : history.Steps[history.Done].Missions)
+      stage_.Start.erase(mission.Path);
   if (!found.empty() || doc.Closing) return found;
   found = First({Lit(), Commands()});
   stage_.Asked.clear();
@@ -339,10 +344,6 @@ std::string Checks::BackToStart() {
   for (int i = 0; i < 2000 && stage_.Window->mnuUndo->isEnabled(); ++i) {
     const std::string title = UndoTitle(session);
     const std::size_t done = session.History.Done;
-    // Undone, the edits that the dialog dropped are back, and theirs are no steps any more.
-    if (title == "Edits dropped by closing the home bases")
-      for (const auto& mission : session.History.Steps[done - 1].Missions)
-        stage_.Start.erase(mission.Path);
     stage_.Window->mnuUndo->trigger();
     if (std::getenv("ROBOT_TELL")) {
       fprintf(stderr, "undo %s: %zu -> %zu; %s; unsaved", title.c_str(), done, session.History.Done,

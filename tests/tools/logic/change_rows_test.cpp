@@ -85,7 +85,7 @@ TEST(TakenBack, IsAStepThatUndoTakesBack) {
   more.Flights.push_back(more.Flights[0]);
   more.Flights.back().Name = "r0103";
   std::swap(more, session.Doc.Missions[0]);
-  EXPECT_EQ(TakeChangeBack(session, 0, {line - 1, line - 1}), 0U);
+  EXPECT_EQ(TakeChangeBack(session, 0, {line - 1, line}), 0U);
   EXPECT_TRUE(session.Doc.Missions[0].Modified);
   session.Doc.Missions[0] = more;
   session.Doc.Missions[0].NotWritten = true;
