@@ -2,13 +2,13 @@
 # A user who acts by chance at the real window, under the sanitizers, and looks at it after each action.
 #
 #   scripts/robot.sh [--seconds N | --actions N] [--seed S] [--length N] [--shrink N]
-#   scripts/robot.sh --replay FILE [told]
+#   scripts/robot.sh --replay SEED NUMBER... [told]
 #
 #   --seconds N   plays for so long, --actions N so many; 20000 actions without either
 #   --seed S      the first episode's; 1
 #   --length N    actions of an episode; 200
 #   --shrink N    seconds in which an episode that ends in a fault is made shorter; 120
-#   --replay FILE plays the lines again that were printed for such an episode; "told" says what each does
+#   --replay ...  plays the actions again that were printed for such an episode; "told" says what each does
 set -euo pipefail
 export LC_ALL=C.UTF-8
 

@@ -19,19 +19,24 @@ class Checks {
   std::string LookAtTheEnd();
 
  private:
-  std::string Log();
-  std::string Lit();
-  std::string Commands();
-  std::string Mission();
-  std::string Flight();
-  std::string Plane(std::size_t plane);
-  std::string Light();
-  std::string Memory(std::size_t mission);
-  std::string Memory();
-  std::string File(const std::string& path, const std::string& bytes);
-  std::string BackToStart();
+  void Find(const std::string& fault);
+  void Same(const char* what, const std::string& shown, const std::string& held);
+  void Same(const char* what, double shown, double held);
+  void Log();
+  void Lit();
+  void Commands();
+  void Mission();
+  void Flight();
+  void Plane(std::size_t plane);
+  void Light();
+  void Memory(std::size_t mission);
+  void Memory();
+  void BackToStart();
+  void File(const std::string& path, const std::string& bytes);
 
   Stage& stage_;
+  /** The first fault. */
+  std::string found_;
   /** The question about edits kept a mission on show that is not the one lit. */
   bool cancelled_ = false;
   /** Missions for which Update is not what the comparison tells, as it may be. */

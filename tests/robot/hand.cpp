@@ -87,7 +87,8 @@ void Send(QEvent& event, QWidget* widget) {
 
 void Mouse(const Pointer& pointer, QEvent::Type type, Qt::MouseButton button, Qt::MouseButtons held,
            Qt::KeyboardModifiers keys = {}) {
-  if (!pointer.On) return;
+  // What was opened by the press may have closed the window.
+  if (!pointer.On || !pointer.On->isVisible()) return;
   const QPoint global = pointer.On->mapToGlobal(pointer.At);
   QMouseEvent event(type, pointer.At, global, button, held, keys);
   Send(event, pointer.On);
@@ -277,10 +278,7 @@ void Resize(QWidget* window, const Action& action) {
   window->resize(kSizes[action.N[0] % std::size(kSizes)], kSizes[action.N[1] % std::size(kSizes)]);
 }
 
-}  // namespace
-
-std::string LastDeed() { return deed; }
-
+/** Closes the dialog or menu that is open, in one of the ways. */
 void CloseOne(Stage& stage) {
   if (auto* popup = QApplication::activePopupWidget()) {
     Tell(popup, "close");
@@ -302,6 +300,29 @@ void CloseOne(Stage& stage) {
   if (way == 1 && button && modal != stage.Window.get())
     return ClickAt({button, button->rect().center()}, 1);
   modal->close();
+}
+
+/** How often each kind comes, in their order. */
+constexpr unsigned kWeights[] = {20, 12, 10, 3, 14, 8, 7, 12, 4, 2, 3, 5}, kAllWeights = 100;
+
+}  // namespace
+
+const std::string& LastDeed() { return deed; }
+
+// The engine's numbers are the same everywhere; those of the distributions are not.
+std::uint32_t SetupOf(std::uint32_t seed) {
+  return static_cast<std::uint32_t>(std::mt19937(seed)());
+}
+
+Action ActionOf(std::uint32_t seed, std::uint32_t number) {
+  std::mt19937 engine(seed);
+  engine.discard(1 + 5ULL * number);
+  auto dice = static_cast<unsigned>(engine() % kAllWeights);
+  int kind = 0;
+  while (dice >= kWeights[kind]) dice -= kWeights[kind++];
+  Action action{static_cast<Kind>(kind), {}};
+  for (auto& each : action.N) each = static_cast<std::uint32_t>(engine() >> 8);
+  return action;
 }
 
 void Perform(Stage& stage, const Action& action) {

@@ -1,20 +1,43 @@
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <string>
 
-#include "tests/robot/action.h"
 #include "tests/robot/stage.h"
 
 namespace rws::robot {
+
+/** What a user may do. The numbers of an action choose among what is there when it is played. */
+enum class Kind {
+  Click,
+  Row,
+  Drag,
+  Wheel,
+  Key,
+  Type,
+  Shortcut,
+  Menu,
+  Close,
+  Resize,
+  Outside,
+  Timers
+};
+
+struct Action {
+  Kind What;
+  std::array<std::uint32_t, 4> N;
+};
+
+/** The same for the same seed on every system; `Stage` takes what `SetupOf` gives. */
+std::uint32_t SetupOf(std::uint32_t seed);
+Action ActionOf(std::uint32_t seed, std::uint32_t number);
 
 /** Does what the action tells in the window that takes the user's events now. Returns when all that
     it has opened is closed. */
 void Perform(Stage& stage, const Action& action);
 
-/** Closes the dialog or menu that is open, in one of the ways. */
-void CloseOne(Stage& stage);
-
 /** Kind of the action and what it was done to last. */
-std::string LastDeed();
+const std::string& LastDeed();
 
 }  // namespace rws::robot

@@ -1,27 +1,25 @@
 // A user who acts by chance at the real window, and looks at it after each action.
 //
 //   robot [--seconds N | --actions N] [--seed S] [--length N] [--shrink N]
-//   robot --replay FILE [told]
+//   robot --replay SEED NUMBER... [told]
 //
 // A run is made of episodes, each in a process of its own that starts from the same files. One that
-// ends in a fault is made shorter for some seconds and then printed, to be played again; "told"
-// says what each action does.
+// ends in a fault is made shorter for some seconds; the numbers of the actions that are left are
+// printed, to be played again. "told" says what each action does.
+
+#include <unistd.h>
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QLockFile>
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QTimer>
-#include <atomic>
-#include <chrono>
-#include <cstdio>
+#include <csignal>
 #include <iostream>
+#include <numeric>
 #include <optional>
-#include <thread>
 
 #include "session/current.h"
 #include "session/recording.h"
@@ -33,6 +31,21 @@ namespace {
 
 constexpr int kBroken = 3, kHung = 4;
 constexpr char kFound[] = "FOUND ", kPlayed[] = "PLAYED ";
+
+/** One run of the program from its start on: some of the actions of a seed. */
+struct Episode {
+  std::uint32_t Seed = 0;
+  std::vector<std::uint32_t> Numbers;
+};
+
+/** Ends the process when no action has come to its end for long. */
+void EndHung(int) {
+  const std::string& deed = LastDeed();
+  constexpr std::string_view kText = "FOUND 0 hang: no end of ";
+  const bool isTold = write(1, kText.data(), kText.size()) > 0 &&
+                      write(1, deed.data(), deed.size()) > 0 && write(1, "\n", 1) > 0;
+  _exit(isTold ? kHung : kBroken);
+}
 
 /** Plays one episode from the event loop, also from those of the dialogs that it opens. */
 class Player : public QObject {
@@ -52,56 +65,39 @@ class Player : public QObject {
     });
     timer->start(milliseconds);
   }
-  int Beats() const { return beats_; }
-  /** What it does now, for a run that hangs. */
-  const char* State() const { return state_; }
 
  private:
   void Turn() {
-    state_ = stage_.Pumping ? "pumping after" : "waiting for work after";
     if (stage_.Pumping || stage_.IsBusy()) return PlayNext(1);
-    state_ = "looking after";
-    ++beats_;
+    constexpr unsigned kMostSeconds = 60;
+    alarm(kMostSeconds);
     const bool isIdle = depth_ == 0 && !QApplication::activePopupWidget();
     if (isIdle && !stage_.World.Doc.Closing) Judge(checks_.Look());
     if (depth_ == 0 && !stage_.Window->isVisible()) return End();
-    if (next_ >= episode_.Actions.size()) {
-      if (isIdle) return Judge(checks_.LookAtTheEnd()), End();
-      if (++closings_ > 200) return Judge("dialog: it does not close");
-      PlayNext();
-      stage_.Begin(static_cast<std::uint32_t>(closings_));
-      return Deeper([this] { CloseOne(stage_); });
-    }
-    const Action& action = episode_.Actions[next_++];
+    const bool isOver = next_ >= episode_.Numbers.size();
+    if (isOver && isIdle) return Judge(checks_.LookAtTheEnd()), End();
+    if (isOver && ++closings_ > 200) return Judge("dialog: it does not close");
+    const Action action = isOver ? Action{Kind::Close, {0, 0, 0, closings_}}
+                                 : ActionOf(episode_.Seed, episode_.Numbers[next_++]);
     PlayNext();
     stage_.Begin(action.N[3]);
-    state_ = "playing";
-    Deeper([&] { Perform(stage_, action); });
-  }
-
-  template <class Deed>
-  void Deeper(Deed deed) {
     ++depth_;
-    deed();
+    Perform(stage_, action);
     --depth_;
     if (isTold_) Tell();
   }
 
   void Tell() const {
-    const Document& doc = stage_.World.Doc;
+    const auto list = [](const char* what, const std::vector<std::string>& texts) {
+      for (const auto& text : texts) std::cout << "    " << what << ": " << text << '\n';
+    };
     std::cout << next_ << ' ' << depth_ << ' ' << LastDeed() << '\n';
-    for (const auto& line : stage_.World.Log) std::cout << "    log: " << line << '\n';
-    for (const auto& asked : stage_.Asked) std::cout << "    asked: " << asked << '\n';
-    for (const auto& path : UnsavedMissions(stage_.World))
-      std::cout << "    unsaved: " << path << '\n';
-    if (!doc.Missions.empty())
+    list("log", stage_.World.Log);
+    list("asked", stage_.Asked);
+    list("unsaved", UnsavedMissions(stage_.World));
+    if (!stage_.World.Doc.Missions.empty())
       std::cout << "    shown: " << CurrentMission(stage_.World).BaseName << ", flight "
-                << doc.CurFlight << " DBG " << CurrentMission(stage_.World).Flights.size()
-                << " shadows " << doc.MissionShadow.size() << " : "
-                << (doc.MissionShadow.size() > (size_t)doc.CurMission
-                        ? doc.MissionShadow[(size_t)doc.CurMission].Flights.size()
-                        : 999)
-                << " mod " << CurrentMission(stage_.World).Modified << '\n';
+                << stage_.World.Doc.CurFlight << '\n';
     std::cout << "    bars: " << stage_.Window->bars->Texts().join(u'|').toStdString()
               << stage_.Window->staBar->currentMessage().toStdString() << '\n';
   }
@@ -124,41 +120,9 @@ class Player : public QObject {
   const Episode& episode_;
   bool isTold_, ended_ = false;
   std::size_t next_ = 0;
-  int depth_ = 0, closings_ = 0;
-  std::atomic<int> beats_ = 0;
-  std::atomic<const char*> state_ = "";
+  int depth_ = 0;
+  std::uint32_t closings_ = 0;
 };
-
-/** Ends the process when no action has come to its end for long. */
-class Watchdog {
- public:
-  explicit Watchdog(const Player& player)
-      : thread_([this, &player] {
-          constexpr int kMostSeconds = 20;
-          int beats = -1, same = 0;
-          while (!ended_) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(100));
-            same = std::exchange(beats, player.Beats()) == player.Beats() ? same + 1 : 0;
-            if (same < kMostSeconds * 10) continue;
-            std::cout << kFound << "0 hang: for " << kMostSeconds << " s " << player.State() << " "
-                      << LastDeed() << std::endl;
-            std::_Exit(kHung);
-          }
-        }) {}
-  ~Watchdog() {
-    ended_ = true;
-    thread_.join();
-  }
-
- private:
-  std::atomic<bool> ended_ = false;
-  std::thread thread_;
-};
-
-QByteArray ReadAll(const QString& name) {
-  QFile file(name);
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 /** Names the folder of a run, which is shown and sorted by, the same in all runs but for those that
     go on at the same time. */
@@ -178,7 +142,7 @@ class OneFolder {
   std::optional<QLockFile> lock_;
 };
 
-int Replay(int argc, char** argv, const QString& name, bool isTold) {
+int Replay(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   // The order of what is hashed is the same in each run.
   QHashSeed::setDeterministicGlobalSeed();
@@ -189,11 +153,14 @@ int Replay(int argc, char** argv, const QString& name, bool isTold) {
   // No time passes between two clicks or keys, and none counts as the other's second one.
   QApplication::setDoubleClickInterval(0);
   QApplication::setKeyboardInputInterval(-1);
-  const Episode episode = FromText(ReadAll(name).toStdString());
+  std::signal(SIGALRM, EndHung);
+  QStringList words = QApplication::arguments().mid(2);
+  const bool isTold = words.removeAll(QStringLiteral("told")) > 0;
+  Episode episode{words.takeFirst().toUInt(), {}};
+  for (const auto& word : words) episode.Numbers.push_back(word.toUInt());
   const OneFolder folder;
-  Stage stage(episode.Setup);
+  Stage stage(SetupOf(episode.Seed));
   Player player(stage, episode, isTold);
-  const Watchdog watchdog(player);
   player.PlayNext();
   return QApplication::exec();
 }
@@ -218,24 +185,18 @@ std::string KindOf(const std::string& found) {
   return kind;
 }
 
+QStringList Arguments(const Episode& episode) {
+  QStringList words{QStringLiteral("--replay"), QString::number(episode.Seed)};
+  for (const auto number : episode.Numbers) words << QString::number(number);
+  return words;
+}
+
 /** Plays an episode in a process of its own. */
-Outcome PlayApart(const QTemporaryDir& folder, const Episode& episode, bool isTold = false) {
-  const QString name = folder.filePath(QStringLiteral("episode"));
-  QFile file(name);
-  if (!file.open(QIODevice::WriteOnly)) return {"no file", 0, ""};
-  file.write(QByteArray::fromStdString(ToText(episode)));
-  file.close();
+Outcome PlayApart(const Episode& episode) {
   QProcess process;
   process.setProcessChannelMode(QProcess::MergedChannels);
-  QStringList arguments{QStringLiteral("--replay"), name};
-  if (isTold) arguments << QStringLiteral("told");
-  process.start(QCoreApplication::applicationFilePath(), arguments);
-  constexpr int kMostMilliseconds = 600000;
-  if (!process.waitForFinished(kMostMilliseconds)) {
-    process.kill();
-    process.waitForFinished();
-    return {"no end", 0, ""};
-  }
+  process.start(QCoreApplication::applicationFilePath(), Arguments(episode));
+  process.waitForFinished(-1);
   Outcome outcome{"", 0, process.readAll().toStdString()};
   const auto behind = [&](const std::string& word) {
     const auto at = outcome.Output.find(word);
@@ -244,26 +205,25 @@ Outcome PlayApart(const QTemporaryDir& folder, const Episode& episode, bool isTo
   const std::string played = behind(kPlayed), found = behind(kFound);
   if (!played.empty()) outcome.Actions = std::stoul(played);
   if (process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0) return outcome;
-  if (found.empty()) return outcome.Fault = "crash", outcome;
-  outcome.Actions = std::stoul(found);
-  outcome.Fault = KindOf(found);
+  outcome.Fault = found.empty() ? "crash" : KindOf(found);
+  if (!found.empty()) outcome.Actions = std::stoul(found);
   return outcome;
 }
 
 /** Leaves out of a failing episode what it fails without, for so many seconds. */
-Episode Shrunk(const QTemporaryDir& folder, Episode episode, Outcome& outcome, int seconds) {
+Episode Shrunk(Episode episode, Outcome& outcome, int seconds) {
   QElapsedTimer time;
   time.start();
-  if (outcome.Actions > 0 && outcome.Actions < episode.Actions.size())
-    episode.Actions.resize(outcome.Actions);
-  for (std::size_t part = (episode.Actions.size() + 1) / 2; part > 0; part /= 2)
-    for (std::size_t from = 0; from < episode.Actions.size();) {
+  if (outcome.Actions > 0)
+    episode.Numbers.resize(std::min(outcome.Actions, episode.Numbers.size()));
+  for (std::size_t part = (episode.Numbers.size() + 1) / 2; part > 0; part /= 2)
+    for (std::size_t from = 0; from < episode.Numbers.size();) {
       if (time.elapsed() > seconds * 1000) return episode;
       Episode less = episode;
-      const auto first = less.Actions.begin() + static_cast<std::ptrdiff_t>(from);
-      less.Actions.erase(first, first + static_cast<std::ptrdiff_t>(
-                                            std::min(part, episode.Actions.size() - from)));
-      Outcome again = PlayApart(folder, less);
+      const auto first = less.Numbers.begin() + static_cast<std::ptrdiff_t>(from);
+      const auto count = std::min(part, episode.Numbers.size() - from);
+      less.Numbers.erase(first, first + static_cast<std::ptrdiff_t>(count));
+      Outcome again = PlayApart(less);
       if (again.Fault == outcome.Fault)
         episode = std::move(less), outcome = std::move(again);
       else
@@ -276,39 +236,31 @@ int Run(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
   QCommandLineParser parser;
   const auto option = [&](const char* name, const char* value) {
-    const QCommandLineOption made(QLatin1String(name), QString(), QStringLiteral("n"),
-                                  QLatin1String(value));
-    parser.addOption(made);
-    return made;
+    parser.addOption({QLatin1String(name), {}, QStringLiteral("n"), QLatin1String(value)});
   };
-  const auto seconds = option("seconds", "0"), actions = option("actions", "0"),
-             seed = option("seed", "1"), length = option("length", "200"),
-             shrink = option("shrink", "120"), told = option("told", "0");
+  option("seconds", "0"), option("actions", "0"), option("seed", "1");
+  option("length", "200"), option("shrink", "120");
   parser.process(application);
-  const auto number = [&](const QCommandLineOption& of) { return parser.value(of).toUInt(); };
-
-  const QTemporaryDir folder;
+  const auto number = [&](const char* name) { return parser.value(QLatin1String(name)).toUInt(); };
   QElapsedTimer time;
   time.start();
   std::size_t played = 0;
-  std::uint32_t next = number(seed);
-  const std::size_t most = number(seconds) ? SIZE_MAX : std::max(number(actions), 1U);
-  while (played < most && (!number(seconds) || time.elapsed() < number(seconds) * 1000LL)) {
-    const Episode episode = MakeEpisode(next, number(length));
-    Outcome outcome = PlayApart(folder, episode, number(told));
-    if (number(told)) std::cout << outcome.Output;
-    if (!outcome.Fault.empty()) {
-      std::cout << "Seed " << next << ": " << outcome.Output << '\n';
-      const Episode shortest = Shrunk(folder, episode, outcome, static_cast<int>(number(shrink)));
-      std::cout << outcome.Output << "\nThe shortest that was found, for --replay:\n"
-                << ToText(shortest) << std::flush;
-      return 1;
-    }
+  Episode episode{number("seed"), std::vector<std::uint32_t>(number("length"))};
+  std::iota(episode.Numbers.begin(), episode.Numbers.end(), 0U);
+  const std::size_t most = number("seconds") ? SIZE_MAX : std::max(number("actions"), 1U);
+  for (; played < most && (!number("seconds") || time.elapsed() < number("seconds") * 1000LL);
+       ++episode.Seed) {
+    Outcome outcome = PlayApart(episode);
     played += std::max<std::size_t>(outcome.Actions, 1);
-    ++next;
+    if (outcome.Fault.empty()) continue;
+    std::cout << "Seed " << episode.Seed << ": " << outcome.Output << std::endl;
+    const Episode shortest = Shrunk(episode, outcome, static_cast<int>(number("shrink")));
+    std::cout << outcome.Output << "\nThe shortest that was found:\n"
+              << Arguments(shortest).join(u' ').toStdString() << std::endl;
+    return 1;
   }
-  std::cout << played << " actions of the seeds " << number(seed) << " to " << next - 1 << " in "
-            << time.elapsed() / 1000.0 << " s" << std::endl;
+  std::cout << played << " actions of the seeds " << number("seed") << " to " << episode.Seed - 1
+            << " in " << time.elapsed() / 1000.0 << " s" << std::endl;
   return 0;
 }
 
@@ -317,6 +269,5 @@ int Run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   const bool isReplay = argc >= 3 && std::string_view(argv[1]) == "--replay";
-  if (!isReplay) return rws::robot::Run(argc, argv);
-  return rws::robot::Replay(argc, argv, QString::fromLocal8Bit(argv[2]), argc > 3);
+  return isReplay ? rws::robot::Replay(argc, argv) : rws::robot::Run(argc, argv);
 }
