@@ -14,6 +14,9 @@ void frmRWS::ClickFind() {
     };
     Find->CheckMissions = [this](const auto& paths) { CheckMissions(paths); };
     Find->EditMissions = [this] {
+      // The second click of two comes when the first one's dialog has been closed, and this with
+      // it.
+      if (!Find->isVisible()) return;
       auto scopes = ScopesHere();
       // Those of the window that was used come first, what is selected before all.
       const auto found = scopes.end() - 2;

@@ -208,6 +208,9 @@ TEST_F(FindTest, HandsOnWhatWasFoundOrSelected) {
   Click(Form->cmd[frmFind::kEdit]);
   Form->lstFound->selectAll();
   Click(Form->cmd[frmFind::kEdit]);
+  Form->hide();
+  Form->EditMissions();
+  Form->show();
   EXPECT_EQ(Joined(first),
             "Missions found by Find Missions:3|Missions found by Find Missions:3|"
             "Missions selected in Find Missions:3");
