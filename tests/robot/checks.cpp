@@ -330,9 +330,12 @@ void Checks::BackToStart() {
   }
   Memory();
   session.AskLines = nullptr;
-  for (const auto& path : UnsavedMissions(session))
-    if (stage_.Start.contains(path) && !SaveOne(session, path, {}))
-      Find("undo: " + path + " cannot be saved");
+  for (const auto& path : UnsavedMissions(session)) {
+    if (!stage_.Start.contains(path) || SaveOne(session, path, {})) continue;
+    // The user was asked, and has said no.
+    if (stage_.Asked.empty()) Find("undo: " + path + " cannot be saved");
+    stage_.Start.erase(path);
+  }
   for (const auto& [path, bytes] : stage_.Start) File(path, bytes);
 }
 

@@ -23,12 +23,12 @@ namespace rws::robot {
 
 namespace {
 
-std::string deed;
+std::string lastDeed;
 
 void Tell(const QWidget* widget, const std::string& what) {
-  deed = what + " " + (widget ? widget->metaObject()->className() : "nothing") + " \"" +
-         (widget ? widget->objectName().toStdString() : "") + "\" of " +
-         (widget ? widget->window()->objectName().toStdString() : "");
+  lastDeed = what + " " + (widget ? widget->metaObject()->className() : "nothing") + " \"" +
+             (widget ? widget->objectName().toStdString() : "") + "\" of " +
+             (widget ? widget->window()->objectName().toStdString() : "");
 }
 
 template <class List>
@@ -204,7 +204,7 @@ void Press(QWidget* window, int key, Qt::KeyboardModifiers keys, const QString& 
   QTest::sendKeyEvent(QTest::Click, focus, static_cast<Qt::Key>(key), text, keys, -1);
 }
 
-void Key(QWidget* window, const Action& action) {
+void Key(Stage&, QWidget* window, const Action& action) {
   constexpr int kKeys[] = {
       Qt::Key_Tab,  Qt::Key_Tab,  Qt::Key_Backtab, Qt::Key_Up,       Qt::Key_Up,     Qt::Key_Down,
       Qt::Key_Down, Qt::Key_Left, Qt::Key_Right,   Qt::Key_Return,   Qt::Key_Escape, Qt::Key_Delete,
@@ -237,15 +237,15 @@ void Type(Stage& stage, QWidget* window, const Action& action) {
   }
 }
 
-void Shortcut(QWidget* window, const Action& action) {
+void Shortcut(Stage& stage, QWidget* window, const Action& action) {
   QList<QAction*> actions;
   for (auto* entry : window->findChildren<QAction*>())
     if (entry->isEnabled() && !entry->shortcut().isEmpty()) actions << entry;
   auto* entry = AnyOf(actions, action.N[0]);
-  if (!entry) return Key(window, action);
+  if (!entry) return Key(stage, window, action);
   const QKeyCombination keys = entry->shortcut()[0];
   Press(window, keys.key(), keys.keyboardModifiers());
-  deed += " for " + entry->text().toStdString();
+  lastDeed += " for " + entry->text().toStdString();
 }
 
 void OpenMenu(Stage& stage, QWidget* window, const Action& action) {
@@ -271,7 +271,7 @@ void OpenMenu(Stage& stage, QWidget* window, const Action& action) {
   Press(menu, Qt::Key_Return, {});
 }
 
-void Resize(QWidget* window, const Action& action) {
+void Resize(Stage&, QWidget* window, const Action& action) {
   if (qobject_cast<QMenu*>(window) || !window->isWindow()) return;
   constexpr int kSizes[] = {1, 60, 400, 800, 1100, 3000};
   Tell(window, "resize");
@@ -279,7 +279,7 @@ void Resize(QWidget* window, const Action& action) {
 }
 
 /** Closes the dialog or menu that is open, in one of the ways. */
-void CloseOne(Stage& stage) {
+void Close(Stage& stage, QWidget*, const Action&) {
   if (auto* popup = QApplication::activePopupWidget()) {
     Tell(popup, "close");
     if (stage.Once(2)) return Press(popup, Qt::Key_Escape, {});
@@ -302,12 +302,31 @@ void CloseOne(Stage& stage) {
   modal->close();
 }
 
-/** How often each kind comes, in their order. */
-constexpr unsigned kWeights[] = {20, 12, 10, 3, 14, 8, 7, 12, 4, 2, 3, 5}, kAllWeights = 100;
+struct Deed {
+  /** In a hundred actions. */
+  unsigned Times;
+  void (*Do)(Stage&, QWidget* window, const Action&);
+  bool IsInWindow = true;
+};
+
+constexpr Deed kDeeds[] = {
+    {20, Click},
+    {12, ClickRow},
+    {10, Drag},
+    {3, Wheel},
+    {14, Key},
+    {8, Type},
+    {7, Shortcut},
+    {12, OpenMenu},
+    {4, Close, false},
+    {2, Resize},
+    {3, [](Stage& stage, QWidget*, const Action&) { stage.ActOutside(); }, false},
+    {5, [](Stage& stage, QWidget*, const Action&) { stage.RunTimers(); }, false}};
+static_assert(kDeeds[kClose].Do == Close);
 
 }  // namespace
 
-const std::string& LastDeed() { return deed; }
+const std::string& LastDeed() { return lastDeed; }
 
 // The engine's numbers are the same everywhere; those of the distributions are not.
 std::uint32_t SetupOf(std::uint32_t seed) {
@@ -317,44 +336,23 @@ std::uint32_t SetupOf(std::uint32_t seed) {
 Action ActionOf(std::uint32_t seed, std::uint32_t number) {
   std::mt19937 engine(seed);
   engine.discard(1 + 5ULL * number);
-  auto dice = static_cast<unsigned>(engine() % kAllWeights);
-  int kind = 0;
-  while (dice >= kWeights[kind]) dice -= kWeights[kind++];
-  Action action{static_cast<Kind>(kind), {}};
+  auto dice = static_cast<unsigned>(engine() % 100);
+  Action action{0, {}};
+  while (dice >= kDeeds[action.What].Times) dice -= kDeeds[action.What++].Times;
   for (auto& each : action.N) each = static_cast<std::uint32_t>(engine() >> 8);
   return action;
 }
 
 void Perform(Stage& stage, const Action& action) {
-  deed.clear();
-  if (action.What == Kind::Outside) return stage.ActOutside();
-  if (action.What == Kind::Timers) return stage.RunTimers();
-  if (action.What == Kind::Close) return CloseOne(stage);
+  lastDeed.clear();
+  const Deed& deed = kDeeds[action.What];
+  if (!deed.IsInWindow) return deed.Do(stage, nullptr, action);
   QWidget* window = Target(stage);
   if (!window) return;
   // Else most of a run would pass in the first dialog.
   const bool isShort = window->isModal() || qobject_cast<QMenu*>(window);
-  if (isShort && stage.Once(10)) return CloseOne(stage);
-  switch (action.What) {
-    case Kind::Row:
-      return ClickRow(stage, window, action);
-    case Kind::Drag:
-      return Drag(stage, window, action);
-    case Kind::Wheel:
-      return Wheel(stage, window, action);
-    case Kind::Key:
-      return Key(window, action);
-    case Kind::Type:
-      return Type(stage, window, action);
-    case Kind::Shortcut:
-      return Shortcut(window, action);
-    case Kind::Menu:
-      return OpenMenu(stage, window, action);
-    case Kind::Resize:
-      return Resize(window, action);
-    default:
-      return Click(stage, window, action);
-  }
+  if (isShort && stage.Once(10)) return Close(stage, nullptr, action);
+  deed.Do(stage, window, action);
 }
 
 }  // namespace rws::robot

@@ -8,26 +8,13 @@
 
 namespace rws::robot {
 
-/** What a user may do. The numbers of an action choose among what is there when it is played. */
-enum class Kind {
-  Click,
-  Row,
-  Drag,
-  Wheel,
-  Key,
-  Type,
-  Shortcut,
-  Menu,
-  Close,
-  Resize,
-  Outside,
-  Timers
-};
-
+/** What a user does; the numbers choose among what is there when it is played. */
 struct Action {
-  Kind What;
+  std::size_t What;
   std::array<std::uint32_t, 4> N;
 };
+/** Closes what is open. */
+constexpr std::size_t kClose = 8;
 
 /** The same for the same seed on every system; `Stage` takes what `SetupOf` gives. */
 std::uint32_t SetupOf(std::uint32_t seed);

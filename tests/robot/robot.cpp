@@ -77,7 +77,7 @@ class Player : public QObject {
     const bool isOver = next_ >= episode_.Numbers.size();
     if (isOver && isIdle) return Judge(checks_.LookAtTheEnd()), End();
     if (isOver && ++closings_ > 200) return Judge("dialog: it does not close");
-    const Action action = isOver ? Action{Kind::Close, {0, 0, 0, closings_}}
+    const Action action = isOver ? Action{kClose, {0, 0, 0, closings_}}
                                  : ActionOf(episode_.Seed, episode_.Numbers[next_++]);
     PlayNext();
     stage_.Begin(action.N[3]);
