@@ -237,8 +237,8 @@ bool MissionReader::IsLive(const Job& job) const { return job.Number >= firstLiv
 void MissionReader::Push(Task task) {
   tasks_.push_back(std::move(task));
   ++pending_;
-  // Not one: before glibc 2.41 a wake-up that is meant for one thread can be lost among several, and
-  // the task would lie there for ever.
+  // Not one: before glibc 2.41 a wake-up for one thread can be lost among several, and the task
+  // would lie there for ever.
   hasTask_.notify_all();
 }
 
