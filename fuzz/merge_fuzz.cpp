@@ -22,14 +22,15 @@ using namespace rws;
 
 struct Whole {
   const KeptText& Text;
-  std::map<const KeptSection*, std::string> FlightOf;  // names in lower case
+  /** Names in lower case; a flight's section may be that of its own name for another. */
+  std::multimap<const KeptSection*, std::string> FlightsOf;
 };
 
 Whole SectionsOf(const KeptText& text) {
   Whole whole{text, {}};
   for (const auto* flight : FlightSections(text))
     for (const auto* section : SectionsOfFlight(text, *flight))
-      whole.FlightOf.emplace(section, LowerKey(flight->Name));
+      whole.FlightsOf.emplace(section, LowerKey(flight->Name));
   return whole;
 }
 
@@ -126,10 +127,10 @@ void RequireKept(const Mission& read, const Mission& edited, const LineArray& re
   for (const auto& section : text.Sections()) {
     const std::string name = LowerKey(section.Name);
     if (name == "wing") continue;
-    const auto flight = whole.FlightOf.find(&section);
-    const bool ofFlight = flight != whole.FlightOf.end(), ofBases = Contains(name, "bornplace");
-    const bool maybeOther =
-        (ofFlight && !edits.UntouchedFlights.contains(flight->second)) || (ofBases && edits.Bases);
+    const auto [first, last] = whole.FlightsOf.equal_range(&section);
+    const bool ofFlights = std::any_of(
+        first, last, [&](const auto& of) { return !edits.UntouchedFlights.contains(of.second); });
+    const bool maybeOther = ofFlights || (edits.Bases && Contains(name, "bornplace"));
     // A text without "[MAIN]" has its values wherever they stand ahead of "[Wing]".
     const bool ofMain = section.First >= main.First && section.Last <= main.Last;
     if (!maybeOther && !(ofMain && edits.Main))
