@@ -110,6 +110,10 @@ void frmRWS::BuildStatusBar() {
                    tr("What an Update would change in the file of this mission; click to see it"));
   cmdLines->setAutoRaise(true);
   cmdLines->setFocusPolicy(Qt::TabFocus);
+  // As high from the start as with a text: a bar that grows lays itself out anew, and then shows
+  // over a notice what had made room for it.
+  cmdLines->setText(QStringLiteral("0"));
+  cmdLines->setMinimumHeight(cmdLines->sizeHint().height());
   staBar->addPermanentWidget(BuildReading());
   staBar->addPermanentWidget(cmdLines);
   // Stays when a notice takes the place of the others.
