@@ -1,5 +1,6 @@
 #include "platform/settings_store.h"
 
+#include <QDir>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QStringDecoder>
@@ -95,7 +96,8 @@ SettingData FromVariant(const QVariant& value) {
 void Keep(QSettings& settings) {
   settings.sync();
   if (settings.status() != QSettings::NoError)
-    throw FileFault(fault::Permission, "write", ToPath(settings.fileName()),
+    throw FileFault(fault::Permission, "write",
+                    ToPath(QDir::toNativeSeparators(settings.fileName())),
                     "the settings are not kept");
 }
 

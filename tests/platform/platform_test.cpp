@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QMouseEvent>
 #include <QProgressDialog>
@@ -13,6 +14,7 @@
 #include "platform/event_pump.h"
 #include "platform/form_placement.h"
 #include "platform/qt_prompts.h"
+#include "platform/qt_text.h"
 #include "platform/settings_store.h"
 #include "services/faults.h"
 #include "services/setting_values.h"
@@ -44,7 +46,7 @@ TEST(SettingsStore, KeepsValuesInAnIniFile) {
   std::string told;
   Trap([&] { WriteSetting(lost, setting::GamePath, odd); },
        [&](const Fault& caught) { told = caught.Text; });
-  EXPECT_NE(told.find(nowhere.toStdString()), told.npos) << told;
+  EXPECT_NE(told.find(ToPath(QDir::toNativeSeparators(nowhere))), told.npos) << told;
 }
 
 TEST(QtPrompts, AskBeforeAFileIsReplacedUnlessItIsOnlyNamed) {
