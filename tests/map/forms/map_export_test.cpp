@@ -125,7 +125,8 @@ TEST_F(Export, PrintsAsManyPagesAsItTakes) {
     const QByteArray pdf = BriefingPdf(pages);
     EXPECT_TRUE(pdf.startsWith("%PDF"));
     EXPECT_TRUE(pdf.contains(paper.Box));
-    EXPECT_TRUE(pdf.contains("/FontFile2"));  // letters are in it
+    // Letters are in it; where fonts cannot be read, as shapes.
+    EXPECT_TRUE(!test::kPosixFiles || pdf.contains("/FontFile2"));
     EXPECT_EQ(PageCount(pdf), 1);
     EXPECT_GT(Asked.width(), 600);
   }

@@ -44,7 +44,7 @@ TEST(MapPainter, PaintsWhatAHandWouldDraw) {
     });
   };
   // Of the name beside the centre and of small marks some pixels may differ.
-  constexpr int kFew = 330;
+  constexpr int kFew = 600;
   EXPECT_LT(Difference(painted, expected(0)), kFew);
   EXPECT_GT(Difference(painted, expected(2)), 2 * kFew);
 }
