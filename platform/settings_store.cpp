@@ -95,7 +95,8 @@ SettingData FromVariant(const QVariant& value) {
 /** What was changed is on disk, or a fault says where it is not. */
 void Keep(QSettings& settings) {
   settings.sync();
-  if (settings.status() != QSettings::NoError)
+  // What else stands in the file, and is none of it, keeps nothing from being written.
+  if (settings.status() == QSettings::AccessError)
     throw FileFault(fault::Permission, "write",
                     ToPath(QDir::toNativeSeparators(settings.fileName())),
                     "the settings are not kept");

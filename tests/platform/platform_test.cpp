@@ -41,6 +41,9 @@ TEST(SettingsStore, KeepsValuesInAnIniFile) {
   DeleteRegKey(again, kUser, kSettingsBaseKey);
   EXPECT_EQ(ReadSetting(again, setting::GamePath), "");
   EXPECT_EQ(GetRegValue(again, kClasses, "rws.mis", "", ""), "open");
+  box.Write("settings.ini", "junk\n[open\n%zz=\n");
+  WriteSetting(settings, setting::GamePath, odd);
+  EXPECT_EQ(ReadSetting(again, setting::GamePath), odd) << "beside what another has put there";
   const QString nowhere = file + QStringLiteral("/below.ini");
   const Settings lost{std::string(kSettingsBaseKey), MakeSettingsStore(nowhere)};
   std::string told;
