@@ -326,9 +326,9 @@ TEST_F(KeptMapTest, HomeBasesMoveWithAllThatIsNamedByTheirPlace) {
   Drag({21000, 22000}, {21000, 23000});
   Map().ShowDialog = [](QDialog& dialog) {
     auto& form = dynamic_cast<frmBaseLines&>(dialog);
-    // As exact as the pixels are.
+    // As exact as the pixels are, which stand for other lengths beside wider letters.
     auto words = form.txtLine->text().split(u' ');
-    EXPECT_NEAR(words.value(1).toInt(), 4000, 40);
+    EXPECT_NEAR(words.value(1).toInt(), 4000, kPosixFiles ? 0 : 40);
     words.removeAt(1);
     EXPECT_EQ(words.join(u' '), "1 21000 19000 1000 200 0");
     EXPECT_EQ(form.txtAircraft->toPlainText(), "  I-16 5");

@@ -8,6 +8,7 @@
 #include "map/forms/map_colors.h"
 #include "map/forms/map_legend.h"
 #include "tests/map/forms/small_scene.h"
+#include "tests/support/sandbox.h"
 
 namespace rws::test {
 namespace {
@@ -43,10 +44,11 @@ TEST(MapPainter, PaintsWhatAHandWouldDraw) {
       painter.drawEllipse(QPointF(500, 100), 3, 3);
     });
   };
-  // Of the name beside the centre and of small marks some pixels may differ.
-  constexpr int kFew = 600;
-  EXPECT_LT(Difference(painted, expected(0)), kFew);
-  EXPECT_GT(Difference(painted, expected(2)), 2 * kFew);
+  // Of the name beside the centre and of small marks some pixels may differ; more on Windows, whose
+  // letters are others.
+  const int few = kPosixFiles ? 330 : 600;
+  EXPECT_LT(Difference(painted, expected(0)), few);
+  EXPECT_GT(Difference(painted, expected(2)), 2 * few);
 }
 
 /** One thing on each layer, near the middle. */
