@@ -8,11 +8,18 @@
 #include "editors/frmWP.h"
 #include "editors/frmWPEdit.h"
 #include "library/forms/frmFind.h"
+#include "library/seen_aircraft.h"
+#include "mainwindow/frmLines.h"
+#include "mainwindow/frmUnsaved.h"
+#include "map/forms/frmBaseLines.h"
 #include "map/forms/frmMap.h"
+#include "map/forms/frmMapPicture.h"
 #include "services/faults.h"
 #include "services/forms/frmCam.h"
 #include "services/forms/frmPrefs.h"
 #include "session/current.h"
+#include "tools/frmAddAircraft.h"
+#include "tools/frmAddMap.h"
 #include "tools/frmBackups.h"
 #include "tools/frmChanges.h"
 #include "tools/frmCheck.h"
@@ -70,6 +77,34 @@ NamedForm Map(Session& session) {
           }};
 }
 
+/** One that takes the services alone, as those do that ask about missions. */
+template <class Form>
+NamedForm Asking(const char* name, Session& session, QWidget* parent) {
+  return {name, [=, &session]() -> std::unique_ptr<QWidget> {
+            auto form = std::make_unique<Form>(session.Services, parent);
+            form->Missions = {CurrentMissionPath(session.Doc)};
+            form->LoadForm();
+            return form;
+          }};
+}
+
+NamedForm MapPictureOf(Session& session, QWidget* parent) {
+  return {"frmMapPicture", [=, &session]() -> std::unique_ptr<QWidget> {
+            auto form = std::make_unique<frmMapPicture>(session.Services, parent);
+            form->Map = QStringLiteral("Smolensk");
+            form->LoadForm();
+            return form;
+          }};
+}
+
+NamedForm BaseLinesOf(Session& session, QWidget* parent) {
+  return {"frmBaseLines", [=, &session]() -> std::unique_ptr<QWidget> {
+            auto form = std::make_unique<frmBaseLines>(session, 0, parent);
+            form->LoadForm();
+            return form;
+          }};
+}
+
 /** With a preview of what some rows would change. */
 NamedForm EditMany(Session& session, QWidget* parent) {
   return {"frmEditMany", [=, &session]() -> std::unique_ptr<QWidget> {
@@ -120,6 +155,20 @@ void CompareWithShadow(const Session& session, frmCompare& form) {
 std::vector<NamedForm> AllForms(Session& session, QWidget* parent) {
   return {
       Map(session),
+      MapPictureOf(session, parent),
+      BaseLinesOf(session, parent),
+      Asking<frmLines>("frmLines", session, parent),
+      Asking<frmUnsaved>("frmUnsaved", session, parent),
+      Named<frmAddAircraft>("frmAddAircraft", session, parent,
+                            [](frmAddAircraft& form) {
+                              form.Class = "MYSTERY";
+                              form.Seen = {{"2xB", "8xRS82"}, {"a.mis", "b.mis"}, 0, false};
+                            }),
+      Named<frmAddMap>("frmAddMap", session, parent,
+                       [&session](frmAddMap& form) {
+                         form.MapPath = "Mystery/load.ini";
+                         form.From = CurrentMission(session).BaseName;
+                       }),
       Named<frmBackups>(
           "frmBackups", session, parent,
           [&session](frmBackups& form) { form.MissionPath = CurrentMissionPath(session.Doc); }),

@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include "controls/layouts.h"
 #include "platform/qt_text.h"
 #include "services/paths.h"
 
@@ -23,25 +24,17 @@ frmUnsaved::frmUnsaved(const Services& services, QWidget* parent)
 }
 
 void frmUnsaved::Build() {
-  auto* column = new QVBoxLayout(this);
-  lbl = new QLabel(tr("These missions have edits that are not saved:"));
-  lst = new QListWidget;
-  lst->setObjectName(QStringLiteral("lst"));
-  lst->setAccessibleName(tr("Missions that are not saved"));
+  lbl = Named(new QLabel(tr("These missions have edits that are not saved:")), "lbl");
+  lst = Named(new QListWidget, "lst", tr("Missions that are not saved"));
   lst->setSelectionMode(QAbstractItemView::NoSelection);
   lbl->setBuddy(lst);
+  cmd = {Button("cmd(0)", tr("&Save All")), Button("cmd(1)", tr("&Discard")),
+         Button("cmd(2)", tr("&Cancel"))};
+  auto* column = new QVBoxLayout(this);
   column->addWidget(lbl);
   column->addWidget(lst, 1);
-  auto* row = new QHBoxLayout;
-  row->addStretch(1);
-  const std::array<QString, 3> captions{tr("&Save All"), tr("&Discard"), tr("&Cancel")};
-  for (std::size_t i = 0; i < cmd.size(); ++i) {
-    cmd[i] = new QPushButton(captions[i]);
-    cmd[i]->setObjectName(QStringLiteral("cmd(%1)").arg(i));
-    cmd[i]->setAutoDefault(false);
-    row->addWidget(cmd[i]);
-  }
-  column->addLayout(row);
+  column->addLayout(ButtonRow({cmd[kSaveAll], cmd[kDiscard], cmd[kCancel]}));
+  for (auto* button : cmd) button->setAutoDefault(false);
   cmd[kSaveAll]->setDefault(true);
 }
 
