@@ -51,30 +51,6 @@ TEST(MapPainter, PaintsWhatAHandWouldDraw) {
   EXPECT_GT(Difference(painted, expected(2)), 2 * few);
 }
 
-/** One thing on each layer, near the middle. */
-MapModel ModelOfAll() {
-  MapModel model = SmallModel();
-  const auto add = [&](ObjectKind kind, double x) {
-    MapObject object;
-    object.At = {x, 2500};
-    object.Kind = kind;
-    object.Army = 2;
-    model.Scene.Things.Objects.push_back(object);
-  };
-  add(ObjectKind::Aircraft, 3000);
-  add(ObjectKind::Building, 3200);
-  add(ObjectKind::Camera, 3400);
-  add(ObjectKind::Artillery, 3600);
-  MapUnit unit;
-  unit.Road = {{{2500, 3000}, true, 0}, {{4000, 3000}, true, 0}};
-  model.Scene.Things.Units.push_back(unit);
-  model.Scene.Things.Targets.push_back({{4500, 2000}, 300, 0, 0, 0});
-  model.Scene.Things.Bridges.push_back({{3000, 1500}, {3100, 1500}, 1});
-  model.Front = {{{0, 4500}, {6000, 4600}}};
-  Complete(model);
-  return model;
-}
-
 TEST(MapPainter, EachLayerIsPaintedAndToldAloneAndNotWithoutItself) {
   const MapModel model = ModelOfAll();
   MapUnderlay underlay{QImage(10, 10, QImage::Format_RGB32), {0, 0, 2000, 2000}, 0.5};
