@@ -1,11 +1,11 @@
-#include <QAbstractButton>
-#include <QGroupBox>
-#include <QLabel>
-#include <QMenuBar>
+#include <QtWidgets>
 #include <map>
 #include <set>
 
+#include "platform/qt_text.h"
+#include "services/help_file.h"
 #include "tests/app/forms_fixture.h"
+#include "tests/support/places.h"
 
 namespace rws::test {
 namespace {
@@ -60,6 +60,41 @@ TEST_F(AllFormsTest, F1OpensTheHelpOfTheDialog) {
     EXPECT_NE(Box.Read("program/RWS.HLP.at.html").find(section), std::string::npos);
   });
   EXPECT_EQ(World_.ShellCalls.size(), forms);
+}
+
+QString HelpText() {
+  QFile file(FromPath(SourceFolder() + "/data/" + kHelpFile));
+  EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+  return QString::fromUtf8(file.readAll());
+}
+
+TEST_F(AllFormsTest, TheHelpTellsOfEveryFormMenuEntryAndButton) {
+  const QString help = HelpText();
+  ForEachForm([&help](QWidget& form) {
+    EXPECT_TRUE(help.contains("<h2 id=\"" + form.objectName() + "\">"));
+    // What the map shows is told in sentences.
+    if (form.objectName().startsWith("frmMap")) return;
+    QStringList captions;
+    for (const auto* entry : form.findChildren<QAction*>()) captions << entry->text();
+    for (const auto* button : form.findChildren<QAbstractButton*>()) captions << button->text();
+    captions.replaceInStrings("&&", "\n").replaceInStrings("&", "").replaceInStrings("\n", "&");
+    // Without what is counted, and texts of the user's own.
+    captions.replaceInStrings(QRegularExpression(" \\(\\d+\\)$|.*: $"), "").removeAll("Pop");
+    for (const QString& caption : captions)
+      EXPECT_TRUE(help.contains(">" + caption.toHtmlEscaped() + "</")) << caption.toStdString();
+  });
+}
+
+TEST(Help, StandsAloneAndItsLinksLead) {
+  const QString help = HelpText();
+  EXPECT_FALSE(help.contains(QRegularExpression("<script|<img|<link|src=|url\\(|https?:")));
+  auto links = QRegularExpression("href=\"([^\"]*)\"").globalMatch(help);
+  ASSERT_TRUE(links.hasNext());
+  while (links.hasNext()) {
+    const QString link = links.next().captured(1);
+    EXPECT_TRUE(link.startsWith('#') && help.contains("id=\"" + link.mid(1) + "\""))
+        << link.toStdString();
+  }
 }
 
 TEST_F(AllFormsTest, NoTwoMnemonicsOfAWindowAreEqual) {

@@ -1,94 +1,35 @@
 #include "tests/app/form_record.h"
 
-#include <QAbstractItemView>
-#include <QAction>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDialog>
-#include <QGridLayout>
-#include <QGroupBox>
-#include <QHeaderView>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QMainWindow>
-#include <QMenu>
-#include <QMetaProperty>
-#include <QPlainTextEdit>
-#include <QProgressBar>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QScrollArea>
-#include <QSlider>
-#include <QSpinBox>
-#include <QSplitter>
-#include <QStackedWidget>
-#include <QStatusBar>
-#include <QTabBar>
-#include <QTabWidget>
-#include <QTableWidget>
-#include <QTextBrowser>
-#include <QTimeEdit>
-#include <QToolBar>
-#include <QToolButton>
-#include <QTreeWidget>
-#include <functional>
+#include <QtWidgets>
 #include <map>
 #include <memory>
-#include <set>
+#include <string_view>
 
 namespace rws::test {
 
 namespace {
 
-/** A control as Qt makes it, for each class that Qt itself has. */
-template <class Control>
-std::pair<std::string, std::shared_ptr<QObject>> Plain() {
-  return {Control::staticMetaObject.className(), std::make_shared<Control>()};
+using PlainControls = std::map<std::string, std::shared_ptr<QObject>>;
+
+/** Controls as Qt makes them, by their classes. */
+template <class... Controls>
+PlainControls MakePlain() {
+  return {{Controls::staticMetaObject.className(), std::make_shared<Controls>()}...};
 }
 
 /** The plain one of the nearest class of Qt's own. */
 const QObject* PlainOf(const QObject& object) {
-  static const std::map<std::string, std::shared_ptr<QObject>> plain = {
-      Plain<QWidget>(),
-      Plain<QDialog>(),
-      Plain<QLabel>(),
-      Plain<QPushButton>(),
-      Plain<QToolButton>(),
-      Plain<QCheckBox>(),
-      Plain<QRadioButton>(),
-      Plain<QGroupBox>(),
-      Plain<QLineEdit>(),
-      Plain<QComboBox>(),
-      Plain<QSpinBox>(),
-      Plain<QDoubleSpinBox>(),
-      Plain<QListWidget>(),
-      Plain<QTableWidget>(),
-      Plain<QTreeWidget>(),
-      Plain<QTabBar>(),
-      Plain<QStackedWidget>(),
-      Plain<QTimeEdit>(),
-      Plain<QSlider>(),
-      Plain<QListView>(),
-      Plain<QTreeView>(),
-      Plain<QTableView>(),
-      Plain<QTextEdit>(),
-      Plain<QTextBrowser>(),
-      Plain<QPlainTextEdit>(),
-      Plain<QFrame>(),
-      Plain<QScrollArea>(),
-      Plain<QSplitter>(),
-      Plain<QTabWidget>(),
-      Plain<QMenu>(),
-      Plain<QAction>(),
-      Plain<QGridLayout>(),
-      Plain<QHBoxLayout>(),
-      Plain<QVBoxLayout>(),
-      Plain<QMainWindow>(),
-      Plain<QToolBar>(),
-      Plain<QStatusBar>(),
-      Plain<QProgressBar>(),
-      {"QHeaderView", std::make_shared<QHeaderView>(Qt::Horizontal)}};
+  static const PlainControls plain = [] {
+    auto made =
+        MakePlain<QWidget, QDialog, QLabel, QPushButton, QToolButton, QCheckBox, QRadioButton,
+                  QGroupBox, QLineEdit, QComboBox, QSpinBox, QDoubleSpinBox, QListWidget,
+                  QTableWidget, QTreeWidget, QTabBar, QStackedWidget, QTimeEdit, QSlider, QListView,
+                  QTreeView, QTableView, QTextEdit, QTextBrowser, QPlainTextEdit, QFrame,
+                  QScrollArea, QSplitter, QTabWidget, QMenu, QAction, QGridLayout, QHBoxLayout,
+                  QVBoxLayout, QMainWindow, QToolBar, QStatusBar, QProgressBar>();
+    made["QHeaderView"] = std::make_shared<QHeaderView>(Qt::Horizontal);
+    return made;
+  }();
   for (const auto* kind = object.metaObject(); kind; kind = kind->superClass())
     if (const auto found = plain.find(kind->className()); found != plain.end())
       return found->second.get();
@@ -97,43 +38,13 @@ const QObject* PlainOf(const QObject& object) {
 
 /** What differs from run to run, or from font to font. */
 bool IsOfTheMoment(const std::string& name) {
-  static const std::set<std::string> names = {"x",
-                                              "y",
-                                              "width",
-                                              "height",
-                                              "visible",
-                                              "focus",
-                                              "objectName",
-                                              "count",
-                                              "isActiveWindow",
-                                              "active",
-                                              "underMouse",
-                                              "cursorPosition",
-                                              "styleSheet",
-                                              "locale",
-                                              "displayText",
-                                              "pageStep",
-                                              "sizes",
-                                              "handleWidth",
-                                              "default",
-                                              "modal",
-                                              "currentSection",
-                                              "windowFlags",
-                                              "windowModality",
-                                              "updatesEnabled",
-                                              "defaultSectionSize",
-                                              "minimumSectionSize",
-                                              "sectionCount",
-                                              "maximumBlockCount",
-                                              "html",
-                                              "windowFilePath",
-                                              "mask",
-                                              "iconText",
-                                              "indent",
-                                              "blockCount",
-                                              "tabStopDistance",
-                                              "menuRole"};
-  return names.count(name) > 0;
+  static constexpr std::string_view kNames =
+      " x y width height visible focus objectName count isActiveWindow active underMouse"
+      " cursorPosition styleSheet locale displayText pageStep sizes handleWidth default modal"
+      " currentSection windowFlags windowModality updatesEnabled defaultSectionSize"
+      " minimumSectionSize sectionCount maximumBlockCount html windowFilePath mask iconText indent"
+      " blockCount tabStopDistance menuRole ";
+  return kNames.find(" " + name + " ") != kNames.npos;
 }
 
 QString Shown(const QMetaProperty& property, const QVariant& value) {
@@ -217,14 +128,9 @@ class Recorder {
 
   void Layout(const QLayout& layout, int depth) {
     const QMargins m = layout.contentsMargins();
-    QString line = QString("%1 margins=%2,%3,%4,%5 spacing=%6 constraint=%7")
-                       .arg(layout.metaObject()->className())
-                       .arg(m.left())
-                       .arg(m.top())
-                       .arg(m.right())
-                       .arg(m.bottom())
-                       .arg(layout.spacing())
-                       .arg(layout.sizeConstraint());
+    QString line = QString::asprintf("%s margins=%d,%d,%d,%d spacing=%d constraint=%d",
+                                     layout.metaObject()->className(), m.left(), m.top(), m.right(),
+                                     m.bottom(), layout.spacing(), int(layout.sizeConstraint()));
     const auto* grid = qobject_cast<const QGridLayout*>(&layout);
     if (grid) {
       line +=
@@ -277,10 +183,8 @@ class Recorder {
     Line(depth, QString("%1 rows: ").arg(model.rowCount(parent)) + head);
     for (int row = 0; row < std::min(most, model.rowCount(parent)); ++row) {
       QString line;
-      for (int column = 0; column < model.columnCount(parent); ++column) {
-        const QModelIndex at = model.index(row, column, parent);
-        line += Cell(at) + "; ";
-      }
+      for (int column = 0; column < model.columnCount(parent); ++column)
+        line += Cell(model.index(row, column, parent)) + "; ";
       Line(depth + 1, line);
       if (model.hasChildren(model.index(row, 0, parent)))
         Rows(model, model.index(row, 0, parent), 3, depth + 1);
