@@ -176,7 +176,7 @@ void frmMap::ShowPointed(MapPoint at, const MapHit& hit) {
   QString place = QString::fromStdString(PlaceText(at));
   const MapRoute* route = Route();
   const auto& points = view->Shown().Selection.Points;
-  if (route && !points.empty() && points.front() < route->Points.size()) {
+  if (route && !points.empty()) {
     const MapPoint from = route->Points[points.front()].At;
     place +=
         tr(" - %1, %2 from waypoint %3")
