@@ -105,6 +105,11 @@ TEST_F(FilterTest, TheMissionOnShowStaysWithItsEditsWhileItsRowIsAway) {
   EXPECT_EQ(Rows(), "b") << "the file has been read again";
   EXPECT_EQ(Filtered(""), "a|b|c|d");
   EXPECT_EQ(Row(), 1);
+  Panel().chkST->click();
+  World_.Script.Expect(kQuestion, Answer::Cancel);
+  ClickRow(0);
+  Filtered("-c");
+  EXPECT_EQ(Row(), 0) << "where the answer has left it";
 }
 
 TEST_F(FilterTest, KeysAndCommandsWorkOnTheRowsThatAreLeft) {

@@ -218,6 +218,11 @@ TEST_F(FindTest, HandsOnWhatWasFoundOrSelected) {
   const auto* check = Window->findChild<frmCheck*>();
   ASSERT_NE(check, nullptr);
   EXPECT_TRUE(check->isVisible());
+  const auto given = [&] { return check->optWhat[frmCheck::kFound]->toolTip(); };
+  EXPECT_EQ(given(), "3 missions");
+  Form->lstFound->SelectOnly(0);
+  Click(Form->cmd[frmFind::kCheck]);
+  EXPECT_EQ(given(), "3 missions") << "one is selected without being meant";
   EXPECT_EQ(Found("map:nowhere"), "");
   EXPECT_FALSE(Form->cmd[frmFind::kCheck]->isEnabled());
 }

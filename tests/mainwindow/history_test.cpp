@@ -179,6 +179,10 @@ TEST_F(HistoryTest, WhatCannotBeUndoneIsToldAndCanBeLeftOut) {
   EXPECT_NE(Bars().find("b.mis\" is there again."), std::string::npos);
   EXPECT_EQ(FileText("b"), "another");
   EXPECT_EQ(Window->mnuUndo->text(), "&Undo Delete of b");
+  Panel().chkST->click();
+  EXPECT_EQ(Bars(), "") << "of a step that is not the next one";
+  Undo();
+  Undo();
   EXPECT_EQ(Press("Leave it out"), "");
   EXPECT_EQ(Bars(), "");
   EXPECT_EQ(Window->mnuUndo->text(), "&Undo Weather of b");

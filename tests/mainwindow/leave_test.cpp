@@ -151,6 +151,7 @@ TEST_F(LeaveTest, ExitAsksWhenThereIsSomethingToSave) {
   FailEveryWrite();
   Click(Window->cmd[frmRWS::kExit]);
   EXPECT_TRUE(Window->isVisible()) << "what could not be written lives in memory only";
+  EXPECT_FALSE(Lit()) << "counts as saved until the next edit";
 }
 
 TEST_F(LeaveTest, TheMenuEndsUnaskedAndStoresThePlace) {

@@ -88,10 +88,15 @@ TEST_F(LinesTest, TargetsMayFollowAFlightThatGetsAnotherName) {
   EXPECT_EQ(Bars(), "") << "nothing has another name";
   rws::Edit(World_, {"x", "Test"}, [&] { flights[0].Name = "r0103"; });
   EXPECT_NE(Bars().find("\"r0100\": route of g0110, waypoint 0"), std::string::npos) << Bars();
+  EXPECT_FALSE(Contains(Bars(), " more"));
   EXPECT_EQ(Press("Let them follow"), "");
   EXPECT_EQ(line, "  NORMFLY 1.00 2.00 500.0 300.0 r0103 0 &0");
   EXPECT_EQ(Undo(), "References of g0110");
   EXPECT_EQ(Doc().Missions[0].Flights[0].Name, "r0103");
+  for (std::size_t i = 0; i < 6; ++i)
+    flights[1 + i / 2].Waypoints[i % 2].Line = "  NORMFLY 1.00 2.00 500.0 300.0 r0103 0 &0";
+  rws::Edit(World_, {"x", "Test"}, [&] { flights[0].Name = "r0100"; });
+  EXPECT_TRUE(Contains(Bars(), "waypoint 1 and 2 more.")) << Bars();
 }
 
 }  // namespace

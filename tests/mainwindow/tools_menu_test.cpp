@@ -20,6 +20,9 @@ TEST_F(ToolsMenuTest, SettlesTheEditsBehindItsQuestions) {
   World_.Script.ExpectInput("Enter the new mission name.", "");
   Choose(Window->mnuTools[frmRWS::kRenameAll]);
   EXPECT_TRUE(Lit()) << "a cancelled tool has neither written nor dropped anything";
+  World_.Script.ExpectPath("Select files to copy", Box.Write("x.mis", ""));
+  World_.Script.Expect(kQuestion, Answer::Cancel);
+  Choose(Window->mnuTools[frmRWS::kCopyFrom]);
 
   ExpectNewName("Sortie", "9");
   World_.Script.Expect(kQuestion, Answer::Cancel);

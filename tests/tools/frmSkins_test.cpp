@@ -88,6 +88,7 @@ TEST_F(SkinsForm, ShowsTheSchemesOfTheAircraft) {
   EXPECT_EQ(State(), "-----");
   ASSERT_EQ(W.Script.Notices.size(), 1u);
   EXPECT_NE(W.Script.Notices[0].find("C.bmp"), std::string::npos);
+  Choose(Form->cboSkins, 0);
   Choose(Form->cboPlanes, 0);
   EXPECT_EQ(Form->cboSkins->currentText(), QStringLiteral("None"));
   EXPECT_EQ(State(), "-----");

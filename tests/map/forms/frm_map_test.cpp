@@ -225,7 +225,8 @@ TEST_F(MapWindowTest, KeysAndTypedPlacesMoveWhatIsNotLocked) {
     EXPECT_EQ(Map().txtY->text().toStdString() + Said(),
               "5990.50A place is two numbers of metres.");
   }
-  EXPECT_EQ(Places().substr(24, 23), "NORMFLY 4200.50 5990.50");
+  Type(Map().txtY, "5980.5");
+  EXPECT_EQ(Places().substr(24, 23), "NORMFLY 4200.50 5980.50");
   const std::string locked = Places();
   ClickMap({1000, 2000});
   Drag({1000, 2000}, {3000, 4000});
@@ -365,6 +366,10 @@ TEST_F(MapWindowTest, APictureIsRememberedAndItsLossToldOnce) {
   choose();
   ASSERT_TRUE(underlay());
   EXPECT_EQ(underlay()->Place.Right, 40000);
+  Map().ShowDialog = [](QDialog& dialog) {
+    EXPECT_TRUE(dynamic_cast<frmMapPicture&>(dialog).lblFile->text().contains("my map.png"));
+  };
+  Map().mnuPicture->trigger();
   const std::string stored = Box.Read(remembered);
   ClickRow(0);
   Settle();

@@ -225,6 +225,8 @@ TEST_F(MapViewTest, TheLegendGivesWayInASmallView) {
     EXPECT_EQ(View.LegendRoom() > 0, row.Has);
     EXPECT_EQ(PaintLegend(painter, entries, View.rect(), false).isEmpty(), !row.Has);
   }
+  View.setPalette(QPalette(Qt::black));
+  EXPECT_TRUE(View.Shown().Dark);
   View.SetLegend(false);
   View.resize(1200, 600);
   EXPECT_EQ(View.LegendRoom(), 0);
