@@ -179,29 +179,34 @@ class Recorder {
   void Rows(const QAbstractItemModel& model, const QModelIndex& parent, int most, int depth) {
     QString head;
     for (int column = 0; column < model.columnCount(parent); ++column)
-      head += model.headerData(column, Qt::Horizontal).toString() + "; ";
+      head += Cell([&](int role) { return model.headerData(column, Qt::Horizontal, role); }) + "; ";
     Line(depth, QString("%1 rows: ").arg(model.rowCount(parent)) + head);
     for (int row = 0; row < std::min(most, model.rowCount(parent)); ++row) {
+      const auto at = [&](int column) { return model.index(row, column, parent); };
       QString line;
       for (int column = 0; column < model.columnCount(parent); ++column)
-        line += Cell(model.index(row, column, parent)) + "; ";
+        line += Cell([&](int role) { return at(column).data(role); }) +
+                QString(" %1; ").arg(at(column).flags().toInt());
       Line(depth + 1, line);
       if (model.hasChildren(model.index(row, 0, parent)))
         Rows(model, model.index(row, 0, parent), 3, depth + 1);
     }
   }
-  static QString Cell(const QModelIndex& at) {
-    QString text = at.data().toString();
-    if (at.data(Qt::CheckStateRole).isValid())
-      text += QString(" [%1]").arg(at.data(Qt::CheckStateRole).toInt());
-    if (at.data(Qt::ToolTipRole).isValid()) text += " tip=" + at.data(Qt::ToolTipRole).toString();
-    if (at.data(Qt::AccessibleTextRole).isValid())
-      text += " spoken=" + at.data(Qt::AccessibleTextRole).toString();
-    if (at.data(Qt::ForegroundRole).isValid()) text += " coloured";
-    if (at.data(Qt::FontRole).isValid()) text += " font";
-    if (at.data(Qt::TextAlignmentRole).isValid())
-      text += QString(" align=%1").arg(at.data(Qt::TextAlignmentRole).toInt());
-    text += QString(" %1").arg(at.flags().toInt());
+  static QString Cell(const std::function<QVariant(int)>& data) {
+    QString text = data(Qt::DisplayRole).toString();
+    const auto add = [&](int role, const QString& name) {
+      if (const QVariant value = data(role); value.isValid()) text += name + value.toString();
+    };
+    add(Qt::CheckStateRole, " checked=");
+    add(Qt::ToolTipRole, " tip=");
+    add(Qt::AccessibleTextRole, " spoken=");
+    if (const QVariant font = data(Qt::FontRole); font.isValid())
+      text += font.value<QFont>().bold() ? " bold" : " font";
+    add(Qt::TextAlignmentRole, " align=");
+    add(Qt::SizeHintRole, " size ");
+    for (const auto role : {Qt::ForegroundRole, Qt::BackgroundRole})
+      if (const QVariant color = data(role); color.isValid())
+        text += " " + color.value<QBrush>().color().name();
     return text.replace('\n', '|');
   }
 };

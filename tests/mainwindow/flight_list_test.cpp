@@ -18,20 +18,6 @@ class FlightListTest : public FlightsTest {
 
 TEST_F(FlightListTest, ShowsRowsSortedBySideAndPlane) {
   EXPECT_EQ(Planes(), "Ju 88|MYSTERY|I-16|I-16 Type 24");
-  EXPECT_EQ(Cell(2, 1), "r01");
-  EXPECT_EQ(Cell(0, 2), "02 / 01");
-  const auto data = [&](int row, int column, int role) {
-    return List().model()->index(row, column).data(role);
-  };
-  EXPECT_EQ(data(0, 0, Qt::ForegroundRole).value<QColor>(), QColor(0, 0, 255));
-  EXPECT_EQ(data(1, 0, Qt::ForegroundRole).value<QColor>(), QColor(128, 128, 128));
-  EXPECT_EQ(data(2, 0, Qt::ForegroundRole).value<QColor>(), QColor(255, 0, 0));
-  EXPECT_EQ(data(1, 1, Qt::ToolTipRole).toString(),
-            "Installed game does not support this aircraft right click to change it.");
-  EXPECT_EQ(data(2, 1, Qt::ToolTipRole).toString(), "First regiment");
-  EXPECT_EQ(data(1, 0, Qt::AccessibleTextRole).toString(),
-            "MYSTERY, Not supported by the installed game");
-  EXPECT_EQ(data(0, 0, Qt::AccessibleTextRole).toString(), "Ju 88, Blue army");
   // The first row in sort order is shown, though it is not flight 0.
   EXPECT_EQ(Doc().CurFlight, 1);
   EXPECT_EQ(Area().fraFlight->title(), "Ju 88 - Flight of 2 - Default");

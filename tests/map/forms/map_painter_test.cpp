@@ -2,13 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 #include "map/forms/map_backing.h"
-#include "map/forms/map_colors.h"
 #include "map/forms/map_legend.h"
 #include "tests/map/forms/small_scene.h"
-#include "tests/support/sandbox.h"
 
 namespace rws::test {
 namespace {
@@ -18,37 +14,6 @@ MapLayers Only(std::initializer_list<MapLayer> shown) {
   layers.Shown.fill(false);
   for (const auto layer : shown) layers.Shown[static_cast<std::size_t>(layer)] = true;
   return layers;
-}
-
-TEST(MapPainter, PaintsWhatAHandWouldDraw) {
-  const MapModel model = SmallModel();
-  MapShown shown = ShownOf(model);
-  shown.Layers = Only({MapLayer::Routes, MapLayer::HomeBases});
-  const QImage painted = GroundOf(shown);
-  // Drawn beside the painter: lines of flights, a circle of 60 pixels, marks of the points.
-  const auto expected = [&](double shift) {
-    return PictureOf(shown, [&](QPainter& painter) {
-      painter.fillRect(painted.rect(), GroundColor(false));
-      painter.translate(shift, 0);
-      painter.setRenderHint(QPainter::Antialiasing);
-      painter.setPen(QPen(BaseColor(3, false), 1.5));
-      painter.drawEllipse(QPointF(200, 300), 60, 60);
-      painter.setPen(QPen(Faint(ArmyColor(1, false), false, 0.6), 1));
-      painter.drawPolyline(QPolygonF({{100, 400}, {500, 400}, {500, 100}}));
-      painter.setPen(QPen(Faint(ArmyColor(2, false), false, 0.6), 1));
-      painter.drawLine(200, 150, 350, 250);
-      painter.setBrush(ArmyColor(1, false));
-      painter.setPen(Qt::NoPen);
-      painter.drawPolygon(QPolygonF({{100, 396.5}, {103.5, 403}, {96.5, 403}}));
-      painter.drawEllipse(QPointF(500, 400), 3, 3);
-      painter.drawEllipse(QPointF(500, 100), 3, 3);
-    });
-  };
-  // Of the name beside the centre and of small marks some pixels may differ; more on Windows, whose
-  // letters are others.
-  const int few = kPosixFiles ? 330 : 600;
-  EXPECT_LT(Difference(painted, expected(0)), few);
-  EXPECT_GT(Difference(painted, expected(2)), 2 * few);
 }
 
 TEST(MapPainter, EachLayerIsPaintedAndToldAloneAndNotWithoutItself) {
@@ -64,37 +29,10 @@ TEST(MapPainter, EachLayerIsPaintedAndToldAloneAndNotWithoutItself) {
     SCOPED_TRACE(kMapLayerNames[i]);
     const auto layer = static_cast<MapLayer>(i);
     shown.Layers = Only({layer});
-    EXPECT_GT(
-        Difference(bare, GroundOf(shown)) + (layer == MapLayer::Grid && bare != GroundOf(shown)),
-        0);
+    EXPECT_NE(bare, GroundOf(shown));
     EXPECT_EQ(LegendOf(model, shown.Layers).empty(),
               layer == MapLayer::Grid || layer == MapLayer::Picture);
   }
-}
-
-TEST(MapPainter, WhatIsFarOffOrNowhereDoesNoHarm) {
-  constexpr double kFar = 1e9, kNan = std::numeric_limits<double>::quiet_NaN();
-  MapModel model = SmallModel();
-  MapShown shown = ShownOf(model);
-  const QImage before = GroundOf(shown);
-  // Straight up from a point that is seen, and things that are not seen at all.
-  model.Scene.Routes.push_back(RouteOf(1, {{4000, 2000}, {4000, kFar}, {-kFar, kFar}}));
-  model.Scene.Routes.push_back(RouteOf(2, {{kFar, kFar}}));
-  model.Scene.Routes.push_back(RouteOf(2, {{kNan, kNan}, {100, 100}}));
-  model.Scene.Routes.back().Points[0].HasPlace = false;
-  model.Scene.Bases.push_back({1, {-kFar, -kFar}, 10, 1});
-  model.Scene.Bases.push_back({1, {kFar, 2500}, kFar - 5900, 1});
-  model.Scene.Things.Targets.push_back({{kFar, -kFar}, 5, 0, 0, 0});
-  Complete(model);
-  const QImage after = GroundOf(shown);
-  // A line of 300 pixels and the rim of a huge circle along the picture, each two wide, and marks.
-  EXPECT_NEAR(Difference(before, after), 2 * (300 + 500), 120);
-  EXPECT_NE(after.pixelColor(400, 150), before.pixelColor(400, 150));
-  EXPECT_NE(after.pixelColor(590, 100), before.pixelColor(590, 100));
-  shown.Selection.Route = model.Scene.Routes.size() - 1;
-  shown.Minute = 10;
-  shown.Projection.Centre = {kFar, kFar};
-  PictureOf(shown, [&](QPainter& painter) { PaintMap(painter, shown); });
 }
 
 TEST(MapPainter, ThingsOnOneSpotArePaintedOnce) {

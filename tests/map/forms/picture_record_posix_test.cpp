@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QPainter>
 
+#include "map/forms/briefing_pdf.h"
 #include "map/forms/map_legend.h"
 #include "map/forms/profile_view.h"
 #include "platform/svg_file.h"
@@ -32,6 +33,9 @@ TEST(PictureRecord, MapInEachOfItsLooks) {
   MapShown shown = ShownOf(model);
   const auto paint = [&](QPainter& painter) { PaintMap(painter, shown); };
   ExpectDrawn("map", {600, 500}, paint);
+  ExpectDrawn("legend", {1200, 600}, [&](QPainter& painter) {
+    PaintLegend(painter, LegendOf(model, {}), {0, 0, 1200, 600}, false);
+  });
   shown.Dark = true;
   shown.Selection = {0, {1}, {}};
   shown.Compared = {1};
@@ -49,6 +53,48 @@ TEST(PictureRecord, MapInEachOfItsLooks) {
   shown.Selection = {0, {1, 2}, {}};
   ExpectDrawn("map_dragged", {600, 500},
               [&](QPainter& painter) { PaintMapTop(painter, shown, preview); });
+}
+
+TEST(PictureRecord, WhatIsFarOffOrNowhereDoesNoHarm) {
+  constexpr double kFar = 1e9, kNan = std::numeric_limits<double>::quiet_NaN();
+  MapModel model = SmallModel();
+  // Straight up from a point that is seen, and things that are not seen at all.
+  model.Scene.Routes.push_back(RouteOf(1, {{4000, 2000}, {4000, kFar}, {-kFar, kFar}}));
+  model.Scene.Routes.push_back(RouteOf(2, {{kFar, kFar}}));
+  model.Scene.Routes.push_back(RouteOf(2, {{kNan, kNan}, {100, 100}}));
+  model.Scene.Routes.back().Points[0].HasPlace = false;
+  model.Scene.Bases.push_back({1, {-kFar, -kFar}, 10, 1});
+  model.Scene.Bases.push_back({1, {kFar, 2500}, kFar - 5900, 1});
+  model.Scene.Things.Targets.push_back({{kFar, -kFar}, 5, 0, 0, 0});
+  Complete(model);
+  MapShown shown = ShownOf(model);
+  shown.Selection.Route = model.Scene.Routes.size() - 1;
+  shown.Minute = 10;
+  const auto paint = [&](QPainter& painter) { PaintMap(painter, shown); };
+  ExpectDrawn("map_far_off", {600, 500}, paint);
+  shown.Projection.Centre = {kFar, kFar};
+  PictureOf(shown, paint);
+}
+
+/** What the pages of a PDF draw. */
+std::string PagesOf(const QByteArray& pdf) {
+  std::string pages;
+  for (qsizetype at = pdf.indexOf("\nstream\n"); at >= 0; at = pdf.indexOf("\nstream\n", at + 1)) {
+    if (pdf.at(at + 8) != 'x') continue;
+    const QByteArray stream = qUncompress(QByteArray("\0\1\0\0", 4) + pdf.mid(at + 8));
+    if (stream.contains(" cm\n")) pages += stream.toStdString();
+  }
+  return pages;
+}
+
+TEST(PictureRecord, BriefingOnPages) {
+  BriefingPages pages{"Iasi", "Night", nullptr, {}, "One\r\n\r\nTwo"};
+  pages.Map = [](QPainter& painter, QSize size) { painter.drawRect(QRect(QPoint(), size)); };
+  // The second caption would stand alone at the end of the first page.
+  const QStringList row = {"Normal Fly", "7 m"};
+  pages.Tables = {{"r0100", {"Type", "Height"}, {row, {QString(25, u'\n')}}},
+                  {"g0100", {"Type", "Height"}, {row}}};
+  ExpectRecord("tests/map/forms/records/briefing.txt", [&] { return PagesOf(BriefingPdf(pages)); });
 }
 
 struct ProfileRecord : Flights {};
