@@ -199,7 +199,6 @@ class frmRWS : public QMainWindow {
   void FillForm(const std::string& commandLine);
   void LoadPlacement();
   void SavePlacement();
-  void PrepareControls();
 
   void Build();
   void BuildMenus();

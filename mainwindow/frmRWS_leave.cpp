@@ -124,13 +124,13 @@ bool frmRWS::WriteChanges() {
                                         missionPanel->Shown(), HooksOf(session_));
   CloseStep(session_);
   ShowHistory();
+  // Still lit when the user has cancelled.
+  LightUpdate(!allWritten && CurrentMission(session_).Modified);
   return allWritten;
 }
 
 bool frmRWS::ClickUpdate() {
   const bool allWritten = WriteChanges();
-  // Still lit when the user has cancelled.
-  LightUpdate(!allWritten && CurrentMission(session_).Modified);
   // What could not be written lives in memory only; it is neither erased nor reread.
   if (!allWritten) return false;
   // Nor is what an earlier Update failed to write.
@@ -147,11 +147,7 @@ bool frmRWS::MayExit() {
       session_.Services.Ask.MsgBox("Would you like to save your updates before exiting?",
                                    Buttons::YesNoCancel, Icon::Question, kProgramTitle);
   if (answer == Answer::Cancel) return false;
-  if (answer == Answer::Yes) {
-    const bool allWritten = WriteChanges();
-    LightUpdate(!allWritten && CurrentMission(session_).Modified);
-    return allWritten && AskUnsaved();
-  }
+  if (answer == Answer::Yes) return WriteChanges() && AskUnsaved();
   std::vector<std::string> refused;
   const Document& doc = session_.Doc;
   for (std::size_t i = 0; i < doc.Missions.size(); ++i)
