@@ -128,6 +128,11 @@ TEST_F(CheckForm, ChecksTheFolderWithUnsavedEdits) {
   Check(frmCheck::kFound);
   Form->chkSeverity[0]->click();
   EXPECT_EQ(Rows(), "[b.mis]|time|skill|fuel|aircraft|target|[gone.mis]|unreadable");
+  CheckedMission more;
+  more.Path = Box.Path("m/more.mis");
+  more.FaultText = "gone";
+  Form->Model.Add({more});
+  EXPECT_TRUE(Rows().ends_with("[more.mis]|unreadable")) << "while others are still read";
 }
 
 TEST_F(CheckForm, FiltersAndExportsWhatIsListed) {

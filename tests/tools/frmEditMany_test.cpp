@@ -145,6 +145,7 @@ TEST_F(EditManyForm, ShowsWhatChangesAndWritesIt) {
       QStringLiteral("b.mis\t\tWeather\tGood\tRain/Snow\tnot chosen\t")));
   Click(Form->cmd[frmEditMany::kApply]);
   EXPECT_EQ(changed_, 1);
+  EXPECT_TRUE(Form->txtReport->isVisible());
   EXPECT_EQ(ToPath(Form->txtReport->toPlainText()),
             "1 done, 1 left out\n" + paths_[0] + ": it has unsaved edits\n");
   EXPECT_EQ(Disk("", ""), "oo?");

@@ -152,6 +152,7 @@ TEST(View, SaysWhyAPictureIsNotShown) {
     EXPECT_FALSE(ViewImage(world.Services, nullptr, path, QStringLiteral("x")));
     EXPECT_EQ(world.Script.Boxes.back().Icon, Icon::Critical);
     EXPECT_EQ(world.Script.Boxes.back().Title, kProgramTitle);
+    EXPECT_NE(world.Log.back().find(path), std::string::npos);
   }
 }
 

@@ -4,6 +4,7 @@
 
 #include "editors/frmWP.h"
 #include "map/forms/frmBaseLines.h"
+#include "map/forms/frmFlightTable.h"
 #include "map/forms/frmMap.h"
 #include "map/forms/frmMapPicture.h"
 #include "tests/mainwindow/unsaved_fixture.h"
@@ -106,9 +107,13 @@ TEST_F(MapWindowTest, FollowsTheMainWindowAndLeadsIt) {
   const auto selected = [&] { return Map().view->Shown().Selection.Route; };
   EXPECT_EQ(Title(), "d.mis - Map");
   EXPECT_EQ(selected(), 0U);
+  Map().mnuTable->trigger();
   ClickFlight(List().RowOf(1));
   Settle();
   EXPECT_EQ(selected(), 1U);
+  EXPECT_EQ(Map().Table->lstFlights->SelectedRows(), QList<int>{1});
+  Q_EMIT Map().profile->MinuteChosen(3);
+  EXPECT_EQ(Map().view->Shown().Minute, 3);
   ClickMap({6000, 6000});
   EXPECT_EQ(Doc().CurFlight, 0);
   EXPECT_EQ(List().Selection().Flights, std::vector<std::size_t>{0});

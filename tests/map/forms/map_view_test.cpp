@@ -152,6 +152,8 @@ TEST_F(MapViewTest, KeysDoAllOfIt) {
   Key(Qt::Key_Escape);
   Key(Qt::Key_B);
   EXPECT_EQ(TakeTold(), "open 1; points 0 1 2; points; base 3; ");
+  Key(Qt::Key_N);
+  EXPECT_FALSE(View.Shown().Selection.Base);
   Key(Qt::Key_Escape);
   TakeTold();
   Key(Qt::Key_Right);

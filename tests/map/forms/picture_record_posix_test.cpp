@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QPainter>
 
+#include "controls/list_box.h"
 #include "map/forms/briefing_pdf.h"
 #include "map/forms/map_legend.h"
 #include "map/forms/profile_view.h"
@@ -95,6 +96,13 @@ TEST(PictureRecord, BriefingOnPages) {
   pages.Tables = {{"r0100", {"Type", "Height"}, {row, {QString(25, u'\n')}}},
                   {"g0100", {"Type", "Height"}, {row}}};
   ExpectRecord("tests/map/forms/records/briefing.txt", [&] { return PagesOf(BriefingPdf(pages)); });
+}
+
+TEST(PictureRecord, WhyAListIsEmpty) {
+  ListBox list;
+  list.SetEmptyText("No mission of this folder matches");
+  list.resize(120, 90);
+  ExpectDrawn("list_empty", list.size(), [&](QPainter& painter) { list.render(&painter); });
 }
 
 struct ProfileRecord : Flights {};
