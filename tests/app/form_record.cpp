@@ -216,6 +216,11 @@ class Recorder {
 std::string RecordOf(const QWidget& form) {
   Recorder recorder;
   recorder.Widget(form, 0);
+  recorder.Text += "tab order:";
+  for (const auto* next = form.nextInFocusChain(); next != &form; next = next->nextInFocusChain())
+    if (next->focusPolicy() & Qt::TabFocus && next->window() == &form && !next->focusProxy())
+      recorder.Text += " " + next->objectName().toStdString();
+  recorder.Text += '\n';
   return recorder.Text;
 }
 

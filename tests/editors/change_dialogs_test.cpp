@@ -39,7 +39,7 @@ TEST_F(ChangeForm, AnotherAircraftAndSquadronByKeyboard) {
   EXPECT_EQ(form->fraPlane->Caption().toStdString(), "I-16 Selected");
   EXPECT_EQ(form->fraSq->Caption().toStdString(), "r01 - First");
   EXPECT_FALSE(form->Changed);
-  QTest::keyClicks(form->lstPlanes, QStringLiteral("tb"));
+  QTest::keyClicks(form->lstPlanes, "tb");
   EXPECT_TRUE(form->Changed);
   EXPECT_EQ(form->fraPlane->Caption().toStdString(), "TB-3 & I-16 Selected");
   QTest::keyClick(form->tview, Qt::Key_Down);
@@ -77,10 +77,7 @@ TEST_F(ChangeForm, WaysOutOfTheChange) {
 
 TEST_F(DuplicateForm, OffsetsAreTypedOrStepped) {
   frmWPEdit& form = Open([](frmWPEdit& made) { made.AirCraftType = "R & D"; });
-  EXPECT_EQ(form.windowTitle().toStdString(), kProgramTitle);
   EXPECT_EQ(form.fra1->title().toStdString(), "Duplicate Flight - R && D");
-  EXPECT_EQ(form.txtInput[frmWPEdit::kHeight]->toolTip().toStdString(), "3 feet");
-  EXPECT_EQ(form.txtInput[frmWPEdit::kSpeed]->toolTip().toStdString(), "16 Mph");
   const auto type = [&](std::size_t box, const char* text) {
     form.txtInput[box]->setFocus();
     form.txtInput[box]->selectAll();

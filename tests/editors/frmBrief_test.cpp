@@ -42,13 +42,13 @@ TEST_F(BriefForm, KeepsEveryByte) {
 
 TEST_F(BriefForm, TypesAndLeaves) {
   frmBrief& form = Open();
-  QTest::keyClicks(form.txtName, QStringLiteral("A"));
+  QTest::keyClicks(form.txtName, "A");
   QTest::keyClick(form.txtName, Qt::Key_Tab);
   EXPECT_TRUE(form.txtShort->hasFocus());
   QTest::keyClick(form.txtShort, Qt::Key_Return, Qt::ShiftModifier);
-  for (const QChar letter : QStringLiteral("\u0416\u20AC"))
+  for (const QChar letter : QString("\u0416\u20AC"))
     QTest::sendKeyEvent(QTest::Click, form.txtShort, Qt::Key_unknown, letter, {});
-  for (const auto& pasted : {QStringLiteral("x\u0416"), QStringLiteral("d\r\ne")}) {
+  for (const auto& pasted : {"x\u0416", "d\r\ne"}) {
     QApplication::clipboard()->setText(pasted);
     form.txtShort->paste();
   }
@@ -62,7 +62,7 @@ TEST_F(BriefForm, TypesAndLeaves) {
       "Name A\r\nShort \\n\\u0416\x80x\\u0416d\\ne\\n\r\nDescription \\n\r\n";
   EXPECT_EQ(File(), written);
   for (const bool byButton : {false, true}) {
-    Open().txtName->setPlainText(QStringLiteral("other"));
+    Open().txtName->setPlainText("other");
     byButton ? Form->cmd[frmBrief::kCancel]->click() : Form->mnuExit->trigger();
     EXPECT_FALSE(Form->isVisible());
     EXPECT_EQ(File(), written);
@@ -72,7 +72,7 @@ TEST_F(BriefForm, TypesAndLeaves) {
 TEST_F(BriefForm, ShowsEscapedLettersAndKeepsTheirSpelling) {
   Box.Write("m.properties", "Name \\u0416\\u00E9 \xE9\r\nShort s\r\nDescription d");
   frmBrief& form = Open();
-  EXPECT_EQ(form.txtName->Text(), QStringLiteral("\u0416\u00E9 \u00E9"));
+  EXPECT_EQ(form.txtName->Text(), "\u0416\u00E9 \u00E9");
   form.txtName->moveCursor(QTextCursor::End);
   QTest::keyClicks(form.txtName, "!");
   form.cmd[frmBrief::kApply]->click();
@@ -135,7 +135,7 @@ TEST_F(BriefForm, LabelsTagsAndPopup) {
   for (auto* item : form.mnuMod) item->trigger();
   W.Script.Expect("in the mission\nbriefing window so that the will tags will inclose the text.");
   form.mnuTags[frmBrief::kArmyRed]->trigger();
-  form.txtBrief->setPlainText(QStringLiteral("one\ntwo\u00A0"));
+  form.txtBrief->setPlainText("one\ntwo\u00A0");
   form.txtBrief->selectAll();
   form.mnuTags[frmBrief::kArmyRed]->trigger();
   EXPECT_EQ(Text(form.txtBrief), "<ARMY RED>one\r\ntwo\u00A0</ARMY>");
@@ -163,7 +163,7 @@ TEST_F(BriefForm, FailuresLoseNoText) {
   Open();
   W.Services.Files.BeforeStep = {};
   applyFails("is not replaced.\nCannot read" + reason);
-  Open().txtName->setPlainText(QStringLiteral("new"));
+  Open().txtName->setPlainText("new");
   FailSteps(W.Services.Files, "write", "", "no disk");
   applyFails("Cannot write" + reason);
   W.Services.Files.BeforeStep = {};

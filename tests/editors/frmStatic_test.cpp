@@ -80,7 +80,7 @@ TEST_F(StaticForm, ChangesTheSelectedRowsAndAppliesThem) {
   QTest::keyClick(Form->lstStatic, Qt::Key_Down);
   QTest::keyClick(Form->lstStatic, Qt::Key_Down, Qt::ShiftModifier);
   Choose = [](frmChgAC& change) {
-    QTest::keyClicks(change.lstPlanes, QStringLiteral("i"));
+    QTest::keyClicks(change.lstPlanes, "i");
     change.tview->setCurrentIndex(change.tview->model()->index(2, 0));
     change.cmd[frmChgAC::kApply]->click();
   };

@@ -69,7 +69,7 @@ struct WaypointForm : FormTest<frmWP> {
 
 TEST_F(WaypointForm, TakesWhatIsTypedIntoACell) {
   Open();
-  EXPECT_EQ(Form->fra->title(), QStringLiteral("IL_2 - 1 GvIAP"));
+  EXPECT_EQ(Form->fra->title(), "IL_2 - 1 GvIAP");
   EXPECT_FALSE(Applies());
   EXPECT_EQ(Heading(3), "   Alt [meters] ") << "the blanks make the column's width";
   EXPECT_EQ(Heading(2, Qt::TextAlignmentRole), std::to_string(Qt::AlignCenter));
@@ -101,7 +101,7 @@ TEST_F(WaypointForm, TakesWhatIsTypedIntoACell) {
   EXPECT_EQ(Point(1).Alt, "305");
   EXPECT_EQ(Shown(1, 3), "1001");
   QTest::keyClick(Form->grd, Qt::Key_F2);
-  Form->grd->findChild<QLineEdit*>()->setText(QStringLiteral("2000"));
+  Form->grd->findChild<QLineEdit*>()->setText("2000");
   Form->close();
   EXPECT_EQ(Point(1).Alt, "610");
   EXPECT_EQ(TakeEdits(), "Altitude|Speed|Altitude|Altitude") << "no refused or untouched text";

@@ -98,7 +98,7 @@ class Driver {
     QTimerEvent event(timer->timerId());
     QCoreApplication::sendEvent(timer, &event);
   }
-  QTimer* KeepTimer() { return window_.findChild<QTimer*>(QStringLiteral("recoveryTimer")); }
+  QTimer* KeepTimer() { return window_.findChild<QTimer*>("recoveryTimer"); }
   void Update() {
     diary_.MaySave();
     window_.cmd[frmRWS::kUpdate]->click();

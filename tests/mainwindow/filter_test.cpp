@@ -57,7 +57,7 @@ TEST_F(FilterTest, WhatItLeavesCanBeEditedTogether) {
   const int before = Window->missionPanel->cboWeather->currentIndex();
   Window->Popups.ShowDialog = [&](QDialog& dialog) {
     auto& form = dynamic_cast<frmEditMany&>(dialog);
-    EXPECT_EQ(form.cboScope->currentText(), QStringLiteral("Missions that the filter shows (2)"));
+    EXPECT_EQ(form.cboScope->currentText(), "Missions that the filter shows (2)");
     form.Rows()[0]->SetRow({0, "6", ManyFlights::All, ""});
     form.cmdPreview->click();
     form.cmd[frmEditMany::kApply]->click();
@@ -71,7 +71,7 @@ TEST_F(FilterTest, WhatItLeavesCanBeEditedTogether) {
   EXPECT_EQ(Filtered("weather:thunder"), "");
   ReadAll();
   EXPECT_EQ(Rows(), "b|d");
-  EXPECT_EQ(Window->mnuUndo->text(), QStringLiteral("&Undo Edit of 2 missions"));
+  EXPECT_EQ(Window->mnuUndo->text(), "&Undo Edit of 2 missions");
   Window->mnuUndo->trigger();
   EXPECT_EQ(Window->missionPanel->cboWeather->currentIndex(), before);
   EXPECT_FALSE(Contains(FileText("d"), "CloudType 6"));

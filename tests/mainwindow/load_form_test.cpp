@@ -69,7 +69,7 @@ TEST_F(LoadFormTest, SettingsThatCannotBeKeptAreToldAndStopNothing) {
   Load(Box.Path("missions"));
   EXPECT_TRUE(Window->isVisible());
   EXPECT_EQ(Window->lstMission->RowCount(), 2);
-  EXPECT_TRUE(Window->staBar->currentMessage().contains(QStringLiteral("no space left")));
+  EXPECT_TRUE(Window->staBar->currentMessage().contains("no space left"));
 }
 
 TEST_F(LoadFormTest, AFileInThePlaceOfTheImagesDoesNotStopTheStart) {

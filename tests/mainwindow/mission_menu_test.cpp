@@ -91,7 +91,7 @@ TEST_F(MissionMenuTest, AHalfDoneMoveOrDeleteMarksTheRow) {
     else
       World_.Script.Expect("Are you sure you want to delete\nb?", Answer::Yes);
     Choose(moves ? frmRWS::kMove : frmRWS::kDelete);
-    EXPECT_TRUE(Window->staBar->currentMessage().contains(QStringLiteral("denied")));
+    EXPECT_TRUE(Window->staBar->currentMessage().contains("denied"));
     const auto* model = Window->lstMission->model();
     EXPECT_EQ(model->index(1, 0).data(Qt::AccessibleTextRole), "b, no longer in this folder");
     EXPECT_TRUE(model->index(1, 0).data(Qt::FontRole).value<QFont>().strikeOut());
@@ -103,7 +103,7 @@ TEST_F(MissionMenuTest, AHalfDoneMoveOrDeleteMarksTheRow) {
     ClickRow(1);
     EXPECT_EQ(Shown(), "c");
     EXPECT_EQ(Row(), 2);
-    EXPECT_TRUE(Window->staBar->currentMessage().startsWith(QStringLiteral("\"b.mis\" is no")));
+    EXPECT_TRUE(Window->staBar->currentMessage().startsWith("\"b.mis\" is no"));
     EXPECT_FALSE(Doc().Closing);
     World_.Services.Files.BeforeStep = {};
     Window->Start();

@@ -28,7 +28,7 @@ class PlanePanelsTest : public WindowTest {
     mission.Flights[1].Name = "r0100";
     Doc().Missions = {mission};
     Panels.mnuSkin = &Menu;
-    Menu.addAction(QStringLiteral("None"));
+    Menu.addAction("None");
     Panels.FillFixedLists();
     QObject::connect(&Panels, &PlanePanels::PlanesChanged, [this] { LoadPlanes(); });
     QObject::connect(&Panels, &PlanePanels::ImageWanted,

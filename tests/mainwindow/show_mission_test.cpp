@@ -126,20 +126,5 @@ TEST_F(WindowTest, PlaysAndStopsTheSound) {
   EXPECT_EQ(World_.ShellCalls.size(), 2u);
 }
 
-TEST_F(WindowTest, TabGoesDownTheLeftSide) {
-  OpenThree();
-  Activate();
-  Window->lstMission->setFocus();
-  Edit();
-  QStringList reached;
-  for (int i = 0; i < 9; ++i) {
-    reached << QApplication::focusWidget()->objectName();
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-  }
-  // The time picker has a stop for the hours and one for the minutes.
-  EXPECT_EQ(reached.join(" ").toStdString(),
-            "lstMission cboWeather txtWeather dtMission dtMission chkST chkWL cmdCount cmd(3)");
-}
-
 }  // namespace
 }  // namespace rws::test

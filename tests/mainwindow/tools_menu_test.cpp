@@ -75,7 +75,7 @@ TEST_F(ToolsMenuTest, CancelInTheProgressGivesTheOldNamesBack) {
     EXPECT_EQ(Rows(), "a|b|c");
     EXPECT_EQ(Box.Names("missions"), "a.mis,b.mis,c.mis");
     EXPECT_EQ(Row(), 2);
-    EXPECT_TRUE(Window->staBar->currentMessage().startsWith(QStringLiteral("Cancelled.")));
+    EXPECT_TRUE(Window->staBar->currentMessage().startsWith("Cancelled."));
   }
 }
 
@@ -101,7 +101,7 @@ TEST_F(ToolsMenuTest, TheReasonOutlivesTheReread) {
   World_.Script.ExpectInput("Enter the new name for a", "z");
   Choose(Window->mnuCases[frmRWS::kManual]);
   EXPECT_EQ(Rows(), "b|c|z");
-  EXPECT_TRUE(Window->staBar->currentMessage().contains(QStringLiteral("z.properties")));
+  EXPECT_TRUE(Window->staBar->currentMessage().contains("z.properties"));
 }
 
 TEST_F(ToolsMenuTest, ARenamedRowIsFoundAgain) {

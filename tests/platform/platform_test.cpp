@@ -44,7 +44,7 @@ TEST(SettingsStore, KeepsValuesInAnIniFile) {
   box.Write("settings.ini", "junk\n[open\n%zz=\n");
   WriteSetting(settings, setting::GamePath, odd);
   EXPECT_EQ(ReadSetting(again, setting::GamePath), odd) << "beside what another has put there";
-  const QString nowhere = file + QStringLiteral("/below.ini");
+  const QString nowhere = file + "/below.ini";
   const Settings lost{std::string(kSettingsBaseKey), MakeSettingsStore(nowhere)};
   std::string told;
   Trap([&] { WriteSetting(lost, setting::GamePath, odd); },

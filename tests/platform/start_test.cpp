@@ -38,7 +38,7 @@ TEST(Icons, AreThereInTheSizesThatScreensAskFor) {
     for (const int size : {16, 32, 64})
       EXPECT_EQ(icon.pixmap(QSize(size, size), 1.0).width(), size);
   }
-  EXPECT_TRUE(ProgramIcon(QStringLiteral("groups/nobody")).isNull());
+  EXPECT_TRUE(ProgramIcon("groups/nobody").isNull());
 }
 
 }  // namespace

@@ -178,7 +178,7 @@ void Checks::Mission() {
   // A time that is none is not shown.
   std::string clock;
   ResumeNext([&] { clock = HoursToClock(record.Time); });
-  const auto time = QTime::fromString(FromPath(clock), QStringLiteral("H:mm"));
+  const auto time = QTime::fromString(FromPath(clock), "H:mm");
   if (time.isValid())
     Same("time", ToPath(panel.dtMission->time().toString()), ToPath(time.toString()));
   for (const auto& [box, held] : {std::pair(panel.chkST, record.TimeConstant),

@@ -148,14 +148,14 @@ int Replay(int argc, char** argv) {
   QHashSeed::setDeterministicGlobalSeed();
   qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
   QApplication application(argc, argv);
-  QApplication::setStyle(QStringLiteral("Fusion"));
+  QApplication::setStyle("Fusion");
   QApplication::setQuitOnLastWindowClosed(false);
   // No time passes between two clicks or keys, and none counts as the other's second one.
   QApplication::setDoubleClickInterval(0);
   QApplication::setKeyboardInputInterval(-1);
   std::signal(SIGALRM, EndHung);
   QStringList words = QApplication::arguments().mid(2);
-  const bool isTold = words.removeAll(QStringLiteral("told")) > 0;
+  const bool isTold = words.removeAll("told") > 0;
   Episode episode{words.takeFirst().toUInt(), {}};
   for (const auto& word : words) episode.Numbers.push_back(word.toUInt());
   const OneFolder folder;
@@ -186,7 +186,7 @@ std::string KindOf(const std::string& found) {
 }
 
 QStringList Arguments(const Episode& episode) {
-  QStringList words{QStringLiteral("--replay"), QString::number(episode.Seed)};
+  QStringList words{"--replay", QString::number(episode.Seed)};
   for (const auto number : episode.Numbers) words << QString::number(number);
   return words;
 }
@@ -236,7 +236,7 @@ int Run(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
   QCommandLineParser parser;
   const auto option = [&](const char* name, const char* value) {
-    parser.addOption({QLatin1String(name), {}, QStringLiteral("n"), QLatin1String(value)});
+    parser.addOption({QLatin1String(name), {}, "n", QLatin1String(value)});
   };
   option("seconds", "0"), option("actions", "0"), option("seed", "1");
   option("length", "200"), option("shrink", "120");

@@ -45,11 +45,11 @@ struct CompareForm : FormTest<frmCompare> {
 
 TEST_F(CompareForm, GoesFromDifferenceToDifferenceByKeyboard) {
   Show(Lines(60, {10, 40}), Lines(60) + "\xC4 new\r\n");
-  EXPECT_EQ(View->lblCounts->text(), QStringLiteral("2 lines changed, 1 line added."));
-  EXPECT_EQ(Place(), QStringLiteral("Difference 1 of 3"));
-  EXPECT_EQ(Cell(View->CurrentRow(), CompareModel::kOldNumber), QStringLiteral("11 ~"));
+  EXPECT_EQ(View->lblCounts->text(), "2 lines changed, 1 line added.");
+  EXPECT_EQ(Place(), "Difference 1 of 3");
+  EXPECT_EQ(Cell(View->CurrentRow(), CompareModel::kOldNumber), "11 ~");
   EXPECT_EQ(Cell(View->CurrentRow(), CompareModel::kOldText, Qt::AccessibleTextRole),
-            QStringLiteral("changed: other"));
+            "changed: other");
   const std::pair<int, const char*> keys[] = {{Qt::Key_Down, "41 ~"},
                                               {Qt::Key_Down, ""},
                                               {Qt::Key_Down, "11 ~"},
@@ -60,16 +60,16 @@ TEST_F(CompareForm, GoesFromDifferenceToDifferenceByKeyboard) {
     EXPECT_EQ(Cell(View->CurrentRow(), CompareModel::kOldNumber), QLatin1String(number));
   }
   View->cmdGo[CompareView::kNext]->click();
-  EXPECT_EQ(Cell(View->CurrentRow(), CompareModel::kNewText), QStringLiteral("Ä new"));
+  EXPECT_EQ(Cell(View->CurrentRow(), CompareModel::kNewText), "Ä new");
   EXPECT_EQ(Cell(View->CurrentRow(), CompareModel::kOldText, Qt::AccessibleTextRole),
-            QStringLiteral("no line here"));
+            "no line here");
   Key(Qt::Key_Up);
-  EXPECT_EQ(Place(), QStringLiteral("3 differences")) << "on an equal line";
+  EXPECT_EQ(Place(), "3 differences") << "on an equal line";
 }
 
 TEST_F(CompareForm, ReturnShowsFoldedLines) {
   Show(Lines(60, {40}), Lines(60));
-  EXPECT_EQ(Cell(0, CompareModel::kOldText), QStringLiteral("... 37 equal lines ..."));
+  EXPECT_EQ(Cell(0, CompareModel::kOldText), "... 37 equal lines ...");
   const int rows = View->Model.rowCount();
   Key(Qt::Key_Return);
   EXPECT_EQ(View->Model.rowCount(), rows) << "not a fold";
@@ -77,9 +77,8 @@ TEST_F(CompareForm, ReturnShowsFoldedLines) {
   Key(Qt::Key_Home);
   Key(Qt::Key_Return);
   EXPECT_EQ(View->Model.rowCount(), rows + 36);
-  EXPECT_EQ(Cell(0, CompareModel::kOldText) + Cell(36, CompareModel::kNewText),
-            QStringLiteral("036"));
-  EXPECT_EQ(Cell(40, CompareModel::kNewNumber), QStringLiteral("41 ~"));
+  EXPECT_EQ(Cell(0, CompareModel::kOldText) + Cell(36, CompareModel::kNewText), "036");
+  EXPECT_EQ(Cell(40, CompareModel::kNewNumber), "41 ~");
   Key(Qt::Key_End);
   const auto last = View->Model.index(44, CompareModel::kNewText);
   auto* right = View->lstSide[1];
@@ -91,14 +90,13 @@ TEST_F(CompareForm, ReturnShowsFoldedLines) {
 
 TEST_F(CompareForm, TellsTextsThatDifferInNothingOrLineEnds) {
   Show(Lines(30), Lines(30));
-  EXPECT_EQ(View->lblCounts->text() + Place(), QStringLiteral("No difference."));
+  EXPECT_EQ(View->lblCounts->text() + Place(), "No difference.");
   EXPECT_FALSE(View->cmdGo[CompareView::kNext]->isEnabled());
   EXPECT_EQ(View->Model.rowCount(), 30);
   Key(Qt::Key_Down, Qt::AltModifier);
   EXPECT_EQ(View->CurrentRow(), 0);
   Show("a\nb\n", "a\r\nb\r\n");
-  EXPECT_EQ(View->lblCounts->text(),
-            QStringLiteral("All lines are equal; their line ends are not."));
+  EXPECT_EQ(View->lblCounts->text(), "All lines are equal; their line ends are not.");
   Show("", "");
   EXPECT_EQ(View->Model.rowCount(), 0);
   Key(Qt::Key_Return);
@@ -150,7 +148,7 @@ TEST_F(BackupsForm, ComparesEachWithWhatStandsOnDiskAndGivesTheChosenOne) {
       << Differences();
   QTest::keyClick(Form->lstBackups, Qt::Key_Down);
   EXPECT_TRUE(CanRestore());
-  EXPECT_EQ(Form->cmpTexts->lblCounts->text(), QStringLiteral("2 lines changed, 1 line added."));
+  EXPECT_EQ(Form->cmpTexts->lblCounts->text(), "2 lines changed, 1 line added.");
   EXPECT_NE(Form->lblState->text().indexOf("not known"), -1);
   QTest::keyClick(Form->lstBackups, Qt::Key_Down);
   EXPECT_NE(Form->lblState->text().indexOf(FromPath(Box.Path("other"))), -1);
@@ -177,8 +175,7 @@ TEST_F(BackupsForm, AMissionThatHasGoneCanBeRestored) {
   Box.Remove("m/X.mis");
   Show();
   EXPECT_EQ(Cell(0, BackupModel::kDifference), "-2");
-  EXPECT_EQ(Form->cmpTexts->lblSide[1]->text(),
-            QStringLiteral("The mission is not on disk any more"));
+  EXPECT_EQ(Form->cmpTexts->lblSide[1]->text(), "The mission is not on disk any more");
   EXPECT_TRUE(CanRestore());
 }
 
@@ -199,7 +196,7 @@ TEST_F(BackupsForm, WhatCannotBeReadIsTold) {
   Show();
   EXPECT_EQ(Cell(0, BackupModel::kDifference), "?");
   EXPECT_NE(Form->lblState->text().indexOf("device error"), -1);
-  EXPECT_EQ(Form->cmpTexts->lblSide[1]->text(), QStringLiteral("Unreadable"));
+  EXPECT_EQ(Form->cmpTexts->lblSide[1]->text(), "Unreadable");
 }
 
 }  // namespace

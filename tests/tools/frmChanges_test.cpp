@@ -62,7 +62,7 @@ TEST_F(ChangesForm, TellsEditsFromRewrittenLinesInBothWays) {
   EXPECT_EQ(Counts(), "1 line changed, 2 more rewritten.");
   const int row = Form->cmpTexts->CurrentRow();
   EXPECT_EQ(Cell(row, CompareModel::kNewText, Qt::AccessibleTextRole),
-            QStringLiteral("changed, your edit:   Fuel 50; what differs: 50"));
+            "changed, your edit:   Fuel 50; what differs: 50");
   const auto marks = Model().Marks(Model().index(row, CompareModel::kOldText));
   ASSERT_EQ(marks.size(), 1U);
   EXPECT_EQ(Cell(row, CompareModel::kOldText).mid(marks[0].First, marks[0].Count), "100");

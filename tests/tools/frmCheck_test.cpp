@@ -2,7 +2,6 @@
 
 #include "mission/reader.h"
 #include "platform/qt_text.h"
-#include "services/forms/frmCam.h"
 #include "services/text.h"
 #include "session/recording.h"
 #include "session/undo.h"
@@ -229,22 +228,6 @@ TEST_F(CheckForm, StopsAndClosesAtAnyMoment) {
   Form->show();
   Check(frmCheck::kFolder);
   EXPECT_TRUE(Contains(State(), "203 done: ")) << State();
-}
-
-TEST(CamForm, ShowsWarningsWhereThereAreSome) {
-  World world;
-  frmCam form(world, nullptr);
-  form.Report = {{{"2 squadrons", ""}, {"Aircraft", "The tables lack \"X\"."}, {"Kuban", ""}}};
-  form.LoadForm();
-  form.show();
-  EXPECT_EQ(form.lblSq->text(), "2 squadrons");
-  EXPECT_EQ(form.lblMap->text(), "Kuban");
-  EXPECT_FALSE(form.imgWarn[0]->isVisible());
-  ASSERT_TRUE(form.imgWarn[1]->isVisible());
-  world.Script.Expect("The tables lack \"X\".");
-  QTest::mouseClick(form.imgWarn[1], Qt::LeftButton);
-  world.Script.Expect("The tables lack \"X\".");
-  QTest::keyClick(form.imgWarn[1], Qt::Key_Space);
 }
 
 }  // namespace

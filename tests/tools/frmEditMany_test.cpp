@@ -97,9 +97,9 @@ TEST_F(EditManyForm, OffersAnEditorForEachFieldWithTheBoundsOfTheWindow) {
   EXPECT_FALSE(row.cboFlights->isVisible());
   // The loadouts are those of the aircraft that is chosen.
   Choose(0, "Weapon Load").cboFlights->SelectRow(static_cast<int>(ManyFlights::Class));
-  row.cboChosen->setEditText(QStringLiteral("il_2type3"));
-  EXPECT_GE(row.cboLoadout->findData(QStringLiteral("4xFAB100")), 0);
-  row.cboLoadout->setEditText(QStringLiteral("own"));
+  row.cboChosen->setEditText("il_2type3");
+  EXPECT_GE(row.cboLoadout->findData("4xFAB100"), 0);
+  row.cboLoadout->setEditText("own");
   EXPECT_EQ(row.Row().Value, "own");
   for (const ManyRow& same :
        {ManyRow{0, "5", ManyFlights::All, ""}, ManyRow{2, "13.25", ManyFlights::All, ""},
@@ -116,14 +116,14 @@ TEST_F(EditManyForm, OffersAnEditorForEachFieldWithTheBoundsOfTheWindow) {
 
 TEST_F(EditManyForm, ShowsWhatChangesAndWritesIt) {
   Edit(W, {"Test", "Fuel"}, [&] { W.Doc.Missions[0].Flights[0].Fuel = "70"; });
-  Choose(0, "Weather").cboValue->setCurrentText(QStringLiteral("Rain/Snow"));
+  Choose(0, "Weather").cboValue->setCurrentText("Rain/Snow");
   EditManyRow& fuel = Choose(1, "Fuel Load");
   fuel.cboFlights->SelectRow(static_cast<int>(ManyFlights::Aircraft));
   Click(Form->cmdPreview);
   EXPECT_EQ(State(),
             "Fuel Load: it is not said which flights are meant; \"*\" stands for any "
             "letters");
-  fuel.cboChosen->setEditText(QStringLiteral("Bf 109*"));
+  fuel.cboChosen->setEditText("Bf 109*");
   fuel.spnValue->setValue(60);
   Click(Form->cmdPreview);
   EXPECT_EQ(Shown(),
@@ -142,7 +142,7 @@ TEST_F(EditManyForm, ShowsWhatChangesAndWritesIt) {
   EXPECT_EQ(State(), "2 missions change, 1 of them ticked, 1 left out.");
   Click(Form->cmd[frmEditMany::kCopy]);
   EXPECT_TRUE(QGuiApplication::clipboard()->text().contains(
-      QStringLiteral("b.mis\t\tWeather\tGood\tRain/Snow\tnot chosen\t")));
+      "b.mis\t\tWeather\tGood\tRain/Snow\tnot chosen\t"));
   Click(Form->cmd[frmEditMany::kApply]);
   EXPECT_EQ(changed_, 1);
   EXPECT_TRUE(Form->txtReport->isVisible());
@@ -195,8 +195,8 @@ TEST_F(EditManyForm, CancelEndsBetweenTwoMissions) {
   Click(Form->cmd[frmEditMany::kApply]);
   EXPECT_TRUE(Form->isVisible());
   EXPECT_EQ(Disk("CloudHeight 1000.0", "CloudHeight 700.0"), "nno");
-  EXPECT_TRUE(Form->txtReport->toPlainText().startsWith(QStringLiteral("2 done, 1 not tried\n")));
-  EXPECT_TRUE(Form->txtReport->toPlainText().contains(QStringLiteral("c.mis: not tried")));
+  EXPECT_TRUE(Form->txtReport->toPlainText().startsWith("2 done, 1 not tried\n"));
+  EXPECT_TRUE(Form->txtReport->toPlainText().contains("c.mis: not tried"));
   // A click that comes between two missions lets no more of them through.
   QProgressDialog* shown = nullptr;
   Form->Step = [&](QProgressDialog& dialog) { shown = &dialog; };

@@ -45,15 +45,15 @@ TEST_F(ListsForm, TakesChoicesOverByReadAgainAndByOk) {
   EXPECT_EQ(ToPath(Form->lblOwn->text()),
             "Added by you: 0 aircraft and 1 map, in " + Box.Path("RWS_Own.txt"));
   EXPECT_EQ(Row(Form->Troubles, 1), "No line of an entry: odd|3|" + Box.Path("RWS_Own.txt"));
-  EXPECT_EQ(Form->cboPack->currentText(), QStringLiteral("Choose one of 2"));
-  EXPECT_EQ(Form->cboLanguage->currentText(), QStringLiteral("xx")) << "an unknown one stays";
+  EXPECT_EQ(Form->cboPack->currentText(), "Choose one of 2");
+  EXPECT_EQ(Form->cboLanguage->currentText(), "xx") << "an unknown one stays";
   EXPECT_EQ(Row(Form->Troubles, 0), "no permission||");
   Form->cmd[frmLists::kOk]->click();
   EXPECT_TRUE(Used.empty() && Form->isHidden()) << "nothing was changed";
   Show({true, "#up#", "", true});
-  EXPECT_EQ(Form->cboPack->currentText(), QStringLiteral("#UP#"));
-  Form->cboPack->setCurrentText(QStringLiteral("#DBW"));
-  Form->cboLanguage->setCurrentText(QStringLiteral("German (de)"));
+  EXPECT_EQ(Form->cboPack->currentText(), "#UP#");
+  Form->cboPack->setCurrentText("#DBW");
+  Form->cboLanguage->setCurrentText("German (de)");
   Form->cmd[frmLists::kReadAgain]->click();
   EXPECT_TRUE(Form->isVisible());
   EXPECT_EQ(Row(Form->Sources, 0), "aircraft|6,012|air.ini");

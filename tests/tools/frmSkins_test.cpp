@@ -46,21 +46,11 @@ struct SkinsForm : FormTest<frmSkins> {
     W.Script.ExpectPath("Locate aircarft image", path);
     Press(frmSkins::kLocate);
   }
-  /** Pictures on show, then what is available, a letter each. */
-  /** How many dots of the middle row or column of the picture are blue. */
-  int BlueAcross() const { return Blue(1, 0); }
-  int BlueDown() const { return Blue(0, 1); }
-  int Blue(int across, int down) const {
-    const QImage grab = Form->imgPic->grab().toImage();
-    QPoint dot = grab.rect().center();
-    dot = QPoint(dot.x() * (1 - across), dot.y() * (1 - down));
-    int count = 0;
-    for (; grab.rect().contains(dot); dot += QPoint(across, down)) {
-      const QColor color = grab.pixelColor(dot);
-      count += color.blue() > 200 && color.red() < 100;
-    }
-    return count;
+  bool IsBlue(int x, int y) const {
+    const QColor color = Form->imgPic->grab().toImage().pixelColor(x, y);
+    return color.blue() > 200 && color.red() < 100;
   }
+  /** Pictures on show, then what is available, a letter each. */
   std::string State() const {
     std::string state;
     const auto add = [&](bool on, char letter) { state += on ? letter : '-'; };
@@ -75,13 +65,14 @@ struct SkinsForm : FormTest<frmSkins> {
 
 TEST_F(SkinsForm, ShowsTheSchemesOfTheAircraft) {
   Open("P_39");
-  EXPECT_EQ(Form->cboPlanes->currentText(), QStringLiteral("P-39Ä"));
+  EXPECT_EQ(Form->cboPlanes->currentText(), "P-39Ä");
   EXPECT_EQ(Form->cboSkins->count(), 3);
   EXPECT_EQ(State(), "SP-CI");
   EXPECT_EQ(Form->SkinSection, "A");
   EXPECT_EQ(Form->SkinIniFile, Box.Path("images/P-39Ä.ini"));
-  EXPECT_NEAR(BlueAcross(), 2 * BlueDown(), 4) << "twice as wide as high, not stretched";
-  EXPECT_GT(BlueDown(), 10);
+  const QSize room = Form->imgPic->size();
+  EXPECT_TRUE(IsBlue(5, room.height() / 2) && IsBlue(room.width() - 5, room.height() / 2));
+  EXPECT_FALSE(IsBlue(room.width() / 2, 5)) << "twice as wide as high, not stretched";
   Choose(Form->cboSkins, 1);
   EXPECT_EQ(State(), "S----") << "a scheme without a bitmap leaves that of the last one";
   Choose(Form->cboSkins, 2);
@@ -90,7 +81,7 @@ TEST_F(SkinsForm, ShowsTheSchemesOfTheAircraft) {
   EXPECT_NE(W.Script.Notices[0].find("C.bmp"), std::string::npos);
   Choose(Form->cboSkins, 0);
   Choose(Form->cboPlanes, 0);
-  EXPECT_EQ(Form->cboSkins->currentText(), QStringLiteral("None"));
+  EXPECT_EQ(Form->cboSkins->currentText(), "None");
   EXPECT_EQ(State(), "-----");
   Open("none of them");
   EXPECT_EQ(Form->cboPlanes->currentIndex(), -1);
@@ -108,12 +99,11 @@ TEST_F(SkinsForm, LinksAndClearsAnImage) {
   EXPECT_EQ(State(), "S----");
   EXPECT_TRUE(Box.Exists("own/B.jpg")) << "not linked: the user's own file stays";
   Locate(Box.Path("own/B.jpg"));
-  Form->txt[frmSkins::kSkinner]->insert(QStringLiteral("Ivan"));
+  Form->txt[frmSkins::kSkinner]->insert("Ivan");
   Press(frmSkins::kLink);
   EXPECT_EQ(State(), "SP-CI");
   EXPECT_EQ(Box.Read("images/B.jpg"), Box.Read("own/B.jpg"));
-  EXPECT_EQ(Form->txt[frmSkins::kSkinner]->text(), QStringLiteral("Ivan"))
-      << "typed and not stored yet";
+  EXPECT_EQ(Form->txt[frmSkins::kSkinner]->text(), "Ivan") << "typed and not stored yet";
   Press(frmSkins::kUpdate);
   Press(frmSkins::kClear);
   EXPECT_EQ(Box.Names("images"), "A.jpg,B-bak.jpg,P-39Ä.ini");
@@ -146,19 +136,18 @@ TEST_F(SkinsForm, KeepsNotesInTheSideFile) {
             Crlf({"[A]", "Skinner=Empty", "Country=Empty", "Comments=Empty"}));
   for (const char* part : {"J", "Ж", "ürgen"})
     Form->txt[frmSkins::kSkinner]->insert(QString::fromUtf8(part));
-  EXPECT_EQ(Form->txt[frmSkins::kSkinner]->text(), QStringLiteral("Jürgen"))
-      << "the code page lacks one letter";
-  Form->txt[frmSkins::kComments]->insert(QStringLiteral("one\ntwo"));
+  EXPECT_EQ(Form->txt[frmSkins::kSkinner]->text(), "Jürgen") << "the code page lacks one letter";
+  Form->txt[frmSkins::kComments]->insert("one\ntwo");
   Press(frmSkins::kUpdate);
   EXPECT_EQ(Box.Read("images/P-39Ä.ini"),
             Crlf({"[A]", "Skinner=J\xFCrgen", "Country=Empty", "Comments=one two"}));
   Choose(Form->cboSkins, 1);
   EXPECT_EQ(Form->txt[frmSkins::kSkinner]->text(), QString());
   Choose(Form->cboSkins, 0);
-  EXPECT_EQ(Form->txt[frmSkins::kSkinner]->text(), QStringLiteral("Jürgen"));
+  EXPECT_EQ(Form->txt[frmSkins::kSkinner]->text(), "Jürgen");
   EXPECT_EQ(Form->txt[frmSkins::kCountry]->text(), QString());
 
-  Form->txt[frmSkins::kCountry]->insert(QStringLiteral("USSR"));
+  Form->txt[frmSkins::kCountry]->insert("USSR");
   const auto chooseAsks = [&](DropDown* list, int row, Answer answer) {
     W.Script.Expect("Do you want to drop them?", answer);
     Choose(list, row);

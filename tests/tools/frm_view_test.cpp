@@ -106,7 +106,7 @@ TEST(View, StretchesThePictureOverItsOuterSizeAndComesBackAsItWas) {
     view.resize(700, 300);
     EXPECT_EQ(view.img->geometry(), QRect(QPoint(), view.frameGeometry().size()));
     EXPECT_GT(qBlue(view.grab().toImage().pixel(350, 290)), 190) << "distorted, not cut";
-    EXPECT_EQ(view.img->accessibleName(), QStringLiteral("Red Star"));
+    EXPECT_EQ(view.img->accessibleName(), "Red Star");
 
     view.resize(50, 300);
     EXPECT_EQ(view.frameGeometry().width(), 134) << "2000 twips";
@@ -134,14 +134,13 @@ TEST(View, StretchesThePictureOverItsOuterSizeAndComesBackAsItWas) {
   QTimer::singleShot(0, [&] {
     auto* view = qobject_cast<frmView*>(QApplication::activeModalWidget());
     ASSERT_NE(view, nullptr);
-    EXPECT_EQ(view->windowTitle(), QStringLiteral("RWS Edit - Red Star"));
+    EXPECT_EQ(view->windowTitle(), "RWS Edit - Red Star");
     EXPECT_EQ(view->frameGeometry().size(),
               QSize(shownSize.width(), view->screen()->availableSize().height()));
     EXPECT_EQ(view->pos(), QPoint(90, 60));
     view->close();
   });
-  EXPECT_TRUE(ViewImage(world.Services, &parent, box.Path("red star.BMP"),
-                        QStringLiteral("RWS Edit - Red Star")));
+  EXPECT_TRUE(ViewImage(world.Services, &parent, box.Path("red star.BMP"), "RWS Edit - Red Star"));
 }
 
 TEST(View, SaysWhyAPictureIsNotShown) {
@@ -149,10 +148,10 @@ TEST(View, SaysWhyAPictureIsNotShown) {
   World world;
   for (const std::string& path : {box.Path("gone.bmp"), box.Write("bad.jpg", "no picture")}) {
     world.Script.Expect(path);
-    EXPECT_FALSE(ViewImage(world.Services, nullptr, path, QStringLiteral("x")));
+    EXPECT_FALSE(ViewImage(world.Services, nullptr, path, "x"));
     EXPECT_EQ(world.Script.Boxes.back().Icon, Icon::Critical);
     EXPECT_EQ(world.Script.Boxes.back().Title, kProgramTitle);
-    EXPECT_NE(world.Log.back().find(path), std::string::npos);
+    EXPECT_NE(Joined(world.Log).find(path), std::string::npos);
   }
 }
 

@@ -95,6 +95,21 @@ class MapWindowTest : public UnsavedTest {
     }
     return Joined(places);
   }
+  /** Drags a waypoint, takes that back and does it again. */
+  void DragAndUndo() {
+    const std::string& line = Own().Flights[0].Waypoints[1].Line;
+    const std::string before = line;
+    ClickMap(First);
+    EXPECT_EQ(Map().txtX->text() + Map().txtY->text(), "4000.256000.50");
+    Drag(First, {4400.25, 5800.5});
+    const std::string after = line;
+    EXPECT_EQ(Trim(after), "NORMFLY 4400.25 5800.50 500.00 300.00 &1 F2");
+    EXPECT_EQ(Undo(), "Route of r0100");
+    EXPECT_EQ(Own().Flights[0].Waypoints[1].Line, before);
+    EXPECT_EQ(Redo(), "Route of r0100");
+    EXPECT_EQ(Own().Flights[0].Waypoints[1].Line, after);
+    EXPECT_EQ(FileText("d"), Text);
+  }
   const MapPoint First{4000.25, 6000.5};
   std::string Text;
 };
@@ -136,47 +151,18 @@ TEST_F(MapWindowTest, FollowsTheMainWindowAndLeadsIt) {
   EXPECT_FALSE(Map().isVisible());
 }
 
-/** Drags, looks, takes it back, does it again and saves. */
-void DragAndSave(const std::function<void()>& drag, const std::function<std::string()>& line,
-                 const std::function<std::string()>& undo,
-                 const std::function<std::string()>& redo) {
-  const std::string before = line();
-  drag();
-  const std::string after = line();
-  EXPECT_EQ(Trim(after), "NORMFLY 4400.25 5800.50 500.00 300.00 &1 F2");
-  EXPECT_EQ(undo(), "Route of r0100");
-  EXPECT_EQ(line(), before);
-  EXPECT_EQ(redo(), "Route of r0100");
-  EXPECT_EQ(line(), after);
-}
-
 TEST_F(MapWindowTest, ADraggedWaypointIsAnUnsavedEditOfItsLineAlone) {
-  const auto point = [&]() -> Waypoint& { return Own().Flights[0].Waypoints[1]; };
-  ClickMap(First);
-  EXPECT_EQ(Map().txtX->text() + Map().txtY->text(), "4000.256000.50");
-  DragAndSave(
-      [&] {
-        Drag(First, {4400.25, 5800.5});
-      },
-      [&] { return point().Line; }, [&] { return Undo(); }, [&] { return Redo(); });
-  EXPECT_EQ(point().X + point().Y, 4400 + 5800);
+  DragAndUndo();
+  EXPECT_EQ(Own().Flights[0].Waypoints[1].X + Own().Flights[0].Waypoints[1].Y, 4400 + 5800);
   EXPECT_FALSE(Lit());
   EXPECT_EQ(Unsaved(), "1 unsaved");
-  EXPECT_EQ(FileText("d"), Text);
   Save();
   EXPECT_NE(FileText("d").find("  NORMFLY 4400.25 5800.50 500.0 300.0 &1"), std::string::npos);
   EXPECT_EQ(Unsaved(), "");
 }
 
 TEST_F(KeptMapTest, ADraggedWaypointIsAnUnsavedEditOfItsLineAlone) {
-  ClickMap(First);
-  DragAndSave(
-      [&] {
-        Drag(First, {4400.25, 5800.5});
-      },
-      [&] { return Own().Flights[0].Waypoints[1].Line; }, [&] { return Undo(); },
-      [&] { return Redo(); });
-  EXPECT_EQ(FileText("d"), Text);
+  DragAndUndo();
   Save();
   EXPECT_EQ(FileText("d"), Replace(Text, "4000.25 6000.50", "4400.25 5800.50"));
 }
@@ -399,15 +385,14 @@ TEST_F(MapWindowTest, APictureIsRememberedAndItsLossToldOnce) {
 
 TEST_F(MapWindowTest, AnExportThatFailsLeavesTheOldFile) {
   FailSteps(World_.Services.Files, "");
-  const std::pair<QAction*, const char*> rows[] = {{Map().mnuPng, "PNG"}, {Map().mnuPdf, "PDF"}};
-  for (const auto& [entry, kind] : rows) {
-    const std::string name = entry == Map().mnuPng ? "map.png" : "map.pdf";
-    Box.Write(name, "old");
-    World_.Script.ExpectPath(
-        entry == Map().mnuPng ? "Save the map as PNG" : "Save a briefing as PDF", Box.Path(name));
+  const std::tuple<QAction*, const char*, const char*> rows[] = {
+      {Map().mnuPng, "Save the map as PNG", "map.png"},
+      {Map().mnuPdf, "Save a briefing as PDF", "map.pdf"}};
+  for (const auto& [entry, title, name] : rows) {
+    World_.Script.ExpectPath(title, Box.Write(name, "old"));
     World_.Script.Expect("disk full");
     entry->trigger();
-    EXPECT_TRUE(Box.Read(name) == "old") << kind;
+    EXPECT_EQ(Box.Read(name), "old");
   }
 }
 

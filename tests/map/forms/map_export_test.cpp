@@ -5,7 +5,6 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QLocale>
-#include <QXmlStreamReader>
 
 #include "map/forms/briefing_pdf.h"
 #include "platform/svg_file.h"
@@ -37,8 +36,8 @@ struct Export : testing::Test {
     Asked = size;
     painter.fillRect(QRect(QPoint(), size), Qt::red);
     painter.drawText(5, 20,
-                     QStringLiteral("<m\x01"
-                                    "ap>"));
+                     "<m\x01"
+                     "ap>");
   };
 };
 
@@ -80,32 +79,21 @@ TEST_F(Export, RefusesAbsurdSizes) {
 
 TEST_F(Export, SavesSvg) {
   if (!CanWriteSvg()) GTEST_SKIP() << "Qt comes without SVG here";
-  SaveSvg(World.Services, Box.Path("a.svg"), Paint, {300, 150},
-          QStringLiteral("Iasi\x02 & <more>"));
-  QXmlStreamReader xml(QByteArray::fromStdString(Box.Read("a.svg")));
-  QString viewBox, title, text;
-  while (!xml.atEnd()) {
-    xml.readNext();
-    if (!xml.isStartElement()) continue;
-    if (xml.name() == QLatin1String("svg"))
-      viewBox = xml.attributes().value(QLatin1String("viewBox")).toString();
-    if (xml.name() == QLatin1String("title")) title = xml.readElementText();
-    if (xml.name() == QLatin1String("text")) text = xml.readElementText();
-  }
-  EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString();
-  EXPECT_EQ(viewBox, QStringLiteral("0 0 300 150"));
-  EXPECT_EQ(title, QStringLiteral("Iasi & <more>"));
-  EXPECT_EQ(text.trimmed(), QStringLiteral("<map>"));
+  SaveSvg(World.Services, Box.Path("a.svg"), Paint, {300, 150}, "Iasi\x02 & <more>");
+  const string svg = Box.Read("a.svg");
+  for (const char* part :
+       {"viewBox=\"0 0 300 150\"", "<title>Iasi &amp; &lt;more&gt;</title>", "&lt;map&gt;"})
+    EXPECT_NE(svg.find(part), string::npos) << svg;
 }
 
 BriefingPages PagesOf(int rows, int lines) {
   BriefingPages pages;
-  pages.Title = QStringLiteral("Iasi");
+  pages.Title = "Iasi";
   BriefingTable& table = pages.Tables.emplace_back();
-  table.Caption = QStringLiteral("r0100");
-  table.Headings = {QStringLiteral("Waypoint"), QStringLiteral("Height")};
-  for (int i = 0; i < rows; ++i) table.Rows.push_back({QString::number(i), QStringLiteral("7 m")});
-  for (int i = 0; i < lines; ++i) pages.Text += QStringLiteral("Line of the briefing\r\n");
+  table.Caption = "r0100";
+  table.Headings = {"Waypoint", "Height"};
+  for (int i = 0; i < rows; ++i) table.Rows.push_back({QString::number(i), "7 m"});
+  for (int i = 0; i < lines; ++i) pages.Text += "Line of the briefing\r\n";
   return pages;
 }
 
@@ -123,7 +111,6 @@ TEST_F(Export, PrintsAsManyPagesAsItTakes) {
     BriefingPages pages = PagesOf(10, 5);
     pages.Map = Paint;
     const QByteArray pdf = BriefingPdf(pages);
-    EXPECT_TRUE(pdf.startsWith("%PDF"));
     EXPECT_TRUE(pdf.contains(paper.Box));
     // Letters are in it; where fonts cannot be read, as shapes.
     EXPECT_TRUE(!test::kPosixFiles || pdf.contains("/FontFile2"));

@@ -15,7 +15,7 @@ class MapViewTest : public testing::Test {
  protected:
   MapViewTest() : Model(SmallModel()) {
     View.Describe = [](const MapHit& hit) {
-      return QStringLiteral("%1 %2 %3").arg(hit.Is).arg(hit.Index).arg(hit.Point);
+      return QString("%1 %2 %3").arg(hit.Is).arg(hit.Index).arg(hit.Point);
     };
     QObject::connect(&View, &MapView::FlightChosen, [this](std::size_t i) { Tell("flight", i); });
     QObject::connect(&View, &MapView::BaseChosen, [this](std::size_t i) { Tell("base", i); });
@@ -73,7 +73,7 @@ TEST_F(MapViewTest, AClickSelects) {
   EXPECT_EQ(TakeTold(), "flight 0; points; ");
   Click(501, 399);
   EXPECT_EQ(TakeTold(), "points 1; ");
-  EXPECT_EQ(View.accessibleDescription(), QStringLiteral("1 0 1"));
+  EXPECT_EQ(View.accessibleDescription(), "1 0 1");
   Click(500, 100, Qt::ControlModifier);
   EXPECT_EQ(TakeTold(), "points 1 2; ");
   Click(500, 400, Qt::ShiftModifier);

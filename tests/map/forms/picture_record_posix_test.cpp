@@ -2,8 +2,13 @@
 
 #include <QApplication>
 #include <QPainter>
+#include <QStandardItemModel>
+#include <QTest>
+#include <QVBoxLayout>
 
+#include "controls/label_button.h"
 #include "controls/list_box.h"
+#include "controls/list_colors.h"
 #include "map/forms/briefing_pdf.h"
 #include "map/forms/map_legend.h"
 #include "map/forms/profile_view.h"
@@ -103,6 +108,38 @@ TEST(PictureRecord, WhyAListIsEmpty) {
   list.SetEmptyText("No mission of this folder matches");
   list.resize(120, 90);
   ExpectDrawn("list_empty", list.size(), [&](QPainter& painter) { list.render(&painter); });
+}
+
+TEST(PictureRecord, ColorsOfListsAndLabels) {
+  QWidget form;
+  std::array<ReportList*, 2> lists{new ReportList(&form), new ReportList(&form)};
+  auto* label = new LabelButton("MMMMM", &form);
+  label->SetColor(LabelColor::Blue, "file to view");
+  QStandardItemModel model;
+  for (const auto color : {Qt::blue, Qt::black}) {
+    model.appendRow(new QStandardItem("MMMMM"));
+    model.item(model.rowCount() - 1)->setForeground(color);
+  }
+  auto* column = new QVBoxLayout(&form);
+  for (auto* list : lists) {
+    column->addWidget(list);
+    list->setModel(&model);
+    list->SelectOnly(1);
+  }
+  column->addWidget(label);
+  form.resize(200, 250);
+  QPalette desktop(QColor(60, 60, 64));
+  desktop.setColor(QPalette::Base, Qt::black);
+  form.setPalette(desktop);
+  form.show();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+  const auto paint = [&](QPainter& painter) { form.render(&painter); };
+  for (const bool isDesktops : {true, false}) {
+    ApplyListColors(form,
+                    {.ForeColor = 0x00FFFF, .BackColor = 0x008000, .bDesktopColors = isDesktops});
+    lists[isDesktops]->setFocus();
+    ExpectDrawn(isDesktops ? "lists_on_dark_desktop" : "lists", form.size(), paint);
+  }
 }
 
 struct ProfileRecord : Flights {};

@@ -34,19 +34,19 @@ struct Profile : Flights {
 TEST_F(Profile, ShowsTheSelectedFlightAboveTheOthers) {
   ASSERT_EQ(View.Picture().Lines.size(), 3U);
   EXPECT_TRUE(View.Picture().Lines.back().IsSelected);
-  EXPECT_EQ(View.Picture().Lines.back().Name, QStringLiteral("r0100"));
-  EXPECT_EQ(View.Picture().Note, QStringLiteral("r0100 and g0100 are 400 m apart at 12:06:00"));
+  EXPECT_EQ(View.Picture().Lines.back().Name, "r0100");
+  EXPECT_EQ(View.Picture().Note, "r0100 and g0100 are 400 m apart at 12:06:00");
   View.SetAxis(ProfileAxis::Time);
   View.SetMinute(13);
   // It is over by then, only the cursor goes on.
   EXPECT_EQ(View.Picture().Lines.back().Place, 13);
   EXPECT_FALSE(View.Picture().Lines.back().Altitude);
   View.Show(From, 2, {});
-  EXPECT_EQ(View.Picture().Note, QStringLiteral("No clock from waypoint 1 on: no speed is set."));
+  EXPECT_EQ(View.Picture().Note, "No clock from waypoint 1 on: no speed is set.");
   EXPECT_TRUE(View.accessibleDescription().contains(View.Picture().Note));
   View.Show(From, 99, {});
   EXPECT_TRUE(View.Picture().Lines.empty());
-  EXPECT_EQ(View.Picture().Note, QStringLiteral("No flight is selected."));
+  EXPECT_EQ(View.Picture().Note, "No flight is selected.");
 }
 
 TEST_F(Profile, ClicksAndKeysMoveTheMinute) {
@@ -132,7 +132,7 @@ struct Time : testing::Test {
 TEST_F(Time, MovesBySliderKeysAndSteps) {
   Bar.SetMinute(3.25);
   EXPECT_TRUE(Heard.empty());
-  EXPECT_EQ(Clock(), QStringLiteral("12:33:15, 3 min 15 s"));
+  EXPECT_EQ(Clock(), "12:33:15, 3 min 15 s");
   Bar.cmdStep[1]->click();
   QTest::keyClick(Bar.sldMinute, Qt::Key_PageUp);
   Bar.cmdStep[0]->click();
@@ -200,8 +200,7 @@ struct Tables : Flights {
 TEST_F(Tables, FollowTheSelectionAndTellIt) {
   QSignalSpy flights(&Form, &frmFlightTable::FlightChosen);
   QSignalSpy points(&Form, &frmFlightTable::PointChosen);
-  EXPECT_EQ(Form.lblMoment->text(),
-            QStringLiteral("12:03:00, 3 min 00 s after the mission's start"));
+  EXPECT_EQ(Form.lblMoment->text(), "12:03:00, 3 min 00 s after the mission's start");
   EXPECT_EQ(Form.lstFlights->SelectedRows(), QList<int>{1});
   EXPECT_EQ(Form.lstPoints->SelectedRows(), QList<int>{1});
   SortBy(kFlightName, Qt::AscendingOrder);

@@ -56,15 +56,15 @@ TEST_F(PrefsTest, ApplyIsLitWhileSomethingDiffers) {
 }
 
 TEST_F(PrefsTest, LimitsBackupsAndTellsTheirSpace) {
-  EXPECT_EQ(Form->spnKept->text(), QStringLiteral("all"));
-  EXPECT_EQ(Form->lblSpace->text(), QStringLiteral("All backups take 0 bytes"));
+  EXPECT_EQ(Form->spnKept->text(), "all");
+  EXPECT_EQ(Form->lblSpace->text(), "All backups take 0 bytes");
   Box.Write("RWS Backup/a.mis.bak", std::string(2048, 'x'));
   WriteSetting(W.Services.Settings, setting::BackupsKept, "7");
   Form->Backup = true;
   Form->BackupsKept = 7;
   Form->LoadForm();
   EXPECT_EQ(Form->spnKept->value(), 7);
-  EXPECT_EQ(Form->lblSpace->text(), QStringLiteral("All backups take 2 KB"));
+  EXPECT_EQ(Form->lblSpace->text(), "All backups take 2 KB");
   for (const int kept : {20, 7, 0}) {
     Form->spnKept->setValue(kept);
     EXPECT_EQ(Form->cmd[frmPrefs::kApply]->isEnabled(), kept != 7) << kept;
