@@ -66,6 +66,7 @@ TEST_F(FoldersTest, RecentFoldersComeNewestFirstAndAskAboutEdits) {
   }
   EXPECT_EQ(Recent(), "missions|other|a & b|Clear");
   EXPECT_TRUE(Window->mnuRecent->actions()[2]->text().endsWith("a && b"));
+  EXPECT_EQ(ToPath(Window->mnuRecent->actions()[2]->toolTip()), Box.Path("a & b"));
   EXPECT_TRUE(Window->mnuRecent->actions()[2]->text().startsWith("&3 "));
   World_.Services.Files.MoveFile(Box.Path("a & b"), Box.Path("a & c"));
   EXPECT_EQ(Recent(), "missions|other|(a & b)|Clear");

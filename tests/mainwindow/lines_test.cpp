@@ -1,6 +1,7 @@
 #include "mainwindow/frmLines.h"
 #include "session/doors.h"
 #include "tests/mainwindow/unsaved_fixture.h"
+#include "tools/frmChanges.h"
 
 namespace rws::test {
 namespace {
@@ -64,6 +65,11 @@ TEST_F(LinesTest, UpdateAsksWhereNothingWasChosen) {
   Answer_(frmLines::kCancel);
   Update();
   EXPECT_EQ(Asked, "b");
+  Window->Popups.ShowDialog = [](QDialog& dialog) {
+    if (auto* form = dynamic_cast<frmLines*>(&dialog)) return form->cmd[frmLines::kShow]->click();
+    EXPECT_FALSE(dynamic_cast<frmChanges&>(dialog).Choose);
+  };
+  Update();
   EXPECT_TRUE(Lit()) << "nothing was written";
   EXPECT_EQ(FileText("b"), Rich_);
   Answer_(frmLines::kKeep, true);

@@ -131,6 +131,9 @@ TEST_F(CheckForm, ChecksTheFolderWithUnsavedEdits) {
   more.Path = Box.Path("m/more.mis");
   more.FaultText = "gone";
   Form->Model.Add({more});
+  const FindingCounts counts = Form->Model.Counts();
+  Form->Model.Add({more});
+  EXPECT_EQ(Form->Model.Counts(), counts) << "the same mission again";
   EXPECT_TRUE(Rows().ends_with("[more.mis]|unreadable")) << "while others are still read";
 }
 

@@ -127,6 +127,8 @@ TEST_F(MapWindowTest, FollowsTheMainWindowAndLeadsIt) {
   Settle();
   EXPECT_EQ(selected(), 1U);
   EXPECT_EQ(Map().Table->lstFlights->SelectedRows(), QList<int>{1});
+  Q_EMIT Map().Table->FlightChosen(0);
+  EXPECT_EQ(Doc().CurFlight, 0);
   Q_EMIT Map().profile->MinuteChosen(3);
   EXPECT_EQ(Map().view->Shown().Minute, 3);
   ClickMap({6000, 6000});

@@ -16,6 +16,7 @@
 #include "tests/app/records.h"
 #include "tests/map/forms/meeting_flights.h"
 #include "tests/map/forms/small_scene.h"
+#include "tools/compare_view.h"
 
 namespace rws::test {
 namespace {
@@ -101,6 +102,14 @@ TEST(PictureRecord, BriefingOnPages) {
   pages.Tables = {{"r0100", {"Type", "Height"}, {row, {QString(25, u'\n')}}},
                   {"g0100", {"Type", "Height"}, {row}}};
   ExpectRecord("tests/map/forms/records/briefing.txt", [&] { return PagesOf(BriefingPdf(pages)); });
+}
+
+TEST(PictureRecord, LinesCompared) {
+  const CodePage page;
+  CompareView view(page);
+  view.SetTexts("one\ntwo\nthree\n", "one\nTwo\nthree\nfour\n");
+  view.resize(500, 200);
+  ExpectDrawn("compared", view.size(), [&](QPainter& painter) { view.render(&painter); });
 }
 
 TEST(PictureRecord, WhyAListIsEmpty) {
