@@ -8,21 +8,6 @@ class FlightPanelTest : public FlightsTest {
   QColor DelayColor() { return Panel_().lbl[7]->palette().color(QPalette::WindowText); }
 };
 
-TEST_F(FlightPanelTest, ShowsAFlight) {
-  Open();
-  ClickFlight(kBomber);
-  EXPECT_EQ(Panel_().cboSkill->currentText(), "Custom");
-  EXPECT_TRUE(Panel_().chkAI->isChecked()) << "no player can fly it, whatever the record says";
-  EXPECT_FALSE(Panel_().chkAI->isEnabled());
-  EXPECT_EQ(Record(kBomberFlight).OnlyAI, "");
-  EXPECT_FALSE(Lit()) << "looking is no edit";
-  ClickFlight(kMystery);
-  for (QWidget* control : std::initializer_list<QWidget*>{
-           Panel_().txtFuel, Panel_().cboPlanes, Panel_().cboSkill, Panel_().cboWeap,
-           Panel_().txtDStart, Panel_().udFuel, Panel_().chkAI, Panel_().chkPara})
-    EXPECT_FALSE(control->isEnabled()) << control->objectName().toStdString();
-}
-
 TEST_F(FlightPanelTest, NumbersAreCutAsTyped) {
   Open();
   ClickFlight(kFighter);

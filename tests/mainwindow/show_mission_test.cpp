@@ -4,35 +4,6 @@
 namespace rws::test {
 namespace {
 
-TEST_F(WindowTest, ShowsTheValuesOfTheFirstMission) {
-  Doc().Maps = {{"Smolensk Summer", "smolensk/sload.ini"}};
-  Box.Write("game/Quick/go.wav", "x");
-  Box.Write(
-      "missions/one.mis",
-      Crlf({"[MAIN]", "  briefSound Quick/go.wav", "  MAP Smolensk/sload.ini", "  TIME 7.25",
-            "  CloudType 6", "  CloudHeight 1500.0", "  WEAPONSCONSTANT 1", "[Wing]",
-            "[NStationary]", "  0_Static vehicles.planes.Plane$IL_2 1 1.00 2.00 90.00 0.0 null",
-            "  1_Static vehicles.planes.plane$IL_2 1 1.00 2.00 90.00 0.0 null"}));
-  Open();
-  EXPECT_EQ(Panel().fraMission->title(), "Mission Map: Smolensk Summer");
-  EXPECT_EQ(Panel().cboWeather->currentText(), "Thunder");
-  EXPECT_EQ(Panel().txtWeather->text(), "1500");
-  EXPECT_EQ(Panel().txtWeather->toolTip(), "4921 feet");
-  EXPECT_EQ(Panel().dtMission->time(), QTime(7, 15));
-  EXPECT_FALSE(Panel().chkST->isChecked());
-  EXPECT_TRUE(Panel().chkWL->isChecked());
-  EXPECT_TRUE(Panel().imgSnd->isVisible());
-  EXPECT_EQ(Panel().imgSnd->toolTip(),
-            "Click here to hear the sound file \"go.wav\" attached to this mission.");
-  EXPECT_EQ(Panel().lbl[9]->text(), "1 stationary aircraft in this mission");
-  EXPECT_EQ(Panel().cmdModSA->toolTip(), "1 stationary aircraft in this mission");
-  EXPECT_FALSE(Panel().cmdCount->isEnabled());
-  EXPECT_FALSE(Window->mnuMissionPop[frmRWS::kSpawnPoints]->isVisible());
-  EXPECT_EQ(Window->staPanels[0]->text().toStdString(), Doc().MissionDir);
-  EXPECT_FALSE(Lit());
-  EXPECT_FALSE(Doc().bLoading);
-}
-
 TEST_F(WindowTest, KeepsWhatACurrentValueCannotReplace) {
   Box.Write("missions/a.mis", MissionText());
   Box.Write("missions/b.mis", Crlf({"[MAIN]", "  TIME x", "  CloudType 7", "  CloudHeight 9000",
@@ -41,17 +12,11 @@ TEST_F(WindowTest, KeepsWhatACurrentValueCannotReplace) {
   ClickRow(1);
   EXPECT_EQ(Panel().cboWeather->currentText(), "Hazy");
   EXPECT_EQ(Panel().dtMission->time(), QTime(12, 30));
-  EXPECT_EQ(Panel().txtWeather->text(), "2500");
   EXPECT_EQ(Doc().Missions[1].CloudHeight, "9000") << "showing a height must not change it";
-  EXPECT_EQ(Panel().chkWL->checkState(), Qt::PartiallyChecked);
-  EXPECT_FALSE(Panel().cmdCount->isEnabled());
   EXPECT_TRUE(Window->mnuMissionPop[frmRWS::kSpawnPoints]->isVisible());
-  EXPECT_EQ(Panel().lbl[9]->text(), "No stationary aircraft for this mission");
-  EXPECT_EQ(Panel().cmdModSA->toolTip(), "Modify Stationary ground aircraft");
   const auto logged = World_.Log.size();
   Panel().dtMission->setTime(QTime(3, 0));
   EXPECT_EQ(World_.Log.size(), logged) << "no flight is no fault";
-  EXPECT_EQ(Window->flightArea->fraFlight->title(), "None");
   Click(Panel().chkWL);
   EXPECT_EQ(Doc().Missions[1].WeaponsConstant, 0);
 }
@@ -75,11 +40,7 @@ TEST_F(WindowTest, AnotherDirectoryMayHoldNoMission) {
   Click(Window->cmd[frmRWS::kDirectory]);
   EXPECT_EQ(Window->lstMission->RowCount(), 0);
   EXPECT_FALSE(Lit() || Panel().isEnabled() || Window->mnuMisPop->isEnabled());
-  EXPECT_EQ(Panel().fraMission->title(), "Mission Map:");
-  EXPECT_EQ(Panel().txtWeather->text() + Window->staPanels[1]->text(), "");
-  EXPECT_EQ(Panel().dtMission->time(), QTime(0, 0));
-  EXPECT_FALSE(Panel().imgSnd->isVisible());
-  EXPECT_EQ(Window->flightArea->fraFlight->txtFuel->text(), "0");
+  EXPECT_EQ(Window->staPanels[1]->text(), "");
   EXPECT_FALSE(Window->flightArea->planes->fraPlane[0]->IsHighlighted());
   const auto text = [this] { return Window->lstMission->EmptyText().toStdString(); };
   EXPECT_TRUE(Contains(text(), "no missions in \"" + Box.Path("program") + "\"")) << text();

@@ -109,12 +109,13 @@ TEST(PictureRecord, LinesCompared) {
   CompareView view(page);
   view.SetTexts("one\ntwo\nthree\n", "one\nTwo\nthree\nfour\n");
   view.resize(500, 200);
+  view.show();
   ExpectDrawn("compared", view.size(), [&](QPainter& painter) { view.render(&painter); });
 }
 
 TEST(PictureRecord, WhyAListIsEmpty) {
   ListBox list;
-  list.SetEmptyText("No mission of this folder matches");
+  list.SetEmptyText("No missions in /home/someone/missions");
   list.resize(120, 90);
   ExpectDrawn("list_empty", list.size(), [&](QPainter& painter) { list.render(&painter); });
 }
