@@ -71,7 +71,12 @@ bool IsSimple(const QMetaProperty& property) {
 class Recorder {
  public:
   void Widget(const QWidget& widget, int depth) {
-    Object(widget, depth, widget.isVisibleTo(widget.parentWidget()) ? "" : " hidden");
+    QString more = widget.isVisibleTo(widget.parentWidget()) ? "" : " hidden";
+    for (const auto role : {QPalette::Text, QPalette::Base})
+      if (const QColor color = widget.palette().color(QPalette::Active, role);
+          color != QPalette().color(QPalette::Active, role))
+        more += " " + color.name();
+    Object(widget, depth, more);
     for (const auto* action : widget.actions())
       if (action->menu() == nullptr || action->menu()->parent() != &widget)
         Action(*action, depth + 1);

@@ -37,14 +37,6 @@ TEST_F(FormRecordTest, PanelsOfEachKindOfMissionAndFlight) {
       {"bomber", [&] { ClickFlight(kBomber); }},
       {"unknown", [&] { ClickFlight(kMystery); }},
       {"group", [&] { SelectFighters(); }},
-      {"without_flights",
-       [&] {
-         show(
-             "[MAIN]|  briefSound Quick/go.wav|  MAP Smolensk/sload.ini|  TIME 7.25|  CloudType 6|"
-             "  CloudHeight 1500.0|  WEAPONSCONSTANT 1|[Wing]|[NStationary]|"
-             "  0_Static vehicles.planes.Plane$IL_2 1 1.00 2.00 90.00 0.0 null|"
-             "  1_Static vehicles.planes.plane$IL_2 1 1.00 2.00 90.00 0.0 null");
-       }},
       {"odd",
        [&] {
          show(
@@ -53,6 +45,14 @@ TEST_F(FormRecordTest, PanelsOfEachKindOfMissionAndFlight) {
              "  Class air.I_16|  Fuel 30|  weapons none|  StartTime 20|  Parachute 0|"
              "  skin0 Red.bmp|  skin1 gone.bmp|  pilot0 gone.bmp|  numberOn1 0|[r0100_Way]|"
              "  NORMFLY 1.00 2.00 500.0 300.0 &0|[BornPlace]|[Chiefs]");
+       }},
+      {"without_flights",
+       [&] {
+         show(
+             "[MAIN]|  briefSound Quick/go.wav|  MAP Smolensk/sload.ini|  TIME 7.25|  CloudType 6|"
+             "  CloudHeight 1500.0|  WEAPONSCONSTANT 1|[Wing]|[NStationary]|"
+             "  0_Static vehicles.planes.Plane$IL_2 1 1.00 2.00 90.00 0.0 null|"
+             "  1_Static vehicles.planes.plane$IL_2 1 1.00 2.00 90.00 0.0 null");
        }},
       {"none", [&] { Window->OpenPath(Box.Path("program")); }}};
   for (const auto& [name, go] : rows) {

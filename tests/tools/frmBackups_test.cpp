@@ -97,6 +97,8 @@ TEST_F(CompareForm, TellsTextsThatDifferInNothingOrLineEnds) {
   EXPECT_EQ(View->CurrentRow(), 0);
   Show("a\nb\n", "a\r\nb\r\n");
   EXPECT_EQ(View->lblCounts->text(), "All lines are equal; their line ends are not.");
+  Show("a\n", "b\n");
+  EXPECT_EQ(Place(), "Difference 1 of 1");
   Show("", "");
   EXPECT_EQ(View->Model.rowCount(), 0);
   Key(Qt::Key_Return);

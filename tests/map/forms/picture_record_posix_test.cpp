@@ -107,7 +107,7 @@ TEST(PictureRecord, BriefingOnPages) {
 TEST(PictureRecord, LinesCompared) {
   const CodePage page;
   CompareView view(page);
-  view.SetTexts("one\ntwo\nthree\n", "one\nTwo\nthree\nfour\n");
+  view.SetTexts("one\n  Fuel 100\nthree\n", "one\n  Fuel 50\nthree\nfour\n");
   view.resize(500, 200);
   view.show();
   ExpectDrawn("compared", view.size(), [&](QPainter& painter) { view.render(&painter); });
@@ -115,7 +115,7 @@ TEST(PictureRecord, LinesCompared) {
 
 TEST(PictureRecord, WhyAListIsEmpty) {
   ListBox list;
-  list.SetEmptyText("No missions in /home/someone/missions");
+  list.SetEmptyText("No missions in \"Unbreakablename\"");
   list.resize(120, 90);
   ExpectDrawn("list_empty", list.size(), [&](QPainter& painter) { list.render(&painter); });
 }
