@@ -72,7 +72,7 @@ class Recorder {
  public:
   void Widget(const QWidget& widget, int depth) {
     QString more = widget.isVisibleTo(widget.parentWidget()) ? "" : " hidden";
-    for (const auto role : {QPalette::Text, QPalette::Base})
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::Base})
       if (const QColor color = widget.palette().color(QPalette::Active, role);
           color != QPalette().color(QPalette::Active, role))
         more += " " + color.name();

@@ -105,19 +105,8 @@ TEST_F(PlanePanelsTest, ShowsWhatARecordNames) {
   }
 }
 
-TEST_F(PlanePanelsTest, FramesFollowPlanesSkillAndPlayer) {
-  Doc().Missions[0].Player = "usa0100";
-  Doc().Missions[0].PlayerNum = "3";
+TEST_F(PlanePanelsTest, FramesFollowTheSkill) {
   Slot(1).Skill = "3";
-  Show();
-  std::string enabled;
-  for (auto* panel : Panels.fraPlane) enabled += panel->isEnabled() ? '1' : '0';
-  EXPECT_EQ(enabled, "1100");
-  EXPECT_TRUE(Panel(3).IsHighlighted() && Panel(3).chkPlayer->isChecked());
-  EXPECT_EQ(Panel(2).cboAPSkin->currentText(), QString());
-  EXPECT_EQ(Panel(1).cboSL->currentIndex(), 2);
-  EXPECT_FALSE(Panel(1).cboSL->isEnabled());
-
   Flight_().Skill = "Custom";
   Flight_().OnlyAI = "1";
   Show();
