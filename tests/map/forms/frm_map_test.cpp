@@ -385,6 +385,21 @@ TEST_F(MapWindowTest, APictureIsRememberedAndItsLossToldOnce) {
   EXPECT_NE(Said().find("RWS Map Pictures"), std::string::npos) << Said();
 }
 
+TEST_F(MapWindowTest, WhatIsShownIsRemembered) {
+  const auto chosen = [](const frmMap& map) {
+    return std::vector<bool>{map.mnuLayer[0]->isChecked(), map.mnuLayer[4]->isChecked(),
+                             map.mnuLegend->isChecked(), map.mnuProfile->isChecked(),
+                             map.mnuOverTime->isChecked()};
+  };
+  for (auto* entry : {Map().mnuLayer[4], Map().mnuLegend, Map().mnuProfile, Map().mnuOverTime})
+    entry->trigger();
+  Map().close();
+  frmMap again(World_);
+  again.LoadForm();
+  EXPECT_EQ(chosen(again), chosen(Map()));
+  EXPECT_NE(chosen(again), chosen(frmMap(World_))) << "as they are at first";
+}
+
 TEST_F(MapWindowTest, AnExportThatFailsLeavesTheOldFile) {
   FailSteps(World_.Services.Files, "");
   const std::tuple<QAction*, const char*, const char*> rows[] = {
