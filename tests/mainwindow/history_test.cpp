@@ -156,6 +156,7 @@ TEST_F(HistoryTest, WhatIsDroppedComesBackAsItWas) {
     EXPECT_EQ(Unsaved(), "");
     EXPECT_EQ(Undo(), std::string("Edits dropped by ") + row.By);
     EXPECT_EQ(Shown() + Rows().substr(0, 2), "a*a");
+    EXPECT_TRUE(Window->staPanels[0]->text().contains("missions"));
     EXPECT_EQ(Doc().CurFlight, kFighterFlight);
     EXPECT_EQ(Lit(), row.IsLit);
     EXPECT_EQ(Record(kFighterFlight).Fuel, row.IsLit ? "70" : "40");
