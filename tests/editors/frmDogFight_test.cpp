@@ -124,6 +124,14 @@ TEST_F(HomeBaseForm, MovesTheAircraftSelectedByMouseOrKeys) {
   EXPECT_TRUE(Shadow(1).Planes.empty());
   EXPECT_EQ(TakeEdits(), kind);
   EXPECT_EQ(Shown(kAvailable), "Bf 109|P-51");
+
+  W.Doc.Missions[0].KeepsLines = true;
+  W.Doc.MissionShadow = W.Doc.Missions;
+  Open();
+  QTest::keyClick(Form->upd->Up, Qt::Key_Up);
+  ClickItem(kReserve, 1);
+  QTest::keyClick(Form->lstAC[kReserve], Qt::Key_Return);
+  EXPECT_EQ(Joined(Shadow(1).Planes), "P-51D|UFO|B-17D") << "behind what its lines hold";
 }
 
 }  // namespace

@@ -360,7 +360,9 @@ TEST_F(MapWindowTest, APictureIsRememberedAndItsLossToldOnce) {
   ASSERT_TRUE(underlay());
   EXPECT_EQ(underlay()->Place.Right, 40000);
   Map().ShowDialog = [](QDialog& dialog) {
-    EXPECT_TRUE(dynamic_cast<frmMapPicture&>(dialog).lblFile->text().contains("my map.png"));
+    auto& form = dynamic_cast<frmMapPicture&>(dialog);
+    EXPECT_TRUE(form.lblFile->text().contains("my map.png"));
+    EXPECT_EQ(form.numSize[0]->value(), 40);
   };
   Map().mnuPicture->trigger();
   const std::string stored = Box.Read(remembered);
