@@ -402,16 +402,23 @@ TEST_F(MapWindowTest, WhatIsShownIsRemembered) {
   EXPECT_NE(chosen(again), chosen(frmMap(World_))) << "as they are at first";
 }
 
-TEST_F(MapWindowTest, AnExportThatFailsLeavesTheOldFile) {
-  FailSteps(World_.Services.Files, "");
-  const std::tuple<QAction*, const char*, const char*> rows[] = {
-      {Map().mnuPng, "Save the map as PNG", "map.png"},
-      {Map().mnuPdf, "Save a briefing as PDF", "map.pdf"}};
-  for (const auto& [entry, title, name] : rows) {
-    World_.Script.ExpectPath(title, Box.Write(name, "old"));
-    World_.Script.Expect("disk full");
-    entry->trigger();
-    EXPECT_EQ(Box.Read(name), "old");
+TEST_F(MapWindowTest, ExportsTakeThePlaceOfTheOldFileOrLeaveIt) {
+  const std::pair<QAction*, const char*> rows[] = {{Map().mnuPng, "Save the map as PNG"},
+                                                   {Map().mnuPngLarge, "Save the map as PNG"},
+                                                   {Map().mnuSvg, "Save the map as SVG"},
+                                                   {Map().mnuPdf, "Save a briefing as PDF"}};
+  for (const auto& [entry, title] : rows) {
+    SCOPED_TRACE(entry->text().toStdString());
+    if (!entry->isVisible()) continue;
+    Box.Write("map", "old");
+    FailSteps(World_.Services.Files, "write");
+    for (const bool fails : {true, false}) {
+      World_.Script.ExpectPath(title, Box.Path("map"));
+      if (fails) World_.Script.Expect("disk full");
+      entry->trigger();
+      EXPECT_EQ(Box.Read("map") == "old", fails);
+      World_.Services.Files.BeforeStep = {};
+    }
   }
 }
 

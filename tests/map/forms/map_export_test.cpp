@@ -129,33 +129,6 @@ TEST_F(Export, PrintsAsManyPagesAsItTakes) {
   EXPECT_EQ(Failure([&] { BriefingPdf(endless); }), "The briefing is too long to be printed.");
 }
 
-TEST_F(Export, AFailureLeavesTheOldFileWhole) {
-  const string path = Box.Write("old.out", "old");
-  const std::function<void(const string&)> writes[] = {
-      [&](const string& to) {
-        SavePng(World.Services, to, Paint, {30, 20}, PictureSize::AsShown);
-      },
-      [&](const string& to) { SaveBriefingPdf(World.Services, to, PagesOf(1, 1)); },
-      [&](const string& to) {
-        if (CanWriteSvg()) return SaveSvg(World.Services, to, Paint, {30, 20}, {});
-        SavePng(World.Services, to, Paint, {30, 20}, PictureSize::AsShown);
-      }};
-  for (const auto& write : writes) {
-    test::ForEachFailingStep([&](test::FailingStep& step) {
-      Box.Write("old.out", "old");
-      string text;
-      step.During(World.Services.Files, [&] { text = Failure([&] { write(path); }); });
-      if (!step.Failed()) return;
-      EXPECT_NE(text.find("old.out"), string::npos) << text;
-      const string left = Box.Read("old.out");
-      // Only when the folder cannot be flushed the new one stands already.
-      EXPECT_TRUE(left == "old" || left.size() > 100) << step.Action();
-    });
-    EXPECT_GT(Box.Read("old.out").size(), 100U);
-    EXPECT_EQ(Box.Names(), "old.out");
-  }
-}
-
 TEST_F(Export, AsksWhereToAndSaysWhatWentWrong) {
   const auto save = [&](const string& path) {
     SavePng(World.Services, path, Paint, {30, 20}, PictureSize::AsShown);
