@@ -411,12 +411,16 @@ TEST_F(MapWindowTest, ExportsTakeThePlaceOfTheOldFileOrLeaveIt) {
     SCOPED_TRACE(entry->text().toStdString());
     if (!entry->isVisible()) continue;
     Box.Write("map", "old");
+    Map().statusBar()->clearMessage();
+    World_.Script.ExpectPath(title, "");
+    entry->trigger();
     FailSteps(World_.Services.Files, "write");
     for (const bool fails : {true, false}) {
       World_.Script.ExpectPath(title, Box.Path("map"));
       if (fails) World_.Script.Expect("disk full");
       entry->trigger();
       EXPECT_EQ(Box.Read("map") == "old", fails);
+      EXPECT_EQ(Said().empty(), fails);
       World_.Services.Files.BeforeStep = {};
     }
   }

@@ -10,7 +10,6 @@
 #include "platform/svg_file.h"
 #include "services/faults.h"
 #include "tests/support/doubles.h"
-#include "tests/support/failing_step.h"
 #include "tests/support/sandbox.h"
 
 namespace rws {
@@ -127,27 +126,6 @@ TEST_F(Export, PrintsAsManyPagesAsItTakes) {
   BriefingPages endless;
   endless.Text = QString(1'000'001, QLatin1Char('x'));
   EXPECT_EQ(Failure([&] { BriefingPdf(endless); }), "The briefing is too long to be printed.");
-}
-
-TEST_F(Export, AsksWhereToAndSaysWhatWentWrong) {
-  const auto save = [&](const string& path) {
-    SavePng(World.Services, path, Paint, {30, 20}, PictureSize::AsShown);
-  };
-  const auto ask = [&] {
-    return AskAndSave(World.Services, "Export Map", "a.png", "PNG picture |*.png", Box.Path(),
-                      save);
-  };
-  World.Script.ExpectPath("Export Map", "");
-  EXPECT_EQ(ask(), "");
-  World.Script.ExpectPath("Export Map", Box.Path("a.png"));
-  EXPECT_EQ(ask(), Box.Path("a.png"));
-  EXPECT_FALSE(Saved("a.png").isNull());
-  test::FailSteps(World.Services.Files, "");
-  World.Script.ExpectPath("Export Map", Box.Path("a.png"));
-  World.Script.Expect("disk full");
-  EXPECT_EQ(ask(), "");
-  ASSERT_FALSE(World.Script.Boxes.empty());
-  EXPECT_NE(World.Script.Boxes.back().Text.find("a.png"), string::npos);
 }
 
 }  // namespace
