@@ -63,6 +63,7 @@ TEST_F(HistoryTest, SaveWritesWhereUpdateIsDarkAndStaysAtItsFlight) {
     Save();
     EXPECT_NE(FileText(row.File).find(row.Holds), std::string::npos);
     EXPECT_EQ(Unsaved() + Rows(), "a|b|c");
+    EXPECT_FALSE(Window->isWindowModified());
     EXPECT_FALSE(Window->mnuSave->isEnabled() || Window->mnuRevert->isEnabled());
     EXPECT_EQ(Shown() + std::to_string(Doc().CurFlight), row.File + std::to_string(flight));
   }

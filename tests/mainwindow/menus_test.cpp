@@ -99,28 +99,5 @@ TEST_F(MenusTest, TheToolBarNamesItsStepsAndStaysHidden) {
   EXPECT_FALSE(stored());
 }
 
-TEST_F(MenusTest, UnsavedMissionsAreMarkedWithoutAnotherText) {
-  Window->ShowUnsaved({1});
-  auto* list = Window->lstMission;
-  const auto text = [&](int row, int role) {
-    return list->model()->index(row, 0).data(role).toString().toStdString();
-  };
-  EXPECT_EQ(text(1, Qt::AccessibleTextRole), "b, unsaved");
-  EXPECT_EQ(Window->lblUnsaved->text(), "1 unsaved");
-  EXPECT_TRUE(Window->isWindowModified());
-  const auto picture = [list](int row) {
-    return list->viewport()->grab(list->visualRect(list->model()->index(row, 0))).toImage();
-  };
-  const QImage marked = picture(1);
-  list->setFocus();
-  QTest::keyClicks(list, "b");
-  EXPECT_EQ(Row(), 1) << "the search goes by the name";
-  Window->ShowUnsaved({});
-  EXPECT_FALSE(Window->isWindowModified());
-  Window->Start();
-  ClickRow(0);
-  EXPECT_NE(picture(1), marked) << "the mark can be seen";
-}
-
 }  // namespace
 }  // namespace rws::test

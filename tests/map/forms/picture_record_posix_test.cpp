@@ -113,11 +113,16 @@ TEST(PictureRecord, LinesCompared) {
   ExpectDrawn("compared", view.size(), [&](QPainter& painter) { view.render(&painter); });
 }
 
-TEST(PictureRecord, WhyAListIsEmpty) {
+TEST(PictureRecord, MarksOfAListAndWhyItIsEmpty) {
   ListBox list;
   list.SetEmptyText("No missions in \"Unbreakablename\"");
   list.resize(120, 90);
-  ExpectDrawn("list_empty", list.size(), [&](QPainter& painter) { list.render(&painter); });
+  const auto paint = [&](QPainter& painter) { list.render(&painter); };
+  ExpectDrawn("list_empty", list.size(), paint);
+  list.SetRows({"saved", "unsaved", "gone"});
+  list.MarkRows({1}, "unsaved");
+  list.StrikeRow(2, "gone");
+  ExpectDrawn("list_marked", list.size(), paint);
 }
 
 TEST(PictureRecord, ColorsOfListsAndLabels) {
