@@ -199,6 +199,7 @@ class frmRWS : public QMainWindow {
   void FillForm(const std::string& commandLine);
   void LoadPlacement();
   void SavePlacement();
+  void PrepareControls();
 
   void Build();
   void BuildMenus();

@@ -50,6 +50,15 @@ bool frmRWS::TakeInstance(const std::string& commandLine) {
   return false;
 }
 
+void frmRWS::PrepareControls() {
+  const Showing showing(session_);
+  flightArea->fraFlight->chkPara->setChecked(false);
+  missionPanel->chkWL->setChecked(false);
+  missionPanel->chkST->setChecked(false);
+  mnuMissionPop[kAddSound]->setChecked(false);
+  missionPanel->imgSnd->setVisible(true);
+}
+
 void frmRWS::LoadTables() {
   Document& doc = session_.Doc;
   Catalogues& tables = session_.Tables;
@@ -94,6 +103,7 @@ void frmRWS::FillForm(const std::string& commandLine) {
   WriteSetting(settings, setting::WorkDir, services.ProgramPath);
   ReadStartSettings(doc, prefs, services);
   LogStartUp(services);
+  PrepareControls();
   LoadPlacement();
   doc.bLoading = true;
   setWindowTitle(FromPath(kProgramTitle + std::string(" - ") + VersionText() + "[*]"));
