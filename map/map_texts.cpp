@@ -56,6 +56,12 @@ std::string TimeAt(const MapTextSources& from, const FlightClock& clock, std::si
   return TimeOfDay(from.Model.Time, clock.Points[point].Arrives);
 }
 
+/** The point before one of a route, where both have a place; else nothing. */
+const RoutePoint* WayFrom(const MapRoute& route, std::size_t index) {
+  const bool isWay = index > 0 && route.Points[index].HasPlace && route.Points[index - 1].HasPlace;
+  return isWay ? &route.Points[index - 1] : nullptr;
+}
+
 std::string WaypointText(const MapTextSources& from, std::size_t route, std::size_t index) {
   const MapRoute& flight = from.Model.Scene.Routes[route];
   const RoutePoint& point = flight.Points[index];
@@ -63,11 +69,9 @@ std::string WaypointText(const MapTextSources& from, std::size_t route, std::siz
                      std::string(ShapeName(point.Shape)) + ", " +
                      HeightText(point.Altitude, from.Metric);
   if (point.Speed > 0) text += ", " + SpeedText(point.Speed, from.Metric);
-  if (index > 0) {
-    const MapPoint before = flight.Points[index - 1].At;
-    text += ", " + DistanceText(DistanceOf(before, point.At), from.Metric) + " and heading " +
-            HeadingText(HeadingOf(before, point.At)) + " from the one before";
-  }
+  if (const RoutePoint* before = WayFrom(flight, index))
+    text += ", " + DistanceText(DistanceOf(before->At, point.At), from.Metric) + " and heading " +
+            HeadingText(HeadingOf(before->At, point.At)) + " from the one before";
   const std::string time = TimeAt(from, from.Model.Clocks[route], index);
   text += time.empty() ? ", no clock" : ", " + time;
   if (point.Stay > 0) text += ", stays " + MinutesText(point.Stay);
@@ -154,8 +158,8 @@ PointTexts PointRow(const MapTextSources& from, std::size_t route, std::size_t i
   row[kPointHeight] = HeightText(point.Altitude, from.Metric);
   if (point.Speed > 0) row[kPointSpeed] = SpeedText(point.Speed, from.Metric);
   row[kPointDistance] = DistanceText(along, from.Metric);
-  if (index > 0 && point.HasPlace && flight.Points[index - 1].HasPlace)
-    row[kPointHeading] = HeadingText(HeadingOf(flight.Points[index - 1].At, point.At));
+  if (const RoutePoint* before = WayFrom(flight, index))
+    row[kPointHeading] = HeadingText(HeadingOf(before->At, point.At));
   row[kPointTime] = TimeAt(from, from.Model.Clocks[route], index);
   row[kPointTarget] = from.Services.Page.ToUtf8(point.Target);
   return row;

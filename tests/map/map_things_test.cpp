@@ -4,6 +4,7 @@
 
 #include "map/map_model.h"
 #include "map/map_routes.h"
+#include "map/map_texts.h"
 #include "mission/kept_reader.h"
 #include "services/numbers.h"
 #include "tests/support/doubles.h"
@@ -148,9 +149,9 @@ constexpr char kFlights[] =
     "  Class air.Bf|[r0100_Way]|  TAKEOFF_005 10.00 20.00 0 0 &0|  TRIGGERS 0 15 20 0|"
     "  NORMFLY_401 1000.00 2000.00 500.00 360.00 &0|  TRIGGERS 1 0 0 6 0|"
     "  NORMFLY_402 1000.00 2000.00 500.00 360.00 &0|  TRIGGERS 9 4 90 6 0|"
-    "  NORMFLY_405 1.00 2.00 500.00 360.00 &0|  TRIGGERS 0 12 0 0 0|"
+    "  NORMFLY_405 1.00 2.00 500.00 360.00 &0|  triggers 0 12 0 0 0|"
     "  GATTACK nan 3.00 500.00 300.00 0_Chief 2 &0|  NORMFLY 5.00 6.00 500.00 300.00 &1 F2|"
-    "  LANDING_104 10.00 20.00 0 0 &0|[r0101]|  Planes 1|  StartTime 7|[r0101_Way]|"
+    "  landing_104 10.00 20.00 0 0 &0|[r0101]|  Planes 1|  StartTime 7|[r0101_Way]|"
     "  NORMFLY 1 2 3 4 &0";
 
 TEST(MapRoutes, ReadsTheLinesOfSettingsInBothWays) {
@@ -181,13 +182,42 @@ TEST(MapRoutes, ReadsTheLinesOfSettingsInBothWays) {
             "up 10,20 0 T15/0/0|to 1000,2000 2 T0/6/3|to 1000,2000 4 T0/4/4|to 1,2 6 T0/12/0");
 }
 
-TEST(MapRoutes, KnowsTypesOfAllVersions) {
-  EXPECT_EQ(ShapeOf("TAKEOFF_005"), WaypointShape::TakeOff);
-  EXPECT_EQ(ShapeOf("landing_104"), WaypointShape::Landing);
-  EXPECT_EQ(ShapeOf("GATTACK"), WaypointShape::Attack);
-  EXPECT_EQ(ShapeOf("NORMFLY_401"), WaypointShape::Normal);
-  EXPECT_EQ(ShapeOf(""), WaypointShape::Normal);
-  EXPECT_TRUE(IsTriggersLine("triggers"));
+TEST(MapTexts, TellOfWhatIsUnderThePointer) {
+  test::World world;
+  Mission mission;
+  ReadKeptMission(
+      world.Doc, world.Services, mission,
+      test::CrlfText(string(kFlights) +
+                     "|[Chiefs]|  0_Chief Armor.T34 1|[0_Chief_Road]|  1 2 3|[NStationary]|"
+                     "  0_Static vehicles.cars.Car$GAZ 2 1 2 180|  1_Static plain 0 1 2 0|"
+                     "[Stationary]|  vehicles.stationary.Campfire$Fire 0 5 6 0|[StaticCamera]|"
+                     "  1 2 3 2|[Target]|  3 1 0 0 0 1 2 450|  8 3 0 0 0 1 2|[BornPlace]|"
+                     "  1 3000 1 2"));
+  MapModel model;
+  UpdateModel(model, mission, world.Tables, world.Services);
+  const MapTextSources from{model, mission, world.Tables, world.Services};
+  const std::pair<MapHit, const char*> rows[] = {
+      {{MapHit::Waypoint, 0, 0}, "Waypoint 0 of r0100, Bf, No army: Take Off, 0 m, 12:37:00"},
+      {{MapHit::Waypoint, 0, 1},
+       "Waypoint 1 of r0100, Bf, No army: Normal Fly, 500 m, 360 km/h, 2.2 km and heading "
+       "027\xC2\xB0 from the one before, 12:45:22, stays 6 min 00 s"},
+      // Of a way from or to a place that is not known nothing is told.
+      {{MapHit::Waypoint, 0, 4},
+       "Waypoint 4 of r0100, Bf, No army: Ground Attack, 500 m, 300 km/h, no clock, target "
+       "0_Chief"},
+      {{MapHit::Waypoint, 0, 5},
+       "Waypoint 5 of r0100, Bf, No army: Normal Fly, 500 m, 300 km/h, no clock"},
+      {{MapHit::Route, 1, 0}, "r0101, , No army, the player's"},
+      {{MapHit::BaseRim, 0, 0}, "Home base 1, Red army, radius 3 km"},
+      {{MapHit::Unit, 0, 0}, "Armor.T34 (0_Chief), Red army"},
+      {{MapHit::Object, 0, 0}, "Vehicle GAZ (0_Static), Blue army, heading 270\xC2\xB0"},
+      {{MapHit::Object, 1, 0}, "Object plain (1_Static), heading 090\xC2\xB0"},
+      {{MapHit::Object, 2, 0}, "Smoke Fire, heading 090\xC2\xB0"},
+      {{MapHit::Object, 3, 0}, "Camera"},
+      {{MapHit::Target, 0, 0}, "Target: Recon, secondary, radius 450 m"},
+      {{MapHit::Target, 1, 0}, "Target"},
+      {{}, ""}};
+  for (const auto& [hit, text] : rows) EXPECT_EQ(HitText(from, hit), text);
 }
 
 TEST(MapModel, KnowsMapAndTimeWhereTheRecordHasOtherLines) {
