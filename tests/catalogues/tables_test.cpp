@@ -92,7 +92,7 @@ TEST(TableText, KeepsColumnsWhateverThePageLacks) {
       {1251, "\xFC,own page", "\xFC,own page"},
       {1251, mark + "M\xC3\xBCller,\xD0\x90", "Muller,\xC0"},
       {1252, mark + "M\xC3\xBCller,\xD0\x90", "M\xFCller,?"},
-      {1253, mark + "\xC3\x9F\xC3\x86\xC5\x93,\xC5\xBD", "ssAEoe,Z"},
+      {1253, mark + "\xC3\x9F\xC3\x86\xC5\x93\xC8\x98,\xC5\xBD", "ssAEoeS,Z"},
       {1250, mark + "\xE2\x80\x9A\xC3\xB0\xC2\xB8",
        "\x82"
        "d\xB8"},

@@ -18,7 +18,7 @@ class CliFind : public testing::Test {
   CliFind() {
     box_.Write("tables/RWS_Maps.txt", "Schwarzes Meer,Crimea/l.ini\r\n");
     box_.Write("tables/RWS_Aircraft.txt", "F,Bf 109 G-6,BF_109G6,,,,\r\n");
-    box_.Write("tables/RWS_Squadron.txt", "Germany,Germany,JG52,blue,,JG 52\r\n");
+    box_.Write("tables/RWS_Squadron.txt", "Germany,Germany,JG52,blue,,Geschwader 52\r\n");
     box_.Write("Missions/Single/b.mis",
                test::CrlfText("[MAIN]|MAP Crimea/l.ini|TIME 5.5|CloudType 5|player JG5200|[JG5200]|"
                               "Planes 4|Class air.BF_109G6"));
@@ -66,7 +66,7 @@ TEST_F(CliFind, PrintsForPrograms) {
   EXPECT_EQ(json["flight_list"],
             Json::parse(R"([{"aircraft":"Bf 109 G-6","class":"BF_109G6","squadron":"JG52",
                              "planes":4,"only_ai":false}])"));
-  ASSERT_EQ(Run("Missions/Single/b.mis --format csv --where squadron:jg52"), 0) << err_;
+  ASSERT_EQ(Run("Missions/Single/b.mis --format csv --where squadron:gesch"), 0) << err_;
   EXPECT_TRUE(
       Slashed(out_).starts_with("Mission,Folder,Briefing,Kind,Map,Time,"
                                 "Weather,Flights,Planes,Player's aircraft,Parked,Home "

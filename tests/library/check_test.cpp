@@ -186,7 +186,8 @@ TEST_F(Check, FindsWhatIsWrongWithFlights) {
       {"Fuel 100", "Fuel 101", "warning fuel", "Fuel 99", "flight[JG5200].Fuel=100"},
       {"Fuel 0", "Fuel -1", "warning fuel", "Fuel 1", "flight[JG5201].Fuel=0"},
       {"Skill 1", "Skill 4", "warning skill", "Skill 3", "flight[JG5200].Skill=3"},
-      {"Skill2 2", "Skill2 4", "warning skill", "Skill2 3", "flight[JG5201].plane[2].Skill=3"},
+      {"Skill2 2", "Skill2 4", "warning skill", "Skill2 3|Skill4 9",
+       "flight[JG5201].plane[2].Skill=3"},
       {"Skill2 2|", "", "note skill", "Skill 1|"},
       {"Red 5.bmp", "Red 6.bmp", "warning skin", "RED 5.bmp"},
       {"Red 5.bmp", "Red#5.bmp", "warning cut, warning skin"},
@@ -224,7 +225,8 @@ TEST_F(Check, FindsWhatIsWrongWithRoutes) {
       {"JG5201 1 &0", "jg5201 1 &0", "warning target", "0_Static 0 &0"},
       {"0_Chief 0 &1", "0_Chief &1", "warning target-index"},
       {"&0 F2", "&0 Fx", "error formation", "&0 F11"},
-      {"|TRIGGERS 0 0 20 0", "", "warning triggers"},
+      {"TRIGGERS 0 0 20 0|TAKEOFF", "TAKEOFF_005 1.0 9.0 0 0 &0|TRIGGERS 0 0 20 0|TAKEOFF",
+       "warning triggers"},
       {"LANDING 3.0 4.0 0 0 &0", "NORMFLY_404 3.0 4.0 5 6 &0", "error triggers",
        "NORMFLY_404 3.0 4.0 5 6 &0|TRIGGERS 1 2 3 4 5"},
       {"LANDING 3.0", "TRIGGERS 1 2 3 4 5|LANDING 3.0", "warning triggers"},
@@ -304,6 +306,7 @@ TEST_F(Check, TellsThePlace) {
   const auto findings = Of(Replace(kRight, "GATTACK 5.0", "GETTACK 5.0"));
   ASSERT_EQ(findings.size(), 1U);
   EXPECT_EQ(PlaceText(findings[0], World.Services.Page), "flight JG5200, waypoint 2, line 26");
+  EXPECT_EQ(PlaceText(Of("[x ]|" + kRight).at(0), World.Services.Page), "[x ], line 1");
   EXPECT_EQ(test::Joined(FindingCells("x,\".mis", findings[0], World.Services.Page)),
             "x,\".mis|warning|waypoint-kind|JG5200_Way|JG5200||2|26|The game does not know "
             "\"GETTACK\" and flies it as NORMFLY.|");

@@ -90,6 +90,7 @@ TEST_F(Queries, FindMissions) {
       {"aircraft:BF_109G", "a"},
       {"aircraft:g-6", "a"},
       {"aircraft:i-16", "ab"},
+      {"aircraft:i-19", ""},
       {"aircraft:i-16 -aircraft:109", "b"},
       {"squadron:jg52", "a"},
       {"squadron:\"geschwader 52\"", "a"},

@@ -111,7 +111,7 @@ TEST(BriefingInserts, ValuesAndClocks) {
   EXPECT_EQ(insert(0, true) + insert(1, true) + insert(3, true), "SmolenskClear07:05");
   EXPECT_EQ(insert(2, false), "1000.0 meters");
   EXPECT_EQ(insert(2, true), "3281 feet");
-  for (const char* kept : {"", "12:60", "24:00", "7", "1:2:3", "-1:00", "7: 5"})
+  for (const char* kept : {"", "1:60", "24:0", "7", "1:2:3", "-1:00", "7: 5"})
     EXPECT_EQ(TwoDigitClock(kept), kept);
 }
 

@@ -35,6 +35,9 @@ TEST(Paths, PartsAndJoints) {
   EXPECT_EQ(BuildPath("a", "b"), std::string("a") + kSeparator + "b");
   EXPECT_EQ(BuildPath("a/", "b") + BuildPath("a\\", "\\b"), "a/ba\\b");
   EXPECT_EQ(BuildPath("", "b") + BuildPath("", "/b"), "b/b");
+  for (const char* within : {"", "a", "a/..", "./a//b\\..\\..", "..a/.."})
+    EXPECT_FALSE(ClimbsOut(within)) << within;
+  for (const char* out : {"..", "a/../..", "a/./..\\/../b/c"}) EXPECT_TRUE(ClimbsOut(out)) << out;
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 
 #include "services/paths.h"
 #include "services/text.h"
+#include "session/half_renamed.h"
 #include "session/journal.h"
 #include "session/recording.h"
 #include "session/relist.h"
@@ -202,6 +203,10 @@ TEST(FileUndo, NothingAtAllIsDoneWhenTheDiskHasChangedSince) {
       {"Save As over", "in/b.properties", nullptr, "b.properties\" has changed since, or has gone"},
       {"Save As", "in/new.properties", "New", "new.properties\" has changed"},
       {"Convert", "out/c-01.mis", "New", "c-01.mis\" has changed"},
+      {"Delete", "program/Recovery/Files/2026-03-04 05-06-07 001 a.mis", "New",
+       "a.mis\" has no copy any more"},
+      {"Save As", "program/Recovery/Files/2026-03-04 05-06-07 001 new.mis", "New",
+       "new.mis\" has no copy any more", true},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(std::string(row.Command) + " " + row.File + (row.Redo ? " again" : ""));
@@ -285,6 +290,13 @@ TEST(FileUndo, EditsOfARenamedMissionAreWrittenToItsNewName) {
   EXPECT_NE(desk.Box.Read("in/n01.mis").find("  Fuel 5\r\n"), std::string::npos);
   EXPECT_EQ(desk.Box.Read("in/n02.mis"), other);
   EXPECT_EQ(desk.Box.Names("in"), "n01.mis,n02.mis");
+  // Without a briefing it stays on the detour until the files are given their names.
+  desk.Run("fuel0=6");
+  RecordFiles(desk.World, "Rename", [&] { Rename(desk, "z"); });
+  const auto found = FindHalfRenamed(desk.World.Services, desk.Box.Path("in"));
+  RecordFiles(desk.World, "Names", [&] { FinishRenames(desk.World.Services, found); });
+  desk.Run("relist save");
+  EXPECT_NE(desk.Box.Read("in/z.mis").find("  Fuel 6\r\n"), std::string::npos);
 }
 
 }  // namespace
