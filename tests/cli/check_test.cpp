@@ -2,18 +2,16 @@
 
 #include <nlohmann/json.hpp>
 
-#include "services/paths.h"
-#include "services/text.h"
 #include "tests/support/doubles.h"
 #include "tests/support/run_cli.h"
-#include "tests/support/sandbox.h"
 
 namespace rws {
 namespace {
 
-class CliCheck : public testing::Test {
+class CliCheck : public test::CliTest {
  protected:
   CliCheck() {
+    always_ = "check --codepage 1252 --tables tables ";
     const std::string mission =
         "[MAIN]|MAP Crimea/l.ini|TIME 5.5|[Wing]|JG5200|[JG5200]|Planes 4|Fuel 100|Class "
         "air.BF_109G6|weapons default|[JG5200_Way]|NORMFLY 1 2 3 4 &0|NORMFLY 1 3 3 4 &0";
@@ -26,20 +24,6 @@ class CliCheck : public testing::Test {
     box_.Write("fuel/a.mis", test::CrlfText(Replace(mission, "Fuel 100", "Fuel 130")));
     box_.Write("wrong/b/a.mis", test::CrlfText(Replace(mission, "BF_109G6", "\xC4X")));
   }
-  int Run(const std::string& arguments) {
-    const int code =
-        test::RunCli(box_.Path(), "check --codepage 1252 --tables tables " + arguments);
-    out_ = box_.Read("out.txt");
-    err_ = box_.Read("err.txt");
-    return code;
-  }
-  /** With the same separators on every system. */
-  static std::string Slashed(const std::string& text) {
-    return Replace(text, std::string(1, kSeparator), "/");
-  }
-
-  test::Sandbox box_;
-  std::string out_, err_;
 };
 
 TEST_F(CliCheck, ExitsByWhatItFinds) {

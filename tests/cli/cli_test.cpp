@@ -5,35 +5,19 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
-#include "services/paths.h"
-#include "services/text.h"
 #include "tests/support/doubles.h"
 #include "tests/support/run_cli.h"
-#include "tests/support/sandbox.h"
 
 namespace rws {
 namespace {
 
+using Cli = test::CliTest;
 using Json = nlohmann::json;
 
 const std::string kMission = test::CrlfText(
     "[MAIN]|  briefSound a/b.wav|  MAP Moscow/sload.ini|  TIME 12.0|[Wing]|  r0100|[r0100]|"
     "  Planes 1|  Skill 1|  skin0 \xE9.bmp|  Class air.X|  Fuel 100|  weapons none|[r0100_Way]|"
     "  T 1 2 3.0 4.0 &0|[BornPlace]|  1 3000 5 6|[end]");
-
-/** Runs the tool in a folder of its own. */
-class Cli : public testing::Test {
- protected:
-  int Run(const std::string& arguments) {
-    const int code = test::RunCli(box_.Path(), arguments);
-    out_ = box_.Read("out.txt");
-    err_ = box_.Read("err.txt");
-    return code;
-  }
-
-  test::Sandbox box_;
-  std::string out_, err_;
-};
 
 TEST_F(Cli, ShowPrintsEveryField) {
   box_.Write("g/il2fb.exe", "");

@@ -5,11 +5,8 @@
 #include <thread>
 #include <vector>
 
-#include "services/text.h"
 #include "tests/support/doubles.h"
-#include "tests/support/places.h"
 #include "tests/support/run_cli.h"
-#include "tests/support/sandbox.h"
 
 namespace rws {
 namespace {
@@ -26,24 +23,18 @@ const std::string kMission = test::CrlfText(
     "[NStationary]|[BornPlace]|  1 3000 5 6 1 1000|  2 3000 7 8 1 1000|[Bridge]|[House]");
 
 /** Runs the tool from a folder of its own, where it keeps its backups. */
-class CliEdit : public testing::Test {
+class CliEdit : public test::CliTest {
  protected:
   void SetUp() override {
+    always_ = "--tables \"" + test::SourceFolder() + "/data\" ";
     box_.MakeFolder("bin");
-    const auto program = test::ToFsPath(test::CliProgram());
+    const auto program = test::ToFsPath(program_);
     const auto own = test::ToFsPath(box_.Path("bin")) / program.filename();
     std::error_code error;
     std::filesystem::create_hard_link(program, own, error);
     if (error) std::filesystem::copy_file(program, own);
     program_ = box_.Path("bin/" + program.filename().string());
     box_.Write("a.mis", kMission);
-  }
-  int Run(const std::string& arguments) {
-    const int code = test::RunCli(
-        box_.Path(), "--tables \"" + test::SourceFolder() + "/data\" " + arguments, program_);
-    out_ = box_.Read("out.txt");
-    err_ = box_.Read("err.txt");
-    return code;
   }
   /** What differs from the mission, as "old>new" for each line of a dry run's diff. */
   std::string Changes() const {
@@ -58,9 +49,6 @@ class CliEdit : public testing::Test {
     return changes;
   }
   std::string Folder() const { return box_.Names() + ";" + box_.Names("bin"); }
-
-  test::Sandbox box_;
-  std::string program_, out_, err_;
 };
 
 TEST_F(CliEdit, ChangesTheWordsOfAValueAlone) {

@@ -2,20 +2,18 @@
 
 #include <nlohmann/json.hpp>
 
-#include "services/paths.h"
-#include "services/text.h"
 #include "tests/support/doubles.h"
 #include "tests/support/run_cli.h"
-#include "tests/support/sandbox.h"
 
 namespace rws {
 namespace {
 
 using Json = nlohmann::json;
 
-class CliFind : public testing::Test {
+class CliFind : public test::CliTest {
  protected:
   CliFind() {
+    always_ = "find --codepage 1252 --tables tables ";
     box_.Write("tables/RWS_Maps.txt", "Schwarzes Meer,Crimea/l.ini\r\n");
     box_.Write("tables/RWS_Aircraft.txt", "F,Bf 109 G-6,BF_109G6,,,,\r\n");
     box_.Write("tables/RWS_Squadron.txt", "Germany,Germany,JG52,blue,,Geschwader 52\r\n");
@@ -26,19 +24,6 @@ class CliFind : public testing::Test {
     box_.Write("a.mis", test::CrlfText("[MAIN]|MAP other/x.ini|[BornPlace]|1 2 3 4"));
     box_.Write("bad.mis", "no mission");
   }
-  int Run(const std::string& arguments) {
-    const int code = test::RunCli(box_.Path(), "find --codepage 1252 --tables tables " + arguments);
-    out_ = box_.Read("out.txt");
-    err_ = box_.Read("err.txt");
-    return code;
-  }
-
-  static std::string Slashed(const std::string& text) {
-    return Replace(Replace(text, "\r", ""), std::string(1, kSeparator), "/");
-  }
-
-  test::Sandbox box_;
-  std::string out_, err_;
 };
 
 TEST_F(CliFind, PrintsATable) {

@@ -134,7 +134,7 @@ TEST_F(Check, FindsWhatIsWrongWithTheMission) {
       {"TIME 12.0", "TIME 12:30", "warning time"},
       {"CloudHeight 1000", "CloudHeight -1", "warning clouds", "CloudHeight 300",
        "CloudHeight=300"},
-      {"CloudHeight 1000", "CloudHeight 299.0", "note clouds", "CloudHeight 300.0"},
+      {"CloudHeight 1000", "CloudHeight 0.0", "note clouds", "CloudHeight 300.0"},
       {"CloudType 1", "CloudType 7", "warning weather", "CloudType 6", "CloudType=6"},
       {"CloudType 1", "CloudType 1.0", "warning weather"},
       {"army 1", "army 3", "warning army", "army 2"},
