@@ -303,17 +303,17 @@ TEST_F(Check, TellsWhatOnlyKeptLinesSave) {
 }
 
 TEST_F(Check, TellsThePlace) {
-  const auto findings = Of(Replace(kRight, "GATTACK 5.0", "GETTACK 5.0"));
+  const auto findings = Of(Replace(kRight, "NORMFLY 1.0", "NARMFLY 1.0"));
   ASSERT_EQ(findings.size(), 1U);
-  EXPECT_EQ(PlaceText(findings[0], World.Services.Page), "flight JG5200, waypoint 2, line 26");
+  EXPECT_EQ(PlaceText(findings[0], World.Services.Page), "flight JG5200, waypoint 1, line 25");
   EXPECT_EQ(PlaceText(Of("[x ]|" + kRight).at(0), World.Services.Page), "[x ], line 1");
   EXPECT_EQ(test::Joined(FindingCells("x,\".mis", findings[0], World.Services.Page)),
-            "x,\".mis|warning|waypoint-kind|JG5200_Way|JG5200||2|26|The game does not know "
-            "\"GETTACK\" and flies it as NORMFLY.|");
+            "x,\".mis|warning|waypoint-kind|JG5200_Way|JG5200||1|25|The game does not know "
+            "\"NARMFLY\" and flies it as NORMFLY.|");
   EXPECT_EQ(FindingsText({{"a.mis", "", findings}, {"b.mis", "", {}}, {"c.mis", "gone", {}}},
                          World.Services.Page),
-            test::CrlfText("a.mis|  warning: flight JG5200, waypoint 2, line 26: The game does not "
-                           "know \"GETTACK\" and flies it as NORMFLY.|c.mis|  error: gone||1 "
+            test::CrlfText("a.mis|  warning: flight JG5200, waypoint 1, line 25: The game does not "
+                           "know \"NARMFLY\" and flies it as NORMFLY.|c.mis|  error: gone||1 "
                            "warning"));
 }
 

@@ -23,10 +23,11 @@ TEST(MissionOrder, SortsByWhatAColumnShowsAndThenByName) {
     facts.Flights.resize(flights);
     index.Put(facts);
   };
-  put("patrol over sea 2.mis", "z/load.ini", "23.5", -5, 10);
+  put("patrol over sea 2.mis", "z/load.ini", "23.9999", -5, 10);
   put("Patrol over sea 10.mis", "Berlin/load.ini", "4.25", 7, 9);
   put("bomber.mis", "", "", 7, 0);
   put("a.mis", "berlin/LOAD.ini", "4.25", 9, 9);
+  EXPECT_EQ(CellText(index, 0, MissionColumn::Time), "23:59") << "a day has no 24:00";
   const struct {
     MissionColumn By;
     bool Descending;

@@ -355,9 +355,9 @@ TEST_F(MissionFolder, AMissionThatCannotBeReadIsTriedAgain) {
   EXPECT_FALSE(BuildMissionFile(world_.Doc, world_.Services, lines, 0, {}));
   EXPECT_TRUE(mission.Lines.empty() && lines.empty());
 
-  world_.Services.Files.BeforeStep = nullptr;
+  world_.Services.Files.BeforeStep = [&](const FileStep&) { EXPECT_TRUE(world_.Busy); };
   LoadMission(world_.Doc, world_.Services, 0);
-  EXPECT_TRUE(mission.Loaded);
+  EXPECT_TRUE(mission.Loaded && !world_.Busy);
   EXPECT_EQ(mission.Army, "1");
   EXPECT_EQ(box_.Read("m/a.mis"), "[MAIN]\r\n  army 1\r\n[Wing]\r\n[NStationary]\r\n");
   EXPECT_EQ(world_.CloseRequests, 0);
