@@ -120,22 +120,25 @@ Severity WithoutPlayer(const Checking& check) {
   return NeedsPlayer(check) || check.Mission.KindGuessed ? Severity::Error : Severity::Warning;
 }
 
-void CheckPlayerFlight(Checking& check, const FindingPlace& place, const WingFlight& flight) {
-  const FindingPlace there{flight.Section, flight.Name, -1, -1, place.Line};
+void CheckPlayerFlight(Checking& check, const WingFlight& flight) {
+  if (!flight.Section) return;
+  const auto at = [&](std::string_view key) {
+    const auto line = check.ValueOf(*flight.Section, key).Line;
+    return FindingPlace{flight.Section, flight.Name, -1, -1, line};
+  };
   if (flight.OnlyAI) {
-    check.Tell(Severity::Warning, "player-ai", there,
+    check.Tell(Severity::Warning, "player-ai", at("OnlyAI"),
                "The player's flight is left to the computer: the game's builder takes the player "
                "away.");
     if (flight.Plane && flight.Plane->Flyable) check.MendFlight(flight.Name, "OnlyAI=0");
   }
   if (flight.Plane && !flight.Plane->Flyable)
-    check.Tell(WithoutPlayer(check), "player-unflyable", there,
+    check.Tell(WithoutPlayer(check), "player-unflyable", at("Class"),
                "By the tables nobody can fly the player's " +
                    check.Tables.Page().ToUtf8(flight.Plane->Name) + ".");
-  if (!flight.Section) return;
-  const auto start = check.ValueOf(*flight.Section, "StartTime");
-  if (start.Value && StrictWhole(*start.Value).value_or(0) > 0)
-    check.Tell(Severity::Note, "player-delay", {flight.Section, flight.Name, -1, -1, start.Line},
+  const auto start = check.Text.ValueOf(*flight.Section, "StartTime");
+  if (StrictWhole(start).value_or(0) > 0)
+    check.Tell(Severity::Note, "player-delay", at("StartTime"),
                "The player's flight starts at once: the game ignores its delay.");
 }
 
@@ -196,7 +199,7 @@ void CheckPlayer(Checking& check) {
   }
   const WingFlight* flight = check.FlightNamed(*player.Value);
   if (flight) {
-    CheckPlayerFlight(check, place, *flight);
+    CheckPlayerFlight(check, *flight);
     CheckPlayerNumber(check, *flight);
     return;
   }

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "library/check_report.h"
+#include "library/columns.h"
 #include "mission/kept_merge.h"
 #include "mission/kept_reader.h"
 #include "services/faults.h"
@@ -99,6 +100,16 @@ class Check : public testing::Test {
     return Replace(bytes.substr(0, bytes.size() - 2), "\r\n", "|");
   }
 
+  /** Each finding leads to a line of its section. */
+  static void ExpectPlaces(const string& text, const std::vector<Finding>& findings) {
+    const auto lines = SplitAt(text, '|');
+    for (const auto& one : findings) {
+      auto line = lines.begin() + std::max<std::ptrdiff_t>(one.Line, 0);
+      while (one.Line >= 0 && !line->starts_with('[')) --line;
+      EXPECT_TRUE(one.Line < 0 || *line == "[" + one.Section + "]") << one.Kind << " in " << *line;
+    }
+  }
+
   void Try(const std::vector<Row>& rows) {
     for (const auto& row : rows) {
       SCOPED_TRACE(row.Has);
@@ -106,6 +117,7 @@ class Check : public testing::Test {
       const string text = Replace(kRight, row.From, row.Has);
       const auto findings = Of(text);
       EXPECT_EQ(Kinds(findings), row.Findings);
+      ExpectPlaces(text, findings);
       const string right = row.HasNot.empty() ? kRight : Replace(kRight, row.From, row.HasNot);
       EXPECT_EQ(Kinds(Of(right)), "") << row.HasNot;
       const bool isMended = !findings.empty() && findings[0].Mend;
@@ -152,7 +164,7 @@ TEST_F(Check, FindsAPlayerWhoCannotFly) {
       {"player JG5200", "player", "error no-player"},
       {"[JG5200]|", "[JG5200]|OnlyAI 1|", "warning player-ai", "[JG5200]|OnlyAI 0|",
        "flight[JG5200].OnlyAI=0"},
-      {"Class air.BF_109G6", "Class air.JU_52", "error player-unflyable, warning skin"},
+      {"Class air.BF_109G6", "Class air.JU_52", "warning skin, error player-unflyable"},
       {"playerNum 0", "playerNum 2", "error player-number", "playerNum 1"},
       {"playerNum 0", "playerNum x", "warning player-number"},
       {"Fuel 100|", "Fuel 100|StartTime 1|", "note player-delay", "Fuel 100|StartTime 0|"},
@@ -221,7 +233,7 @@ TEST_F(Check, FindsWhatIsWrongWithRoutes) {
       {"GATTACK 5.0", "GETTACK 5.0", "warning waypoint-kind", "gattack 5.0"},
       {"GATTACK 5.0", "LANDING 5.0", "warning landing"},
       {"GATTACK 5.0", "TAKEOFF 5.0", "warning takeoff"},
-      {"0_Chief 0 &1", "1_Chief 0 &1", "warning target", "Bridge5 0 &1"},
+      {"0_Chief 0 &1", "X1 0 &1", "warning target", "Bridge5 0 &1"},
       {"JG5201 1 &0", "jg5201 1 &0", "warning target", "0_Static 0 &0"},
       {"0_Chief 0 &1", "0_Chief &1", "warning target-index"},
       {"&0 F2", "&0 Fx", "error formation", "&0 F11"},
@@ -306,6 +318,8 @@ TEST_F(Check, TellsThePlace) {
   const auto findings = Of(Replace(kRight, "NORMFLY 1.0", "NARMFLY 1.0"));
   ASSERT_EQ(findings.size(), 1U);
   EXPECT_EQ(PlaceText(findings[0], World.Services.Page), "flight JG5200, waypoint 1, line 25");
+  EXPECT_EQ(PathText(CodePage(1252), "\xC4") + PathText(CodePage(1252), "\xD0\x96"),
+            "\xC3\x84\xD0\x96");
   EXPECT_EQ(PlaceText(Of("[x ]|" + kRight).at(0), World.Services.Page), "[x ], line 1");
   EXPECT_EQ(test::Joined(FindingCells("x,\".mis", findings[0], World.Services.Page)),
             "x,\".mis|warning|waypoint-kind|JG5200_Way|JG5200||1|25|The game does not know "
