@@ -208,6 +208,7 @@ TEST_F(Check, FindsWhatIsWrongWithFlights) {
       {"Cap5.bmp", "Cap", "error pilot"},
       {"Star.bmp", "Sun.bmp", "warning nose-art", "STAR.bmp"},
       {"spawn0 0_Static", "spawn0 1_Static", "warning parking"},
+      {"[NStationary]", "[Stationaries]", "warning parking"},
   });
 }
 

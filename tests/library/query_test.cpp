@@ -165,8 +165,9 @@ TEST_F(Queries, TextsAreAskedForOnlyWhereTheyDecide) {
   filter.SetTexts(0, 3);
   EXPECT_FALSE(filter.MayMatch(0));
   std::string many;
-  for (int i = 0; i < 33; ++i) many += "text:a ";
-  EXPECT_TRUE(ParseQuery(many).Fault);
+  for (int i = 0; i < 32; ++i) many += "text:a ";
+  EXPECT_FALSE(ParseQuery(many).Fault);
+  EXPECT_TRUE(ParseQuery(many + "text:a").Fault);
 }
 
 TEST_F(Queries, AreCompletedFromTheIndex) {
