@@ -135,7 +135,6 @@ GroupTree MakeGroupTree(const Catalogues& catalogues, const CodePage& page, Chan
     node.Country = squadron.Country;
     if (squadron.Color == "red" || squadron.Color == "blue") node.Color = ArmyColor(squadron.Color);
     if (mode == ChangeMode::Static) continue;
-    node.Regiments.reserve(squadron.Regiments.size());
     for (const auto& regiment : squadron.Regiments)
       node.Regiments.push_back({regiment.Code, regiment.UserData});
   }
