@@ -106,6 +106,11 @@ TEST(History, AnUndoneRemovalKeepsWhatWasShownSince) {
   });
   desk.Run("show0=55 undo");
   EXPECT_EQ(desk.State("a"), "100,55,100/2^100");
+  // What is shown of a flight that the saved mission lacks changes nothing there.
+  Edit(desk.World, {"y", "Copy"},
+       [&] { flights.push_back(flights[0]), flights[3].Name = "r0103"; });
+  desk.Run("show3=66 undo");
+  EXPECT_EQ(desk.State("a"), "100,55,100/2^100");
 }
 
 /** Else the mission would hold more than its shadow, and count as unchanged from then on. */
