@@ -69,16 +69,32 @@ bool IsOtherReading(const Mission& record, const MissionState& from, const Missi
   return from.Own->Head.KeepsLines == keeps && record.KeepsLines != keeps;
 }
 
+/** A flight that comes back into kept lines from a record without them brings all of its own. */
+void TakeLines(const Session& session, Mission goal, Mission& record) {
+  const auto lacksLines = [](const Flight& flight) {
+    return flight.KeptIn.empty() && !flight.KeptName.empty();
+  };
+  auto& flights = record.Flights;
+  if (!record.KeepsLines || std::none_of(flights.begin(), flights.end(), lacksLines)) return;
+  const Mission saved = FreshlyRead(session.Doc, session.Services, goal);
+  if (!SetKeepsLines(session.Doc, session.Services, goal, true, saved).empty()) return;
+  for (auto& flight : flights)
+    for (const auto& whole : goal.Flights)
+      if (lacksLines(flight) && whole.Name == flight.Name) flight = whole;
+}
+
 void Patch(Session& session, std::size_t mission, const MissionState& from,
            const MissionState& to) {
   Document& doc = session.Doc;
   MissionState& known = session.History.Known[doc.MissionFiles[mission]];
   const bool sameReading = known.Reading == to.Reading;
   Mission& record = doc.Missions[mission];
-  if (IsOtherReading(record, from, to))
+  if (IsOtherReading(record, from, to)) {
     CarryEdits(Thaw(*from.Own), Thaw(*to.Own), record);
-  else
+    TakeLines(session, Thaw(*to.Own), record);
+  } else {
     record = Patched(record, *from.Own, *to.Own);
+  }
   if (sameReading)
     PutShadow(doc, mission, to);
   else if (mission < doc.MissionShadow.size())
