@@ -192,8 +192,9 @@ class Hit : public testing::Test {
  protected:
   Hit() {
     for (int i = 0; i < 2; ++i) {
-      MapRoute& route = Model.Scene.Routes.emplace_back();
-      for (const double x : {2.0, 10.0, 18.0}) route.Points.emplace_back().At = {x * 1000, 5000};
+      auto& points = Model.Scene.Routes.emplace_back().Points;
+      points.resize(3);  // no room behind the last, where nothing may be looked for
+      for (std::size_t k = 0; k < 3; ++k) points[k].At = {2000 + 8000.0 * k, 5000};
     }
     Model.Scene.Routes[1].Points[2].At = {18'000, 15'000};
     Model.Scene.Bases = {{0, {30'000, 10'000}, 3000, 1}};
