@@ -1,6 +1,7 @@
 #include "mission/kept_flights.h"
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
 #include "mission/flight_values.h"
@@ -264,6 +265,22 @@ std::vector<const KeptSection*> SectionsOfFlight(const KeptText& text, const Kep
   if (const auto* weapons = text.Find(std::string(section.Name) + "_weapons"))
     sections.push_back(weapons);
   return sections;
+}
+
+std::vector<const Flight*> BecomesOfFlights(const KeptText& text, const Mission& edited) {
+  const auto sections = FlightSections(text);
+  std::map<std::string, std::size_t> byName;
+  for (std::size_t i = 0; i < sections.size(); ++i) byName[LowerKey(sections[i]->Name)] = i;
+  std::vector<const Flight*> becomes(sections.size());
+  std::size_t last = 0;
+  for (const auto& flight : edited.Flights) {
+    const auto found = byName.find(LowerKey(flight.KeptName));
+    if (found == byName.end() || becomes[found->second]) continue;
+    if (found->second < last && !EqualNoCase(flight.Name, flight.KeptName)) continue;
+    last = std::max(last, found->second);
+    becomes[found->second] = &flight;
+  }
+  return becomes;
 }
 
 void EditFlight(const KeptText& text, LinePatch& patch, const KeptSection& section,

@@ -13,6 +13,10 @@ namespace rws {
 /** The sections that belong to a flight: its own, its route, its weapons; missing ones left out. */
 std::vector<const KeptSection*> SectionsOfFlight(const KeptText& text, const KeptSection& section);
 
+/** What each flight section of a text has become in an edited mission; null for one that has gone.
+    A copy whose source has gone stands behind other flights, and does not take its place. */
+std::vector<const Flight*> BecomesOfFlights(const KeptText& text, const Mission& edited);
+
 /** Brings a flight's lines from what was read from them to the edited record. */
 void EditFlight(const KeptText& text, LinePatch& patch, const KeptSection& section,
                 const Flight& read, const Flight& edited);

@@ -138,18 +138,17 @@ void Merge::AddFlights(const KeptSection* wing) {
 
 void Merge::EditFlights() {
   const auto sections = FlightSections(text_);
-  became_.assign(sections.size(), nullptr);
+  became_ = BecomesOfFlights(text_, edited_);
   std::map<std::string, std::size_t> byName;
   for (std::size_t i = 0; i < sections.size(); ++i) byName[LowerKey(sections[i]->Name)] = i;
   for (const auto& flight : edited_.Flights) {
     const auto found = byName.find(LowerKey(flight.KeptName));
     const bool known = found != byName.end();
     const std::size_t index = known ? found->second : sections.size();
-    if (!known || became_[index]) {
+    if (!known || became_[index] != &flight) {
       added_.push_back({&flight, known, nullptr});
       continue;
     }
-    became_[index] = &flight;
     EditFlight(text_, patch_, *sections[index], read_.Flights[index], flight);
     // One that was taken out, and written so, comes back at its place.
     for (auto& added : added_)

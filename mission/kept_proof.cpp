@@ -124,14 +124,11 @@ class Concerned {
 
 void Concerned::MarkFlights(const Mission& read, const Mission& edited) {
   const auto sections = FlightSections(text_);
-  std::map<std::string, const Flight*> byKeptName;
-  for (const auto& flight : edited.Flights)
-    byKeptName.try_emplace(LowerKey(flight.KeptName), &flight);
+  const auto becomes = BecomesOfFlights(text_, edited);
   std::set<std::string> relisted;
   for (std::size_t i = 0; i < sections.size() && i < read.Flights.size(); ++i) {
-    const auto found = byKeptName.find(LowerKey(sections[i]->Name));
-    const bool gone = found == byKeptName.end();
-    const Flight* became = gone ? nullptr : found->second;
+    const Flight* became = becomes[i];
+    const bool gone = !became;
     if (gone || became->Name != read.Flights[i].Name) {
       relisted.insert(LowerKey(read.Flights[i].Name));
       for (const auto* part : SectionsOfFlight(text_, *sections[i]))

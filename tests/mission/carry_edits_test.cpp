@@ -78,6 +78,12 @@ TEST(CarryEdits, LosesNoEdit) {
       {true, takeOne, "  U-2\r\n  U-2\r\n", "  U-2\r\n"},
       {true, [](Mission& m) { m.BornPlaces[0].Planes.erase(m.BornPlaces[0].Planes.begin()); },
        "  I-16 4\r\n  + 2xSC250\r\n", ""},
+      {false,
+       [](Mission& m) {
+         auto& route = m.Flights[0].Waypoints;
+         route.erase(route.begin(), route.begin() + 2);
+       },
+       "  TAKEOFF_001 1.00 2.00 0 0 &0\r\n  TRIGGERS 0 10 20 0\r\n", ""},
       {false, [](Mission& m) { m.BornPlaces[0].Army = 5; }, "  1 3000 500", "  5 3000 500"},
   };
   // Bare line feeds make the two readings of a text have lines of other numbers.
@@ -99,9 +105,11 @@ TEST(CarryEdits, KeepsTheOrderOfFlights) {
     m.Flights.back().Name = "r0105";
     m.Flights.erase(m.Flights.begin());
   };
-  const Carried carried(kText, false, copyAndRemove);
+  Carried carried(kText, false, copyAndRemove);
   ASSERT_EQ(carried.Is.Flights.size(), 2U) << carried.Reason;
   EXPECT_EQ(carried.Is.Flights[0].Name + carried.Is.Flights[1].Name, "r0101r0105");
+  const string route = "[r0105_Way]\r\n  TAKEOFF_001 1.00 2.00 0 0 &0\r\n  TRIGGERS 0 10 20 0\r\n";
+  EXPECT_TRUE(Contains(carried.Written(), route)) << carried.Written();
 }
 
 TEST(CarryEdits, IsRefusedWhereAnEditHasNoPlace) {
