@@ -446,30 +446,5 @@ TEST_F(Kept, TakesNothingButEditsFromTheOtherReading) {
   EXPECT_GT(carried, 5);
 }
 
-TEST_F(Kept, TakesOverEditsMadeInTheOtherReading) {
-  World world;
-  test::ReadInto(world, CrlfText(kRich));
-  world.Doc.Missions[0].AsRead = world.Doc.Missions[0].Lines;
-  const Mission saved = world.Doc.Missions[0];
-  Mission& told = world.Doc.Missions[0];
-  told.Flights[0].Fuel = "42";
-  told.Flights[0].Waypoints[2].Alt = "1999";
-  Flight copy = told.Flights[0];
-  copy.Name = "r0101";
-  told.Flights.push_back(copy);
-  copy.Name = "r0300";
-  copy.KeptName.clear();
-  copy.Waypoints.resize(1);
-  told.Flights.push_back(copy);
-  EXPECT_EQ(SetKeepsLines(world.Doc, world.Services, told, true, saved), "");
-  const Mission& kept = world.Doc.Missions[0];
-  ASSERT_TRUE(kept.KeepsLines);
-  const string text = Written(kept);
-  EXPECT_NE(text.find("  Fuel 42\r\n  weapons default\r\n  spawn0"), text.npos) << text;
-  EXPECT_NE(text.find("168677.44 1999.00 350.00 &1 F3\r\n"), text.npos);
-  EXPECT_NE(text.find("[r0101_Way]"), text.npos);
-  EXPECT_NE(text.find("[r0300]\r\n  Planes 4\r\n"), text.npos) << "one that was never read";
-}
-
 }  // namespace
 }  // namespace rws
