@@ -233,6 +233,8 @@ TEST_F(CliEdit, ChangesTheMissionsThatAQueryFinds) {
     EXPECT_TRUE(Contains(err_, told)) << err_;
   EXPECT_EQ(box_.Read("m/b.mis"), Replace(other, "Fuel 100", "Fuel 9"));
   EXPECT_EQ(box_.Names("kept"), "b.mis.bak");
+  EXPECT_EQ(Run("edit m --where b.mis --remove flight[I_JG5401]"), 0) << err_;
+  EXPECT_FALSE(Contains(box_.Read("m/b.mis"), "[I_JG5401]"));
   EXPECT_EQ(Run("edit m --where b.mis --set flight[no*].Fuel=9"), 1);
   EXPECT_TRUE(Contains(err_, "flight[no*].Fuel=9: names nothing in any mission")) << err_;
 

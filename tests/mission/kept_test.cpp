@@ -287,6 +287,7 @@ TEST_F(Kept, RefusesWhatWouldNotBeReadAgain) {
       {"The values of flight r0100", [](Mission& m) { m.Flights[0].Weapons = "4x #1"; }},
       {"The list of flights", [](Mission& m) { m.Flights[0].Name = m.Flights[1].Name; }},
       {"The values of [MAIN]", [](Mission& m) { m.Player = " r0100"; }},
+      {"The values of flight", [](Mission& m) { std::swap(m.Flights[0], m.Flights[1]); }},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.Change);
