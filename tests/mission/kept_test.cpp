@@ -152,6 +152,8 @@ TEST_F(Kept, WritesAnEditIntoItsOwnWords) {
       {"  Skill 2~+  Skill0 0", flight([](Flight& f) { f.PlaneSlots[0].Skill = "0"; })},
       {"  skin0 Big Bad.BMP~=  skin0 other.bmp",
        flight([](Flight& f) { f.PlaneSlots[0].Skin = "other.bmp"; })},
+      {"  skin0 Big Bad.BMP~+  noseart0 A.bmp",
+       flight([](Flight& f) { f.PlaneSlots[0].NoseArt = "A.bmp"; })},
       {"  skin0 Big Bad.BMP~-", flight([](Flight& f) { f.PlaneSlots[0].Skin = ""; })},
       {"  NORMFLY_404 81566.39 168677.44 1500.00 350.00 &1 F3~="
        "  NORMFLY_404 81566.39 168677.44 2000.00 350.00 &1 F3",
