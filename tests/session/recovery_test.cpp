@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "mission/fields.h"
+#include "mission/kept_reader.h"
 #include "mission/reader.h"
 #include "mission/writer.h"
 #include "services/paths.h"
@@ -95,6 +96,11 @@ TEST(Recovery, UnsavedEditsOutliveTheProgram) {
   EXPECT_EQ(unread.Found[0].Path, desk.Path("a"));
   EXPECT_EQ(unread.Found[0].Time, "2026-03-04 05:06:07");
   EXPECT_FALSE(HasChangedSince(unread.W.Services, unread.Found[0]));
+  EXPECT_TRUE(Contains(TextOf(unread.W.Services, unread.Found[0]), "  Fuel 5\r\n"));
+  Recovered told;
+  ReadKeptMission(desk.World.Doc, desk.World.Services, told.Mission, "[MAIN]\n army 1");
+  told.Mission.Army = "2";
+  EXPECT_EQ(TextOf(desk.World.Services, told), "[MAIN]\n army 2");
 
   NextStart next(desk);
   EXPECT_EQ(next.Restore(), (std::vector{desk.Path("a"), desk.Path("b")}));
