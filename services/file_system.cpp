@@ -123,14 +123,16 @@ std::string FileSystem::Resolve(const std::string& path) const {
   if (!os::kMindsCase) return path;
   std::string rest = path;
   std::replace(rest.begin(), rest.end(), '\\', kSeparator);
-  if (os::Exists(rest)) return rest;
+  if (rest != path && os::Exists(rest)) return rest;
   // The longest parent that exists keeps its spelling; only what lies below it is searched for.
   const std::string parent = GetParentFolderName(rest);
   const std::string folder = parent.empty() ? (IsAbsolute(rest) ? "/" : ".") : Resolve(parent);
   const std::string name = GetFileName(rest);
   const std::string prefix = parent.empty() && !IsAbsolute(rest) ? "" : folder;
-  const std::string exact = BuildPath(prefix, name);
-  return os::Exists(exact) ? exact : BuildPath(prefix, FindEntry(folder, name).value_or(name));
+  std::string exact = BuildPath(prefix, name);
+  if (exact != rest && os::Exists(exact)) return exact;
+  const auto found = FindEntry(folder, name);
+  return found ? BuildPath(prefix, *found) : exact;
 }
 
 FileSystem FileSystem::ForThreads() const {
@@ -159,15 +161,21 @@ std::string FileSystem::GetAbsolutePathName(const std::string& path) const {
   return path.empty() ? path : os::AbsolutePath(path);
 }
 
-bool FileSystem::FileExists(const std::string& path) const {
+std::string FileSystem::FindFile(const std::string& path) const {
   os::EntryKind kind;
-  return os::Stat(Resolve(path), kind) && kind == os::EntryKind::File;
+  std::string found = Resolve(path);
+  return os::Stat(found, kind) && kind == os::EntryKind::File ? found : "";
 }
 
-bool FileSystem::FolderExists(const std::string& path) const {
+std::string FileSystem::FindFolder(const std::string& path) const {
   os::EntryKind kind;
-  return os::Stat(Resolve(path), kind) && kind == os::EntryKind::Folder;
+  std::string found = Resolve(path);
+  return os::Stat(found, kind) && kind == os::EntryKind::Folder ? found : "";
 }
+
+bool FileSystem::FileExists(const std::string& path) const { return !FindFile(path).empty(); }
+
+bool FileSystem::FolderExists(const std::string& path) const { return !FindFolder(path).empty(); }
 
 bool FileSystem::IsGone(const std::string& path) const { return os::IsGone(Resolve(path)); }
 

@@ -69,6 +69,9 @@ class FileSystem {
   static bool MindsCase();
   bool FileExists(const std::string& path) const;
   bool FolderExists(const std::string& path) const;
+  /** The spelling on disk of the file, or folder, at `path`; "" if none stands there. */
+  std::string FindFile(const std::string& path) const;
+  std::string FindFolder(const std::string& path) const;
   /** True if the system says that nothing stands at `path`. What cannot be looked at may stand
    * there.
    */
