@@ -154,7 +154,7 @@ class Reading {
   std::string_view name_;
   const std::string language_;
   const TellWork& told_;
-  const CodePage page_{1252};
+  const CodePage& page_ = ListsPage();
   GameLists lists_;
   std::unordered_map<std::string, std::size_t> byKey_, byClass_;  // rows of `Aircraft`
 };

@@ -4,8 +4,6 @@
 #include <optional>
 #include <utility>
 
-#include "services/code_page.h"
-
 namespace rws {
 
 namespace {
@@ -79,7 +77,7 @@ class Decoder {
       else if (isUtf8_)
         text += raw[i++];
       else
-        AppendUtf8(text, page_.ToUnicode(raw[i++]));
+        AppendUtf8(text, ListsPage().ToUnicode(raw[i++]));
     }
     return text;
   }
@@ -132,10 +130,14 @@ class Decoder {
   }
 
   bool isUtf8_;
-  const CodePage page_{1252};
 };
 
 }  // namespace
+
+const CodePage& ListsPage() {
+  static const CodePage page(1252);
+  return page;
+}
 
 Properties::Properties(std::string_view bytes) {
   const bool isUtf8 = bytes.starts_with(kUtf8Mark);

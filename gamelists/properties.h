@@ -7,7 +7,12 @@
 #include <unordered_map>
 #include <vector>
 
+#include "services/code_page.h"
+
 namespace rws {
+
+/** The code page that the game takes all its lists for. */
+const CodePage& ListsPage();
 
 /** A text of one of the game's files of names, UTF-8. */
 struct Property {
