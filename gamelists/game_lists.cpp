@@ -78,9 +78,28 @@ class Reading {
   }
 
  private:
+  /** The folders that the pack has for a path with "/", the one that counts most first. A pack may
+      have hundreds of mods, and many lists lie in one folder: each is looked for once. */
+  const std::vector<std::string>& FoldersOf(const std::string& path) {
+    const auto [place, isNew] = folders_.try_emplace(path);
+    if (!isNew) return place->second;
+    for (const auto& root : lists_.Pack.Roots)
+      if (std::string folder = files_.FindFolder(BuildPath(root, path)); !folder.empty())
+        place->second.push_back(std::move(folder));
+    return place->second;
+  }
+
+  /** The file that the game takes for a path with "/"; "" for none. */
+  std::string FileInPack(const std::string& path) {
+    const std::string name = GetFileName(path);
+    for (const auto& folder : FoldersOf(GetParentFolderName(path)))
+      if (std::string file = files_.FindFile(BuildPath(folder, name)); !file.empty()) return file;
+    return "";
+  }
+
   /** The bytes of the file that the game takes for a path; nothing, told, if it cannot be read. */
   std::optional<std::string> Take(const std::string& path, std::string& file) {
-    file = FileInPack(files_, lists_.Pack, path);
+    file = FileInPack(path);
     if (file.empty()) return {};
     std::string bytes;
     const auto read = [&] { bytes = files_.ReadFile(file, kMostBytes); };
@@ -157,6 +176,7 @@ class Reading {
   const CodePage& page_ = ListsPage();
   GameLists lists_;
   std::unordered_map<std::string, std::size_t> byKey_, byClass_;  // rows of `Aircraft`
+  std::unordered_map<std::string, std::vector<std::string>> folders_;
 };
 
 void Reading::ReadAircraft() {
@@ -271,17 +291,13 @@ void Reading::ReadCountries(const std::vector<SectLine>& lines) {
   // Few packs have any of these files, and none has to be looked for where there is no folder.
   std::array<std::unordered_set<std::string>, 3> present;
   for (std::size_t i = 0; i < kFolders.size(); ++i)
-    for (const auto& root : lists_.Pack.Roots) {
-      const std::string folder =
-          files_.Resolve(BuildPath(root, std::string("PaintSchemes/") + kFolders[i]));
-      if (!files_.FolderExists(folder)) continue;
+    for (const auto& folder : FoldersOf(std::string("PaintSchemes/") + kFolders[i]))
       Trap(
           [&] {
             for (const auto& entry : files_.ListFolder(folder))
               if (entry.IsFile) present[i].insert(FoldName(entry.Name));
           },
           [&](const Fault& caught) { Tell(folder, 0, caught.Text); });
-    }
   for (auto& regiment : lists_.Names.Regiments) {
     const auto army = static_cast<std::size_t>(regiment.Army);
     if (!present[army].contains(FoldName(regiment.Code))) continue;

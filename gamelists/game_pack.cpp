@@ -42,10 +42,11 @@ class Finder {
       : files_(services.Files), game_(std::move(gamePath)) {}
 
   FoundPacks Run() {
-    const std::string path = files_.Resolve(BuildPath(game_, kSettings));
-    if (!game_.empty() && files_.FileExists(path))
+    if (game_.empty()) return {};
+    const std::string path = files_.FindFile(BuildPath(game_, kSettings));
+    if (!path.empty())
       FromSettings(path);
-    else if (!game_.empty())
+    else
       FromFolders();
     return std::move(found_);
   }
@@ -108,9 +109,7 @@ class Finder {
   }
 
   std::string Existing(const std::string& name) const {
-    if (IsOff(name)) return "";
-    std::string path = files_.Resolve(BuildPath(game_, name));
-    return files_.FolderExists(path) ? path : "";
+    return IsOff(name) ? "" : files_.FindFolder(BuildPath(game_, name));
   }
 
   /** Each folder below is one mod, those with a "-" in front are off. */
@@ -141,14 +140,6 @@ class Finder {
 
 FoundPacks FindPacks(const Services& services, const std::string& gamePath) {
   return Finder(services, gamePath).Run();
-}
-
-std::string FileInPack(const FileSystem& files, const GamePack& pack, const std::string& path) {
-  for (const auto& root : pack.Roots) {
-    std::string file = files.Resolve(BuildPath(root, path));
-    if (files.FileExists(file)) return file;
-  }
-  return "";
 }
 
 }  // namespace rws

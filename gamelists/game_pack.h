@@ -29,7 +29,4 @@ struct FoundPacks {
     those whose folders lie there. Nothing fails: what cannot be read is told. */
 FoundPacks FindPacks(const Services& services, const std::string& gamePath);
 
-/** The file that the game takes for a path with "/"; "" for none. */
-std::string FileInPack(const FileSystem& files, const GamePack& pack, const std::string& path);
-
 }  // namespace rws

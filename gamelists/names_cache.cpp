@@ -147,8 +147,8 @@ std::vector<SeenPath> LookAtLists(const FileSystem& files, const GameLists& list
     look(root);
     for (const std::string_view folder : kFolders)
       for (std::size_t end = folder.find('/');; end = folder.find('/', end + 1)) {
-        const std::string path = BuildPath(root, std::string(folder.substr(0, end)));
-        if (!files.FolderExists(path)) break;
+        const std::string path = files.FindFolder(BuildPath(root, folder.substr(0, end)));
+        if (path.empty()) break;
         look(path);
         if (end == folder.npos) break;
       }
