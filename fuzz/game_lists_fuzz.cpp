@@ -38,7 +38,7 @@ std::string WriteGame(std::string_view input) {
 }
 
 void ReadGame(std::string_view input) {
-  Services services = fuzz::QuietServices();
+  static Services services = fuzz::QuietServices();
   const std::string game = WriteGame(input);
   services.AppPath = services.ProgramPath = game;
   FindPacks(services, game);
