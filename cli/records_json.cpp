@@ -20,6 +20,7 @@ Json Text(std::string_view bytes) {
 }
 
 Json Value(const std::string& text) { return Text(text); }
+Json Value(const SharedText& text) { return Text(text); }
 
 template <class Number>
 requires std::is_arithmetic_v<Number> Json Value(Number number) { return number; }

@@ -31,7 +31,7 @@ Services MakeServices() {
 
 template <class Value>
 void Append(std::string& text, const Value& value) {
-  if constexpr (std::is_same_v<Value, std::string>) {
+  if constexpr (kIsText<Value>) {
     text.append(value).append(1, '\n');
   } else if constexpr (std::is_same_v<Value, LineArray>) {
     text.append(value.FileText()).append(1, '\n');

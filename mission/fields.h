@@ -25,9 +25,12 @@ enum class Holds {
   State     // where the record stands in the program: no difference in it is an edit
 };
 
+template <class Value>
+constexpr bool kIsText = std::is_same_v<Value, std::string> || std::is_same_v<Value, SharedText>;
+
 /** True for a value that is neither an array nor a record. */
 template <class Value>
-constexpr bool kIsPlain = std::is_same_v<Value, std::string> || std::is_arithmetic_v<Value>;
+constexpr bool kIsPlain = kIsText<Value> || std::is_arithmetic_v<Value>;
 
 template <class Member>
 struct Field {

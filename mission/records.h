@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "mission/line_array.h"
+#include "mission/shared_text.h"
 
 /** The records of a mission in memory. Plain data, copied by value with all their arrays. Numbers
    of the file stay text unless their type says otherwise; text is in the single-byte encoding,
@@ -19,8 +20,8 @@ struct Waypoint {
   std::string Type;    // first word of the line
   std::string Marker;  // "&0", or the line's own last two characters when they hold "&"
   double X = 0, Y = 0;
-  double Dist = 0;   // from the waypoint before, in tens of the file's unit; 0 for the first
-  std::string Line;  // the whole line as read; "" for a record that never got one
+  double Dist = 0;  // from the waypoint before, in tens of the file's unit; 0 for the first
+  SharedText Line;  // the whole line as read; "" for a record that never got one
   /** Its place among the rows of the route that it was read from, or -1. */
   std::int32_t KeptRow = -1;
 };

@@ -20,9 +20,9 @@ template <class AnyMission>
 void ForEachReference(
     AnyMission& mission, const FlightNames& names,
     const std::function<void(const WordLine& line, std::size_t place, const std::string& where,
-                             const std::function<void(std::string)>& set)>& visit) {
+                             const std::function<void(const std::string&)>& set)>& visit) {
   const auto look = [&](std::string_view text, std::size_t place, const auto& where,
-                        const std::function<void(std::string)>& set) {
+                        const std::function<void(const std::string&)>& set) {
     const WordLine line(text);
     if (names.contains(line.Word(place))) visit(line, place, where(), set);
   };
@@ -31,8 +31,8 @@ void ForEachReference(
       look(
           flight.Waypoints[i].Line, RouteLine::kTarget,
           [&] { return "route of " + flight.Name + ", waypoint " + std::to_string(i); },
-          [&](std::string text) {
-            if constexpr (!std::is_const_v<AnyMission>) flight.Waypoints[i].Line = std::move(text);
+          [&](const std::string& text) {
+            if constexpr (!std::is_const_v<AnyMission>) flight.Waypoints[i].Line = text;
           });
   const LineArray lines = mission.Lines;
   const KeptText text(lines);
@@ -41,7 +41,7 @@ void ForEachReference(
     look(
         lines[i], kTargetWord,
         [&] { return "target " + std::to_string(i - targets->First + 1) + " of the mission"; },
-        [&](std::string line) {
+        [&](const std::string& line) {
           if constexpr (!std::is_const_v<AnyMission>) mission.Lines.Set(i, line);
         });
 }

@@ -293,6 +293,7 @@ std::size_t RecordBytes(const Record& record);
 template <class Value>
 std::size_t ValueBytes(const Value& value) {
   if constexpr (std::is_same_v<Value, std::string>) return HeapBytes(value);
+  if constexpr (std::is_same_v<Value, SharedText>) return value.size();
   if constexpr (RecordArray<Value> || std::is_same_v<Value, std::vector<std::string>>) {
     std::size_t bytes = 0;
     for (const auto& element : value) {

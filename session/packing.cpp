@@ -17,7 +17,7 @@ class Packer {
   void Text(std::string_view text) { bytes_ += PackText(text); }
   template <class Value>
   void Put(const Value& value) {
-    if constexpr (std::is_same_v<Value, std::string>) {
+    if constexpr (kIsText<Value>) {
       Text(value);
     } else if constexpr (std::is_same_v<Value, LineArray>) {
       Put(value.size());
@@ -54,7 +54,7 @@ class Unpacker {
   }
   template <class Value>
   void Get(Value& value) {
-    if constexpr (std::is_same_v<Value, std::string>) {
+    if constexpr (kIsText<Value>) {
       value = Text();
     } else if constexpr (std::is_same_v<Value, LineArray>) {
       const auto size = Number<std::size_t>(Text());

@@ -21,10 +21,10 @@ Waypoint AttachedTo(const Flight& carrier) {
   attached.Speed = IntegerPart(words.Word(RouteLine::kSpeed));
   attached.Alt = IntegerPart(words.Word(RouteLine::kAlt));
   attached.Type = words.Word(RouteLine::kType);
-  attached.Line.clear();
+  std::string line;
   for (std::size_t place = 0; place < RouteLine::kTarget; ++place)
-    attached.Line.append(words.Word(place)).append(" ");
-  attached.Line += carrier.Name + " 0";
+    line.append(words.Word(place)).append(" ");
+  attached.Line = line + carrier.Name + " 0";
   if (attached.Marker.empty()) attached.Marker = "&0";
   return attached;
 }

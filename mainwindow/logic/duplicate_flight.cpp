@@ -1,6 +1,5 @@
 #include "mainwindow/logic/duplicate_flight.h"
 
-#include <algorithm>
 #include <cmath>
 #include <optional>
 #include <string>
@@ -31,14 +30,13 @@ void AddTo(std::string& text, std::int16_t offset) {
 }
 
 void MoveWaypoint(Waypoint& waypoint, const WaypointOffsets& offsets) {
-  const std::string line = waypoint.Line;
-  const RouteLine words(line);
+  const RouteLine words(waypoint.Line);
   if (words.size() <= RouteLine::kY) return;
   const auto oldX = words.Word(RouteLine::kX), oldY = words.Word(RouteLine::kY);
   const auto x = Plus(oldX, offsets.Distance), y = Plus(oldY, offsets.Distance);
   if (!x || !y) return;
   // Every occurrence, also within other words: the writer takes altitude and speed from the record.
-  waypoint.Line = Replace(Replace(line, oldX, *x), oldY, *y);
+  waypoint.Line = Replace(Replace(waypoint.Line, oldX, *x), oldY, *y);
   AddTo(waypoint.Alt, offsets.Alt);
 }
 
@@ -50,11 +48,12 @@ bool IsOfKind(const Waypoint& waypoint, std::string_view kind) {
 /** True for a line of a later version that stands among the waypoints and is none. */
 bool IsTriggers(const Waypoint& waypoint) { return EqualNoCase(waypoint.Type, "triggers"); }
 
-/** Unlinks a ground attack from its target, when that is the last word. */
-void DropTarget(std::string& line) {
+/** The line of a ground attack unlinked from its target, when that is the last word. */
+std::string_view WithoutTarget(std::string_view line) {
   const RouteLine words(line);
-  if (words.size() != RouteLine::kTarget + 1) return;
-  line.resize(static_cast<std::size_t>(words.Word(RouteLine::kTarget).data() - line.data()));
+  if (words.size() != RouteLine::kTarget + 1) return line;
+  return line.substr(0,
+                     static_cast<std::size_t>(words.Word(RouteLine::kTarget).data() - line.data()));
 }
 
 void AddCopies(Document& doc, const Catalogues& tables, const Services& services, Flight& copy,
@@ -77,9 +76,9 @@ void OffsetWaypoints(std::vector<Waypoint>& waypoints, const WaypointOffsets& of
     if (IsTriggers(waypoint)) continue;
     const bool isLanding = IsOfKind(waypoint, "landing");
     if (!isLanding && !IsOfKind(waypoint, "takeoff")) MoveWaypoint(waypoint, offsets);
-    if (EqualNoCase(waypoint.Type, "gattack")) DropTarget(waypoint.Line);
+    if (EqualNoCase(waypoint.Type, "gattack")) waypoint.Line = WithoutTarget(waypoint.Line);
     if (isLanding && before) AddTo(before->Speed, offsets.Speed);
-    std::replace(waypoint.Line.begin(), waypoint.Line.end(), ',', '.');
+    waypoint.Line = Replace(waypoint.Line, ",", ".");
     before = &waypoint;
   }
 }

@@ -88,7 +88,7 @@ TEST_F(LinesTest, WritingAnewIsAChoiceForTheRun) {
 TEST_F(LinesTest, TargetsMayFollowAFlightThatGetsAnotherName) {
   ClickRow(0);
   auto& flights = Doc().Missions[0].Flights;
-  std::string& line = flights[1].Waypoints[0].Line;
+  auto& line = flights[1].Waypoints[0].Line;
   line = "  NORMFLY 1.00 2.00 500.0 300.0 r0100 0 &0";
   rws::Edit(World_, {"x", "Test"}, [&] { flights[2].Fuel = "7"; });
   EXPECT_EQ(Bars(), "") << "nothing has another name";

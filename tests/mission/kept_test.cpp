@@ -263,7 +263,8 @@ TEST_F(Kept, FlightsComeAndGoWithTheirLines) {
   made.Name = "r0300";
   made.Class = "I_16";
   made.Planes = made.Skill = "1";
-  made.Waypoints = {{"500", "300", "NORMFLY", "&1", 0, 0, 0, "NORMFLY 5 6 1 2 r0100 0", -1}};
+  made.Waypoints = {{"500", "300", "NORMFLY", "&1", 0, 0, 0, {}, -1}};
+  made.Waypoints[0].Line = "NORMFLY 5 6 1 2 r0100 0";
   mission.Flights = {mission.Flights[0], copy, made};
   const string text = Written(mission);
   const std::size_t begin = text.find("[r0101]");

@@ -40,7 +40,7 @@ void ExpectReadAgain(World& world, Mission before) {
     for (std::size_t k = 0; k < route.size(); ++k)
       EXPECT_TRUE(again[k].X == route[k].X && again[k].Y == route[k].Y &&
                   again[k].Type == route[k].Type)
-          << route[k].Line;
+          << std::string_view(route[k].Line);
   }
   before.Lines = after.Lines;
   before.Time = after.Time;  // without [Wing] the line of another key overwrites it

@@ -57,7 +57,7 @@ std::string EditsFiles(const SessionDesk& desk) {
 /** An odd value for each kind of field. */
 template <class Value>
 void MakeOdd(Value& value, int& seed) {
-  if constexpr (std::is_same_v<Value, std::string>) {
+  if constexpr (kIsText<Value>) {
     value = std::string("\x80\xFF:\0 3:\r\n", 9) + std::to_string(seed++);
   } else if constexpr (std::is_same_v<Value, LineArray>) {
     value = LineArray::FromFile("a\r\n\xE9\r\n\r\n" + std::to_string(seed++) + "\r\n");

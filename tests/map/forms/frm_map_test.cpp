@@ -97,12 +97,12 @@ class MapWindowTest : public UnsavedTest {
   }
   /** Drags a waypoint, takes that back and does it again. */
   void DragAndUndo() {
-    const std::string& line = Own().Flights[0].Waypoints[1].Line;
-    const std::string before = line;
+    const auto& line = Own().Flights[0].Waypoints[1].Line;
+    const auto before = line;
     ClickMap(First);
     EXPECT_EQ(Map().txtX->text() + Map().txtY->text(), "4000.256000.50");
     Drag(First, {4400.25, 5800.5});
-    const std::string after = line;
+    const auto after = line;
     EXPECT_EQ(Trim(after), "NORMFLY 4400.25 5800.50 500.00 300.00 &1 F2");
     EXPECT_EQ(Undo(), "Route of r0100");
     EXPECT_EQ(Own().Flights[0].Waypoints[1].Line, before);
