@@ -18,7 +18,8 @@ namespace {
 using std::string;
 
 const string kText = CrlfText(
-    "[MAIN]|  MAP a/load.ini|  TIME 12.0|[Wing]|  r0100|  r0101|[r0100]|  Planes 1|  Skill 1|"
+    "[MAIN]|  MAP a/load.ini|  TIME 12.0|[Wing]|  r0100|  r0101|[r0100]|  Planes 1|  Skill 1|  "
+    "Skill0 2|"
     "  Class air.A|  Fuel 100|  weapons none|[r0100_Way]|  TAKEOFF_001 1.00 2.00 0 0 &0|"
     "  TRIGGERS 0 10 20 0|  NORMFLY 3.00 4.00 500.00 300.00 &0|[r0101]|  Planes 1|  Class air.B|"
     "  Fuel 90|  weapons none|[r0101_Way]|  NORMFLY 5.00 6.00 500.00 300.00 &0|[NStationary]|"
@@ -85,6 +86,7 @@ TEST(CarryEdits, LosesNoEdit) {
        },
        "  TAKEOFF_001 1.00 2.00 0 0 &0\r\n  TRIGGERS 0 10 20 0\r\n", ""},
       {false, [](Mission& m) { m.BornPlaces[0].Army = 5; }, "  1 3000 500", "  5 3000 500"},
+      {true, [](Mission& m) { m.Flights[0].Planes = "2"; }, "", "  Skill1 1\r\n"},
   };
   // Bare line feeds make the two readings of a text have lines of other numbers.
   for (const string& text : {kText, Replace(kText, "  MAP a", "  Own\n  MAP a")})
@@ -146,11 +148,17 @@ TEST(CarryEdits, KnowsFlightsOfAMissionThatWasWrittenAnew) {
   copy.Name = "r0102";
   mission.Flights[0].Name = "g0100";
   mission.Flights.push_back(copy);
+  auto& route = mission.Flights[1].Waypoints;
+  route.push_back(route[0]);
+  route[1].KeptRow = -1;
+  mission.Flights[1].LastWaypoint = "1";
   LineArray lines;
   ASSERT_TRUE(BuildMissionFile(world.Doc, world.Services, lines, 0, {}));
   mission.AsRead = lines;
   const Mission saved = mission;
   mission.Flights[2].Fuel = "12";
+  // As when the waypoint ahead has been moved.
+  mission.Flights[0].Waypoints[1].Dist = mission.Flights[1].Waypoints[1].Dist = 7;
   SetLine(mission, "1_Static", "  1_Static vehicles.planes.Plane$B 1 10.00 20.00");
   ASSERT_EQ(SetKeepsLines(world.Doc, world.Services, mission, true, saved), "");
   LineArray kept;
