@@ -253,6 +253,7 @@ TEST(Recovery, EachMissionIsKeptWhateverBecomesOfTheOthers) {
       throw FileFault(fault::FileIo, step.Action, step.Path, "odd name");
   };
   EXPECT_NE(KeepUnsaved(desk.World, desk.Recovery).find("odd name"), std::string::npos);
+  EXPECT_TRUE(Contains(Joined(desk.World.Log), "odd name"));
   ASSERT_EQ(FindRecovered(desk.World.Services).size(), 1u);
   EXPECT_EQ(FindRecovered(desk.World.Services)[0].Path, desk.Path("b"));
 }
