@@ -70,9 +70,9 @@ TEST_F(SkinsForm, ShowsTheSchemesOfTheAircraft) {
   EXPECT_EQ(State(), "SP-CI");
   EXPECT_EQ(Form->SkinSection, "A");
   EXPECT_EQ(Form->SkinIniFile, Box.Path("images/P-39Ä.ini"));
-  const QSize room = Form->imgPic->size();
-  EXPECT_TRUE(IsBlue(5, room.height() / 2) && IsBlue(room.width() - 5, room.height() / 2));
-  EXPECT_FALSE(IsBlue(room.width() / 2, 5)) << "twice as wide as high, not stretched";
+  Form->imgPic->setFixedSize(200, 200);
+  EXPECT_TRUE(IsBlue(5, 100) && IsBlue(195, 100));
+  EXPECT_FALSE(IsBlue(100, 5)) << "twice as wide as high, not stretched";
   Choose(Form->cboSkins, 1);
   EXPECT_EQ(State(), "S----") << "a scheme without a bitmap leaves that of the last one";
   Choose(Form->cboSkins, 2);
