@@ -293,6 +293,14 @@ TEST(Recovery, EditsOfAnEarlierRunStay) {
   EXPECT_EQ(desk.Box.Read(std::string(kFolder) + "/" + first), bytes);
   ASSERT_EQ(FindRecovered(desk.World.Services).size(), 3u);
 
+  // Where all is restored, a mission with two files takes no other along a second time.
+  NextStart all(desk);
+  all.Restore();
+  for (const auto& [path, kept] : all.State.Written)
+    EXPECT_EQ(std::count(kept.Earlier.begin(), kept.Earlier.end(), kept.File), 0) << path;
+  EXPECT_EQ(KeepUnsaved(all.W, all.State), "");
+  EXPECT_EQ(FindRecovered(desk.World.Services).size(), 3u);
+
   // The later one of two is what is restored; the other goes with it once all is saved.
   NextStart third(desk);
   std::erase_if(third.Found, [&](const auto& edits) { return edits.Path != desk.Path("a"); });
