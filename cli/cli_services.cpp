@@ -26,12 +26,6 @@ std::string OwnFolder(const Services& services) {
   return data.empty() ? services.ProgramPath : BuildPath(data, "rws-edit");
 }
 
-void MakeFolders(const FileSystem& files, const std::string& folder) {
-  if (folder.empty() || files.FolderExists(folder)) return;
-  MakeFolders(files, GetParentFolderName(folder));
-  files.CreateFolder(folder);
-}
-
 DateTime Now() {
   const auto since = std::chrono::system_clock::now().time_since_epoch();
   FileStamp stamp;
@@ -64,7 +58,7 @@ Services WritingServices(const Services& services) {
   Services writing = services;
   writing.AppPath = OwnFolder(services);
   writing.LogSink = [](const std::string&) {};
-  MakeFolders(writing.Files, writing.AppPath);
+  writing.Files.CreateFolders(writing.AppPath);
   return writing;
 }
 

@@ -62,19 +62,13 @@ bool IsOurs(const FileSystem& files, const std::string& path) {
   return files.FileExists(path) && Contains(files.ReadFile(path, kMost), kOurs);
 }
 
-void MakeFolders(const FileSystem& files, const std::string& folder) {
-  if (folder.empty() || files.FolderExists(folder)) return;
-  MakeFolders(files, GetParentFolderName(folder));
-  files.CreateFolder(folder);
-}
-
 void RefuseForeign(const FileSystem& files, const std::string& path) {
   if (files.FileExists(path) && !IsOurs(files, path))
     throw FileFault(fault::FileExists, "replace", path, "It was not written by this program");
 }
 
 void Write(const FileSystem& files, const std::string& path, const std::string& text) {
-  MakeFolders(files, GetParentFolderName(path));
+  files.CreateFolders(GetParentFolderName(path));
   files.ReplaceFile(path, text);
 }
 

@@ -352,6 +352,12 @@ void FileSystem::CreateFolder(const std::string& path) const {
   SyncFolderOf(target);
 }
 
+void FileSystem::CreateFolders(const std::string& path) const {
+  if (path.empty() || FolderExists(path)) return;
+  CreateFolders(GetParentFolderName(path));
+  CreateFolder(path);
+}
+
 std::vector<FolderEntry> FileSystem::ListFolder(const std::string& path) const {
   const std::string folder = Resolve(path);
   Step("list", folder);

@@ -133,6 +133,8 @@ class FileSystem {
   std::shared_ptr<void> Hold(const std::string& path, int mostWait) const;
   /** Makes one folder; its parent must exist. */
   void CreateFolder(const std::string& path) const;
+  /** Makes a folder, if it is not there, and those that it lies in. */
+  void CreateFolders(const std::string& path) const;
 
   /** Files and folders of a folder, links followed, dangling ones left out; sorted without regard
       to case, ties by bytes. */
