@@ -11,7 +11,4 @@ namespace rws {
     kept is a fault. */
 SettingsBackend MakeSettingsStore(const QString& iniFile);
 
-/** Where the ini file lies when no other is named. */
-QString DefaultSettingsFile();
-
 }  // namespace rws

@@ -16,6 +16,8 @@
 #include "mission/update.h"
 #include "mission/update_note.h"
 #include "services/checksum.h"
+#include "services/ini_settings.h"
+#include "services/setting_values.h"
 #include "services/text.h"
 #include "session/half_renamed.h"
 #include "session/journal.h"
@@ -175,6 +177,12 @@ const auto kSkin = Form([](Table& desk) {
 });
 const auto kOwn = Form([](Table& desk) { AddOwnMap(desk.World.Services, {"x/l.ini", "X", ""}); });
 
+const auto kSettings = Form([](Table& desk) {
+  const Settings settings{std::string(kSettingsBaseKey),
+                          IniSettings(desk.World.Services.Files, desk.Box.Path("program/S.ini"))};
+  WriteSetting(settings, setting::GamePath, "/il2");
+});
+
 /** Times are noted in the cache. */
 void MakeListsOld(Table& desk) {
   namespace fs = std::filesystem;
@@ -268,6 +276,7 @@ std::vector<Operation> OtherOperations() {
       {"Skin", "a", "from/p.bmp=1|skins/S.bmp=2", Prepared(""), kSkin},
       {"Skin notes", "a", "skins/P.ini=[S]\r\nSkinner=old\r\n", Prepared(""), kNotes},
       {"Own entries", "a", "program/RWS_Own.txt=# mine\n", Prepared(""), kOwn},
+      {"Settings", "a", "program/S.ini=[HKEY_CURRENT_USER]\nother=1\n", Prepared(""), kSettings},
       {"List cache", "a", kListFile + "=[AIR]\nA air.A 2\n|program/RWS Lists.dat=old", MakeListsOld,
        ReadLists, "", "the names are there all the same"},
   };

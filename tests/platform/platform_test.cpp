@@ -6,6 +6,7 @@
 #include <QMouseEvent>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QSettings>
 #include <QTest>
 #include <QTimer>
 #include <QWidget>
@@ -15,41 +16,42 @@
 #include "platform/form_placement.h"
 #include "platform/qt_prompts.h"
 #include "platform/qt_text.h"
-#include "platform/settings_store.h"
-#include "services/faults.h"
-#include "services/setting_values.h"
+#include "services/ini_settings.h"
 #include "tests/support/doubles.h"
 #include "tests/support/sandbox.h"
 
 namespace rws::test {
 namespace {
 
-TEST(SettingsStore, KeepsValuesInAnIniFile) {
+/** The settings that earlier versions left were written by `QSettings`. */
+TEST(SettingsStore, ReadsAndWritesTheFilesOfQSettings) {
   const Sandbox box;
-  const QString file = QString::fromStdString(box.Path("settings.ini"));
-  constexpr auto kUser = SettingsRoot::CurrentUser, kClasses = SettingsRoot::ClassesRoot;
-  const Settings settings{std::string(kSettingsBaseKey), MakeSettingsStore(file)};
-  const std::string odd = "C:\\IL 2, \xC3\xA9\\50%\\\xFF; =x";
-  WriteSetting(settings, setting::GamePath, odd);
-  SetRegValue(settings, kUser, kSetPath, "BackUp", std::string("False"));
-  SetRegValue(settings, kUser, kSetPath, "Number", 42);
-  SetRegValue(settings, kClasses, "rws.mis", "", std::string("open"));
-  const Settings again{std::string(kSettingsBaseKey), MakeSettingsStore(file)};
-  EXPECT_EQ(ReadSetting(again, setting::GamePath), odd);
-  EXPECT_FALSE(ReadFlag(again, setting::Backup)) << "both spellings are one value";
-  EXPECT_EQ(GetRegValue(again, kUser, kSetPath, "number", ""), "42");
-  DeleteRegKey(again, kUser, kSettingsBaseKey);
-  EXPECT_EQ(ReadSetting(again, setting::GamePath), "");
-  EXPECT_EQ(GetRegValue(again, kClasses, "rws.mis", "", ""), "open");
-  box.Write("settings.ini", "junk\n[open\n%zz=\n");
-  WriteSetting(settings, setting::GamePath, odd);
-  EXPECT_EQ(ReadSetting(again, setting::GamePath), odd) << "beside what another has put there";
-  const QString nowhere = file + "/below.ini";
-  const Settings lost{std::string(kSettingsBaseKey), MakeSettingsStore(nowhere)};
-  std::string told;
-  Trap([&] { WriteSetting(lost, setting::GamePath, odd); },
-       [&](const Fault& caught) { told = caught.Text; });
-  EXPECT_NE(told.find(ToPath(QDir::toNativeSeparators(nowhere))), told.npos) << told;
+  constexpr auto kRoot = SettingsRoot::CurrentUser;
+  const QString group = "HKEY_CURRENT_USER/Software/RWS Edit, \xC3\xA9\xD0\x98";
+  const std::string key = "Software\\RWS Edit, \xC3\xA9\xD0\x98";
+  int number = 0;
+  for (const std::string text :
+       {"", "a", " a ", "C:\\IL 2, \xC3\xA9\\50%; =x", "\xD0\x98\xD0\xB3\xF0\x9F\x98\x80", "\"q\"",
+        "a,b , c", "@x", "@@", "l\nm\r\n\tn\v",
+        "\x01"
+        "2\x1F"
+        "G",
+        "#;[x]", "42", "\xFF\xC3", "a\\"}) {
+    SCOPED_TRACE(text);
+    const std::string theirs = box.Path(std::to_string(++number)), ours = theirs + ".ours";
+    QVariant value = QString::fromStdString(text);
+    if (text == "\xFF\xC3") value = QByteArray::fromStdString(text);
+    {
+      QSettings settings(QString::fromStdString(theirs), QSettings::IniFormat);
+      settings.beginGroup(group);
+      settings.setValue("Val", value);
+    }
+    EXPECT_EQ(StoredSetting(box.Read(std::to_string(number)), kRoot, key, "vAL"), text);
+    box.Write(std::to_string(number) + ".ours", WithSetting("", kRoot, key, "Val", text));
+    QSettings settings(QString::fromStdString(ours), QSettings::IniFormat);
+    settings.beginGroup(group);
+    EXPECT_EQ(settings.value("Val"), value);
+  }
 }
 
 TEST(QtPrompts, AskBeforeAFileIsReplacedUnlessItIsOnlyNamed) {

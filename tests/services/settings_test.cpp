@@ -4,7 +4,9 @@
 
 #include "services/faults.h"
 #include "services/ini_file.h"
+#include "services/ini_settings.h"
 #include "services/setting_values.h"
+#include "services/text.h"
 #include "tests/support/doubles.h"
 #include "tests/support/sandbox.h"
 
@@ -38,6 +40,40 @@ TEST(Settings, KeywordDefaultsAndDeletedKeys) {
   EXPECT_EQ(read("set path", "GamePath"), "none");
   DeleteRegKey(settings, kUser, kSetPath);
   EXPECT_EQ(values.size(), 1u);
+}
+
+TEST(IniSettings, ChangeTheirOwnLineAlone) {
+  const test::Sandbox box;
+  const auto open = [&](const char* name) {
+    return Settings{std::string(kSettingsBaseKey), IniSettings(FileSystem(), box.Path(name))};
+  };
+  const Settings settings = open("of/mine/a.ini");
+  WriteSetting(settings, setting::GamePath, "/il2");
+  SetRegValue(settings, kUser, kSetPath, "Number", 42);
+  SetRegValue(settings, SettingsRoot::ClassesRoot, "rws.mis", "", std::string("open"));
+  EXPECT_EQ(box.Read("of/mine/a.ini"),
+            "[HKEY_CURRENT_USER]\nSoftware\\Hollowbyte\\RWS%20Edit\\GamePath=/il2\n"
+            "Software\\Hollowbyte\\RWS%20Edit\\Number=42\n[HKEY_CLASSES_ROOT]\nrws.mis\\.=open\n");
+  EXPECT_EQ(GetRegValue(settings, kUser, kSetPath, "number", ""), "42");
+  EXPECT_EQ(GetRegValue(settings, SettingsRoot::ClassesRoot, "rws.mis", "", ""), "open");
+  const std::string theirs =
+      "\xEF\xBB\xBF[hkey_current_user]\r\nA\\b=1\r\n; A\\b=2\r\njunk\r\na\\B = 3 \r\n\r\n"
+      "[open\nA\\b=4\n%zz=";
+  box.Write("b.ini", theirs);
+  const Settings other = open("b.ini");
+  EXPECT_EQ(GetRegValue(other, kUser, "A", "b", ""), "3") << "of two the later one counts";
+  SetRegValue(other, kUser, "a", "B", std::string("5"));
+  SetRegValue(other, kUser, "A", "c", std::string("6"));
+  SetRegValue(other, kUser, "AB", "d", std::string("7"));
+  const std::string now = Replace(theirs, "B = 3 \r\n", "B=5\r\nA\\c=6\nAB\\d=7\n") + "\n";
+  EXPECT_EQ(box.Read("b.ini"), now);
+  DeleteRegKey(other, kUser, "a");
+  EXPECT_EQ(box.Read("b.ini"), Replace(Replace(now, "A\\b=1\r\n", ""), "a\\B=5\r\nA\\c=6\n", ""));
+  for (const auto& [name, told] : {std::pair{"b.ini/below.ini", "b.ini"}, {"of", "of"}})
+    EXPECT_FALSE(Trap([&] { WriteSetting(open(name), setting::GamePath, "x"); },
+                      [&](const Fault& caught) {
+                        EXPECT_TRUE(Contains(caught.Text, box.Path(told))) << caught.Text;
+                      }));
 }
 
 TEST(IniFile, Reads) {
