@@ -52,13 +52,11 @@ std::string Tagged(std::string_view text) {
   return (text.starts_with('@') ? "@" : "") + std::string(text);
 }
 
-std::string Untagged(std::string text) {
-  if (!text.starts_with('@')) return text;
-  if (text.starts_with("@@")) return text.substr(1);
-  if (text.starts_with(kBytes) && text.ends_with(')'))
-    return TextAsBytes(
-        std::string_view(text).substr(kBytes.size(), text.size() - kBytes.size() - 1));
-  return text == "@Invalid()" ? "" : text;
+std::string Untagged(std::string_view text) {
+  if (text == "@Invalid()") return "";
+  if (text.starts_with("@@")) return std::string(text.substr(1));
+  if (!text.starts_with(kBytes) || !text.ends_with(')')) return std::string(text);
+  return TextAsBytes(text.substr(kBytes.size(), text.size() - kBytes.size() - 1));
 }
 
 /** Reads the escape whose "\" stands at `i`, and moves on behind it. */
@@ -149,7 +147,7 @@ std::string UnescapedValue(std::string_view value) {
     kept = text.size();
   }
   text.resize(kept);
-  return Untagged(std::move(text));
+  return Untagged(text);
 }
 
 }  // namespace rws

@@ -32,7 +32,7 @@ TEST(SettingsStore, ReadsAndWritesTheFilesOfQSettings) {
   int number = 0;
   for (const std::string text :
        {"", "a", " a ", "C:\\IL 2, \xC3\xA9\\50%; =x", "\xD0\x98\xD0\xB3\xF0\x9F\x98\x80", "\"q\"",
-        "a,b , c", "@x", "@@", "l\nm\r\n\tn\v",
+        "a,b , c", "@x", "@ByteArray(x)", "@@", "l\nm\r\n\tn\v",
         "\x01"
         "2\x1F"
         "G",
