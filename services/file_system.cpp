@@ -9,6 +9,7 @@
 #include "services/faults.h"
 #include "services/os_files.h"
 #include "services/paths.h"
+#include "services/text.h"
 
 namespace rws {
 
@@ -120,7 +121,9 @@ std::function<void()> FileSystem::Announce(FileDeed::Kind what, const std::strin
 std::string FileSystem::Resolve(const std::string& path) const {
   if (path.empty()) return path;
   if (os::Exists(path)) return os::Spelling(path);
-  if (!os::kMindsCase) return path;
+  // Nothing has a longer name, and to look for each of its parts would take time and stack.
+  constexpr std::size_t kLongest = 4096;
+  if (!os::kMindsCase || path.size() > kLongest) return path;
   std::string rest = path;
   std::replace(rest.begin(), rest.end(), '\\', kSeparator);
   if (rest != path && os::Exists(rest)) return rest;
@@ -158,7 +161,9 @@ std::string FileSystem::ProgramFile() const { return os::ProgramFile(); }
 std::string FileSystem::UserDataFolder() const { return os::UserDataFolder(); }
 
 std::string FileSystem::GetAbsolutePathName(const std::string& path) const {
-  return path.empty() ? path : os::AbsolutePath(path);
+  if (path.empty()) return path;
+  const bool isNamed = !os::kMindsCase || os::Exists(path);
+  return os::AbsolutePath(isNamed ? path : Replace(path, "\\", "/"));
 }
 
 std::string FileSystem::FindFile(const std::string& path) const {

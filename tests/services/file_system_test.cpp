@@ -10,6 +10,7 @@
 #include "services/faults.h"
 #include "services/list_files.h"
 #include "services/paths.h"
+#include "services/text.h"
 #include "tests/support/failing_step.h"
 #include "tests/support/sandbox.h"
 
@@ -142,6 +143,9 @@ TEST_F(FileSystemTest, ResolveFindsAnyLetterCaseTheExactOneFirst) {
     EXPECT_EQ(Files.Resolve(Box.Path(asked)), Box.Path(found)) << asked;
   EXPECT_EQ(Files.ReadFile(Box.Path("m\\net\\x.mis")), "M/Net/X.Mis");
   EXPECT_TRUE(Files.FolderExists(Box.Path("m/net/")));
+  const std::string deep = Box.Path(Replace(std::string(100'000, 'a'), "a", "a\\"));
+  EXPECT_EQ(Files.Resolve(deep), deep) << "found by no look at each part";
+  EXPECT_EQ(Files.GetAbsolutePathName("\\M\\n.mis"), "/M/n.mis");
 }
 
 TEST_F(FileSystemTest, AKnownFolderFollowsItsMoves) {
