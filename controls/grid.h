@@ -71,6 +71,8 @@ class Grid : public QTableView {
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  /** Numbers typed for a cell that takes none would lead to another row, which then took them. */
+  void keyboardSearch(const QString&) override {}
   void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
