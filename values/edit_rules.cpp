@@ -50,7 +50,8 @@ void CheckText(std::string_view value) {
   const auto isControl = [](char c) { return static_cast<unsigned char>(c) < ' '; };
   if (std::any_of(value.begin(), value.end(), isControl))
     throw ValueFault("a value holds no line end and no other control character");
-  if (KeyOf("key " + std::string(value)).Value != value)
+  const bool isCut = Contains(value, "#") || Contains(value, ";") || Contains(value, "//");
+  if (isCut || KeyOf("key " + std::string(value)).Value != value)
     throw ValueFault(
         "it would be read as another value: blanks at its ends are dropped, and what "
         "stands behind \"#\", \";\" or \"//\" is a comment");

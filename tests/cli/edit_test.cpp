@@ -130,6 +130,7 @@ TEST_F(CliEdit, TouchesNoFileWhenSomethingIsWrong) {
       {1, "--set flight[4ShAPL00].plane[2].Skin=", "names nothing in this mission"},
       {1, "--set flight[4ShAPL00].plane[0].Skin=../a.bmp", "the name of a picture"},
       {2, "--set \"flight[4ShAPL00].plane[0].Skin=a // b.bmp\"", "a comment"},
+      {2, "--set flight[4ShAPL00].plane[0].Skin=a#b.bmp", "a comment"},
       {1, "--set flight[4ShAPL00].waypoint[99].Alt=1", "names nothing in this mission"},
       {1, "--set flight[4ShAPL00].waypoint[1].Alt=1e3", "whole number"},
       {1, "--set flight[4ShAPL00].waypoint[0].Type=LANDING", "one of TAKEOFF, NORMFLY, GATTACK"},
