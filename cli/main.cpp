@@ -10,6 +10,7 @@
 #include "cli/lists.h"
 #include "cli/records_json.h"
 #include "library/edited_mission.h"
+#include "mission/line_array.h"
 #include "services/arguments.h"
 #include "services/faults.h"
 
@@ -29,7 +30,8 @@ struct Options {
 };
 
 Document ReadAnew(const Services& services, const Options& options, const std::string& path) {
-  return ReadMission(services, options.All, path, services.Files.ReadFile(path), ReadAs::Anew);
+  return ReadMission(services, options.All, path,
+                     services.Files.ReadFile(path, LineArray::kLargest), ReadAs::Anew);
 }
 
 int Show(const Services& services, const Options& options) {
