@@ -3,6 +3,7 @@
 #include <charconv>
 
 #include "services/code_page.h"
+#include "services/text.h"
 
 namespace rws {
 
@@ -11,19 +12,14 @@ namespace {
 constexpr std::string_view kLetters = "abfnrtv\"\\?'", kMeant = "\a\b\f\n\r\t\v\"\\?'";
 constexpr std::string_view kBytes = "@ByteArray(";
 
-bool IsPlainInKey(char32_t c) {
-  return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' ||
-         c == '-' || c == '.' || c == '\\';
-}
-
-bool IsHexDigit(char c) {
-  return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
-}
+constexpr std::string_view kHexDigits = "0123456789ABCDEFabcdef";
+constexpr std::string_view kPlainInKeys =
+    "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_-.\\";
 
 std::string Hex(char32_t number, std::size_t leastDigits) {
   std::string digits;
   for (; number != 0 || digits.size() < leastDigits; number >>= 4)
-    digits.insert(digits.begin(), "0123456789ABCDEF"[number & 15]);
+    digits.insert(digits.begin(), kHexDigits[number & 15]);
   return digits;
 }
 
@@ -86,8 +82,9 @@ std::string EscapedKey(std::string_view path) {
   std::string key;
   for (std::size_t i = 0; i < path.size();) {
     const char32_t c = NextCharacter(path, i);
-    if (IsPlainInKey(c))
-      key += static_cast<char>(c);
+    const char letter = static_cast<char>(c);
+    if (c < 0x80 && Contains(kPlainInKeys, {&letter, 1}))
+      key += letter;
     else
       key += c <= 0xFF ? "%" + Hex(c, 2) : "%U" + Hex(c, 4);
   }
@@ -102,8 +99,8 @@ std::string EscapedValue(std::string_view text) {
   bool isBehindHex = false;
   for (const char c : tagged) {
     const std::size_t letter = c == '?' || c == '\'' ? kMeant.npos : kMeant.find(c);
-    const bool isHex = letter == kMeant.npos &&
-                       (static_cast<unsigned char>(c) < 0x20 || (isBehindHex && IsHexDigit(c)));
+    const bool isHex = letter == kMeant.npos && (static_cast<unsigned char>(c) < 0x20 ||
+                                                 (isBehindHex && Contains(kHexDigits, {&c, 1})));
     if (letter != kMeant.npos)
       value.append(1, '\\').append(1, kLetters[letter]);
     else if (isHex)

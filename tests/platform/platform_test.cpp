@@ -27,16 +27,18 @@ namespace {
 TEST(SettingsStore, ReadsAndWritesTheFilesOfQSettings) {
   const Sandbox box;
   constexpr auto kRoot = SettingsRoot::CurrentUser;
-  const QString group = "HKEY_CURRENT_USER/Software/RWS Edit, \xC3\xA9\xD0\x98";
-  const std::string key = "Software\\RWS Edit, \xC3\xA9\xD0\x98";
+  std::string odd = "\xC3\xA9\xD0\x98", mixed;
+  for (char c = ' '; c < '\x7F'; ++c) {
+    if (c != '/' && c != '\\') odd += c;
+    mixed.append(1, '\x01').append(1, c).append(1, c);
+  }
+  const QString group = "HKEY_CURRENT_USER/Software/" + QString::fromStdString(odd);
+  const std::string key = "Software\\" + odd;
   int number = 0;
   for (const std::string text :
        {"", "a", " a ", "C:\\IL 2, \xC3\xA9\\50%; =x", "\xD0\x98\xD0\xB3\xF0\x9F\x98\x80", "\"q\"",
-        "a,b , c", "@x", "@ByteArray(x)", "@@", "l\nm\r\n\tn\v",
-        "\x01"
-        "2\x1F"
-        "G",
-        "#;[x]", "42", "\xFF\xC3", "a\\"}) {
+        "a,b , c", "@x", "@ByteArray(x)", "@@", "l\nm\r\n\tn\v", mixed.c_str(), "#;[x]", "42",
+        "\xFF\xC3", "a\\"}) {
     SCOPED_TRACE(text);
     const std::string theirs = box.Path(std::to_string(++number)), ours = theirs + ".ours";
     QVariant value = QString::fromStdString(text);
