@@ -53,8 +53,7 @@ class StoreLines {
       else if (!isOurs || line.empty())
         continue;
       end_ = isOurs ? i + 1 : end_;
-      if (isOurs && !line.starts_with('[') && !line.starts_with(';') && Contains(line, "="))
-        visit(i);
+      if (isOurs && Contains(line, "=")) visit(i);
     }
   }
 

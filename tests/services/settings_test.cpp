@@ -59,6 +59,9 @@ TEST(IniSettings, ChangeTheirOwnLineAlone) {
   const std::string theirs =
       "\xEF\xBB\xBF[hkey_current_user]\r\nA\\b=1\r\n; A\\b=2\r\njunk\r\na\\B = 3 \r\n\r\n"
       "[open\nA\\b=4\n%zz=";
+  const Settings outside = open("c.ini");
+  box.Write("c.ini", "A\\b=1\n[HKEY_CURRENT_USER]\n");
+  EXPECT_EQ(GetRegValue(outside, kUser, "A", "b", ""), "");
   box.Write("b.ini", theirs);
   const Settings other = open("b.ini");
   EXPECT_EQ(GetRegValue(other, kUser, "A", "b", ""), "3") << "of two the later one counts";
@@ -74,6 +77,22 @@ TEST(IniSettings, ChangeTheirOwnLineAlone) {
                       [&](const Fault& caught) {
                         EXPECT_TRUE(Contains(caught.Text, box.Path(told))) << caught.Text;
                       }));
+}
+
+TEST(IniSettings, ReadWhatIsTypedByHand) {
+  const std::pair<const char*, const char*> rows[] = {{" 3\t", "3"},
+                                                      {"a , \tb c ,", "a, b c, "},
+                                                      {"\" a, \" , b", " a, , b"},
+                                                      {"C:\\Games", "C:\\Games"},
+                                                      {"x\\", "x\\"},
+                                                      {"\\x41z\\101", "AzA"},
+                                                      {"@Invalid()", ""},
+                                                      {"@ByteArray(x", "@ByteArray(x"},
+                                                      {"x)", "x)"}};
+  for (const auto& [value, text] : rows)
+    EXPECT_EQ(StoredSetting("[HKEY_CURRENT_USER]\nA\\b=" + std::string(value), kUser, "A", "b"),
+              text)
+        << value;
 }
 
 TEST(IniFile, Reads) {
