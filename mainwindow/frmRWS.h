@@ -337,7 +337,7 @@ class frmRWS : public QMainWindow {
   void LinesMayHaveChanged();
   void ShowPendingLines();
   void OfferToKeepLines();
-  void ChooseShownLines(UntouchedLines choice);
+  void ChooseShownLines(std::optional<UntouchedLines> choice);
   void StoreUntouched(UntouchedLines choice);
   void ClickChanges(bool mayChange = true);
   std::optional<UntouchedLines> AskAboutMissions(const std::vector<std::string>& paths);

@@ -92,9 +92,10 @@ void frmRWS::OfferToKeepLines() {
   if (const auto* shown = bars->Bar(kLinesBar); shown && shown->Text() == bar.Text) return;
   const auto choose = [this](UntouchedLines choice) {
     return [this, choice] {
-      if (bars->Bar(kLinesBar)->chk->isChecked()) StoreUntouched(choice);
+      const bool always = bars->Bar(kLinesBar)->chk->isChecked();
       bars->Hide(kLinesBar);
-      ChooseShownLines(choice);
+      if (always) StoreUntouched(choice);
+      ChooseShownLines(always ? std::nullopt : std::optional(choice));
     };
   };
   bar.Buttons = {{tr("Keep them"), choose(UntouchedLines::Keep)},
@@ -105,10 +106,15 @@ void frmRWS::OfferToKeepLines() {
   bars->Show(kLinesBar, bar);
 }
 
-void frmRWS::ChooseShownLines(UntouchedLines choice) {
+/** Null for the choice for all missions. */
+void frmRWS::ChooseShownLines(std::optional<UntouchedLines> choice) {
   const std::string path = At(session_.Doc.MissionFiles, session_.Doc.CurMission);
   const int flight = session_.Doc.CurFlight;
-  ChooseLines(session_, static_cast<std::size_t>(session_.Doc.CurMission), choice);
+  const auto current = static_cast<std::size_t>(session_.Doc.CurMission);
+  if (choice)
+    ChooseLines(session_, current, *choice);
+  else
+    ChooseAsForAll(session_, current);
   GoTo(path, flight);
 }
 

@@ -3,9 +3,11 @@
 #include <cstddef>
 #include <deque>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "mission/document.h"
 #include "session/file_changes.h"
 #include "session/frozen.h"
 
@@ -37,6 +39,8 @@ struct StepMission {
   /** Full path of its file. */
   std::string Path;
   MissionState Before, After;
+  /** The user's choice for its lines alone. */
+  std::optional<UntouchedLines> ChoiceBefore = {}, ChoiceAfter = {};
 };
 
 /** One step of the history. */

@@ -49,6 +49,11 @@ void ChooseLines(Session& session, std::size_t mission, UntouchedLines choice) {
   });
 }
 
+void ChooseAsForAll(Session& session, std::size_t mission) {
+  session.Doc.UntouchedOf.erase(PathOf(session.Doc.Missions[mission]));
+  FollowLinesRule(session, mission);
+}
+
 void FollowLinesRule(Session& session, std::size_t mission) {
   const Mission& record = At(session.Doc.Missions, static_cast<std::ptrdiff_t>(mission));
   const bool keeps = WillKeepLines(session.Doc, record);

@@ -13,6 +13,10 @@ namespace rws {
     and the choice is open again. */
 void ChooseLines(Session& session, std::size_t mission, UntouchedLines choice);
 
+/** Gives up what was chosen for one mission: the choice for all missions, which Undo does not
+    change, holds for it. No step. */
+void ChooseAsForAll(Session& session, std::size_t mission);
+
 /** Reads a mission the way that its rule asks for, where it is in memory in the other one. No step:
     it has the same edits. */
 void FollowLinesRule(Session& session, std::size_t mission);

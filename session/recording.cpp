@@ -154,6 +154,12 @@ void FollowLast(History& history, const std::string& path, const MissionState& b
       mission.After.Own = after.Own;
 }
 
+/** Null where the mission follows the choice for all. */
+std::optional<UntouchedLines> ChoiceFor(const Document& doc, const std::string& path) {
+  const auto own = doc.UntouchedOf.find(path);
+  return own == doc.UntouchedOf.end() ? std::nullopt : std::optional(own->second);
+}
+
 /** All are taken out first: a new name may be the old one of another. */
 template <class Value>
 void MoveKeys(std::map<std::string, Value>& values,
@@ -314,18 +320,26 @@ void RecordWhole(Session& session, const std::vector<std::string>& paths, const 
     const auto found = session.History.Known.find(path);
     return found == session.History.Known.end() ? MissionState() : found->second;
   };
+  const Document& doc = session.Doc;
   Record(session, nullptr);
   Step step;
   step.Title = title;
-  step.FlightBefore = session.Doc.CurFlight;
-  for (const auto& path : paths) step.Missions.push_back({path, stateOf(path), {}});
+  step.FlightBefore = doc.CurFlight;
+  for (const auto& path : paths)
+    step.Missions.push_back({path, stateOf(path), {}, ChoiceFor(doc, path), {}});
   change();
-  for (auto& mission : step.Missions) mission.After = stateOf(mission.Path);
+  for (auto& mission : step.Missions) {
+    mission.After = stateOf(mission.Path);
+    mission.ChoiceAfter = ChoiceFor(doc, mission.Path);
+  }
   std::erase_if(step.Missions, [](const StepMission& mission) {
-    const auto& [path, before, after] = mission;
+    const auto &before = mission.Before, &after = mission.After;
     if (!before.Own || !after.Own) return before.Own == after.Own;
     const bool sameReading = before.Own->Head.KeepsLines == after.Own->Head.KeepsLines;
-    return sameReading && SameContents(before, after);
+    // What is open is no choice.
+    const bool sameChoice =
+        mission.ChoiceBefore == mission.ChoiceAfter || mission.ChoiceAfter == UntouchedLines::Ask;
+    return sameReading && sameChoice && SameContents(before, after);
   });
   step.Files = std::exchange(session.History.Journal.Changes, {});
   if (step.Missions.empty() && step.Files.empty()) return;

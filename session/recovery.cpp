@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <tuple>
 
+#include "mission/carry_edits.h"
 #include "mission/kept_merge.h"
 #include "mission/reader.h"
 #include "mission/untouched.h"
@@ -104,10 +105,16 @@ void Restore(Session& session, const Recovered& recovered) {
   Mission& record = doc.Missions[mission];
   MissionState state;
   if (record.Loaded) state = session.History.Known[recovered.Path];
-  const Mission saved = record;
+  Mission saved = record;
   record = recovered.Mission;
   NameMission(record, recovered.Path);
   if (record.KeepsLines) doc.UntouchedOf[PathOf(record)] = UntouchedLines::Keep;
+  if (saved.Loaded && saved.KeepsLines != record.KeepsLines) {
+    // Only what is read in one way can be compared.
+    saved.KeepsLines = record.KeepsLines;
+    saved = FreshlyRead(doc, session.Services, saved);
+    state.Saved = Freeze(saved, nullptr);
+  }
   if (!state.Saved) state.Saved = Freeze(saved, nullptr);
   Mission shadow = saved;
   FillShadow(record, shadow);

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "mission/carry_edits.h"
+#include "mission/line_ends.h"
 #include "mission/reader.h"
 #include "mission/untouched.h"
 #include "mission/update.h"
@@ -125,51 +126,113 @@ void BringBack(Session& session, std::size_t mission, const MissionState& to) {
   known.Shadow = to.Shadow;
 }
 
-/** The way of reading is changed back. */
-void TurnLines(Session& session, std::size_t mission, const MissionState& from,
-               const MissionState& to) {
-  Document& doc = session.Doc;
-  const bool keeps = to.Own->Head.KeepsLines;
-  doc.UntouchedOf[PathOf(doc.Missions[mission])] = keeps ? UntouchedLines::Keep
-                                                   : doc.Untouched == UntouchedLines::Ask
-                                                       ? UntouchedLines::Ask
-                                                       : UntouchedLines::Anew;
-  const MissionState& known = session.History.Known[doc.MissionFiles[mission]];
-  // With nothing written since, it is what it was.
-  if (known.Reading == from.Reading) return PutBack(session, mission, to);
-  ReadLines(session, mission, keeps);
-}
-
-void Apply(Session& session, std::size_t mission, const MissionState& from,
-           const MissionState& to) {
-  if (!to.Own) return MakeUnread(session, mission);
-  if (!session.Doc.Missions[mission].Loaded) return PutBack(session, mission, to);
-  if (!from.Own) return BringBack(session, mission, to);
-  if (from.Own->Head.KeepsLines != to.Own->Head.KeepsLines)
-    return TurnLines(session, mission, from, to);
-  Patch(session, mission, from, to);
-}
-
 /** Where a mission of a step is to come from, and what it is to become. */
 struct Turn {
   std::string Path;
   const MissionState &From, &To;
+  std::optional<UntouchedLines> ChoiceFrom, ChoiceTo;
 };
 
 std::vector<Turn> TurnsOf(const Step& step, bool undo) {
   std::vector<Turn> turns;
-  for (const auto& [path, before, after] : step.Missions)
-    undo ? turns.push_back({path, after, before}) : turns.push_back({path, before, after});
+  for (const auto& [path, before, after, wasChoice, isChoice] : step.Missions)
+    undo ? turns.push_back({path, after, before, isChoice, wasChoice})
+         : turns.push_back({path, before, after, wasChoice, isChoice});
   return turns;
+}
+
+bool TurnsLines(const Turn& turn) {
+  return turn.From.Own->Head.KeepsLines != turn.To.Own->Head.KeepsLines;
+}
+
+void PutChoice(Document& doc, const Turn& turn) {
+  if (turn.ChoiceFrom == turn.ChoiceTo) return;
+  if (turn.ChoiceTo)
+    doc.UntouchedOf[turn.Path] = *turn.ChoiceTo;
+  else
+    doc.UntouchedOf.erase(turn.Path);
+}
+
+/** How the mission is to be read behind a step that turns the reading: as it was, unless the choice
+    that holds by now says otherwise. */
+bool KeepsBehind(const Document& doc, const Turn& turn, const Mission& record) {
+  const UntouchedLines rule = turn.ChoiceFrom == turn.ChoiceTo
+                                  ? UntouchedRule(doc, record)
+                                  : turn.ChoiceTo.value_or(doc.Untouched);
+  return rule == UntouchedLines::Ask ? turn.To.Own->Head.KeepsLines : rule == UntouchedLines::Keep;
+}
+
+/** With nothing read or written since, it becomes what it was. */
+bool IsExact(const Session& session, const Turn& turn, bool keeps) {
+  return session.History.Known.at(turn.Path).Reading == turn.From.Reading &&
+         keeps == turn.To.Own->Head.KeepsLines;
+}
+
+/** What a step that turns the reading leads to, in the reading that it starts from: only edits
+    differ. */
+MissionState Unturned(const Session& session, const Turn& turn) {
+  MissionState to = turn.To;
+  Mission goal = Thaw(*to.Own);
+  NameMission(goal, turn.Path);
+  // One reading repairs line ends, and the other has them as they are.
+  const LineArray& asRead = turn.From.Own->Head.AsRead;
+  if (LinesOfFile(asRead.FileText()) == LinesOfFile(goal.AsRead.FileText())) goal.AsRead = asRead;
+  goal =
+      ReadAs(session.Doc, session.Services, goal, turn.From.Own->Head.KeepsLines, Thaw(*to.Saved));
+  to.Own = Freeze(goal, turn.From.Own);
+  return to;
+}
+
+void TurnLines(Session& session, std::size_t mission, const Turn& turn) {
+  const bool keeps = KeepsBehind(session.Doc, turn, session.Doc.Missions[mission]);
+  if (IsExact(session, turn, keeps)) return PutBack(session, mission, turn.To);
+  const MissionState to = Unturned(session, turn);
+  if (!SameContent(*turn.From.Own, *to.Own)) Patch(session, mission, turn.From, to);
+  ReadLines(session, mission, keeps);
+}
+
+/** Why a step cannot turn the reading of a mission that has been read or written since; "" if it
+    can. */
+std::string WhyNotTurned(const Session& session, std::size_t mission, const Turn& turn) {
+  const Document& doc = session.Doc;
+  const bool keeps = KeepsBehind(doc, turn, doc.Missions[mission]);
+  std::string reason;
+  if (IsExact(session, turn, keeps)) return reason;
+  const auto turnCopy = [&] {
+    const MissionState to = Unturned(session, turn);
+    Mission record = doc.Missions[mission];
+    if (!IsOtherReading(record, turn.From, to))
+      record = Patched(record, *turn.From.Own, *to.Own);
+    else if (!CarryEdits(Thaw(*turn.From.Own), Thaw(*to.Own), record).empty())
+      throw Fault(fault::InvalidCall, "its edits have no place in it as it is read now.");
+    ReadAs(doc, session.Services, record, keeps, Thaw(*session.History.Known.at(turn.Path).Saved));
+  };
+  Trap(turnCopy, [&](const Fault& caught) { reason = session.Services.Page.ToUtf8(caught.Text); });
+  return reason;
+}
+
+void Apply(Session& session, std::size_t mission, const Turn& turn) {
+  const auto& [path, from, to, wasChoice, isChoice] = turn;
+  if (!to.Own) return MakeUnread(session, mission);
+  if (!session.Doc.Missions[mission].Loaded) return PutBack(session, mission, to);
+  if (!from.Own) return BringBack(session, mission, to);
+  if (TurnsLines(turn)) return TurnLines(session, mission, turn);
+  Patch(session, mission, from, to);
 }
 
 /** The first mission of the step that cannot be had, told; "" for none. */
 std::string Missing(Session& session, const std::vector<Turn>& turns) {
-  for (const auto& [path, from, to] : turns) {
+  for (const auto& turn : turns) {
+    const auto& [path, from, to, wasChoice, isChoice] = turn;
     if (!from.Own || !to.Own) continue;
     const std::ptrdiff_t mission = MissionAt(session.Doc, path);
     if (mission < 0 || !ReadForUndo(session, static_cast<std::size_t>(mission)))
       return "\"" + GetFileName(path) + "\" is no longer in this folder or cannot be read.";
+    if (TurnsLines(turn)) {
+      std::string reason = WhyNotTurned(session, static_cast<std::size_t>(mission), turn);
+      if (!reason.empty()) return reason;
+      continue;
+    }
     Mission record = session.Doc.Missions[static_cast<std::size_t>(mission)];
     if (!IsOtherReading(record, from, to)) continue;
     if (const std::string left = CarryEdits(Thaw(*from.Own), Thaw(*to.Own), record); !left.empty())
@@ -233,14 +296,15 @@ UndoResult Take(Session& session, Step& step, bool undo) {
   if (result.Reason.empty() && result.Files) TurnFiles(session.Services, step, undo, result);
   if (!result.Reason.empty()) return result;
   if (result.Files) FollowFiles(session, step, turns, undo);
-  for (const auto& [path, from, to] : turns) {
-    const bool listed = MissionAt(session.Doc, path) >= 0;
-    if (!listed && !to.Own) continue;
-    const std::size_t mission = RowFor(session.Doc, path);
+  for (const auto& turn : turns) {
+    const bool listed = MissionAt(session.Doc, turn.Path) >= 0;
+    if (!listed && !turn.To.Own) continue;
+    const std::size_t mission = RowFor(session.Doc, turn.Path);
     result.Files |= !listed;
-    if (to.Own) ReadForUndo(session, mission);
-    Apply(session, mission, from, to);
-    if (result.Mission.empty()) result.Mission = path;
+    if (turn.To.Own) ReadForUndo(session, mission);
+    PutChoice(session.Doc, turn);
+    Apply(session, mission, turn);
+    if (result.Mission.empty()) result.Mission = turn.Path;
   }
   result.Flight = undo ? step.FlightBefore : step.FlightAfter;
   result.Done = true;

@@ -60,6 +60,15 @@ TEST_F(LinesTest, TheBarKeepsTheLinesOfAMission) {
   EXPECT_EQ(Pending() + Bars(), "No line changes");
 }
 
+TEST_F(LinesTest, TheBarChoosesForAllMissionsAndUndoForNone) {
+  Window->bars->findChild<MessageBar*>()->chk->setChecked(true);
+  EXPECT_EQ(Press("Keep them"), "");
+  EXPECT_EQ(Undo(), "");
+  Edit();
+  Update();
+  EXPECT_EQ(FileText("b"), Edited());
+}
+
 TEST_F(LinesTest, UpdateAsksWhereNothingWasChosen) {
   Edit();
   Answer_(frmLines::kCancel);
@@ -80,6 +89,12 @@ TEST_F(LinesTest, UpdateAsksWhereNothingWasChosen) {
 
 TEST_F(LinesTest, WritingAnewIsAChoiceForTheRun) {
   EXPECT_EQ(Press("Write anew"), "");
+  EXPECT_EQ(Undo(), "Write anew b");
+  Look();
+  EXPECT_NE(Bars(), "") << "the question is open again";
+  Redo();
+  Look();
+  EXPECT_EQ(Bars(), "");
   Edit();
   Update();
   EXPECT_EQ(FileText("b").find("spawn0"), std::string::npos);

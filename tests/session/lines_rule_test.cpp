@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "mission/kept_reader.h"
@@ -83,6 +84,49 @@ TEST(LinesRule, StepsOfBeforeGoOnInTheOtherReading) {
   EXPECT_EQ(desk.OnDisk(), desk.Text);
   desk.Run("redo save");
   EXPECT_EQ(desk.OnDisk(), desk.WithFuel("50"));
+}
+
+TEST(LinesRule, UndoTakesAChoiceBackButNotTheOneForAllMissions) {
+  using enum UntouchedLines;
+  struct Row {
+    UntouchedLines Choice, ForAll;
+    std::string Words;
+    bool Keeps;
+    int Asked;
+    /** Of flight 0 in the file that has all lines; "" where they are made anew. */
+    std::string Fuel;
+  };
+  for (const auto& row : {Row{Keep, Keep, "undo undo save", true, 0, "100"},
+                          {Keep, Keep, "fuel0=50 save undo undo save", true, 0, "100"},
+                          {Keep, Keep, "undo undo redo fuel0=60 save", true, 0, "60"},
+                          {Keep, Ask, "undo undo fuel0=60 save", true, 1, "60"},
+                          {Keep, Ask, "save undo undo save", true, 1, "100"},
+                          {Keep, Ask, "save undo undo redo redo save", true, 0, "70"},
+                          {Keep, Anew, "undo undo save", false, 0, ""},
+                          {Anew, Ask, "undo undo save", true, 1, "100"},
+                          {Anew, Keep, "undo undo save", true, 0, "100"},
+                          {Anew, Ask, "undo undo redo redo save", false, 0, ""}})
+    for (const std::string end : {"\r\n", "\n"}) {
+      SCOPED_TRACE(row.Words + std::to_string(static_cast<int>(row.ForAll)) + end);
+      LinesDesk desk;
+      Document& doc = desk.World.Doc;
+      doc.Untouched = Ask;
+      desk.Text = Replace(desk.Text, "\r\n", end);
+      desk.Box.Write("in/a.mis", desk.Text);
+      desk.Run("reread go=a");
+      int asked = 0;
+      desk.World.AskLines = [&](const auto&) { return ++asked, std::optional(Keep); };
+      ChooseLines(desk.World, desk.Row("a"), row.Choice);
+      desk.Run("fuel0=70");
+      doc.Untouched = row.ForAll;
+      desk.Run(row.Words);
+      EXPECT_EQ(doc.Missions[desk.Row("a")].KeepsLines, row.Keeps);
+      EXPECT_EQ(asked, row.Asked);
+      if (row.Fuel.empty())
+        EXPECT_FALSE(Contains(desk.OnDisk(), "spawn0"));
+      else
+        EXPECT_EQ(desk.OnDisk(), desk.WithFuel(row.Fuel));
+    }
 }
 
 TEST(LinesRule, StepsAreTakenBackInEitherReadingBehindASave) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "mission/fields.h"
 #include "mission/kept_reader.h"
@@ -14,6 +15,7 @@
 #include "session/current.h"
 #include "session/doors.h"
 #include "session/frozen.h"
+#include "session/lines_rule.h"
 #include "session/packing.h"
 #include "session/recording.h"
 #include "session/relist.h"
@@ -129,6 +131,36 @@ TEST(Recovery, UnsavedEditsOutliveTheProgram) {
   EXPECT_TRUE(desk.Box.Read("in/a.mis").ends_with("\xFF\r\n"));
   while (UndoStep(next.W).Done) continue;
   EXPECT_EQ(UnsavedMissions(next.W), std::vector{desk.Path("a")});
+}
+
+TEST(Recovery, EditsOfKeptLinesAreTakenBackBehindASave) {
+  for (const bool saved : {true, false}) {
+    SessionDesk desk({"a"});
+    const std::string text = Replace(TaggedMission("a"), "[r0100]\r\n", "[r0100]\r\n spawn0 x\r\n");
+    desk.Box.Write("in/a.mis", text);
+    desk.Run("reread");
+    ChooseLines(desk.World, 0, UntouchedLines::Keep);
+    desk.Run("weather=5 keep");
+    NextStart next(desk);
+    next.W.Doc.Untouched = UntouchedLines::Ask;
+    next.W.AskLines = [](const auto&) { return std::optional(UntouchedLines::Keep); };
+    next.Restore();
+    ASSERT_TRUE(!saved || next.Save(desk.Path("a")));
+    const Mission& mission = next.W.Doc.Missions[0];
+    ASSERT_TRUE(UndoStep(next.W).Done);
+    EXPECT_EQ(mission.CloudType, "2");
+    EXPECT_FALSE(mission.KeepsLines);
+    EXPECT_EQ(IsUnsaved(next.W, 0), saved);
+    ASSERT_TRUE(RedoStep(next.W).Done);
+    EXPECT_EQ(mission.CloudType, "5");
+    EXPECT_TRUE(mission.KeepsLines);
+    EXPECT_EQ(IsUnsaved(next.W, 0), !saved);
+    ASSERT_TRUE(next.Save(desk.Path("a")));
+    EXPECT_EQ(desk.Box.Read("in/a.mis"), Replace(text, "CloudType 2", "CloudType 5"));
+    ASSERT_TRUE(UndoStep(next.W).Done);
+    ASSERT_TRUE(next.Save(desk.Path("a")));
+    EXPECT_EQ(desk.Box.Read("in/a.mis"), text);
+  }
 }
 
 TEST(Recovery, AnAddedFlightGoesOnLightingUpdate) {
