@@ -4,7 +4,6 @@
 
 #include "mission/kept_merge.h"
 #include "mission/kept_reader.h"
-#include "mission/kept_text.h"
 #include "mission/line_ends.h"
 #include "mission/reader.h"
 #include "mission/untouched.h"
@@ -17,9 +16,7 @@ namespace {
 
 void RequireMission(const Mission& mission) {
   if (!mission.Loaded) throw ValueFault("the mission cannot be read");
-  const KeptText text(mission.Lines);
-  if (!text.Find("MAIN") && !text.Find("Wing"))
-    throw ValueFault("this is no mission: it has neither [MAIN] nor [Wing]");
+  if (!HoldsMission(mission.Lines)) throw ValueFault(kNoMission);
 }
 
 }  // namespace

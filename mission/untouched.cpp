@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "mission/kept_text.h"
 #include "mission/line_ends.h"
 #include "services/paths.h"
 
@@ -17,6 +18,11 @@ UntouchedLines UntouchedRule(const Document& doc, const Mission& mission) {
 bool WillKeepLines(const Document& doc, const Mission& mission) {
   const UntouchedLines rule = UntouchedRule(doc, mission);
   return rule == UntouchedLines::Ask ? mission.KeepsLines : rule == UntouchedLines::Keep;
+}
+
+bool HoldsMission(const LineArray& lines) {
+  const KeptText text(lines);
+  return text.Find("MAIN") || text.Find("Wing");
 }
 
 bool IsAsRead(const Mission& mission, std::string bytes) {

@@ -17,6 +17,12 @@ UntouchedLines UntouchedRule(const Document& doc, const Mission& mission);
  */
 bool WillKeepLines(const Document& doc, const Mission& mission);
 
+inline constexpr char kNoMission[] = "this is no mission: it has neither [MAIN] nor [Wing]";
+
+/** True if a text can be a mission whose lines are kept: where none of its sections is there, what
+   is added would stand at a place of chance, such as ahead of the mark of another encoding. */
+bool HoldsMission(const LineArray& lines);
+
 /** True if a file's bytes are those that the mission was read from, or last written as; line ends
     that are repaired at reading make no difference. */
 bool IsAsRead(const Mission& mission, std::string bytes);

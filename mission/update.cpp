@@ -190,6 +190,11 @@ bool BuildLines(Document& doc, const Services& services, LineArray& lines, std::
     const Mission saved = SavedState(doc, services, hooks, mission);
     reason = SetKeepsLines(doc, services, record, keeps, saved);
     if (!reason.empty()) return false;
+    if (keeps && !HoldsMission(record.Lines)) {
+      reason =
+          "\"" + PathOf(record) + "\" cannot be written with its lines kept: " + kNoMission + ".";
+      return false;
+    }
     if (keeps &&
         BuildKept(doc, services, lines, mission, FreshlyRead(doc, services, record), reason))
       return true;

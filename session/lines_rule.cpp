@@ -16,8 +16,11 @@ void ReadLines(Session& session, std::size_t mission, bool keeps) {
       doc.Missions[mission].KeepsLines == keeps)
     return;
   Mission saved = Thaw(*known->second.Saved);
+  const Mission& record = doc.Missions[mission];
   const std::string reason =
-      SetKeepsLines(doc, session.Services, doc.Missions[mission], keeps, saved);
+      keeps && !HoldsMission(record.AsRead)
+          ? "\"" + PathOf(record) + "\" cannot be read with its lines kept: " + kNoMission + "."
+          : SetKeepsLines(doc, session.Services, doc.Missions[mission], keeps, saved);
   if (!reason.empty()) {
     // As it is read now, and an Update that would do harm asks.
     doc.UntouchedOf[PathOf(doc.Missions[mission])] = UntouchedLines::Ask;

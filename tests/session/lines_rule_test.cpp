@@ -220,6 +220,24 @@ TEST(LinesRule, AReadingThatWouldLoseSomethingIsRefused) {
   }
 }
 
+TEST(LinesRule, WhatIsNoMissionIsLeftAsItIs) {
+  using namespace std::string_literals;
+  for (const auto& text : {"\xFF\xFE[\0M\0A\0I\0N\0]\0\r\0\n\0"s, std::string(300, '\xFF')})
+    for (const auto rule : {UntouchedLines::Keep, UntouchedLines::Ask}) {
+      LinesDesk desk;
+      desk.World.Doc.Untouched = rule;
+      desk.Box.Write("in/a.mis", text);
+      desk.World.AskLines = [](const auto&) { return std::optional(UntouchedLines::Keep); };
+      desk.Run("reread go=a");
+      desk.World.Script.Expect("with its lines kept: this is no mission");
+      if (rule == UntouchedLines::Ask)
+        ChooseLines(desk.World, desk.Row("a"), UntouchedLines::Keep);
+      else
+        desk.Run("weather=5 save");
+      EXPECT_EQ(desk.OnDisk(), text);
+    }
+}
+
 TEST(LinesRule, PackedMissionsKeepTheirTexts) {
   for (const char* end : {"\r\n", "\n", ""}) {
     World world;
