@@ -6,7 +6,6 @@
 
 #include "catalogues/squadrons.h"
 #include "mission/kept_flights.h"
-#include "mission/kept_reader.h"
 #include "mission/route_line.h"
 #include "services/numbers.h"
 #include "services/text.h"
@@ -102,25 +101,7 @@ RoutePoint PointOf(const Waypoint& waypoint, std::size_t index) {
   return point;
 }
 
-/** The lines of settings of a route, where they are no waypoints of the record. */
-class KeptTriggers {
- public:
-  std::string_view Of(const Flight& flight, const Waypoint& waypoint) {
-    if (waypoint.KeptRow < 0 || !NeedsTriggers(waypoint.Type)) return {};
-    if (!text_ || !text_->Lines().SharesWith(flight.KeptIn)) text_.emplace(flight.KeptIn);
-    const auto* route = RouteOf(*text_, flight.KeptName);
-    if (!route) return {};
-    const auto rows = WaypointsOf(*text_, *route);
-    const auto row = static_cast<std::size_t>(waypoint.KeptRow);
-    if (row >= rows.size() || rows[row].Triggers.empty()) return {};
-    return text_->Lines()[rows[row].Triggers.front()];
-  }
-
- private:
-  std::optional<KeptText> text_;
-};
-
-MapRoute RouteOfFlight(const Flight& flight, KeptTriggers& kept) {
+MapRoute RouteOfFlight(const Flight& flight) {
   MapRoute route;
   route.Name = flight.Name;
   route.StartMinutes = std::max(NumberOf(flight.StartTime), 0.0);
@@ -134,8 +115,9 @@ MapRoute RouteOfFlight(const Flight& flight, KeptTriggers& kept) {
       continue;
     }
     RoutePoint& point = route.Points.emplace_back(PointOf(waypoint, i));
-    const auto line = kept.Of(flight, waypoint);
-    if (!line.empty()) TakeTriggers(point, waypoint.Type, line);
+    const std::string_view triggers = waypoint.KeptTriggers;
+    if (!triggers.empty() && NeedsTriggers(waypoint.Type))
+      TakeTriggers(point, waypoint.Type, triggers.substr(0, triggers.find('\n')));
   }
   return route;
 }
@@ -160,10 +142,9 @@ std::vector<MapRoute> RoutesOf(const Mission& mission, const Catalogues& tables,
                                const Services& services) {
   std::vector<MapRoute> routes;
   routes.reserve(mission.Flights.size());
-  KeptTriggers kept;
   for (std::size_t i = 0; i < mission.Flights.size(); ++i) {
     const Flight& flight = mission.Flights[i];
-    MapRoute& route = routes.emplace_back(RouteOfFlight(flight, kept));
+    MapRoute& route = routes.emplace_back(RouteOfFlight(flight));
     route.Flight = i;
     route.Army = flight.Name.size() < 2 ? 0 : ArmyOfFlight(tables, services, flight.Name);
     route.IsPlayer = !mission.Player.empty() && flight.Name == mission.Player;

@@ -13,6 +13,7 @@
 
 #include "mission/fields.h"
 #include "mission/flight_values.h"
+#include "mission/kept_flights.h"
 #include "mission/kept_keys.h"
 #include "mission/kept_reader.h"
 #include "mission/line_ends.h"
@@ -132,6 +133,7 @@ bool CarryRoute(const Flight& read, const Flight& edited, Flight& onto) {
   if (!SameSettings(read.Waypoints, edited.Waypoints)) return false;
   const auto was = ByRow(read.Waypoints), is = ByRow(edited.Waypoints);
   const auto becomes = ByRow(onto.Waypoints);
+  const auto stops = StopsByRow(onto.Waypoints);
   for (const auto& [row, before] : was) {
     const auto after = is.find(row);
     const auto place = becomes.find(row);
@@ -139,7 +141,13 @@ bool CarryRoute(const Flight& read, const Flight& edited, Flight& onto) {
     // A route may have been read into the flight before its own.
     if (place == becomes.end() || place->second->X != before->X || place->second->Y != before->Y)
       return false;
-    if (after != is.end()) CarryPlain(*before, *after->second, *place->second);
+    if (after == is.end()) continue;
+    CarryPlain(*before, *after->second, *place->second);
+    // Settings that came back with its type, unless the file has some.
+    const Waypoint& edit = *after->second;
+    if (!NeedsTriggers(before->Type) && NeedsTriggers(edit.Type) && !edit.KeptTriggers.empty() &&
+        stops.at(row).size() == 1)
+      place->second->KeptTriggers = edit.KeptTriggers;
   }
   const bool sameRows = RowsOf(read.Waypoints) == RowsOf(edited.Waypoints);
   const auto others = WithoutRow(read.Waypoints);

@@ -55,10 +55,10 @@ struct FieldsOf;
 template <>
 struct FieldsOf<Waypoint> {
   using Record = Waypoint;
-  static constexpr auto kTable =
-      std::make_tuple(RWS_FIELD(Alt, Exactly), RWS_FIELD(Speed, Exactly), RWS_FIELD(Type, No),
-                      RWS_FIELD(Marker, Exactly), RWS_FIELD(X, No), RWS_FIELD(Y, No),
-                      RWS_FIELD(Dist, No), RWS_FIELD(Line, No), RWS_STATE(KeptRow, No));
+  static constexpr auto kTable = std::make_tuple(
+      RWS_FIELD(Alt, Exactly), RWS_FIELD(Speed, Exactly), RWS_FIELD(Type, No),
+      RWS_FIELD(Marker, Exactly), RWS_FIELD(X, No), RWS_FIELD(Y, No), RWS_FIELD(Dist, No),
+      RWS_FIELD(Line, No), RWS_STATE(KeptRow, No), RWS_STATE(KeptTriggers, No));
 };
 
 template <>
@@ -84,9 +84,9 @@ struct FieldsOf<Flight> {
 template <>
 struct FieldsOf<BornPlace> {
   using Record = BornPlace;
-  static constexpr auto kTable =
-      std::make_tuple(RWS_FIELD(Army, Exactly), RWS_FIELD(Radius, Exactly), RWS_FIELD(Planes, No),
-                      RWS_FIELD(X, No), RWS_FIELD(Y, No), RWS_FIELD(HasNumbers, No));
+  static constexpr auto kTable = std::make_tuple(
+      RWS_FIELD(Army, Exactly), RWS_FIELD(Radius, Exactly), RWS_FIELD(Planes, No), RWS_FIELD(X, No),
+      RWS_FIELD(Y, No), RWS_FIELD(HasNumbers, No), RWS_STATE(KeptPlanes, No));
 };
 
 template <>

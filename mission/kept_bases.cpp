@@ -1,6 +1,7 @@
 #include "mission/kept_bases.h"
 
-#include <algorithm>
+#include <map>
+#include <utility>
 
 #include "mission/kept_keys.h"
 #include "mission/kept_reader.h"
@@ -16,25 +17,80 @@ std::string PlaceName(std::string_view x, std::string_view y) {
   return std::string(x).append("_").append(y);
 }
 
-void EditAircraft(const KeptText& text, LinePatch& patch, std::size_t base,
-                  std::vector<std::string> wanted) {
-  const KeptSection* section = AircraftSection(text, base);
-  if (wanted.empty() && section)
-    return patch.RemoveRange(section->Header, EndOfSection(text, *section));
-  const auto take = [&](std::string_view name) {
-    const auto found = std::find_if(wanted.begin(), wanted.end(), [&](const std::string& plane) {
-      return EqualNoCase(plane, name);
-    });
-    if (found == wanted.end()) return false;
-    wanted.erase(found);
-    return true;
+/** Aircraft of a section by their names. */
+class Listed {
+ public:
+  explicit Listed(const KeptText& text, const KeptSection* section)
+      : text_(text), planes_(section ? AircraftOf(text, *section) : std::vector<KeptAircraft>()) {}
+
+  const std::vector<KeptAircraft>& Planes() const { return planes_; }
+  std::vector<std::string> LinesOf(std::size_t plane) const {
+    std::vector<std::string> lines;
+    for (std::size_t i = planes_[plane].First; i < planes_[plane].Last; ++i)
+      lines.emplace_back(text_.Lines()[i]);
+    return lines;
+  }
+  /** The place of the one that is listed as often before it, or `npos`. */
+  std::size_t Find(std::string_view name, std::size_t before) const {
+    for (std::size_t i = 0; i < planes_.size(); ++i)
+      if (EqualNoCase(planes_[i].Name, name) && before-- == 0) return i;
+    return KeptText::npos;
+  }
+
+ private:
+  const KeptText& text_;
+  std::vector<KeptAircraft> planes_;
+};
+
+/** Brings a list of aircraft into the wanted order, each with what its lines say beside its name:
+    one that it lacks has those that are known of it. */
+void EditList(const KeptText& text, LinePatch& patch, const KeptSection& section,
+              const std::vector<std::string>& wanted, const Listed& known) {
+  const Listed listed(text, &section);
+  const auto& planes = listed.Planes();
+  std::map<std::string, std::size_t> counts;
+  std::size_t next = 0;
+  const auto removeUpTo = [&](std::size_t plane) {
+    for (; next < plane; ++next) patch.RemoveRange(planes[next].First, planes[next].Last);
   };
-  if (section)
-    for (const auto& plane : AircraftOf(text, *section))
-      if (!take(plane.Name)) patch.RemoveRange(plane.First, plane.Last);
-  const std::size_t place = section ? EndOfSection(text, *section) : PlaceOfBaseSection(text, base);
-  if (!section) patch.Insert(place, "[BornPlace" + std::to_string(base) + "]");
-  for (const auto& plane : wanted) patch.Insert(place, "  " + plane);
+  for (const auto& name : wanted) {
+    const std::size_t before = counts[LowerKey(name)]++;
+    const std::size_t place = listed.Find(name, before), was = known.Find(name, before);
+    if (place != KeptText::npos && place >= next) {
+      removeUpTo(place);
+      ++next;
+      continue;
+    }
+    std::vector<std::string> lines{"  " + name};
+    if (was != KeptText::npos) lines = known.LinesOf(was);
+    if (place != KeptText::npos) lines = listed.LinesOf(place);
+    for (auto& line : lines)
+      patch.Insert(next < planes.size() ? planes[next].First : EndOfSection(text, section),
+                   std::move(line));
+  }
+  removeUpTo(planes.size());
+}
+
+void EditAircraft(const KeptText& text, LinePatch& patch, std::size_t base,
+                  const BornPlace& edited) {
+  const LineArray kept = LineArray::FromFileAsIs(std::string(edited.KeptPlanes));
+  const KeptText keptText(kept);
+  const KeptSection* keptSection =
+      keptText.Sections().empty() ? nullptr : &keptText.Sections().front();
+  const Listed known(keptText, keptSection);
+  const KeptSection* section = AircraftSection(text, base);
+  if (edited.Planes.empty() && section)
+    return patch.RemoveRange(section->Header, EndOfSection(text, *section));
+  if (section) return EditList(text, patch, *section, edited.Planes, known);
+  // A section that comes back does so as a whole.
+  LineArray lines = kept;
+  if (!keptSection) lines.Add("[BornPlace" + std::to_string(base) + "]");
+  const KeptText whole(lines);
+  LinePatch own(lines);
+  EditList(whole, own, whole.Sections().front(), edited.Planes, known);
+  const LineArray result = own.Result();
+  for (std::size_t i = 0; i < result.size(); ++i)
+    patch.Insert(PlaceOfBaseSection(text, base), std::string(result[i]));
 }
 
 }  // namespace
@@ -95,7 +151,7 @@ void EditHomeBases(const KeptText& text, LinePatch& patch, const std::vector<Bor
     patch.Replace(lines[i], words.Text());
     if (was.X != is.X || was.Y != is.Y)
       MoveBaseSections(text, patch, i, PlaceName(words.Word(kX), words.Word(kY)));
-    if (was.Planes != is.Planes) EditAircraft(text, patch, i, is.Planes);
+    if (was.Planes != is.Planes) EditAircraft(text, patch, i, is);
   }
 }
 

@@ -106,8 +106,22 @@ void SetTail(WordLine& line, const std::vector<std::string>& tail, std::size_t m
   if (!word.empty()) line.Insert(markerPlace, word);
 }
 
+/** False for a line that was put together for a record. */
+bool IsOfFile(std::string_view line) {
+  const WordLine words(line);
+  const bool isIndented = line.starts_with(' ') || line.starts_with('\t');
+  const bool isWhole = words.size() == RouteLine::kTarget || MarkerIn(words) != KeptText::npos;
+  return words.size() > 0 && (isIndented || isWhole);
+}
+
+/** True if the waypoint's line, which was read for it now or earlier, says what its record says. */
+bool IsTold(const Waypoint& waypoint) {
+  return IsOfFile(waypoint.Line) && !WaypointDiffers(ReadKeptWaypoint(waypoint.Line), waypoint);
+}
+
 std::string EditedWaypoint(std::string_view readLine, const Waypoint& read,
                            const Waypoint& edited) {
+  if (IsTold(edited)) return std::string(edited.Line);
   WordLine line(readLine);
   const WordLine before(read.Line), after(edited.Line);
   if (read.Type != edited.Type) line.Set(RouteLine::kType, edited.Type);
@@ -140,6 +154,8 @@ std::string EditedWaypoint(std::string_view readLine, const Waypoint& read,
 
 /** The line of a waypoint that no text holds. */
 std::string NewWaypoint(const Waypoint& waypoint) {
+  if (IsOfFile(waypoint.Line))
+    return EditedWaypoint(waypoint.Line, ReadKeptWaypoint(waypoint.Line), waypoint);
   const WordLine words(waypoint.Line);
   WordLine line("");
   line.Set(RouteLine::kType, waypoint.Type);
@@ -153,15 +169,28 @@ std::string NewWaypoint(const Waypoint& waypoint) {
   return line.Text();
 }
 
-/** The lines of a waypoint that no text holds. The game takes the line behind some types for their
-    settings whatever it is: without one of their own it would swallow the next waypoint. */
+/** The lines "TRIGGERS" that belong behind a waypoint, parted by line feeds. */
+std::string_view TriggersOf(const Waypoint& waypoint, const Waypoint& before) {
+  const bool needed = NeedsTriggers(waypoint.Type);
+  if (needed && !waypoint.KeptTriggers.empty()) return waypoint.KeptTriggers;
+  if (needed == NeedsTriggers(before.Type)) return before.KeptTriggers;
+  return needed ? UsualTriggers(waypoint.Type) : std::string_view();
+}
+
+template <class Visit>
+void ForEachLine(std::string_view lines, Visit visit) {
+  if (lines.empty()) return;
+  for (const auto line : SplitAt(lines, '\n')) visit(std::string(line));
+}
+
+/** The lines of a waypoint that no text holds. */
 std::vector<std::string> NewWaypointLines(const Waypoint& waypoint) {
   if (waypoint.Line.empty()) return {};
   std::vector<std::string> lines{NewWaypoint(waypoint)};
-  if (NeedsTriggers(waypoint.Type)) {
-    const bool isTakeOff = FindNoCase(waypoint.Type, "takeoff", 0) == 0;
-    lines.emplace_back(isTakeOff ? "  TRIGGERS 0 0 20 0" : "  TRIGGERS 0 0 0 5 0");
-  }
+  const auto known = KnownTriggers(waypoint);
+  const bool lacks = known.empty() && NeedsTriggers(waypoint.Type);
+  ForEachLine(lacks ? UsualTriggers(waypoint.Type) : known,
+              [&](std::string line) { lines.push_back(std::move(line)); });
   return lines;
 }
 
@@ -186,19 +215,20 @@ void EditRoute(const KeptText& text, LinePatch& patch, const KeptSection& route,
       continue;
     }
     const Waypoint& before = read.Waypoints[row];
-    const bool dropsTriggers = NeedsTriggers(before.Type) && !NeedsTriggers(waypoint.Type);
+    const auto triggers = TriggersOf(waypoint, before);
+    const std::size_t line = rows[row].Line;
     if (row < next) {
-      insert(EditedWaypoint(text.Lines()[rows[row].Line], before, waypoint));
-      for (const auto line : rows[row].Triggers)
-        if (!dropsTriggers) insert(std::string(text.Lines()[line]));
+      insert(EditedWaypoint(text.Lines()[line], before, waypoint));
+      ForEachLine(triggers, insert);
       continue;
     }
     removeUpTo(row);
     ++next;
-    if (!WaypointDiffers(before, waypoint)) continue;
-    patch.Replace(rows[row].Line, EditedWaypoint(text.Lines()[rows[row].Line], before, waypoint));
-    if (dropsTriggers)
-      for (const auto line : rows[row].Triggers) patch.Remove(line);
+    if (WaypointDiffers(before, waypoint))
+      patch.Replace(line, EditedWaypoint(text.Lines()[line], before, waypoint));
+    if (before.KeptTriggers == triggers) continue;
+    for (const auto old : rows[row].Triggers) patch.Remove(old);
+    ForEachLine(triggers, [&](const std::string& added) { patch.Insert(line + 1, added); });
   }
   removeUpTo(rows.size());
 }
@@ -233,6 +263,16 @@ bool SameFileName(std::string_view a, std::string_view b) { return EqualNoCase(a
 
 bool NeedsTriggers(std::string_view type) {
   return FindNoCase(type, "takeoff_00", 0) == 0 || FindNoCase(type, "normfly_40", 0) == 0;
+}
+
+std::string_view KnownTriggers(const Waypoint& waypoint) {
+  const bool dropped = !NeedsTriggers(waypoint.Type) && NeedsTriggers(KeyOf(waypoint.Line).Key);
+  return dropped ? std::string_view() : waypoint.KeptTriggers;
+}
+
+std::string_view UsualTriggers(std::string_view type) {
+  const bool isTakeOff = FindNoCase(type, "takeoff", 0) == 0;
+  return isTakeOff ? "  TRIGGERS 0 0 20 0" : "  TRIGGERS 0 0 0 5 0";
 }
 
 std::vector<std::string> RouteTail(std::string_view line) {

@@ -26,8 +26,16 @@ void EditFlight(const KeptText& text, LinePatch& patch, const KeptSection& secti
     none of the parked places of its source. */
 std::vector<std::string> LinesOfNewFlight(const Flight& flight, bool isCopy);
 
-/** True for a waypoint's type that is followed by a line "TRIGGERS". */
+/** True for a waypoint's type that is followed by a line "TRIGGERS". The game takes the line behind
+    one for its settings whatever it is: without one of its own it swallows the next waypoint. */
 bool NeedsTriggers(std::string_view type);
+
+/** The lines "TRIGGERS" that come along with a waypoint which is put into a text, parted by line
+    feeds; "" where none are known, or where they belong to a type that it has no more. */
+std::string_view KnownTriggers(const Waypoint& waypoint);
+
+/** Such a line for a waypoint of which none is known. */
+std::string_view UsualTriggers(std::string_view type);
 
 /** What stands behind the speed of a route line, but for the marker. */
 std::vector<std::string> RouteTail(std::string_view line);

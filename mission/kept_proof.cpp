@@ -46,10 +46,17 @@ bool SameOwnSection(const Flight& a, const Flight& b) {
          a.StartTime == b.StartTime && SameSkillsInUse(a, b) && SameSlots(a, b);
 }
 
-bool SameRoute(const Flight& a, const Flight& b) {
-  return std::equal(
-      a.Waypoints.begin(), a.Waypoints.end(), b.Waypoints.begin(), b.Waypoints.end(),
-      [](const auto& one, const auto& other) { return !WaypointDiffers(one, other); });
+/** Where none are known any will do. */
+bool LacksTriggers(const Waypoint& is, const Waypoint& should) {
+  return NeedsTriggers(should.Type) && !should.KeptTriggers.empty() &&
+         !(is.KeptTriggers == should.KeptTriggers);
+}
+
+bool SameRoute(const Flight& is, const Flight& should) {
+  return std::equal(is.Waypoints.begin(), is.Waypoints.end(), should.Waypoints.begin(),
+                    should.Waypoints.end(), [](const auto& one, const auto& other) {
+                      return !WaypointDiffers(one, other) && !LacksTriggers(one, other);
+                    });
 }
 
 /** One may be as it was typed, with blanks or a fraction, which the reader leaves out. */
@@ -116,6 +123,8 @@ class Concerned {
   void MarkEdited(const KeptSection& section, const Flight& read, const Flight& edited);
   void MarkKeys(const KeptSection& section, const Flight& read, const Flight& edited);
   void MarkRoute(const KeptSection& route, const Flight& read, const Flight& edited);
+  void MarkAircraft(const std::vector<KeptAircraft>& listed,
+                    const std::vector<std::string>& wanted);
   void MarkBases(const Mission& read, const Mission& edited);
 
   const KeptText& text_;
@@ -180,11 +189,29 @@ void Concerned::MarkRoute(const KeptSection& route, const Flight& read, const Fl
   for (std::size_t i = 0; i < rows.size(); ++i) {
     const Waypoint* became = becameOf[i];
     const bool gone = !became || moved[i];
-    if (!gone && !WaypointDiffers(read.Waypoints[i], *became)) continue;
-    MarkLines(rows[i].Line, rows[i].Line + 1);
-    if (gone || read.Waypoints[i].Type != became->Type)
+    const bool differs = gone || WaypointDiffers(read.Waypoints[i], *became);
+    if (differs) MarkLines(rows[i].Line, rows[i].Line + 1);
+    if (gone || read.Waypoints[i].Type != became->Type || LacksTriggers(read.Waypoints[i], *became))
       for (const auto line : rows[i].Triggers) MarkLines(line, line + 1);
   }
+}
+
+/** Those that do not stay, or that go behind others. */
+void Concerned::MarkAircraft(const std::vector<KeptAircraft>& listed,
+                             const std::vector<std::string>& wanted) {
+  std::size_t next = 0;
+  std::map<std::string, std::size_t> counts;
+  std::vector<bool> stays(listed.size());
+  for (const auto& name : wanted) {
+    std::size_t before = counts[LowerKey(name)]++, place = 0;
+    while (place < listed.size() && (!EqualNoCase(listed[place].Name, name) || before-- > 0))
+      ++place;
+    if (place < next || place == listed.size()) continue;
+    stays[place] = true;
+    next = place + 1;
+  }
+  for (std::size_t i = 0; i < listed.size(); ++i)
+    if (!stays[i]) MarkLines(listed[i].First, listed[i].Last);
 }
 
 void Concerned::MarkBases(const Mission& read, const Mission& edited) {
@@ -200,14 +227,7 @@ void Concerned::MarkBases(const Mission& read, const Mission& edited) {
     const auto* section = AircraftSection(text_, i);
     if (!section || is.Planes == should.Planes) continue;
     if (should.Planes.empty()) MarkLines(section->Header, section->Last);
-    // One that is listed twice may go once.
-    std::map<std::string, std::size_t> stay;
-    for (const auto& name : should.Planes) ++stay[LowerKey(name)];
-    for (const auto& plane : AircraftOf(text_, *section))
-      if (auto& left = stay[LowerKey(plane.Name)]; left > 0)
-        --left;
-      else
-        MarkLines(plane.First, plane.Last);
+    MarkAircraft(AircraftOf(text_, *section), should.Planes);
   }
 }
 

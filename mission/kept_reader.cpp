@@ -3,6 +3,7 @@
 #include <cmath>
 #include <utility>
 
+#include "mission/kept_keys.h"
 #include "mission/line_values.h"
 #include "mission/route_line.h"
 #include "services/error_log.h"
@@ -72,6 +73,7 @@ double Coordinate(const std::vector<KeptWord>& words, std::size_t place) {
   return place < words.size() ? ParseNumber(IntegerPart(words[place].Text)).value_or(0) : 0;
 }
 
+/** The words are memory to work in. */
 Waypoint ReadWaypoint(std::string_view line, std::vector<KeptWord>& words) {
   KeptWordsInto(words, line);
   // One that is beyond all numbers is no reason to leave the mission unread.
@@ -92,11 +94,19 @@ Waypoint ReadWaypoint(std::string_view line, std::vector<KeptWord>& words) {
   return waypoint;
 }
 
+std::string TriggersBehind(const LineArray& lines, const KeptWaypoint& row) {
+  std::string triggers;
+  for (const auto line : row.Triggers)
+    triggers.append(triggers.empty() ? "" : "\n").append(lines[line]);
+  return triggers;
+}
+
 void ReadRoute(const KeptText& text, const KeptSection& route, Flight& flight) {
   std::vector<KeptWord> words;
   for (const auto& row : WaypointsOf(text, route)) {
     Waypoint waypoint = ReadWaypoint(text.Lines()[row.Line], words);
     waypoint.KeptRow = static_cast<std::int32_t>(flight.Waypoints.size());
+    waypoint.KeptTriggers = TriggersBehind(text.Lines(), row);
     if (!flight.Waypoints.empty()) {
       const Waypoint& before = flight.Waypoints.back();
       waypoint.Dist = std::hypot(waypoint.X - before.X, waypoint.Y - before.Y) / 10;
@@ -125,8 +135,13 @@ BornPlace ReadBase(const KeptText& text, std::size_t line, std::size_t index) {
   TakeNumber(base.Radius, words, 1);
   TakeNumber(base.X, words, 2);
   TakeNumber(base.Y, words, 3);
-  if (const auto* section = AircraftSection(text, index))
-    for (const auto& plane : AircraftOf(text, *section)) base.Planes.emplace_back(plane.Name);
+  const auto* section = AircraftSection(text, index);
+  if (!section) return base;
+  for (const auto& plane : AircraftOf(text, *section)) base.Planes.emplace_back(plane.Name);
+  std::string lines;
+  for (std::size_t i = section->Header; i < EndOfSection(text, *section); ++i)
+    lines.append(lines.empty() ? "" : "\n").append(text.Lines()[i]);
+  base.KeptPlanes = lines;
   return base;
 }
 
@@ -168,6 +183,11 @@ std::size_t MarkerPlace(const std::vector<KeptWord>& words) {
   for (std::size_t i = RouteLine::kSpeed + 1; i < words.size(); ++i)
     if (words[i].Text == "&0" || words[i].Text == "&1") return i;
   return KeptText::npos;
+}
+
+Waypoint ReadKeptWaypoint(std::string_view line) {
+  std::vector<KeptWord> words;
+  return ReadWaypoint(line, words);
 }
 
 void SpellSwitches(Flight& flight) {

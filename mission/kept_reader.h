@@ -39,6 +39,9 @@ struct KeptWaypoint {
 /** The rows of a route; blank lines are none. */
 std::vector<KeptWaypoint> WaypointsOf(const KeptText& text, const KeptSection& route);
 
+/** The record of a route's line that holds words. */
+Waypoint ReadKeptWaypoint(std::string_view line);
+
 /** A record's switches as they are told here: "" for what a file need not tell. */
 void SpellSwitches(Flight& flight);
 

@@ -24,6 +24,9 @@ struct Waypoint {
   SharedText Line;  // the whole line as read; "" for a record that never got one
   /** Its place among the rows of the route that it was read from, or -1. */
   std::int32_t KeptRow = -1;
+  /** The lines "TRIGGERS" behind it in that text, parted by line feeds, where these are no rows of
+      their own. They stay known when its type is made one that has none, or its row is gone. */
+  SharedText KeptTriggers;
 };
 
 /** What one plane of a flight carries. */
@@ -69,6 +72,9 @@ struct BornPlace {
   std::int32_t X = 0, Y = 0;
   /** False for a record whose line never gave all four; it is not written. */
   bool HasNumbers = true;
+  /** The section that lists its aircraft, as it was read, its lines parted by line feeds: those
+     that `Planes` has the names of, with what else is said of each. For lines that are kept. */
+  SharedText KeptPlanes;
 };
 
 /** One mission file. */

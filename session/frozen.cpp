@@ -5,6 +5,7 @@
 
 #include "mission/fields.h"
 #include "mission/flight_values.h"
+#include "mission/kept_flights.h"
 
 namespace rws {
 
@@ -78,8 +79,14 @@ void PatchLines(LineArray& now, const LineArray& from, const LineArray& to) {
   now = std::move(patched);
 }
 
+/** Where all values of a waypoint are back, so is its line: the way in which it tells them. */
+void PatchSpelling(Waypoint& now, const Waypoint& from, const Waypoint& to) {
+  if (WaypointDiffers(from, to) && !WaypointDiffers(now, to)) now.Line = to.Line;
+}
+
 /** Waypoints that were moved about, taken out or put in bring the number of their line along. Where
-    the file was read anew since, it is that which their line has now; -1 for one that has none. */
+    the file was read anew since, it is that which their line has now; -1 for one that has none. One
+    that changes its type brings its settings: the file may have lost them with it. */
 void PatchRows(Flight& now, const Flight& before, const Flight& from, const Flight& to) {
   if (now.Waypoints.size() != to.Waypoints.size()) return;
   const bool sameLines = before.KeptIn == from.KeptIn;
@@ -94,6 +101,11 @@ void PatchRows(Flight& now, const Flight& before, const Flight& from, const Flig
           from.Waypoints.begin());
     const bool isKnown = follows && was < before.Waypoints.size() && (was == i || row >= 0);
     now.Waypoints[i].KeptRow = sameLines ? row : isKnown ? before.Waypoints[was].KeptRow : -1;
+    if (!now.KeptIn.empty() && was < from.Waypoints.size())
+      PatchSpelling(now.Waypoints[i], from.Waypoints[was], to.Waypoints[i]);
+    const bool sameType = isKnown && from.Waypoints[was].Type == to.Waypoints[i].Type;
+    now.Waypoints[i].KeptTriggers =
+        sameType ? before.Waypoints[was].KeptTriggers : to.Waypoints[i].KeptTriggers;
   }
 }
 
@@ -197,6 +209,7 @@ void PatchWhole(Record& now, const Record& from, const Record& to) {
     if (!SameValue(from.Waypoints, to.Waypoints, true)) PatchRows(now, before, from, to);
   } else {
     PatchRecord(now, from, to, false);
+    if (from.Planes != to.Planes) now.KeptPlanes = to.KeptPlanes;
   }
 }
 

@@ -18,7 +18,8 @@ struct HomeBaseForm : FormTest<frmDogFight> {
                                {"B-17", "B-17D", "R", true},
                                {"P-51", "P-51D", "R", false}};
     W.Doc.Missions.resize(1);
-    W.Doc.Missions[0].BornPlaces = {{1, 3000, {}, 0, 0}, {40, 10000, {"P-51D", "UFO"}, 0, 0}};
+    W.Doc.Missions[0].BornPlaces = {{1, 3000, {}, 0, 0, true, {}},
+                                    {40, 10000, {"P-51D", "UFO"}, 0, 0, true, {}}};
     W.Doc.MissionShadow = W.Doc.Missions;
   }
   BornPlace& Shadow(std::size_t base) { return W.Doc.MissionShadow[0].BornPlaces[base]; }

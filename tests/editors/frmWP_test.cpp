@@ -16,7 +16,7 @@ struct WaypointForm : FormTest<frmWP> {
     Flight flight;
     flight.Class = "IL_2";
     flight.Name = "1_GvIAP01";
-    flight.Waypoints.assign(5, {"1000", "250", "NORMFLY", "&0", 0, 0, 1000, {}});
+    flight.Waypoints.assign(5, {"1000", "250", "NORMFLY", "&0", 0, 0, 1000, {}, -1, {}});
     W.Doc.Missions.resize(1);
     W.Doc.Missions[0].Flights = {flight};
     W.Doc.MissionShadow = W.Doc.Missions;

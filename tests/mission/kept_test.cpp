@@ -175,7 +175,7 @@ TEST_F(Kept, WritesAnEditIntoItsOwnWords) {
        "  NORMFLY_402 5.00 6.00 700.00 300.00 &0~+  TRIGGERS 0 0 0 5 0",
        flight([](Flight& f) {
          Waypoint added = f.Waypoints[1];
-         added.KeptRow = -1;
+         added.KeptRow = -1, added.KeptTriggers = "";
          added.Line = "  NORMFLY_402 5.00 6.00 700.00 300.00 &0";
          added.Type = "NORMFLY_402", added.Alt = "700", added.Speed = "300", added.Marker = "&0";
          f.Waypoints.insert(f.Waypoints.begin() + 1, added);
@@ -195,6 +195,12 @@ TEST_F(Kept, WritesAnEditIntoItsOwnWords) {
        [](Mission& m) {
          m.BornPlaces[0].Planes = {"BF-109E-4", "Unknown-1", "La-5"};
        }},
+      {"  Bf-109E-4 10 28xSC50~-|  + 2xSC250~-|  Unknown-1~+  Bf-109E-4 10 28xSC50|"
+       "  Bf-109E-4 10 28xSC50~+  + 2xSC250",
+       [](Mission& m) { std::swap(m.BornPlaces[0].Planes[0], m.BornPlaces[0].Planes[1]); }},
+      {"  LANDING_104 99269.68 165947.89 0 0 &0~=  TAKEOFF_001 99269.68 165947.89 0 0 &0|"
+       "  TAKEOFF_001 99269.68 165947.89 0 0 &0~+  TRIGGERS 0 0 20 0",
+       flight([](Flight& f) { f.Waypoints[3].Type = "TAKEOFF_001"; })},
       {"[BornPlace0]~-|  Bf-109E-4 10 28xSC50~-|  + 2xSC250~-|  Unknown-1~-",
        [](Mission& m) { m.BornPlaces[0].Planes.clear(); }},
       {"  de~+[BornPlace1]|[BornPlace1]~+  La-5",
@@ -263,7 +269,7 @@ TEST_F(Kept, FlightsComeAndGoWithTheirLines) {
   made.Name = "r0300";
   made.Class = "I_16";
   made.Planes = made.Skill = "1";
-  made.Waypoints = {{"500", "300", "NORMFLY", "&1", 0, 0, 0, {}, -1}};
+  made.Waypoints = {{"500", "300", "NORMFLY", "&1", 0, 0, 0, {}, -1, {}}};
   made.Waypoints[0].Line = "NORMFLY 5 6 1 2 r0100 0";
   mission.Flights = {mission.Flights[0], copy, made};
   const string text = Written(mission);

@@ -229,7 +229,8 @@ TEST(BuildMissionFile, IsFalseWhenTheTextCannotBeMade) {
 TEST(NewBornPlace, NumbersTheListsByPlace) {
   World world;
   Mission mission;
-  mission.BornPlaces = {{1, 3000, {}, 100, -200}, {2, 500, {"A", "B c"}, 0, 7}, {}};
+  mission.BornPlaces = {
+      {1, 3000, {}, 100, -200, true, {}}, {2, 500, {"A", "B c"}, 0, 7, true, {}}, {}};
   mission.BornPlaces[2].HasNumbers = false;
   LineArray output;
   NewBornPlace(world.Services, output, mission);

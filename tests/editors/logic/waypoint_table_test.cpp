@@ -24,7 +24,7 @@ Document Route(std::vector<Waypoint> waypoints) {
 }
 
 Waypoint Point(const char* alt, const char* speed, double dist, const char* marker = "&0") {
-  return {alt, speed, "NORMFLY", marker, 0, 0, dist, {}};
+  return {alt, speed, "NORMFLY", marker, 0, 0, dist, {}, -1, {}};
 }
 
 TEST(WaypointTable, ShowsARouteInBothUnits) {

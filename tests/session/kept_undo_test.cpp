@@ -1,0 +1,117 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "mission/kept_merge.h"
+#include "services/text.h"
+#include "session/doors.h"
+#include "session/recording.h"
+#include "tests/support/session_desk.h"
+
+namespace rws::test {
+namespace {
+
+constexpr char kSettings[] =
+    "[MAIN]|  army 1|[Wing]|  r0100|  r0101|[r0100]|  Planes 1|[r0100_Way]|"
+    "  TAKEOFF_005 54195.82 176315.53 0 0 &0|  TRIGGERS 0 7 20 0|  TAKEOFF 1 2 3 4 &0|"
+    "  TRIGGERS 0 10 20 0|\tNORMFLY_404 81566.39 168677.4 1500.00 350.00 r0101 0 &1 F3|"
+    " TRIGGERS  10 0 90 7 500|  NORMFLY 1.00 2.00 500 300 &0|  LANDING_104 5 6 0 0 &0|"
+    "[r0101]|  Planes 1|[r0101_Way]|  NORMFLY_401 1 2 3 4 &0|  TRIGGERS 1 1 1 1 1|"
+    "  NORMFLY 5 6 7 8 &0|[NStationary]|[BornPlace]|  1 3000 121601 74883|  2 5000 1 2|"
+    "[BornPlace0]|  Bf-109E-4 10 28xSC50|  + 2xSC250|  Hs-129 0|  Ju-87B-2 -1 default 4xSC50|"
+    "[BornPlaceCountries0]|  de|[BornPlace1]|  Hs-129 5|  La-5|[Target]";
+
+/** A mission whose lines are kept, edited by chance. */
+class KeptUndo : public ::testing::Test {
+ protected:
+  void Open(const std::string& text) {
+    Desk.Box.Write("in/a.mis", text);
+    Desk.World.Doc.UntouchedOf[Desk.Path("a")] = UntouchedLines::Keep;
+    Desk.Run("reread go=a");
+  }
+  Mission& Now() { return Desk.World.Doc.Missions[Desk.Row("a")]; }
+  std::string Written() {
+    LineArray lines;
+    std::string reason;
+    return BuildKeptFile(Desk.World.Doc, Desk.World.Services, Now(), lines, &reason)
+               ? lines.FileText()
+               : reason;
+  }
+  std::size_t Random(std::size_t below) { return engine_() % below; }
+
+  template <class Value>
+  void Shuffle(std::vector<Value>& values) {
+    const std::size_t at = Random(values.size() + 1), from = Random(values.size() + 1);
+    if (at >= values.size() || from >= values.size() || at == from) return;
+    const auto place = [&](std::size_t i) {
+      return values.begin() + static_cast<std::ptrdiff_t>(i);
+    };
+    const Value moved = values[from];
+    values.erase(place(from));
+    if (Random(2)) values.insert(place(at), moved);
+  }
+  void EditSomething(std::size_t what) {
+    auto& flights = Now().Flights;
+    auto& planes = Now().BornPlaces[Random(2)].Planes;
+    Flight* flight = flights.empty() ? nullptr : &flights[Random(flights.size())];
+    if (what == 0 && flights.size() > 1) flights.erase(flights.begin());
+    if (what == 1) Shuffle(planes);
+    if (what == 2 && Random(4) == 0) planes.clear();
+    if (what == 3 && flight) Shuffle(flight->Waypoints);
+    if (!flight || flight->Waypoints.empty()) return;
+    Waypoint& waypoint = flight->Waypoints[Random(flight->Waypoints.size())];
+    if (what == 4) waypoint.Type = Random(2) ? "NORMFLY" : "LANDING";
+    if (what == 5) waypoint.Alt = std::to_string(Random(900));
+    if (what == 6) waypoint.Marker = "&1";
+  }
+
+  SessionDesk Desk{{"a"}};
+
+ private:
+  std::mt19937 engine_{20261123};
+};
+
+TEST_F(KeptUndo, GivesTheSameBytesWheneverAStepIsSaved) {
+  const std::string plain = CrlfText(kSettings);
+  // No edit can spell these again.
+  const std::string odd =
+      Replace(Replace(plain, "  TAKEOFF 1 2 3 4 &0", "TAKEOFF 1 2 3 4 // as it is"), "1500.00 350",
+              "1500.5  350");
+  constexpr int kRounds = 40;
+  for (int round = 0; round < kRounds; ++round) {
+    const std::string& start = round % 2 ? odd : plain;
+    Open(start);
+    std::vector<std::string> texts{Written()};
+    std::string trace = "round " + std::to_string(round);
+    const auto saveAtTimes = [&] {
+      if (Random(3) > 0) return;
+      Desk.Run("save");
+      trace += " save";
+    };
+    for (int step = 0; step < 6; ++step) {
+      const std::size_t what = Random(7), before = Desk.World.History.Done;
+      CloseStep(Desk.World);
+      Edit(Desk.World, {nullptr, "Edit"}, [&] { EditSomething(what); });
+      if (Desk.World.History.Done == before) continue;
+      texts.push_back(Written());
+      trace += " " + std::to_string(what);
+      saveAtTimes();
+    }
+    for (std::size_t left = texts.size(); left-- > 1;) {
+      Desk.Run("undo");
+      trace += " undo";
+      if (left == 1 || start == plain) {
+        ASSERT_EQ(Written(), texts[left - 1]) << trace << "\n" << texts[left];
+      }
+      saveAtTimes();
+    }
+    Desk.Run("save");
+    ASSERT_EQ(Desk.Box.Read("in/a.mis"), start) << trace;
+  }
+}
+
+}  // namespace
+}  // namespace rws::test
