@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "mission/flight_values.h"
+#include "mission/kept_flights.h"
 #include "mission/route_line.h"
 #include "mission/writer.h"
 #include "services/arrays.h"
@@ -106,7 +107,11 @@ void WaypointArray(const Services& services, LineArray& output, const Flight& fl
     RouteLine words;
     for (std::ptrdiff_t i = 0; i <= last; ++i) {
       const Waypoint& waypoint = At(flight.Waypoints, i);
-      if (!waypoint.Line.empty()) output.Add(kIndent, Trim(WaypointText(waypoint, words)));
+      if (waypoint.Line.empty()) continue;
+      output.Add(kIndent, Trim(WaypointText(waypoint, words)));
+      const auto triggers = KnownTriggers(waypoint);
+      if (triggers.empty()) continue;
+      for (const auto line : SplitAt(triggers, '\n')) output.Add(kIndent, Trim(line));
     }
   });
 }

@@ -28,7 +28,8 @@ bool BuildMissionFile(Document& doc, const Services& services, LineArray& output
 void FlightArray(const Services& services, LineArray& output, const Flight& flight);
 
 /** Appends a flight's route. Coordinates keep their text; a word whose number is exactly 0 becomes
-    "0", also a marker "&0" behind the sixth word. */
+    "0", also a marker "&0" behind the sixth word. Lines "TRIGGERS" that are no rows of the record
+    come behind their waypoints. */
 void WaypointArray(const Services& services, LineArray& output, const Flight& flight);
 
 /** Appends all home base sections. */

@@ -78,6 +78,13 @@ void FollowNames(Mission& mission, const PastedFlights& pasted) {
     RenameReferences(mission, between(i), pasted.Renamed[i].second);
 }
 
+/** Not every program copies the lines "TRIGGERS". */
+void CompleteTriggers(Flight& flight) {
+  for (auto& waypoint : flight.Waypoints)
+    if (NeedsTriggers(waypoint.Type) && waypoint.KeptTriggers.empty())
+      waypoint.KeptTriggers = UsualTriggers(waypoint.Type);
+}
+
 }  // namespace
 
 std::string PastedText(const PastedFlights& pasted) {
@@ -103,8 +110,10 @@ PastedFlights PasteFlights(Document& doc, const Services& services, std::string_
   source.AsRead = Renamed(LineArray::FromFileAsIs(std::string(text)), TakenNames(current), pasted);
   source = FreshlyRead(doc, services, source);
   FollowNames(source, pasted);
-  for (const auto& flight : source.Flights)
+  for (auto& flight : source.Flights) {
+    if (source.KeepsLines) CompleteTriggers(flight);
     pasted.Added.push_back(static_cast<std::size_t>(AddFlight(doc, flight)));
+  }
   return pasted;
 }
 

@@ -14,8 +14,9 @@ namespace {
 
 constexpr char kFlights[] =
     "[r0100]|  Planes 2|  Skill 1|  Class air.A|  Fuel 80|  weapons b1|  Own 7|  spawn0 1_Static|"
-    "[r0100_Way]|  NORMFLY 1.00 2.00 500.00 300.00 r0101 0 &0|[r0101]|  Planes 1|  Skill 1|"
-    "  Class air.B|  Fuel 70|  weapons none|[r0101_Way]|  NORMFLY 3.00 4.00 500.00 300.00 &0|";
+    "[r0100_Way]|  NORMFLY_402 1.00 2.00 500.00 300.00 r0101 0 &0|  TRIGGERS 1 2 3 4 5|[r0101]|  "
+    "Planes 1|  Skill 1|"
+    "  Class air.B|  Fuel 70|  weapons none|[r0101_Way]|  NORMFLY_401 3.00 4.00 500.00 300.00 &0|";
 constexpr char kMission[] =
     "[MAIN]|  MAP a/load.ini|  TIME 12.0|[Wing]|  R0100|[R0100]|  Planes 1|  Skill 1|"
     "  Class air.C|  Fuel 100|  weapons none|[R0100_Way]|  NORMFLY 5.00 6.00 500.00 300.00 &0|"
@@ -56,6 +57,7 @@ TEST_P(Pasting, GivesFreeNamesThatTargetsFollow) {
   EXPECT_NE(text.find("[r0102_Way]"), text.npos);
   // What the records do not know comes along where lines are kept.
   EXPECT_EQ(text.find("  Own 7\r\n") != text.npos, GetParam());
+  EXPECT_EQ(text.find("  TRIGGERS 0 0 0 5 0\r\n") != text.npos, GetParam());
   World again;
   ReadInto(again, text);
   ASSERT_EQ(again.Doc.Missions[0].Flights.size(), 3u);
@@ -70,7 +72,7 @@ TEST_P(Pasting, TakesWhatCopyMakes) {
   ASSERT_EQ(W.Doc.Missions[0].Flights.size(), 3u);
   const Flight& flight = W.Doc.Missions[0].Flights[1];
   EXPECT_EQ(flight.Class + flight.Fuel + flight.Weapons, "A80b1");
-  EXPECT_EQ(flight.Waypoints.size(), 1u);
+  EXPECT_EQ(Written().find("  TRIGGERS 1 2 3 4 5\r\n") != std::string::npos, GetParam());
 }
 
 TEST_P(Pasting, OfAFlightThatWasRemovedIsANewOne) {
