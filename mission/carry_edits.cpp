@@ -161,6 +161,22 @@ bool CarryRoute(const Flight& read, const Flight& edited, Flight& onto) {
                      [&](const auto& row) { return was.contains(row.first); });
 }
 
+/** Rows of settings become what is known of their waypoints. */
+void FoldTriggers(Flight& flight) {
+  std::vector<Waypoint> folded;
+  for (const auto& waypoint : flight.Waypoints) {
+    if (!IsTriggers(waypoint) || folded.empty()) {
+      folded.push_back(waypoint);
+      continue;
+    }
+    std::string known(folded.back().KeptTriggers);
+    known.append(known.empty() ? "" : "\n").append(waypoint.Line);
+    folded.back().KeptTriggers = known;
+  }
+  flight.Waypoints = std::move(folded);
+  flight.LastWaypoint = std::to_string(static_cast<std::ptrdiff_t>(flight.Waypoints.size()) - 1);
+}
+
 bool CarryFlight(const Flight& read, const Flight& edited, Flight& onto) {
   CarryPlain(read, edited, onto);
   for (std::size_t i = 0; i < onto.PlaneSlots.size(); ++i)
@@ -239,6 +255,7 @@ std::string CarryFlights(const Mission& read, const Mission& edited, Mission& on
       carried = IsSame(read.Flights[before], flights[i]);
     if (!carried) return "flight " + flights[i].Name;
     if (to && onto.KeepsLines) SpellSwitches(*to);
+    if (to && onto.KeepsLines && place == kNone) FoldTriggers(*to);
   }
   std::set<std::size_t> gone;
   for (std::size_t i = 0; i < stays.size(); ++i) {
@@ -265,6 +282,24 @@ std::map<std::string, std::size_t> CountNames(const std::vector<std::string>& pl
 
 bool GoesOn(const std::string& plane) { return KeyOf(plane).Key.starts_with('+'); }
 
+/** Puts aircraft, with the lines that go on with them, in the order of an edited list. One that has
+    others is not put in order. */
+void ArrangeAircraft(const BornPlace& edited, std::vector<std::string>& planes) {
+  std::map<std::string, std::deque<std::size_t>> places;
+  for (std::size_t i = 0; i < planes.size(); ++i)
+    if (!GoesOn(planes[i])) places[LowerKey(KeyOf(planes[i]).Key)].push_back(i);
+  std::vector<std::string> arranged;
+  for (const auto& plane : edited.Planes) {
+    auto& left = places[LowerKey(KeyOf(plane).Key)];
+    if (GoesOn(plane) || left.empty()) continue;
+    std::size_t i = left.front();
+    left.pop_front();
+    do arranged.push_back(planes[i++]);
+    while (i < planes.size() && GoesOn(planes[i]));
+  }
+  if (arranged.size() == planes.size()) planes = std::move(arranged);
+}
+
 /** Of each aircraft that was added or removed there are as many as edited. */
 void CarryAircraft(const BornPlace& read, const BornPlace& edited, BornPlace& onto,
                    bool namesAlone) {
@@ -288,6 +323,7 @@ void CarryAircraft(const BornPlace& read, const BornPlace& edited, BornPlace& on
     planes.push_back(namesAlone ? std::string(spelled) : plane);
     ++has[name];
   }
+  ArrangeAircraft(edited, planes);
 }
 
 std::string CarryBases(const Mission& read, const Mission& edited, Mission& onto) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <string>
 
@@ -71,6 +72,12 @@ TEST(CarryEdits, LosesNoEdit) {
     SetLine(m, "1_Static", "  1_Static vehicles.planes.Plane$B 1 10.00 20.00");
   };
   const auto takeOne = [](Mission& m) { m.BornPlaces[0].Planes.pop_back(); };
+  const string aircraft = "  I-16 4\r\n  + 2xSC250\r\n  U-2\r\n  U-2\r\n";
+  const string turned = "  U-2\r\n  U-2\r\n  I-16 4\r\n  + 2xSC250\r\n";
+  const auto turn = [](Mission& m) {
+    auto& planes = m.BornPlaces[0].Planes;
+    std::rotate(planes.begin(), planes.end() - 2, planes.end());
+  };
   const Row rows[] = {
       {false, park, "Plane$A", "Plane$B"},
       {true, park, "Plane$A", "Plane$B"},
@@ -87,6 +94,14 @@ TEST(CarryEdits, LosesNoEdit) {
        "  TAKEOFF_001 1.00 2.00 0 0 &0\r\n  TRIGGERS 0 10 20 0\r\n", ""},
       {false, [](Mission& m) { m.BornPlaces[0].Army = 5; }, "  1 3000 500", "  5 3000 500"},
       {true, [](Mission& m) { m.Flights[0].Planes = "2"; }, "", "  Skill1 1\r\n"},
+      {false, turn, aircraft, turned},
+      {true, turn, aircraft, turned},
+      {true,
+       [](Mission& m) {
+         m.Flights[1].Waypoints[0].Type = "NORMFLY_401";
+         m.Flights[1].Waypoints[0].KeptTriggers = "  TRIGGERS 1 2 3 4 5";
+       },
+       "", "  NORMFLY_401 5.00 6.00 500.0 300.0 &0\r\n  TRIGGERS 1 2 3 4 5\r\n"},
   };
   // Bare line feeds make the two readings of a text have lines of other numbers.
   for (const string& text : {kText, Replace(kText, "  MAP a", "  Own\n  MAP a")})
@@ -112,6 +127,12 @@ TEST(CarryEdits, KeepsTheOrderOfFlights) {
   EXPECT_EQ(carried.Is.Flights[0].Name + carried.Is.Flights[1].Name, "r0101r0105");
   const string route = "[r0105_Way]\r\n  TAKEOFF_001 1.00 2.00 0 0 &0\r\n  TRIGGERS 0 10 20 0\r\n";
   EXPECT_TRUE(Contains(carried.Written(), route)) << carried.Written();
+  // One that was never read, such as a pasted one.
+  Carried pasted(kText, false, [](Mission& m) {
+    m.Flights.push_back(m.Flights[0]);
+    m.Flights.back().Name = m.Flights.back().KeptName = "r0105";
+  });
+  EXPECT_TRUE(Contains(pasted.Written(), route)) << pasted.Written();
 }
 
 TEST(CarryEdits, IsRefusedWhereAnEditHasNoPlace) {
