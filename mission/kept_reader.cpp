@@ -139,7 +139,8 @@ BornPlace ReadBase(const KeptText& text, std::size_t line, std::size_t index) {
   if (!section) return base;
   for (const auto& plane : AircraftOf(text, *section)) base.Planes.emplace_back(plane.Name);
   std::string lines;
-  for (std::size_t i = section->Header; i < EndOfSection(text, *section); ++i)
+  const std::size_t end = EndOfSection(text, *section);
+  for (std::size_t i = section->Header; i < end; ++i)
     lines.append(lines.empty() ? "" : "\n").append(text.Lines()[i]);
   base.KeptPlanes = lines;
   return base;
