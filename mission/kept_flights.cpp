@@ -114,22 +114,23 @@ bool IsOfFile(std::string_view line) {
   return words.size() > 0 && (isIndented || isWhole);
 }
 
-/** True if the waypoint's line, which was read for it now or earlier, says what its record says. */
-bool IsTold(const Waypoint& waypoint) {
-  return IsOfFile(waypoint.Line) && !WaypointDiffers(ReadKeptWaypoint(waypoint.Line), waypoint);
-}
+}  // namespace
 
-std::string EditedWaypoint(std::string_view readLine, const Waypoint& read,
-                           const Waypoint& edited) {
-  if (IsTold(edited)) return std::string(edited.Line);
-  WordLine line(readLine);
+std::string EditedWaypoint(std::string_view text, const Waypoint& read, const Waypoint& edited) {
+  WordLine line(text);
   const WordLine before(read.Line), after(edited.Line);
+  const bool isSpelled = IsOfFile(edited.Line);
   if (read.Type != edited.Type) line.Set(RouteLine::kType, edited.Type);
   for (const auto place : {RouteLine::kX, RouteLine::kY})
     if (before.Word(place) != after.Word(place)) line.Set(place, std::string(after.Word(place)));
   const auto setNumber = [&](std::size_t place, const std::string& was, const std::string& is) {
-    if (WholeNumberWord(was) != WholeNumberWord(is))
-      line.Set(place, NumberLike(line.Word(place), is));
+    const auto wanted = WholeNumberWord(is);
+    if (WholeNumberWord(was) == wanted) return;
+    // An undo brings back how it was spelled.
+    const std::string known(isSpelled ? after.Word(place) : "");
+    line.Set(place, !known.empty() && WholeNumberWord(known) == wanted
+                        ? known
+                        : NumberLike(line.Word(place), is));
   };
   setNumber(RouteLine::kAlt, read.Alt, edited.Alt);
   setNumber(RouteLine::kSpeed, read.Speed, edited.Speed);
@@ -144,13 +145,18 @@ std::string EditedWaypoint(std::string_view readLine, const Waypoint& read,
   if (read.Marker != edited.Marker) {
     const std::size_t marker = MarkerIn(line);
     if (line.size() < RouteLine::kTarget) line.Set(RouteLine::kSpeed, "0");
-    if (marker != KeptText::npos)
+    if (marker != KeptText::npos && isSpelled && edited.Marker == "&0" &&
+        MarkerIn(after) == KeptText::npos)
+      line.Erase(marker);
+    else if (marker != KeptText::npos)
       line.Set(marker, edited.Marker);
     else
       line.Insert(PlaceForMarker(line), edited.Marker);
   }
   return line.Text();
 }
+
+namespace {
 
 /** The line of a waypoint that no text holds. */
 std::string NewWaypoint(const Waypoint& waypoint) {

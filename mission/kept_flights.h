@@ -40,6 +40,11 @@ std::string_view UsualTriggers(std::string_view type);
 /** What stands behind the speed of a route line, but for the marker. */
 std::vector<std::string> RouteTail(std::string_view line);
 
+/** `text`, a line that may be another than the one that was read, with what an edit has changed of
+   its waypoint. A changed word is spelled as in the edited record's line, where that says the same.
+ */
+std::string EditedWaypoint(std::string_view text, const Waypoint& read, const Waypoint& edited);
+
 /** True if a waypoint's line would be another one for the game. */
 bool WaypointDiffers(const Waypoint& a, const Waypoint& b);
 

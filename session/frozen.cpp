@@ -79,9 +79,9 @@ void PatchLines(LineArray& now, const LineArray& from, const LineArray& to) {
   now = std::move(patched);
 }
 
-/** Where all values of a waypoint are back, so is its line: the way in which it tells them. */
-void PatchSpelling(Waypoint& now, const Waypoint& from, const Waypoint& to) {
-  if (WaypointDiffers(from, to) && !WaypointDiffers(now, to)) now.Line = to.Line;
+/** True if a step has not touched what belongs behind a waypoint. */
+bool SameSettings(const Waypoint& from, const Waypoint& to) {
+  return from.KeptTriggers == to.KeptTriggers && NeedsTriggers(from.Type) == NeedsTriggers(to.Type);
 }
 
 /** Waypoints that were moved about, taken out or put in bring the number of their line along. Where
@@ -101,11 +101,16 @@ void PatchRows(Flight& now, const Flight& before, const Flight& from, const Flig
           from.Waypoints.begin());
     const bool isKnown = follows && was < before.Waypoints.size() && (was == i || row >= 0);
     now.Waypoints[i].KeptRow = sameLines ? row : isKnown ? before.Waypoints[was].KeptRow : -1;
-    if (!now.KeptIn.empty() && was < from.Waypoints.size())
-      PatchSpelling(now.Waypoints[i], from.Waypoints[was], to.Waypoints[i]);
-    const bool sameType = isKnown && from.Waypoints[was].Type == to.Waypoints[i].Type;
+    if (!isKnown) {
+      now.Waypoints[i].KeptTriggers = to.Waypoints[i].KeptTriggers;
+      continue;
+    }
+    const Waypoint &old = before.Waypoints[was], &start = from.Waypoints[was];
+    // What others have written into the line since stays there.
+    if (!now.KeptIn.empty() && !sameLines && WaypointDiffers(start, to.Waypoints[i]))
+      now.Waypoints[i].Line = EditedWaypoint(old.Line, start, to.Waypoints[i]);
     now.Waypoints[i].KeptTriggers =
-        sameType ? before.Waypoints[was].KeptTriggers : to.Waypoints[i].KeptTriggers;
+        SameSettings(start, to.Waypoints[i]) ? old.KeptTriggers : to.Waypoints[i].KeptTriggers;
   }
 }
 
@@ -199,6 +204,23 @@ bool SameParts(const Parts<Record>& a, const Parts<Record>& b) {
   });
 }
 
+/** Takes out of a list what a step did, and puts in what it did; all else stays. */
+void PatchNames(std::vector<std::string>& now, std::vector<std::string> from,
+                const std::vector<std::string>& to) {
+  const auto take = [](std::vector<std::string>& names, const std::string& name) {
+    const auto found = std::find(names.begin(), names.end(), name);
+    if (found == names.end()) return false;
+    names.erase(found);
+    return true;
+  };
+  std::vector<std::size_t> added;
+  for (std::size_t i = 0; i < to.size(); ++i)
+    if (!take(from, to[i])) added.push_back(i);
+  for (const auto& name : from) take(now, name);
+  for (const std::size_t i : added)
+    now.insert(now.begin() + static_cast<std::ptrdiff_t>(std::min(i, now.size())), to[i]);
+}
+
 /** The same for a record that stands for itself, with where its rows stand. */
 template <class Record>
 void PatchWhole(Record& now, const Record& from, const Record& to) {
@@ -208,8 +230,14 @@ void PatchWhole(Record& now, const Record& from, const Record& to) {
     BringSlotsBack(now, from, to);
     if (!SameValue(from.Waypoints, to.Waypoints, true)) PatchRows(now, before, from, to);
   } else {
+    std::vector<std::string> planes = now.Planes;
+    const bool follows = planes == from.Planes;
     PatchRecord(now, from, to, false);
-    if (from.Planes != to.Planes) now.KeptPlanes = to.KeptPlanes;
+    if (from.Planes == to.Planes) return;
+    now.KeptPlanes = to.KeptPlanes;
+    if (follows) return;
+    PatchNames(planes, from.Planes, to.Planes);
+    now.Planes = std::move(planes);
   }
 }
 
@@ -241,7 +269,8 @@ auto Named(std::vector<Record>& records, const std::string& name) {
                       [&](const Record& record) { return record.Name == name; });
 }
 
-/** Others have put records in or taken some out since: each is known by its name then. */
+/** Others have put records in, moved them or taken some out since: each is known by its name then.
+ */
 template <class Record>
 void PatchNamed(std::vector<Record>& now, const Parts<Record>& from, const Parts<Record>& to) {
   const bool paired = from.size() == to.size();
@@ -263,9 +292,12 @@ void PatchNamed(std::vector<Record>& now, const Parts<Record>& from, const Parts
 template <class Record>
 void PatchParts(std::vector<Record>& now, const Parts<Record>& from, const Parts<Record>& to) {
   if (from == to) return;
-  const bool follows = now.size() == from.size();
-  if constexpr (requires { now[0].Name; })
+  bool follows = now.size() == from.size();
+  if constexpr (requires { now[0].Name; }) {
+    follows = std::equal(now.begin(), now.end(), from.begin(), from.end(),
+                         [](const auto& is, const auto& was) { return is.Name == was->Name; });
     if (!follows) return PatchNamed(now, from, to);
+  }
   std::vector<Record> patched;
   patched.reserve(to.size());
   for (std::size_t i = 0; i < to.size(); ++i)

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <random>
 #include <string>
 #include <vector>
@@ -110,6 +111,49 @@ TEST_F(KeptUndo, GivesTheSameBytesWheneverAStepIsSaved) {
     }
     Desk.Run("save");
     ASSERT_EQ(Desk.Box.Read("in/a.mis"), start) << trace;
+  }
+}
+
+TEST_F(KeptUndo, LeavesWhatOthersWroteSince) {
+  struct Row {
+    std::function<void(Mission&)> Edit;
+    std::vector<std::pair<const char*, const char*>> Others;
+  };
+  const auto point = [](Mission& mission) -> Waypoint& { return mission.Flights[0].Waypoints[3]; };
+  const std::pair<const char*, const char*> remark = {" 500 300 &0", " 500.75 300 &0 // theirs"};
+  const std::string second = CrlfText(
+      "[r0101]|  Planes 1|[r0101_Way]|  NORMFLY_401 1 2 3 4 &0|  TRIGGERS 1 1 1 1 1|"
+      "  NORMFLY 5 6 7 8 &0");
+  const std::string moved = second + "[r0100]\r\n";
+  const Row rows[] = {
+      {[&](Mission& mission) { point(mission).Type = "LANDING"; }, {remark}},
+      {[&](Mission& mission) {
+         point(mission).X = 7;
+         point(mission).Line = Replace(point(mission).Line, " 1.00 ", " 7.00 ");
+       },
+       {remark}},
+      {[](Mission& mission) {
+         mission.BornPlaces[0].Planes.erase(mission.BornPlaces[0].Planes.begin());
+       },
+       {{"  Hs-129 0", "  Hs-129 1\r\n  + bb"}, {" 4xSC50\r\n", " 4xSC50\r\n  D 5\r\n"}}},
+      {[&](Mission& mission) { point(mission).Alt = "900"; },
+       {{"  r0100\r\n  r0101\r\n", "  r0101\r\n  r0100\r\n"},
+        {second.c_str(), ""},
+        {"[r0100]\r\n", moved.c_str()}}}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.Others[0].second);
+    const auto withOthers = [&](std::string text) {
+      for (const auto& [theirs, now] : row.Others) text = Replace(text, theirs, now);
+      return text;
+    };
+    const std::string start = CrlfText(kSettings);
+    Open(start);
+    CloseStep(Desk.World);
+    Edit(Desk.World, {nullptr, "Edit"}, [&] { row.Edit(Now()); });
+    Desk.Run("save");
+    Desk.Box.Write("in/a.mis", withOthers(Desk.Box.Read("in/a.mis")));
+    Desk.Run("reread go=a undo save");
+    EXPECT_EQ(Desk.Box.Read("in/a.mis"), withOthers(start));
   }
 }
 
