@@ -1,7 +1,9 @@
 #include "session/frozen.h"
 
 #include <algorithm>
+#include <optional>
 #include <type_traits>
+#include <utility>
 
 #include "mission/fields.h"
 #include "mission/flight_values.h"
@@ -221,6 +223,29 @@ void PatchNames(std::vector<std::string>& now, std::vector<std::string> from,
     now.insert(now.begin() + static_cast<std::ptrdiff_t>(std::min(i, now.size())), to[i]);
 }
 
+/** Takes a step's changes over into a route that others have made longer or shorter: each waypoint
+   is known by what the step started from. Null where one that it changed is not there. */
+std::optional<std::vector<Waypoint>> PatchedRoute(std::vector<Waypoint> now,
+                                                  const std::vector<Waypoint>& from,
+                                                  const std::vector<Waypoint>& to) {
+  if (now.size() == from.size() || from.size() != to.size()) return {};
+  auto next = now.begin();
+  for (std::size_t i = 0; i < from.size(); ++i) {
+    const auto found = std::find_if(
+        next, now.end(), [&](const Waypoint& one) { return !WaypointDiffers(one, from[i]); });
+    const bool isChanged = !SameRecord(from[i], to[i], false);
+    if (found == now.end() && isChanged) return {};
+    if (found == now.end()) continue;
+    next = found + 1;
+    if (!isChanged) continue;
+    const Waypoint old = *found;
+    PatchRecord(*found, from[i], to[i], false);
+    found->Line = EditedWaypoint(old.Line, from[i], to[i]);
+    if (!SameSettings(from[i], to[i])) found->KeptTriggers = to[i].KeptTriggers;
+  }
+  return now;
+}
+
 /** The same for a record that stands for itself, with where its rows stand. */
 template <class Record>
 void PatchWhole(Record& now, const Record& from, const Record& to) {
@@ -228,7 +253,13 @@ void PatchWhole(Record& now, const Record& from, const Record& to) {
     const Flight before = now;
     PatchRecord(now, from, to, false);
     BringSlotsBack(now, from, to);
-    if (!SameValue(from.Waypoints, to.Waypoints, true)) PatchRows(now, before, from, to);
+    if (SameValue(from.Waypoints, to.Waypoints, true)) return;
+    auto route = now.KeptIn.empty() ? std::nullopt
+                                    : PatchedRoute(before.Waypoints, from.Waypoints, to.Waypoints);
+    if (route)
+      now.Waypoints = *std::move(route);
+    else
+      PatchRows(now, before, from, to);
   } else {
     std::vector<std::string> planes = now.Planes;
     const bool follows = planes == from.Planes;

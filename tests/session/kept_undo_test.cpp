@@ -127,6 +127,8 @@ TEST_F(KeptUndo, LeavesWhatOthersWroteSince) {
   const std::string moved = second + "[r0100]\r\n";
   const Row rows[] = {
       {[&](Mission& mission) { point(mission).Type = "LANDING"; }, {remark}},
+      {[&](Mission& mission) { point(mission).Type = "LANDING"; },
+       {{"  LANDING_104", "  NORMFLY_403 1 2 3 4 &0\r\n  TRIGGERS 5 5 5 5 5\r\n  LANDING_104"}}},
       {[&](Mission& mission) {
          point(mission).X = 7;
          point(mission).Line = Replace(point(mission).Line, " 1.00 ", " 7.00 ");
