@@ -272,6 +272,7 @@ bool NeedsTriggers(std::string_view type) {
 }
 
 std::string_view KnownTriggers(const Waypoint& waypoint) {
+  if (waypoint.KeptTriggers.empty()) return {};
   const bool dropped = !NeedsTriggers(waypoint.Type) && NeedsTriggers(KeyOf(waypoint.Line).Key);
   return dropped ? std::string_view() : waypoint.KeptTriggers;
 }

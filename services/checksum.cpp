@@ -10,36 +10,51 @@ namespace {
 
 constexpr std::size_t kBlock = 64;
 
-using State = std::array<std::uint32_t, 5>;
+using Word = std::uint32_t;
+using State = std::array<Word, 5>;
 
-struct Round {
-  std::uint32_t Mixed, Constant;
-};
-
-Round RoundOf(int step, std::uint32_t b, std::uint32_t c, std::uint32_t d) {
-  if (step < 20) return {(b & c) | (~b & d), 0x5A827999};
-  if (step < 40) return {b ^ c ^ d, 0x6ED9EBA1};
-  if (step < 60) return {(b & c) | (b & d) | (c & d), 0x8F1BBCDC};
-  return {b ^ c ^ d, 0xCA62C1D6};
+Word WordAt(const char* bytes) {
+  const auto at = [bytes](int i) { return Word{static_cast<unsigned char>(bytes[i])}; };
+  return at(0) << 24 | at(1) << 16 | at(2) << 8 | at(3);
 }
 
-void AddBlock(State& state, std::string_view block) {
-  std::array<std::uint32_t, 80> words{};
-  for (std::size_t i = 0; i < kBlock; ++i)
-    words[i / 4] = words[i / 4] << 8 | static_cast<unsigned char>(block[i]);
-  for (std::size_t i = 16; i < words.size(); ++i)
-    words[i] = std::rotl(words[i - 3] ^ words[i - 8] ^ words[i - 14] ^ words[i - 16], 1);
+template <class Mix>
+void AddRound(Word a, Word& b, Word c, Word d, Word& e, Word added, Mix mix) {
+  e += added + mix(b, c, d) + std::rotl(a, 5);
+  b = std::rotl(b, 30);
+}
+
+/** The twenty rounds that mix alike. The parts change places instead of being copied about, which
+    takes half the time. */
+template <class Mix>
+void AddRounds(State& state, const Word* words, Word constant, Mix mix) {
   auto [a, b, c, d, e] = state;
-  for (std::size_t i = 0; i < words.size(); ++i) {
-    const Round round = RoundOf(static_cast<int>(i), b, c, d);
-    const std::uint32_t next = std::rotl(a, 5) + round.Mixed + e + round.Constant + words[i];
-    e = d;
-    d = c;
-    c = std::rotl(b, 30);
-    b = a;
-    a = next;
+  for (int i = 0; i < 20; i += 5) {
+    AddRound(a, b, c, d, e, constant + words[i], mix);
+    AddRound(e, a, b, c, d, constant + words[i + 1], mix);
+    AddRound(d, e, a, b, c, constant + words[i + 2], mix);
+    AddRound(c, d, e, a, b, constant + words[i + 3], mix);
+    AddRound(b, c, d, e, a, constant + words[i + 4], mix);
   }
-  const State worked{a, b, c, d, e};
+  state = {a, b, c, d, e};
+}
+
+void AddBlock(State& state, const char* block) {
+  std::array<Word, 80> words;
+  for (std::size_t i = 0; i < 16; ++i) words[i] = WordAt(block + 4 * i);
+  for (std::size_t i = 16; i < 32; ++i)
+    words[i] = std::rotl(words[i - 3] ^ words[i - 8] ^ words[i - 14] ^ words[i - 16], 1);
+  // The same rule put into itself: no word waits for the three before it.
+  for (std::size_t i = 32; i < words.size(); ++i)
+    words[i] = std::rotl(words[i - 6] ^ words[i - 16] ^ words[i - 28] ^ words[i - 32], 2);
+  const auto choose = [](Word b, Word c, Word d) { return d ^ (b & (c ^ d)); };
+  const auto parity = [](Word b, Word c, Word d) { return b ^ c ^ d; };
+  const auto most = [](Word b, Word c, Word d) { return (b & c) | (d & (b ^ c)); };
+  State worked = state;
+  AddRounds(worked, words.data(), 0x5A827999, choose);
+  AddRounds(worked, words.data() + 20, 0x6ED9EBA1, parity);
+  AddRounds(worked, words.data() + 40, 0x8F1BBCDC, most);
+  AddRounds(worked, words.data() + 60, 0xCA62C1D6, parity);
   for (std::size_t i = 0; i < state.size(); ++i) state[i] += worked[i];
 }
 
@@ -59,11 +74,10 @@ std::string Sha1(std::string_view bytes) {
   State state{0x67452301, 0xEFCDAB89, 0x98BADCFE, 0x10325476, 0xC3D2E1F0};
   const std::string ending = Ending(bytes);
   for (std::size_t i = 0; i + kBlock <= bytes.size(); i += kBlock)
-    AddBlock(state, bytes.substr(i, kBlock));
-  for (std::size_t i = 0; i < ending.size(); i += kBlock)
-    AddBlock(state, std::string_view(ending).substr(i, kBlock));
+    AddBlock(state, bytes.data() + i);
+  for (std::size_t i = 0; i < ending.size(); i += kBlock) AddBlock(state, ending.data() + i);
   std::string text;
-  for (const std::uint32_t part : state)
+  for (const Word part : state)
     for (int shift = 28; shift >= 0; shift -= 4) text += "0123456789abcdef"[part >> shift & 0xF];
   return text;
 }
