@@ -13,6 +13,7 @@
 
 #include "mission/fields.h"
 #include "mission/flight_values.h"
+#include "mission/kept_bases.h"
 #include "mission/kept_flights.h"
 #include "mission/kept_keys.h"
 #include "mission/kept_reader.h"
@@ -324,12 +325,14 @@ void CarryAircraft(const BornPlace& read, const BornPlace& edited, BornPlace& on
     ++has[name];
   }
   ArrangeAircraft(edited, planes);
+  onto.KeptPlanes = PatchedAircraft(onto.KeptPlanes, read, edited);
 }
 
 std::string CarryBases(const Mission& read, const Mission& edited, Mission& onto) {
   const auto &was = read.BornPlaces, &is = edited.BornPlaces;
   for (std::size_t i = 0; i < std::max(was.size(), is.size()); ++i) {
-    if (i < std::min(was.size(), is.size()) && IsSame(was[i], is[i])) continue;
+    if (i < std::min(was.size(), is.size()) && IsSame(was[i], is[i]) && SameAircraft(was[i], is[i]))
+      continue;
     // Not all lines that one reading takes for home bases are such in the other one.
     if (i >= std::min({was.size(), is.size(), onto.BornPlaces.size()}) ||
         onto.BornPlaces[i].X != was[i].X || onto.BornPlaces[i].Y != was[i].Y)

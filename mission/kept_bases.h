@@ -17,6 +17,18 @@ namespace rws {
 void EditHomeBases(const KeptText& text, LinePatch& patch, const std::vector<BornPlace>& read,
                    const std::vector<BornPlace>& edited);
 
+/** True if what two records know of the aircraft that both list, beside their names, is the same.
+    One that has read no section, such as that of a mission that is written anew, knows nothing. */
+bool SameAircraft(const BornPlace& a, const BornPlace& b);
+
+/** For each aircraft of a base's section: true if the record knows something else of it. */
+std::vector<bool> ChangedAircraft(const KeptText& text, const KeptSection& section,
+                                  const BornPlace& base);
+
+/** What a section tells (see `KeptPlanes`) with the aircraft that `to` has beside `from`, or knows
+    otherwise, as `to` knows them. */
+std::string PatchedAircraft(std::string_view section, const BornPlace& from, const BornPlace& to);
+
 /** A section whose name holds the coordinates of a base: "MDS_BornPlace_12_34_Countries". */
 struct PlacedSection {
   const KeptSection* Section = nullptr;

@@ -76,7 +76,8 @@ bool SameMain(const Mission& a, const Mission& b) {
 bool SameBase(const BornPlace& a, const BornPlace& b) {
   return a.Army == b.Army && a.Radius == b.Radius && a.X == b.X && a.Y == b.Y &&
          std::equal(a.Planes.begin(), a.Planes.end(), b.Planes.begin(), b.Planes.end(),
-                    EqualNoCase);
+                    EqualNoCase) &&
+         SameAircraft(a, b);
 }
 
 /** What the records say and the merged text does not; "" for nothing. */
@@ -123,8 +124,7 @@ class Concerned {
   void MarkEdited(const KeptSection& section, const Flight& read, const Flight& edited);
   void MarkKeys(const KeptSection& section, const Flight& read, const Flight& edited);
   void MarkRoute(const KeptSection& route, const Flight& read, const Flight& edited);
-  void MarkAircraft(const std::vector<KeptAircraft>& listed,
-                    const std::vector<std::string>& wanted);
+  void MarkAircraft(const KeptSection& section, const BornPlace& edited);
   void MarkBases(const Mission& read, const Mission& edited);
 
   const KeptText& text_;
@@ -196,13 +196,14 @@ void Concerned::MarkRoute(const KeptSection& route, const Flight& read, const Fl
   }
 }
 
-/** Those that do not stay, or that go behind others. */
-void Concerned::MarkAircraft(const std::vector<KeptAircraft>& listed,
-                             const std::vector<std::string>& wanted) {
+/** Those that do not stay as they are, or that go behind others. */
+void Concerned::MarkAircraft(const KeptSection& section, const BornPlace& edited) {
+  const auto listed = AircraftOf(text_, section);
+  const auto changed = ChangedAircraft(text_, section, edited);
   std::size_t next = 0;
   std::map<std::string, std::size_t> counts;
   std::vector<bool> stays(listed.size());
-  for (const auto& name : wanted) {
+  for (const auto& name : edited.Planes) {
     std::size_t before = counts[LowerKey(name)]++, place = 0;
     while (place < listed.size() && (!EqualNoCase(listed[place].Name, name) || before-- > 0))
       ++place;
@@ -211,7 +212,7 @@ void Concerned::MarkAircraft(const std::vector<KeptAircraft>& listed,
     next = place + 1;
   }
   for (std::size_t i = 0; i < listed.size(); ++i)
-    if (!stays[i]) MarkLines(listed[i].First, listed[i].Last);
+    if (!stays[i] || changed[i]) MarkLines(listed[i].First, listed[i].Last);
 }
 
 void Concerned::MarkBases(const Mission& read, const Mission& edited) {
@@ -225,9 +226,9 @@ void Concerned::MarkBases(const Mission& read, const Mission& edited) {
       for (const auto& named : SectionsAtBase(text_, i))
         MarkLines(named.Section->Header, named.Section->First);
     const auto* section = AircraftSection(text_, i);
-    if (!section || is.Planes == should.Planes) continue;
+    if (!section || (is.Planes == should.Planes && SameAircraft(is, should))) continue;
     if (should.Planes.empty()) MarkLines(section->Header, section->Last);
-    MarkAircraft(AircraftOf(text_, *section), should.Planes);
+    MarkAircraft(*section, should);
   }
 }
 

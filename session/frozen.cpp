@@ -7,6 +7,7 @@
 
 #include "mission/fields.h"
 #include "mission/flight_values.h"
+#include "mission/kept_bases.h"
 #include "mission/kept_flights.h"
 
 namespace rws {
@@ -202,7 +203,11 @@ std::vector<Record> ThawParts(const Parts<Record>& parts) {
 template <class Record>
 bool SameParts(const Parts<Record>& a, const Parts<Record>& b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const auto& one, const auto& other) {
-    return one == other || SameRecord(*one, *other, false);
+    if (one == other) return true;
+    if constexpr (std::is_same_v<Record, BornPlace>)
+      return SameRecord(*one, *other, false) && SameAircraft(*one, *other);
+    else
+      return SameRecord(*one, *other, false);
   });
 }
 
@@ -219,8 +224,12 @@ void PatchNames(std::vector<std::string>& now, std::vector<std::string> from,
   for (std::size_t i = 0; i < to.size(); ++i)
     if (!take(from, to[i])) added.push_back(i);
   for (const auto& name : from) take(now, name);
+  const auto count = [](const std::vector<std::string>& names, const std::string& name) {
+    return std::count(names.begin(), names.end(), name);
+  };
   for (const std::size_t i : added)
-    now.insert(now.begin() + static_cast<std::ptrdiff_t>(std::min(i, now.size())), to[i]);
+    if (count(now, to[i]) < count(to, to[i]))
+      now.insert(now.begin() + static_cast<std::ptrdiff_t>(std::min(i, now.size())), to[i]);
 }
 
 /** Takes a step's changes over into a route that others have made longer or shorter: each waypoint
@@ -261,14 +270,15 @@ void PatchWhole(Record& now, const Record& from, const Record& to) {
     else
       PatchRows(now, before, from, to);
   } else {
-    std::vector<std::string> planes = now.Planes;
-    const bool follows = planes == from.Planes;
+    const BornPlace before = now;
     PatchRecord(now, from, to, false);
-    if (from.Planes == to.Planes) return;
+    if (from.Planes == to.Planes && SameAircraft(from, to)) return;
     now.KeptPlanes = to.KeptPlanes;
-    if (follows) return;
-    PatchNames(planes, from.Planes, to.Planes);
-    now.Planes = std::move(planes);
+    if (before.KeptPlanes != from.KeptPlanes)
+      now.KeptPlanes = PatchedAircraft(before.KeptPlanes, from, to);
+    if (before.Planes == from.Planes) return;
+    now.Planes = before.Planes;
+    PatchNames(now.Planes, from.Planes, to.Planes);
   }
 }
 

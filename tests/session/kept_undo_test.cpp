@@ -9,6 +9,7 @@
 #include "mission/kept_merge.h"
 #include "services/text.h"
 #include "session/doors.h"
+#include "session/lines_rule.h"
 #include "session/recording.h"
 #include "tests/support/session_desk.h"
 
@@ -112,6 +113,37 @@ TEST_F(KeptUndo, GivesTheSameBytesWheneverAStepIsSaved) {
     Desk.Run("save");
     ASSERT_EQ(Desk.Box.Read("in/a.mis"), start) << trace;
   }
+}
+
+TEST_F(KeptUndo, KnowsWhatAnAircraftHadBeforeItWasAddedAnew) {
+  const std::string start = CrlfText(kSettings);
+  const auto planes = [&]() -> std::vector<std::string>& { return Now().BornPlaces[0].Planes; };
+  const auto edit = [&](const std::function<void()>& change) {
+    CloseStep(Desk.World);
+    Edit(Desk.World, {nullptr, "Edit"}, change);
+    Desk.Run("save");
+  };
+  Open(start);
+  edit([&] { planes().erase(planes().begin()); });
+  const std::string removed = Desk.Box.Read("in/a.mis");
+  edit([&] { planes().insert(planes().begin(), "Bf-109E-4"); });
+  const std::string bare = Replace(start, " 10 28xSC50\r\n  + 2xSC250", "");
+  EXPECT_EQ(Desk.Box.Read("in/a.mis"), bare);
+  for (const auto& [turn, text] : {std::pair{"undo undo", start}, {"redo redo", bare}}) {
+    Desk.Run(std::string(turn) + " save");
+    EXPECT_EQ(Desk.Box.Read("in/a.mis"), text) << turn;
+  }
+  Desk.Run("undo save");
+  EXPECT_EQ(Desk.Box.Read("in/a.mis"), removed);
+  const auto read = [&](UntouchedLines rule) {
+    Desk.World.Doc.UntouchedOf[Desk.Path("a")] = rule;
+    FollowLinesRule(Desk.World, Desk.Row("a"));
+  };
+  read(UntouchedLines::Anew);
+  Desk.Run("undo");
+  read(UntouchedLines::Keep);
+  Desk.Run("save");
+  EXPECT_EQ(Desk.Box.Read("in/a.mis"), start);
 }
 
 TEST_F(KeptUndo, LeavesWhatOthersWroteSince) {
