@@ -1,5 +1,6 @@
 #include <QVBoxLayout>
 
+#include "controls/group_frame.h"
 #include "controls/menu_entries.h"
 #include "mainwindow/flight_area.h"
 
@@ -11,7 +12,7 @@ void FlightArea::Build() {
   lstPlanes->setAccessibleName(tr("Flights"));
   SetTight(false);
   fraFlight = new FlightPanel(session_, *lstPlanes, this);
-  fraGroup = new QGroupBox(this);
+  fraGroup = new GroupFrame(this);
   fraGroup->setObjectName(QStringLiteral("fraGroup"));
   planes = new PlanePanels(session_, fraGroup);
   auto* group = new QVBoxLayout(fraGroup);

@@ -27,7 +27,7 @@ void SetText(QLineEdit& box, const std::string& text) {
 }  // namespace
 
 FlightPanel::FlightPanel(Session& session, FlightList& flights, QWidget* parent)
-    : QGroupBox(parent), session_(session), flights_(flights) {
+    : GroupFrame(parent), session_(session), flights_(flights) {
   Build();
   Connect();
 }
@@ -177,7 +177,7 @@ void FlightPanel::ColorDelay() {
 }
 
 void FlightPanel::changeEvent(QEvent* event) {
-  QGroupBox::changeEvent(event);
+  GroupFrame::changeEvent(event);
   if (event->type() == QEvent::PaletteChange && lbl.contains(7)) ColorDelay();
 }
 

@@ -1,13 +1,13 @@
 #pragma once
 
 #include <QCheckBox>
-#include <QGroupBox>
 #include <QLabel>
 #include <QTime>
 #include <functional>
 #include <map>
 
 #include "controls/drop_down.h"
+#include "controls/group_frame.h"
 #include "controls/guarded_edit.h"
 #include "controls/up_down.h"
 #include "mainwindow/flight_list.h"
@@ -18,7 +18,7 @@ namespace rws {
 /** The frame `fraFlight`: shows and edits what belongs to a flight as a whole, or to all selected
     flights while the list's tag is "multiple". A write to a control by code runs its handler as the
     user's own edit does; `bLoading` tells the handlers apart where they look at it. */
-class FlightPanel : public QGroupBox {
+class FlightPanel : public GroupFrame {
   Q_OBJECT
 
  public:

@@ -52,7 +52,7 @@ bool FlightPanel::eventFilter(QObject* watched, QEvent* event) {
         SetModify(session_);
       });
   }
-  return QGroupBox::eventFilter(watched, event);
+  return GroupFrame::eventFilter(watched, event);
 }
 
 bool FlightPanel::EditFlight(const EditKind& kind,

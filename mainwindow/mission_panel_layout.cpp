@@ -2,6 +2,7 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include "controls/group_frame.h"
 #include "controls/layouts.h"
 #include "mainwindow/mission_panel.h"
 #include "platform/icons.h"
@@ -11,7 +12,7 @@ namespace rws {
 void MissionPanel::Build() {
   auto* outer = new QVBoxLayout(this);
   outer->setContentsMargins(0, 0, 0, 0);
-  fraMission = new QGroupBox(this);
+  fraMission = new GroupFrame(this);
   fraMission->setObjectName(QStringLiteral("fraMission"));
   outer->addWidget(fraMission);
   fraMission->setLayout(new QVBoxLayout);

@@ -38,7 +38,7 @@ bool ShowsDefault(const EditDropDown* list) {
 }  // namespace
 
 PlanePanel::PlanePanel(Session& session, PlanePanels& all, int plane)
-    : QGroupBox(&all), session_(session), all_(all), plane_(plane) {
+    : GroupFrame(&all), session_(session), all_(all), plane_(plane) {
   Build();
   Connect();
 }

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <QGroupBox>
 #include <QLabel>
 #include <array>
 
 #include "controls/check_box.h"
 #include "controls/drop_down.h"
 #include "controls/edit_drop_down.h"
+#include "controls/group_frame.h"
 #include "controls/label_button.h"
 #include "session/session.h"
 
@@ -17,7 +17,7 @@ class PlanePanels;
 /** The frame of one plane of the current flight, counted from 0: what this plane carries and
     whether the player flies it. A label that is blue has a file to view, a red one names a file
     that is not there. */
-class PlanePanel : public QGroupBox {
+class PlanePanel : public GroupFrame {
   Q_OBJECT
 
  public:

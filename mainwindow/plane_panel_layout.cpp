@@ -107,11 +107,11 @@ bool PlanePanel::event(QEvent* event) {
     cboAPSkin->setFocus(Qt::ShortcutFocusReason);
     return true;
   }
-  return QGroupBox::event(event);
+  return GroupFrame::event(event);
 }
 
 void PlanePanel::changeEvent(QEvent* event) {
-  QGroupBox::changeEvent(event);
+  GroupFrame::changeEvent(event);
   if (event->type() == QEvent::PaletteChange) ColorMark(markRed_);
 }
 
