@@ -6,7 +6,6 @@
 #include "controls/list_colors.h"
 #include "editors/logic/briefing_inserts.h"
 #include "editors/logic/briefing_letters.h"
-#include "mission/briefing_file.h"
 #include "platform/form_placement.h"
 #include "platform/qt_text.h"
 #include "services/paths.h"
@@ -81,7 +80,7 @@ void frmBrief::Read() {
   Briefing briefing;
   const auto read = [&] {
     auto found = ReadBriefing(services_, BriefName);
-    mayReplace_ = found.has_value();
+    read_ = found;
     if (found) briefing = std::move(*found);
   };
   Trap(read, [&](const Fault& caught) {
@@ -105,21 +104,32 @@ void frmBrief::Apply() {
   if (Save()) accept();
 }
 
+bool frmBrief::MayReplace() const {
+  if (!services_.Files.FileExists(BriefName)) return true;
+  std::optional<Briefing> now;
+  ResumeNext([&] { now = ReadBriefing(services_, BriefName); });
+  // A failed writing may have come to its end all the same.
+  if (now && (now == read_ || now == written_)) return true;
+  if (read_)
+    return services_.Ask.MsgBox("Another program has changed \"" + BriefName +
+                                    "\" since it was read.\n\nReplace it by the briefing as it is "
+                                    "here? Undo brings back what stands there now.",
+                                Buttons::YesNo, Icon::Exclamation, kProgramTitle) == Answer::Yes;
+  Tell("\"" + BriefName + "\" holds a briefing that is not shown here. It is not replaced.\n" +
+       readFault_);
+  return false;
+}
+
 bool frmBrief::Save() {
-  if (!mayReplace_ && services_.Files.FileExists(BriefName)) {
-    Tell("\"" + BriefName + "\" holds a briefing that is not shown here. It is not replaced.\n" +
-         readFault_);
-    return false;
-  }
-  // From here on what stands there is this form's own, also after a failure.
-  mayReplace_ = true;
+  if (!MayReplace()) return false;
   const auto bytes = [&](std::size_t i) {
     return SpellBriefing(services_.Page, before_[i], Boxes()[i]->Text().toStdU16String());
   };
+  const Briefing briefing{bytes(0), bytes(1), bytes(2)};
+  written_ = ParseBriefing(BriefingText(briefing));
   const auto save = [&] {
-    RecordFiles(session_, "Briefing of " + GetBaseName(BriefName), [&] {
-      SaveBriefing(services_, BriefName, {bytes(0), bytes(1), bytes(2)});
-    });
+    RecordFiles(session_, "Briefing of " + GetBaseName(BriefName),
+                [&] { SaveBriefing(services_, BriefName, briefing); });
   };
   return Trap(
       save, [&](const Fault& caught) { Tell("The briefing could not be saved.\n" + caught.Text); });

@@ -7,10 +7,12 @@
 #include <QPushButton>
 #include <array>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "controls/dialog.h"
 #include "controls/text_box.h"
+#include "mission/briefing_file.h"
 #include "session/session.h"
 
 namespace rws {
@@ -70,6 +72,9 @@ class frmBrief : public Dialog {
   void Apply();
   /** False, told to the user, when the briefing was not saved. */
   bool Save();
+  /** Asks where another program has written the file meanwhile. One that holds what was never shown
+      is left alone. */
+  bool MayReplace() const;
   void InsertValue(std::size_t index);
   void ModifyLabel(std::size_t index);
   void WrapInTag(std::size_t index);
@@ -82,9 +87,8 @@ class frmBrief : public Dialog {
   /** The bytes that the texts of `Boxes` were read from. */
   std::array<std::string, 3> before_;
   bool UseUS = false;
-  /** The text on show is that of the file at `BriefName`; another that stands there is left alone.
-   */
-  bool mayReplace_ = false;
+  /** What the file at `BriefName` held when it was read, and what was to be written there last. */
+  std::optional<Briefing> read_, written_;
   /** Why the file could not be read. */
   std::string readFault_;
 };

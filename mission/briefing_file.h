@@ -13,6 +13,8 @@ namespace rws {
     and line feed. */
 struct Briefing {
   std::string Name, Short, Description;
+
+  bool operator==(const Briefing&) const = default;
 };
 
 /** Reads the bytes of a file. A line that begins with none of the three keys goes on with the text

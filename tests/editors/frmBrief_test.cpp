@@ -164,6 +164,12 @@ TEST_F(BriefForm, FailuresLoseNoText) {
   W.Services.Files.BeforeStep = {};
   applyFails("is not replaced.\nCannot read" + reason);
   Open().txtName->setPlainText("new");
+  Box.Write("m.properties", "Name theirs");
+  W.Script.Expect("Another program has changed", Answer::No);
+  Form->cmd[frmBrief::kApply]->click();
+  EXPECT_TRUE(Form->isVisible());
+  EXPECT_EQ(File(), "Name theirs");
+  Box.Write("m.properties", "Name old");
   FailSteps(W.Services.Files, "write", "", "no disk");
   applyFails("Cannot write" + reason);
   W.Services.Files.BeforeStep = {};
