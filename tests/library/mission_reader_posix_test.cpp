@@ -19,6 +19,10 @@ TEST(ReadingMissionsPosix, WaitsForNoPipe) {
   const auto facts = reader.Wait();
   ASSERT_EQ(facts.size(), 1U);
   EXPECT_EQ(facts[0].Fault, MissionFault::Unreadable);
+  box.Write("a.mis", "[MAIN]\r\n");
+  ASSERT_EQ(::mkfifo(box.Path("a.properties").c_str(), 0600), 0);
+  reader.Add({{}, {box.Path("a.mis")}});
+  EXPECT_EQ(reader.Wait().size(), 1U);
 }
 
 }  // namespace
