@@ -390,6 +390,7 @@ class frmRWS : public QMainWindow {
   std::pair<std::size_t, std::size_t> stepToldOf_;
   /** What earlier runs have left. */
   std::vector<Recovered> recovered_;
+  std::shared_ptr<void> recoveredHeld_;
 };
 
 }  // namespace rws

@@ -77,7 +77,7 @@ void frmRWS::ForgetEdits(const std::vector<std::string>& paths) {
 void frmRWS::OfferRecovered() {
   const Services& services = session_.Services;
   LimitStore(services, LimitsOf(session_.Prefs));
-  recovered_ = FindRecovered(services);
+  if (HoldRecovered(services, recoveredHeld_)) recovered_ = FindRecovered(services);
   ShowRecoveredBar();
   OfferInterrupted();
   OfferHalfRenamed();
@@ -131,6 +131,8 @@ void frmRWS::RestoreEdits() {
   };
   std::vector<Recovered> here;
   std::copy_if(recovered_.begin(), recovered_.end(), std::back_inserter(here), isHere);
+  // The folder may be on show under another name.
+  for (auto& edits : here) edits.Path = BuildPath(session_.Doc.MissionDir, GetFileName(edits.Path));
   const auto paths = RestoreRecovered(session_, recovery_, here);
   std::erase_if(recovered_, isHere);
   ShowRecoveredBar();

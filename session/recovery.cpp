@@ -143,6 +143,13 @@ std::string KeepUnsaved(Session& session, RecoveryState& state) {
   return reason;
 }
 
+bool HoldRecovered(const Services& services, std::shared_ptr<void>& held) {
+  bool isFree = true;
+  const auto hold = [&] { held = services.Files.Hold(RecoveryFolder(services) + ".lock", 0); };
+  Trap(hold, [&](const Fault& caught) { isFree = caught.Number != fault::FileOpen; });
+  return isFree;
+}
+
 std::vector<Recovered> FindRecovered(const Services& services) {
   std::vector<Recovered> found;
   const std::string folder = RecoveryFolder(services);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -40,6 +41,10 @@ struct RecoveryState {
    whole or not at all, and deletes those of missions that no longer differ. Gives the reason of a
     failure, "" for none; what was on disk before is still there then. */
 std::string KeepUnsaved(Session& session, RecoveryState& state);
+
+/** Keeps what earlier runs have left for this one, until `held` is dropped. False while another run
+    that keeps its edits in the same folder is under way: some of them are its own. */
+bool HoldRecovered(const Services& services, std::shared_ptr<void>& held);
 
 /** What earlier runs have left, sorted by path and time. Edits that the mission's file holds, which
     were saved just before the end, are forgotten. */

@@ -8,17 +8,6 @@ namespace {
 
 class RecoveryTest : public UnsavedTest {
  protected:
-  /** The next start of the program, after the end of this one or its crash. */
-  void StartAnew() {
-    Window.reset();
-    Doc() = Document();
-    World_.History = History();
-    World_.Listeners.clear();
-    PrepareStart();
-    WriteSetting(World_.Services.Settings, setting::LastDirPath, Box.Path("missions"));
-    Load();
-    HookDialogs();
-  }
   /** What the box about unsaved missions is answered; -1 closes it. */
   void Answer_(int button) {
     Work = [this, button](QDialog& dialog) {
@@ -138,6 +127,13 @@ TEST_F(RecoveryTest, TheNextStartOffersWhatTheMenuLeftUnasked) {
   EXPECT_EQ(Kept(), 0U);
   EditDark();
   Tick();
+  Window.reset();
+  {
+    const auto otherRun = World_.Services.Files.Hold(Box.Path("program/Recovery.lock"), 0);
+    StartAnew();
+    EXPECT_EQ(Bars(), "");
+    EXPECT_EQ(Kept(), 1U);
+  }
   StartAnew();
   EXPECT_EQ(Press("Discard"), "");
   EXPECT_EQ(Bars(), "");

@@ -16,6 +16,17 @@ class UnsavedTest : public FlightsTest {
     Open();
     HookDialogs();
   }
+  /** The next start of the program, after the end of this one or its crash. */
+  void StartAnew(const char* folder = "missions") {
+    Window.reset();
+    Doc() = Document();
+    World_.History = History();
+    World_.Listeners.clear();
+    PrepareStart();
+    WriteSetting(World_.Services.Settings, setting::LastDirPath, Box.Path(folder));
+    Load();
+    HookDialogs();
+  }
   void Save() {
     ++World_.Clock.Hour;  // names the backup
     Window->mnuSave->trigger();
