@@ -6,11 +6,6 @@ namespace rws {
 
 SquadronTable::SquadronTable(std::vector<Squadron> rows) : rows_(std::move(rows)) { MakeIndex(); }
 
-void SquadronTable::push_back(Squadron squadron) {
-  rows_.push_back(std::move(squadron));
-  MakeIndex();
-}
-
 std::span<const std::uint32_t> SquadronTable::Candidates(std::string_view code) const {
   return byCode_.Find(Trim(code));
 }

@@ -29,8 +29,6 @@ class SquadronTable {
   bool empty() const { return rows_.empty(); }
   const Squadron& operator[](std::size_t row) const { return rows_[row]; }
 
-  /** For a few: many are better given at once. */
-  void push_back(Squadron squadron);
   void clear() { *this = SquadronTable(); }
 
   /** Rows that may hold a regiment of this code, letter case and blanks around it apart, in their

@@ -12,7 +12,6 @@ class AllControlsTest : public FlightsTest {
     AddPainted(
         "P-51D", "P_51D", "P51D",
         {"Skins/P-51D/Red Nose.bmp", "Skins/P-51D/Old.bmp", "Pilots/Cap.bmp", "Noseart/Star.bmp"});
-    Tables.Squadrons.push_back({"red", "usa", "USA", {{"usa01", ""}}});
   }
 
   /** A mission of that flight: its lines, and those of the player. */

@@ -42,11 +42,13 @@ class FoldersTest : public WindowTest {
     for (const auto& path : paths) urls << QUrl::fromLocalFile(FromPath(path));
     data.setUrls(urls);
     data.setText("as text");
-    QDragEnterEvent enter(QPoint(5, 5), offered, &data, Qt::LeftButton, {});
+    // With this key the sender means a move.
+    constexpr auto kKey = Qt::ShiftModifier;
+    QDragEnterEvent enter(QPoint(5, 5), offered, &data, Qt::LeftButton, kKey);
     QApplication::sendEvent(target, &enter);
     if (!enter.isAccepted()) return "";
     EXPECT_NE(enter.dropAction(), Qt::MoveAction) << "the sender would delete the file";
-    QDropEvent drop(QPointF(5, 5), offered, &data, Qt::LeftButton, {});
+    QDropEvent drop(QPointF(5, 5), offered, &data, Qt::LeftButton, kKey);
     QApplication::sendEvent(Window.get(), &drop);
     EXPECT_TRUE(drop.isAccepted());
     EXPECT_EQ(Folder(), "missions") << "nothing happens before the drop has ended";

@@ -46,6 +46,10 @@ TEST(LineArray, AddsLinesAndFindsThem) {
   lines.AddRange(other, 2, 2);
   lines.AddRange(other, 0, 1);
   EXPECT_EQ(LinesOf(lines), "6:a|  b|||bc|long line");
+  LineArray open = LineArray::FromFile("no end"), joined = open;
+  open.Add("b");
+  joined.AddRange(other, 3, 4);
+  EXPECT_EQ(LinesOf(open) + LinesOf(joined), "2:no end|b2:no end|d");
   const std::size_t expected[] = {0, 0, 0, 1, 1, 1, 1, 1, 2, 2, 3};
   for (std::size_t offset = 0; offset < std::size(expected); ++offset)
     EXPECT_EQ(lines.LineAt(offset), expected[offset]) << offset;
