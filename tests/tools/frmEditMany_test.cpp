@@ -114,6 +114,23 @@ TEST_F(EditManyForm, OffersAnEditorForEachFieldWithTheBoundsOfTheWindow) {
   }
 }
 
+TEST_F(EditManyForm, EveryEditOfARowIsTold) {
+  EditManyRow& row = Choose(0, "Weather");
+  int told = 0;
+  QObject::connect(&row, &EditManyRow::Changed, [&] { ++told; });
+  const std::function<void()> edits[] = {
+      [&] { row.cboValue->setCurrentIndex(2); }, [&] { row.cboFlights->SelectRow(1); },
+      [&] { row.cboChosen->setEditText("a"); },  [&] { row.cboField->setCurrentIndex(2); },
+      [&] { row.spnValue->stepUp(); },           [&] { row.dtValue->setTime(QTime(6, 1)); },
+      [&] { row.chkValue->toggle(); },           [&] { row.cboLoadout->setEditText("a"); },
+      [&] { row.txtValue->setText("a"); }};
+  for (const auto& edit : edits) {
+    told = 0;
+    edit();
+    EXPECT_GT(told, 0) << &edit - edits;
+  }
+}
+
 TEST_F(EditManyForm, ShowsWhatChangesAndWritesIt) {
   Edit(W, {"Test", "Fuel"}, [&] { W.Doc.Missions[0].Flights[0].Fuel = "70"; });
   Choose(0, "Weather").cboValue->setCurrentText("Rain/Snow");
