@@ -300,6 +300,7 @@ class frmRWS : public QMainWindow {
 
   void ConnectRecovery();
   bool KeepEdits();
+  void KeepRenamed();
   void ForgetEdits(const std::vector<std::string>& paths);
   void OfferRecovered();
   void ShowRecoveredBar();

@@ -68,6 +68,11 @@ bool frmRWS::KeepEdits() {
   return reason.empty();
 }
 
+/** After a crash they are for the names that the missions have by now. */
+void frmRWS::KeepRenamed() {
+  if (!recovery_.Written.empty()) KeepEdits();
+}
+
 /** The user does not want them any more: no later start offers them. */
 void frmRWS::ForgetEdits(const std::vector<std::string>& paths) {
   for (const auto& path : paths) session_.History.Known.erase(path);
@@ -87,7 +92,7 @@ void frmRWS::ShowRecoveredBar() {
   if (recovered_.empty()) return bars->Hide(kRecoveredBar);
   std::vector<std::string> names;
   std::size_t readable = 0, changed = 0;
-  for (const auto& edits : recovered_) {
+  for (const auto& edits : RecoveredByNow(session_.History, recovered_)) {
     if (edits.Fault.empty()) ++readable;
     if (edits.Fault.empty() && HasChangedSince(session_.Services, edits)) ++changed;
     names.push_back(edits.Fault.empty() ? edits.Path : edits.File);
@@ -116,9 +121,10 @@ void frmRWS::ShowRecoveredBar() {
 
 /** Those of one folder; the bar keeps offering the others. */
 void frmRWS::RestoreEdits() {
-  const auto first = std::find_if(recovered_.begin(), recovered_.end(),
+  auto here = RecoveredByNow(session_.History, recovered_);
+  const auto first = std::find_if(here.begin(), here.end(),
                                   [](const Recovered& edits) { return edits.Fault.empty(); });
-  if (first == recovered_.end()) return;
+  if (first == here.end()) return;
   const std::string folder = GetParentFolderName(first->Path);
   if (!session_.Services.Files.FolderExists(folder))
     return Notice("\"" + folder + "\" is not there; the edits are still kept.");
@@ -126,15 +132,16 @@ void frmRWS::RestoreEdits() {
     if (!SettleEdits()) return;
     GoToFolder(folder);
   }
-  const auto isHere = [&](const Recovered& edits) {
-    return edits.Fault.empty() && GetParentFolderName(edits.Path) == folder;
-  };
-  std::vector<Recovered> here;
-  std::copy_if(recovered_.begin(), recovered_.end(), std::back_inserter(here), isHere);
+  std::erase_if(here, [&](const Recovered& edits) {
+    return !edits.Fault.empty() || GetParentFolderName(edits.Path) != folder;
+  });
   // The folder may be on show under another name.
   for (auto& edits : here) edits.Path = BuildPath(session_.Doc.MissionDir, GetFileName(edits.Path));
   const auto paths = RestoreRecovered(session_, recovery_, here);
-  std::erase_if(recovered_, isHere);
+  std::erase_if(recovered_, [&](const Recovered& edits) {
+    return std::any_of(here.begin(), here.end(),
+                       [&](const Recovered& restored) { return restored.File == edits.File; });
+  });
   ShowRecoveredBar();
   EnableMission(!session_.Doc.Missions.empty());
   ShowRows();
@@ -143,7 +150,7 @@ void frmRWS::RestoreEdits() {
 
 /** Each of the missions beside what stands on disk. */
 void frmRWS::CompareRecovered() {
-  for (const auto& edits : recovered_) {
+  for (const auto& edits : RecoveredByNow(session_.History, recovered_)) {
     if (!edits.Fault.empty()) continue;
     frmCompare form(session_, this);
     form.Subject = edits.Path;
@@ -213,6 +220,7 @@ void frmRWS::OfferHalfRenamed() {
           session_.Services, FindHalfRenamed(session_.Services, session_.Doc.MissionDir));
       if (!reason.empty()) Notice(reason);
     });
+    KeepRenamed();
     LookOutside();
     OfferHalfRenamed();
   };

@@ -72,6 +72,7 @@ void frmRWS::RunTool(const std::string& title, bool rereads,
   if (session_.Doc.Closing) return;
   TakeToolResult(result, title);
   TellToolEnd(result);
+  KeepRenamed();
   OfferHalfRenamed();
   ShowHistory();
 }

@@ -17,12 +17,15 @@ bool IsOnDetour(const std::string& name) {
 
 }  // namespace
 
+std::string WantedName(const std::string& path) {
+  return IsOnDetour(path) ? path.substr(0, path.size() - kDetour.size()) : "";
+}
+
 std::vector<HalfRenamed> FindHalfRenamed(const Services& services, const std::string& folder) {
   std::vector<HalfRenamed> found;
   ResumeNext([&] {
     for (const auto& name : services.Files.ListFileNames(folder, IsOnDetour))
-      found.push_back({BuildPath(folder, name),
-                       BuildPath(folder, name.substr(0, name.size() - kDetour.size()))});
+      found.push_back({BuildPath(folder, name), BuildPath(folder, WantedName(name))});
   });
   return found;
 }

@@ -14,6 +14,9 @@ struct HalfRenamed {
   std::string Wanted;
 };
 
+/** The name that a file on its way was to get; "" for one that is not on its way. */
+std::string WantedName(const std::string& path);
+
 /** Those of a folder, sorted; a folder that cannot be read has none. */
 std::vector<HalfRenamed> FindHalfRenamed(const Services& services, const std::string& folder);
 

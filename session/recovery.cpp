@@ -13,6 +13,8 @@
 #include "services/paths.h"
 #include "services/text.h"
 #include "session/file_store.h"
+#include "session/file_undo.h"
+#include "session/half_renamed.h"
 #include "session/packing.h"
 #include "session/recording.h"
 
@@ -74,6 +76,13 @@ bool AreSaved(const Services& services, const Recovered& recovered) {
     if (saved) Forget(services, recovered.File);
   });
   return saved;
+}
+
+/** A rename that was on its way when the run ended may have been brought to its end since. */
+void FollowDetour(const Services& services, Recovered& recovered) {
+  const std::string wanted = WantedName(recovered.Path);
+  if (!wanted.empty() && services.Files.IsGone(recovered.Path) && services.Files.FileExists(wanted))
+    recovered.Path = wanted;
 }
 
 void WriteChanged(Session& session, RecoveryState& state, const std::string& path) {
@@ -164,6 +173,7 @@ std::vector<Recovered> FindRecovered(const Services& services) {
     recovered.File = BuildPath(folder, name);
     Trap([&] { Unpack(services.Files.ReadFile(recovered.File), recovered); },
          [&](const Fault& caught) { recovered.Fault = caught.Text; });
+    FollowDetour(services, recovered);
   }
   std::erase_if(found, [&](const Recovered& edits) {
     return edits.Fault.empty() && AreSaved(services, edits);
@@ -223,6 +233,19 @@ bool HasChangedSince(const Services& services, const Recovered& recovered) {
   ResumeNext(
       [&] { changed = !IsAsRead(recovered.Mission, services.Files.ReadFile(recovered.Path)); });
   return changed;
+}
+
+std::vector<Recovered> RecoveredByNow(const History& history, std::vector<Recovered> recovered) {
+  for (std::size_t step = 0; step < history.Done; ++step) {
+    const auto renames = NetRenames(history.Steps[step].Files);
+    for (auto& edits : recovered) {
+      const auto renamed = std::find_if(renames.begin(), renames.end(), [&](const auto& names) {
+        return names.first == edits.Path;
+      });
+      if (renamed != renames.end()) edits.Path = renamed->second;
+    }
+  }
+  return recovered;
 }
 
 void DiscardRecovered(const Services& services, const Recovered& recovered) {

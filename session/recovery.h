@@ -63,6 +63,10 @@ std::vector<std::string> RestoreRecovered(Session& session, RecoveryState& state
 /** True if the mission's file is no longer the one that the edits were made on. */
 bool HasChangedSince(const Services& services, const Recovered& recovered);
 
+/** The same edits, for the names that their missions have by now: renames of this run are followed.
+    A mission may have got the name that another one had. */
+std::vector<Recovered> RecoveredByNow(const History& history, std::vector<Recovered> recovered);
+
 /** The edits are no longer needed. */
 void DiscardRecovered(const Services& services, const Recovered& recovered);
 

@@ -140,6 +140,20 @@ TEST_F(RecoveryTest, TheNextStartOffersWhatTheMenuLeftUnasked) {
   EXPECT_EQ(Kept(), 0U);
 }
 
+TEST_F(RecoveryTest, EditsFollowARenameOfTheirMission) {
+  Box.Write("missions/02.mis", Replace(MissionText(), "Fuel 100", "Fuel 50"));
+  ClickRow(1);
+  Edit();
+  const std::string edited = Doc().Missions[1].BaseName;
+  Window->mnuExit->trigger();
+  StartAnew();
+  World_.Services.Ask.InputBox = [](auto&&...) { return std::optional<std::string>("1"); };
+  Window->mnuTools[frmRWS::kRenameAll]->trigger();
+  EXPECT_EQ(edited + Rows(), "b101|102|103|104");
+  EXPECT_EQ(Press("Restore"), "");
+  EXPECT_EQ(Rows(), "101|102|*103|104");
+}
+
 TEST_F(RecoveryTest, ACopyThatIsPutBackIsShownAsItIs) {
   Edit();
   Tick();
