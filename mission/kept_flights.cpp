@@ -9,6 +9,7 @@
 #include "mission/kept_reader.h"
 #include "mission/line_values.h"
 #include "mission/route_line.h"
+#include "services/faults.h"
 #include "services/numbers.h"
 #include "services/text.h"
 
@@ -349,6 +350,8 @@ std::vector<std::string> LinesOfNewFlight(const Flight& flight, bool isCopy) {
   const bool isRead = !source.empty();
   if (!isRead) source.Add("[" + flight.Name + "]");
   const KeptText text(source);
+  if (text.Sections().empty())
+    throw Fault(fault::InvalidCall, "No section can be named \"" + flight.Name + "\".");
   const KeptSection& section = text.Sections().front();
   LinePatch patch(source);
   EditFlight(text, patch, section, isRead ? ReadKeptFlight(text, section) : Flight(), flight);

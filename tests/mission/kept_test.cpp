@@ -292,6 +292,7 @@ TEST_F(Kept, FlightsComeAndGoWithTheirLines) {
 TEST_F(Kept, RefusesWhatWouldNotBeReadAgain) {
   const Row rows[] = {
       {"A value", [](Mission& m) { m.Flights[0].Name = "a]\r\n[b"; }},
+      {"No section", [](Mission& m) { m.Flights.emplace_back(); }},
       {"A value", [](Mission& m) { m.Flights[0].PlaneSlots[3].Skill = "1\nFuel 3"; }},
       {"The values of flight r0100", [](Mission& m) { m.Flights[0].Weapons = "4x #1"; }},
       {"The list of flights", [](Mission& m) { m.Flights[0].Name = m.Flights[1].Name; }},
