@@ -92,11 +92,21 @@ class Driver {
   void KeepEdits() {
     QTimer* timer = KeepTimer();
     if (!timer->isActive()) return;
-    Record(session_, nullptr);
-    const auto texts = UnsavedTexts();
-    for (const auto& [mark, sum] : texts) diary_.Keeps(mark, sum);
+    MayKeep();
     QTimerEvent event(timer->timerId());
     QCoreApplication::sendEvent(timer, &event);
+  }
+  /** What is unsaved may be kept by what comes next, and what no longer is, forgotten. */
+  void MayKeep() {
+    Record(session_, nullptr);
+    std::set<std::string> unsaved;
+    for (const auto& [mark, sum] : UnsavedTexts()) {
+      unsaved.insert(mark);
+      diary_.Keeps(mark, sum);
+    }
+    for (const auto& mark : dirty_)
+      if (!unsaved.contains(mark)) diary_.Clean(mark);
+    std::erase_if(dirty_, [&](const auto& mark) { return !unsaved.contains(mark); });
   }
   QTimer* KeepTimer() { return window_.findChild<QTimer*>("recoveryTimer"); }
   void Update() {
@@ -118,10 +128,12 @@ class Driver {
   }
   void Rename() {
     diary_.MaySave();
+    MayKeep();
     window_.mnuCases[Any(window_.mnuCases.size())]->trigger();
   }
   void RenameAll() {
     diary_.MaySave();
+    MayKeep();
     window_.mnuTools[frmRWS::kRenameAll]->trigger();
   }
   void Undo() {
@@ -139,6 +151,7 @@ class Driver {
     const auto& buttons = bars[static_cast<int>(Any(static_cast<std::size_t>(bars.size())))]->cmd;
     if (buttons.empty()) return;
     diary_.MayDrop();
+    MayKeep();
     buttons[static_cast<int>(Any(static_cast<std::size_t>(buttons.size())))]->click();
   }
 
