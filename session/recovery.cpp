@@ -78,11 +78,35 @@ bool AreSaved(const Services& services, const Recovered& recovered) {
   return saved;
 }
 
-/** A rename that was on its way when the run ended may have been brought to its end since. */
-void FollowDetour(const Services& services, Recovered& recovered) {
-  const std::string wanted = WantedName(recovered.Path);
-  if (!wanted.empty() && services.Files.IsGone(recovered.Path) && services.Files.FileExists(wanted))
-    recovered.Path = wanted;
+/** The one mission in the folder of `recovered` whose file is what the edits were made on; "" for
+    none, or several. */
+std::string SameInFolder(const Services& services, const Recovered& recovered) {
+  const FileSystem& files = services.Files;
+  const LineArray& asRead = recovered.Mission.AsRead;
+  const std::string folder = GetParentFolderName(recovered.Path);
+  std::string same;
+  ResumeNext([&] {
+    const auto names = files.ListFileNames(
+        folder, [](const std::string& name) { return FoldName(name).ends_with(".mis"); });
+    std::size_t count = 0;
+    for (const auto& name : names) {
+      const std::string path = BuildPath(folder, name);
+      // Reading may have repaired the ends of lines.
+      const std::uint64_t size = files.Stamp(path).Size, was = asRead.FileText().size();
+      if (std::max(size, was) - std::min(size, was) > asRead.size()) continue;
+      if (!IsAsRead(recovered.Mission, files.ReadFile(path))) continue;
+      same = ++count == 1 ? path : "";
+    }
+  });
+  return same;
+}
+
+/** A rename that the run's end came into leaves the edits with a name that is gone. */
+void FollowRename(const Services& services, Recovered& recovered) {
+  if (!recovered.Fault.empty() || !services.Files.IsGone(recovered.Path)) return;
+  std::string now = WantedName(recovered.Path);
+  if (now.empty() || !services.Files.FileExists(now)) now = SameInFolder(services, recovered);
+  if (!now.empty()) recovered.Path = now;
 }
 
 void WriteChanged(Session& session, RecoveryState& state, const std::string& path) {
@@ -173,7 +197,7 @@ std::vector<Recovered> FindRecovered(const Services& services) {
     recovered.File = BuildPath(folder, name);
     Trap([&] { Unpack(services.Files.ReadFile(recovered.File), recovered); },
          [&](const Fault& caught) { recovered.Fault = caught.Text; });
-    FollowDetour(services, recovered);
+    FollowRename(services, recovered);
   }
   std::erase_if(found, [&](const Recovered& edits) {
     return edits.Fault.empty() && AreSaved(services, edits);
