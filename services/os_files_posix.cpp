@@ -196,13 +196,17 @@ std::string UserDataFolder() {
 bool CanWriteInto(const std::string& folder) { return ::access(folder.c_str(), W_OK | X_OK) == 0; }
 
 std::string ReadFile(const std::string& path, std::uint64_t most, FileStamp* stamp) {
-  // A pipe that nobody writes into is opened without waiting.
-  Descriptor file(path, path, O_RDONLY | O_NONBLOCK);
   struct stat info;
+  const auto requireFile = [&] {
+    if (S_ISDIR(info.st_mode)) Fail("read", path, EISDIR);
+    if (!S_ISREG(info.st_mode))
+      throw FileFault(fault::Permission, "read", path, "it is a device or a pipe");
+  };
+  // The opening of a pipe would wait for somebody who writes into it.
+  if (::stat(path.c_str(), &info) == 0) requireFile();
+  Descriptor file(path, path, O_RDONLY);
   if (::fstat(file.Get(), &info) != 0) Fail("read", path, errno);
-  if (S_ISDIR(info.st_mode)) Fail("read", path, EISDIR);
-  if (!S_ISREG(info.st_mode))
-    throw FileFault(fault::Permission, "read", path, "it is a device or a pipe");
+  requireFile();
   if (stamp) *stamp = StampOf(info);
   if (info.st_size > 0 && static_cast<std::uint64_t>(info.st_size) > most)
     Fail("read", path, EFBIG);
