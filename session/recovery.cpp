@@ -85,6 +85,7 @@ std::string SameInFolder(const Services& services, const Recovered& recovered) {
   const LineArray& asRead = recovered.Mission.AsRead;
   const std::string folder = GetParentFolderName(recovered.Path);
   std::string same;
+  if (asRead.empty()) return same;
   ResumeNext([&] {
     const auto names = files.ListFileNames(
         folder, [](const std::string& name) { return FoldName(name).ends_with(".mis"); });

@@ -46,9 +46,9 @@ std::string KeepUnsaved(Session& session, RecoveryState& state);
     that keeps its edits in the same folder is under way: some of them are its own. */
 bool HoldRecovered(const Services& services, std::shared_ptr<void>& held);
 
-/** What earlier runs have left, sorted by path and time. Where a mission has been renamed since, it
-    is known by what its file holds. Edits that the mission's file holds, which
-    were saved just before the end, are forgotten. */
+/** What earlier runs have left, sorted by path and time. A mission that has been renamed since is
+    known by what its file holds. Edits that the mission's file holds, which were saved just before
+    the end, are forgotten. */
 std::vector<Recovered> FindRecovered(const Services& services);
 
 /** The mission file that saving the edits would make. */

@@ -151,7 +151,6 @@ class Driver {
     const auto& buttons = bars[static_cast<int>(Any(static_cast<std::size_t>(bars.size())))]->cmd;
     if (buttons.empty()) return;
     diary_.MayDrop();
-    MayKeep();
     buttons[static_cast<int>(Any(static_cast<std::size_t>(buttons.size())))]->click();
   }
 
