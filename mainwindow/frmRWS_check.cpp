@@ -19,10 +19,8 @@ void frmRWS::BuildCheckMenu() {
   mnuCheck = AddEntry(mnuTool, tr("Check &Missions..."), QStringLiteral("mnuCheck"));
   mnuCompatibility =
       AddEntry(mnuTool, tr("Mission Compa&tibility..."), QStringLiteral("mnuCompatibility"));
-  connect(mnuTool, &QMenu::aboutToShow, this, [this] {
-    const auto& missions = session_.Doc.Missions;
-    mnuCompatibility->setEnabled(!missions.empty() && CurrentMission(session_).Loaded);
-  });
+  connect(mnuTool, &QMenu::aboutToShow, this,
+          [this] { mnuCompatibility->setEnabled(IsMissionShown(session_)); });
   connect(mnuCheck, &QAction::triggered, this,
           Trapped(session_.Services, "mnuCheck_Click", [this](bool) { CheckMissions({}); }));
   connect(
@@ -83,6 +81,8 @@ bool frmRWS::GoToFinding(const std::string& path, const Finding* finding) {
 }
 
 void frmRWS::ShowCompatibility() {
+  // The folder may have vanished since the check that lit the button.
+  if (!IsMissionShown(session_)) return;
   const auto current = static_cast<std::size_t>(session_.Doc.CurMission);
   const Mission& mission = CurrentMission(session_);
   const auto tables = FreshTables(session_.Services, session_.Tables);

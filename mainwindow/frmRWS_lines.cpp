@@ -36,8 +36,7 @@ void frmRWS::ConnectLines() {
 
 /** Called after each edit and for each mission that is shown. */
 void frmRWS::LinesMayHaveChanged() {
-  const Document& doc = session_.Doc;
-  const bool shown = !doc.Missions.empty() && CurrentMission(session_).Loaded;
+  const bool shown = IsMissionShown(session_);
   mnuChanges->setEnabled(shown);
   cmdLines->setVisible(shown);
   const std::string path = shown ? PathOf(CurrentMission(session_)) : "";
@@ -46,7 +45,7 @@ void frmRWS::LinesMayHaveChanged() {
 }
 
 void frmRWS::ShowPendingLines() {
-  if (session_.Doc.Missions.empty() || !CurrentMission(session_).Loaded) return;
+  if (!IsMissionShown(session_)) return;
   const Mission& mission = CurrentMission(session_);
   const auto current = static_cast<std::size_t>(session_.Doc.CurMission);
   const ShownValues shown = missionPanel->Shown();

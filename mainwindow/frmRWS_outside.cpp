@@ -55,7 +55,7 @@ void frmRWS::LookOutside() {
 void frmRWS::LookAtShownFile() {
   const Document& doc = session_.Doc;
   const Services& services = session_.Services;
-  if (doc.Missions.empty() || !CurrentMission(session_).Loaded) return bars->Hide(kReloadBar);
+  if (!IsMissionShown(session_)) return bars->Hide(kReloadBar);
   const std::string path = CurrentMissionPath(doc);
   const FileStamp stamp = services.Files.Stamp(path);
   if (!stamp.Exists || stamp == stampSeen_) return;

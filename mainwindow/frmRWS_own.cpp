@@ -22,9 +22,8 @@ void frmRWS::ConnectOwnEntries() {
 }
 
 void frmRWS::EnableAddMap() {
-  const Document& doc = session_.Doc;
-  mnuAddMap->setEnabled(!doc.Missions.empty() && CurrentMission(session_).Loaded &&
-                        CanAddMap(doc, session_.Services, CurrentMission(session_).MapPath));
+  mnuAddMap->setEnabled(IsMissionShown(session_) && CanAddMap(session_.Doc, session_.Services,
+                                                              CurrentMission(session_).MapPath));
 }
 
 /** Those that are in memory, and of the others all but those that are known not to fly it. */

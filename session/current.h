@@ -15,6 +15,11 @@ inline const Mission& CurrentMission(const Session& session) {
   return At(session.Doc.Missions, session.Doc.CurMission);
 }
 
+/** Whether there is a current mission, and its file could be read. */
+inline bool IsMissionShown(const Session& session) {
+  return !session.Doc.Missions.empty() && CurrentMission(session).Loaded;
+}
+
 /** A flight of the current mission. */
 inline Flight& FlightAt(Session& session, std::ptrdiff_t index) {
   return At(CurrentMission(session).Flights, index);

@@ -72,6 +72,7 @@ void frmCheck::Connect() {
   On(cmd[kMendAll], &QPushButton::clicked, "cmd_Click", [this] { Mend(MendableRows()); });
   On(cmd[kCompatibility], &QPushButton::clicked, "cmd_Click", [this] {
     if (Compatibility) Compatibility();
+    EnableCommands();
   });
   On(cmd[kExport], &QPushButton::clicked, "cmd_Click", [this] { Export(); });
   connect(cmd[kClose], &QPushButton::clicked, this, &QDialog::reject);
@@ -165,9 +166,7 @@ void frmCheck::DropStale(std::vector<Finding>& findings) {
 
 /** The mission on show, whatever else is listed. */
 void frmCheck::CheckCurrent() {
-  const Document& doc = session_.Doc;
-  if (doc.Missions.empty() || !CurrentMission(session_).Loaded)
-    return EndRun(tr("No mission is shown"));
+  if (!IsMissionShown(session_)) return EndRun(tr("No mission is shown"));
   std::vector<CheckedMission> one = FindingsNow();
   checked_ = std::max(checked_, one.size());
   Model.Add(std::move(one));
@@ -281,7 +280,7 @@ void frmCheck::EnableCommands() {
     return finding && finding->Mend;
   }));
   cmd[kMendAll]->setEnabled(!isRunning && !MendableRows().empty());
-  cmd[kCompatibility]->setEnabled(!session_.Doc.Missions.empty());
+  cmd[kCompatibility]->setEnabled(IsMissionShown(session_));
   cmd[kExport]->setEnabled(Model.rowCount() > 0);
 }
 

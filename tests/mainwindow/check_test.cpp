@@ -63,6 +63,10 @@ TEST_F(CheckTest, TellsWhetherTheMissionSuitsTheGame) {
     EXPECT_EQ(form.lblMap->text().left(26), "Map that the game may not ");
   };
   Window->mnuCompatibility->trigger();
+  for (const char* name : {"a", "b", "c"}) Box.Remove(std::string("missions/") + name + ".mis");
+  Window->Start();
+  Click(Form().cmd[frmCheck::kCompatibility]);
+  EXPECT_FALSE(Form().cmd[frmCheck::kCompatibility]->isEnabled());
   Window->close();
   EXPECT_FALSE(Form().isVisible());
 }
