@@ -134,7 +134,8 @@ QImage ReadLargePicture(const FileSystem& files, const std::string& path, qint64
   full = file.Size();
   const double pixels = double(full.width()) * full.height();
   if (pixels > double(mostPixels))
-    file.Reader.setScaledSize(full * std::sqrt(double(mostPixels) / pixels));
+    file.Reader.setScaledSize(
+        (full * std::sqrt(double(mostPixels) / pixels)).expandedTo(QSize(1, 1)));
   return file.Read();
 }
 

@@ -62,6 +62,8 @@ TEST(ReadPicture, GoesByTheContentAndClearsWhatRunsLeaveOut) {
   QSize size;
   EXPECT_EQ(ReadLargePicture(files, down, 4, size).width(), 2);
   EXPECT_EQ(size, QSize(4, 3));
+  const std::string flat = box.Write("flat.bmp", Bmp(40, 1, 0, std::string(40, 9)));
+  EXPECT_EQ(ReadLargePicture(files, flat, 4, size).size(), QSize(13, 1));
 }
 
 TEST(ReadPicture, NamesTheFileAndTheReasonOfAFailure) {
