@@ -78,8 +78,8 @@ bool AreSaved(const Services& services, const Recovered& recovered) {
   return saved;
 }
 
-/** The one mission in the folder of `recovered` whose file is what the edits were made on; "" for
-    none, or several. */
+/** The one mission in the folder of `recovered` whose file is what the edits were made on, also one
+    on the way to a new name; "" for none, or several. */
 std::string SameInFolder(const Services& services, const Recovered& recovered) {
   const FileSystem& files = services.Files;
   const LineArray& asRead = recovered.Mission.AsRead;
@@ -87,8 +87,10 @@ std::string SameInFolder(const Services& services, const Recovered& recovered) {
   std::string same;
   if (asRead.empty()) return same;
   ResumeNext([&] {
-    const auto names = files.ListFileNames(
-        folder, [](const std::string& name) { return FoldName(name).ends_with(".mis"); });
+    const auto names = files.ListFileNames(folder, [](const std::string& name) {
+      const std::string wanted = WantedName(name);
+      return FoldName(wanted.empty() ? name : wanted).ends_with(".mis");
+    });
     std::size_t count = 0;
     for (const auto& name : names) {
       const std::string path = BuildPath(folder, name);
@@ -102,12 +104,28 @@ std::string SameInFolder(const Services& services, const Recovered& recovered) {
   return same;
 }
 
-/** A rename that the run's end came into leaves the edits with a name that is gone. */
-void FollowRename(const Services& services, Recovered& recovered) {
-  if (!recovered.Fault.empty() || !services.Files.IsGone(recovered.Path)) return;
+/** The name that the mission has by now: a rename that the run's end came into leaves the edits
+    with one that is gone. */
+std::string NameNow(const Services& services, const Recovered& recovered) {
+  if (!recovered.Fault.empty() || !services.Files.IsGone(recovered.Path)) return recovered.Path;
   std::string now = WantedName(recovered.Path);
   if (now.empty() || !services.Files.FileExists(now)) now = SameInFolder(services, recovered);
-  if (!now.empty()) recovered.Path = now;
+  return now.empty() ? recovered.Path : now;
+}
+
+/** Where missions were alike, one that has edits of its own is no new name of another one. */
+void FollowRenames(const Services& services, std::vector<Recovered>& found) {
+  std::vector<std::string> was, now;
+  for (const auto& edits : found) {
+    was.push_back(edits.Path);
+    now.push_back(NameNow(services, edits));
+  }
+  for (std::size_t i = 0; i < found.size(); ++i) {
+    bool isOther = false;
+    for (std::size_t j = 0; j < found.size(); ++j)
+      isOther = isOther || (now[j] == now[i] && was[j] != was[i]);
+    if (!isOther) found[i].Path = now[i];
+  }
 }
 
 void WriteChanged(Session& session, RecoveryState& state, const std::string& path) {
@@ -198,8 +216,8 @@ std::vector<Recovered> FindRecovered(const Services& services) {
     recovered.File = BuildPath(folder, name);
     Trap([&] { Unpack(services.Files.ReadFile(recovered.File), recovered); },
          [&](const Fault& caught) { recovered.Fault = caught.Text; });
-    FollowRename(services, recovered);
   }
+  FollowRenames(services, found);
   std::erase_if(found, [&](const Recovered& edits) {
     return edits.Fault.empty() && AreSaved(services, edits);
   });

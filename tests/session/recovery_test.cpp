@@ -244,6 +244,21 @@ TEST(Recovery, AMissionThatHasGoneGetsItsRowAndItsFileAgain) {
   }
 }
 
+TEST(Recovery, AMissionOfAnotherNameIsKnownByWhatItHolds) {
+  const struct {
+    /** What stands there instead of "a", with the text of it; "b" has edits of its own. */
+    const char *Instead, *Found;
+  } rows[] = {{"z.mis", "z.mis"}, {"z.mistmp", "z.mistmp"}, {"b.mis", "a.mis"}};
+  for (const auto& row : rows) {
+    SessionDesk desk({"a", "b"});
+    desk.Box.Write(std::string("in/") + row.Instead, TaggedMission("a"));
+    desk.Run("reread fuel0=5 go=b base=x keep gone=a");
+    const auto found = FindRecovered(desk.World.Services);
+    ASSERT_EQ(found.size(), 2u);
+    EXPECT_EQ(found[*row.Found == 'a' ? 0 : 1].Path, desk.Box.Path("in/") + row.Found);
+  }
+}
+
 TEST(Recovery, AFileThatHasChangedSinceIsAskedAbout) {
   SessionDesk desk({"a"});
   desk.Run("fuel0=5 keep");
