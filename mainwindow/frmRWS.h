@@ -389,8 +389,7 @@ class frmRWS : public QMainWindow {
   int failedLooks_ = 0;
   /** Place of the step whose undoing has been told as impossible, among all steps. */
   std::pair<std::size_t, std::size_t> stepToldOf_;
-  /** What earlier runs have left. */
-  std::vector<Recovered> recovered_;
+  /** What earlier runs have left is this one's. */
   std::shared_ptr<void> recoveredHeld_;
 };
 

@@ -183,6 +183,7 @@ void frmRWS::Travel(bool back) {
   if (result.Files) {
     ShowRows();
     TellFindOfStep(back);
+    KeepRenamed();
     OfferHalfRenamed();
   }
   const Document& doc = session_.Doc;

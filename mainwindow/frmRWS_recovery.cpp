@@ -70,7 +70,8 @@ bool frmRWS::KeepEdits() {
 
 /** After a crash they are for the names that the missions have by now. */
 void frmRWS::KeepRenamed() {
-  if (!recovery_.Written.empty()) KeepEdits();
+  if (!recovery_.Written.empty() || !recovery_.Offered.empty()) KeepEdits();
+  if (bars->Bar(kRecoveredBar)) ShowRecoveredBar();
 }
 
 /** The user does not want them any more: no later start offers them. */
@@ -82,38 +83,38 @@ void frmRWS::ForgetEdits(const std::vector<std::string>& paths) {
 void frmRWS::OfferRecovered() {
   const Services& services = session_.Services;
   LimitStore(services, LimitsOf(session_.Prefs));
-  if (HoldRecovered(services, recoveredHeld_)) recovered_ = FindRecovered(services);
+  if (HoldRecovered(services, recoveredHeld_)) recovery_.Offered = FindRecovered(services);
   ShowRecoveredBar();
   OfferInterrupted();
   OfferHalfRenamed();
 }
 
 void frmRWS::ShowRecoveredBar() {
-  if (recovered_.empty()) return bars->Hide(kRecoveredBar);
+  if (recovery_.Offered.empty()) return bars->Hide(kRecoveredBar);
   std::vector<std::string> names;
   std::size_t readable = 0, changed = 0;
-  for (const auto& edits : RecoveredByNow(session_.History, recovered_)) {
+  for (const auto& edits : recovery_.Offered) {
     if (edits.Fault.empty()) ++readable;
     if (edits.Fault.empty() && HasChangedSince(session_.Services, edits)) ++changed;
     names.push_back(edits.Fault.empty() ? edits.Path : edits.File);
   }
-  QString text = tr("Unsaved edits of %1 were kept.").arg(Missions(recovered_.size()));
+  QString text = tr("Unsaved edits of %1 were kept.").arg(Missions(recovery_.Offered.size()));
   if (changed > 0)
     text += u' ' + tr("Since then the file has changed or gone: %1.").arg(Missions(changed));
-  if (readable < recovered_.size())
+  if (readable < recovery_.Offered.size())
     text += u' ' + tr("%1 of the files cannot be read: %2")
-                       .arg(recovered_.size() - readable)
-                       .arg(FromPath(recovered_.back().Fault));
+                       .arg(recovery_.Offered.size() - readable)
+                       .arg(FromPath(recovery_.Offered.back().Fault));
   BarContent bar{BarKind::Info, text + u' ' + NameList(names), {}, {}};
   if (readable > 0) {
     bar.Buttons.push_back({tr("Restore"), [this] { RestoreEdits(); }});
     bar.Buttons.push_back({tr("Show"), [this] { CompareRecovered(); }});
   }
   bar.Buttons.push_back({tr("Discard"), [this] {
-                           for (const auto& edits : recovered_)
+                           for (const auto& edits : recovery_.Offered)
                              NoticeAndLeave(session_.Services,
                                             [&] { DiscardRecovered(session_.Services, edits); });
-                           recovered_.clear();
+                           recovery_.Offered.clear();
                            bars->Hide(kRecoveredBar);
                          }});
   bars->Show(kRecoveredBar, bar);
@@ -121,7 +122,7 @@ void frmRWS::ShowRecoveredBar() {
 
 /** Those of one folder; the bar keeps offering the others. */
 void frmRWS::RestoreEdits() {
-  auto here = RecoveredByNow(session_.History, recovered_);
+  auto here = recovery_.Offered;
   const auto first = std::find_if(here.begin(), here.end(),
                                   [](const Recovered& edits) { return edits.Fault.empty(); });
   if (first == here.end()) return;
@@ -138,7 +139,7 @@ void frmRWS::RestoreEdits() {
   // The folder may be on show under another name.
   for (auto& edits : here) edits.Path = BuildPath(session_.Doc.MissionDir, GetFileName(edits.Path));
   const auto paths = RestoreRecovered(session_, recovery_, here);
-  std::erase_if(recovered_, [&](const Recovered& edits) {
+  std::erase_if(recovery_.Offered, [&](const Recovered& edits) {
     return std::any_of(here.begin(), here.end(),
                        [&](const Recovered& restored) { return restored.File == edits.File; });
   });
@@ -150,7 +151,7 @@ void frmRWS::RestoreEdits() {
 
 /** Each of the missions beside what stands on disk. */
 void frmRWS::CompareRecovered() {
-  for (const auto& edits : RecoveredByNow(session_.History, recovered_)) {
+  for (const auto& edits : std::vector(recovery_.Offered)) {
     if (!edits.Fault.empty()) continue;
     frmCompare form(session_, this);
     form.Subject = edits.Path;

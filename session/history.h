@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "mission/document.h"
@@ -74,6 +75,9 @@ struct History {
   std::map<std::string, MissionState> Known;
   std::map<std::string, SeenFile> Seen;
   std::size_t Readings = 0;
+  /** Files of missions that have got other names, old and new, each rename for itself; what is kept
+      of edits on disk has still to follow. */
+  std::vector<std::vector<std::pair<std::string, std::string>>> Moves;
 
   /** What is being done to files now, for the step that is being made. */
   FileJournal Journal;

@@ -160,16 +160,6 @@ std::optional<UntouchedLines> ChoiceFor(const Document& doc, const std::string& 
   return own == doc.UntouchedOf.end() ? std::nullopt : std::optional(own->second);
 }
 
-/** All are taken out first: a new name may be the old one of another. */
-template <class Value>
-void MoveKeys(std::map<std::string, Value>& values,
-              const std::vector<std::pair<std::string, std::string>>& moves) {
-  std::vector<std::pair<std::string, Value>> moved;
-  for (const auto& [from, to] : moves)
-    if (auto node = values.extract(from)) moved.emplace_back(to, std::move(node.mapped()));
-  for (auto& [path, value] : moved) values[path] = std::move(value);
-}
-
 }  // namespace
 
 std::ptrdiff_t MissionAt(const Document& doc, const std::string& path) {
@@ -350,6 +340,7 @@ void RecordWhole(Session& session, const std::vector<std::string>& paths, const 
 void NoteMoved(Session& session, const std::vector<std::pair<std::string, std::string>>& moves) {
   MoveKeys(session.History.Known, moves);
   MoveKeys(session.Doc.UntouchedOf, moves);
+  if (!moves.empty()) session.History.Moves.push_back(moves);
 }
 
 void MoveRows(Document& doc, const std::vector<std::pair<std::string, std::string>>& moves) {

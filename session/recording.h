@@ -43,6 +43,17 @@ void CloseStep(Session& session);
 void NoteDropsOfDialog(Session& session, std::size_t first, const std::string& by,
                        const std::function<void(Mission&)>& edit);
 
+/** What is known by the old paths is by the new ones. All are taken out first: a new name may be
+   the old one of another. */
+template <class Value>
+void MoveKeys(std::map<std::string, Value>& values,
+              const std::vector<std::pair<std::string, std::string>>& moves) {
+  std::vector<std::pair<std::string, Value>> moved;
+  for (const auto& [from, to] : moves)
+    if (auto node = values.extract(from)) moved.emplace_back(to, std::move(node.mapped()));
+  for (auto& [path, value] : moved) values[path] = std::move(value);
+}
+
 /** Files of missions bear other names, each an old and a new path: what is known of them follows.
     The list does not. */
 void NoteMoved(Session& session, const std::vector<std::pair<std::string, std::string>>& moves);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <tuple>
+#include <utility>
 
 #include "mission/carry_edits.h"
 #include "mission/kept_merge.h"
@@ -13,7 +14,6 @@
 #include "services/paths.h"
 #include "services/text.h"
 #include "session/file_store.h"
-#include "session/file_undo.h"
 #include "session/half_renamed.h"
 #include "session/packing.h"
 #include "session/recording.h"
@@ -26,9 +26,8 @@ constexpr std::string_view kFirstLine = "RWS Edit unsaved edits ";
 constexpr char kExtension[] = ".edits";
 
 /** The lines "version", "checksum", "time" and "path", then the mission. */
-std::string Packed(const Services& services, const std::string& path, const Mission& mission) {
-  const std::string rest =
-      TimeText(services.System.Now()) + "\n" + PackText(path) + "\n" + PackMission(mission);
+std::string Packed(const std::string& time, const std::string& path, const Mission& mission) {
+  const std::string rest = time + "\n" + PackText(path) + "\n" + PackMission(mission);
   return std::string(kFirstLine) + RecordsVersion() + "\n" + Sha1(rest) + "\n" + rest;
 }
 
@@ -128,12 +127,40 @@ void FollowRenames(const Services& services, std::vector<Recovered>& found) {
   }
 }
 
+/** Renames of this run: a mission may have got the name that another one had. */
+void TakeMoves(Session& session, RecoveryState& state) {
+  const FileSystem& files = session.Services.Files;
+  for (const auto& moves : std::exchange(session.History.Moves, {})) {
+    MoveKeys(state.Written, moves);
+    for (const auto& [from, to] : moves)
+      if (const auto kept = state.Written.find(to); kept != state.Written.end())
+        kept->second.Own = nullptr;
+    for (auto& edits : state.Offered) {
+      const std::string folder = GetParentFolderName(edits.Path);
+      const auto move = std::find_if(moves.begin(), moves.end(), [&](const auto& names) {
+        return GetFileName(names.first) == GetFileName(edits.Path) &&
+               files.IsSameFile(GetParentFolderName(names.first), folder);
+      });
+      if (move == moves.end()) continue;
+      edits.Path = BuildPath(folder, GetFileName(move->second));
+      edits.Renamed = true;
+    }
+  }
+}
+
+void WriteName(const Services& services, Recovered& edits) {
+  if (!edits.Renamed) return;
+  services.Files.ReplaceFile(edits.File, Packed(edits.Time, edits.Path, edits.Mission));
+  edits.Renamed = false;
+}
+
 void WriteChanged(Session& session, RecoveryState& state, const std::string& path) {
   const FrozenMission own = session.History.Known.at(path).Own;
   auto& kept = state.Written[path];
   if (kept.Own == own) return;
   if (kept.File.empty()) kept.File = NewFile(session.Services, path);
-  session.Services.Files.ReplaceFile(kept.File, Packed(session.Services, path, Thaw(*own)));
+  const std::string time = TimeText(session.Services.System.Now());
+  session.Services.Files.ReplaceFile(kept.File, Packed(time, path, Thaw(*own)));
   kept.Own = own;
 }
 
@@ -185,6 +212,11 @@ std::string KeepUnsaved(Session& session, RecoveryState& state) {
     LogError(session.Services, caught.Text, "KeepUnsaved");
     if (reason.empty()) reason = caught.Text;
   };
+  TakeMoves(session, state);
+  // They are safe under the old name, too.
+  for (auto& edits : state.Offered)
+    Trap([&] { WriteName(session.Services, edits); },
+         [&](const Fault& caught) { LogError(session.Services, caught.Text, "KeepUnsaved"); });
   const auto unsaved = UnsavedMissions(session);
   for (const auto& path : unsaved) Trap([&] { WriteChanged(session, state, path); }, failed);
   std::erase_if(state.Written, [&](const auto& written) {
@@ -263,7 +295,7 @@ std::vector<std::string> RestoreRecovered(Session& session, RecoveryState& state
         // From now on it is this run's file.
         auto& kept = state.Written[edits->Path];
         if (!kept.File.empty()) kept.Earlier.push_back(kept.File);
-        kept.Own = session.History.Known[edits->Path].Own;
+        if (!edits->Renamed) kept.Own = session.History.Known[edits->Path].Own;
         kept.File = edits->File;
       }
     });
@@ -276,19 +308,6 @@ bool HasChangedSince(const Services& services, const Recovered& recovered) {
   ResumeNext(
       [&] { changed = !IsAsRead(recovered.Mission, services.Files.ReadFile(recovered.Path)); });
   return changed;
-}
-
-std::vector<Recovered> RecoveredByNow(const History& history, std::vector<Recovered> recovered) {
-  for (std::size_t step = 0; step < history.Done; ++step) {
-    const auto renames = NetRenames(history.Steps[step].Files);
-    for (auto& edits : recovered) {
-      const auto renamed = std::find_if(renames.begin(), renames.end(), [&](const auto& names) {
-        return names.first == edits.Path;
-      });
-      if (renamed != renames.end()) edits.Path = renamed->second;
-    }
-  }
-  return recovered;
 }
 
 void DiscardRecovered(const Services& services, const Recovered& recovered) {

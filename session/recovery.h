@@ -21,9 +21,11 @@ struct Recovered {
   rws::Mission Mission;
   /** Why they cannot be read; "" for those that can. */
   std::string Fault;
+  /** The mission has got another name, which `File` does not tell yet. */
+  bool Renamed = false;
 };
 
-/** What of this run's edits lies on disk. */
+/** What of edits lies on disk. */
 struct RecoveryState {
   struct Kept {
     FrozenMission Own;
@@ -31,15 +33,18 @@ struct RecoveryState {
     /** Files of earlier edits of the mission, which go with it. */
     std::vector<std::string> Earlier;
   };
-  /** By the mission's path. */
+  /** This run's, by the mission's path. */
   std::map<std::string, Kept> Written;
+  /** What earlier runs have left, until the user restores or discards it. */
+  std::vector<Recovered> Offered;
   /** The last failure has been told. */
   bool Told = false;
 };
 
 /** Brings the files of "Recovery" to what is unsaved now: writes those that have changed, each
-   whole or not at all, and deletes those of missions that no longer differ. Gives the reason of a
-    failure, "" for none; what was on disk before is still there then. */
+    whole or not at all, and deletes those of missions that no longer differ. Edits follow a rename
+    of their mission, also those that are only offered. Gives the reason of a failure, "" for none;
+    what was on disk before is still there then. */
 std::string KeepUnsaved(Session& session, RecoveryState& state);
 
 /** Keeps what earlier runs have left for this one, until `held` is dropped. False while another run
@@ -63,10 +68,6 @@ std::vector<std::string> RestoreRecovered(Session& session, RecoveryState& state
 
 /** True if the mission's file is no longer the one that the edits were made on. */
 bool HasChangedSince(const Services& services, const Recovered& recovered);
-
-/** The same edits, for the names that their missions have by now: renames of this run are followed.
-    A mission may have got the name that another one had. */
-std::vector<Recovered> RecoveredByNow(const History& history, std::vector<Recovered> recovered);
 
 /** The edits are no longer needed. */
 void DiscardRecovered(const Services& services, const Recovered& recovered);

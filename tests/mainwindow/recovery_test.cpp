@@ -148,9 +148,18 @@ TEST_F(RecoveryTest, EditsFollowRenamesOfTheirMission) {
   StartAnew();
   World_.Services.Ask.InputBox = [](auto&&...) { return std::optional<std::string>("1"); };
   Window->mnuTools[frmRWS::kRenameAll]->trigger();
-  EXPECT_EQ(Rows(), "101|102|103");
+  EXPECT_EQ(Rows() + Bars(), "101|102|103Unsaved edits of 1 mission were kept. 102.mis");
+  Undo();
+  EXPECT_EQ(Bars(), "Unsaved edits of 1 mission were kept. b.mis");
+  Redo();
+  // Another one takes the name, and the program ends before the edits are restored.
+  Box.Write("missions/1.mis", MissionText());
+  LookOutside();
+  Window->mnuTools[frmRWS::kRenameAll]->trigger();
+  StartAnew();
+  EXPECT_EQ(Bars(), "Unsaved edits of 1 mission were kept. 103.mis");
   EXPECT_EQ(Press("Restore"), "");
-  EXPECT_EQ(Rows(), "101|*102|103");
+  EXPECT_EQ(Rows(), "101|102|*103|104");
 }
 
 TEST_F(RecoveryTest, ACopyThatIsPutBackIsShownAsItIs) {

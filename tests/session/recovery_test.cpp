@@ -15,6 +15,7 @@
 #include "session/current.h"
 #include "session/doors.h"
 #include "session/frozen.h"
+#include "session/journal.h"
 #include "session/lines_rule.h"
 #include "session/packing.h"
 #include "session/recording.h"
@@ -277,6 +278,8 @@ TEST(Recovery, AFailureLeavesWhatWasKept) {
   const int steps = ForEachFailingStep([](FailingStep& step) {
     SessionDesk desk({"a", "b", "c"});
     desk.Run("fuel0=5 go=b base=x go=c fuel0=6 keep fuel0=7 go=a undo go=b base=y");
+    RecordFiles(desk.World, "Rename",
+                [&] { desk.World.Services.Files.MoveFile(desk.Path("b"), desk.Path("z")); });
     std::string reason;
     step.During(desk.World.Services.Files,
                 [&] { reason = KeepUnsaved(desk.World, desk.Recovery); });
