@@ -93,8 +93,10 @@ void frmRWS::ShowRecoveredBar() {
   if (recovery_.Offered.empty()) return bars->Hide(kRecoveredBar);
   std::vector<std::string> names;
   std::size_t readable = 0, changed = 0;
+  std::string fault;
   for (const auto& edits : recovery_.Offered) {
     if (edits.Fault.empty()) ++readable;
+    if (fault.empty()) fault = edits.Fault;
     if (edits.Fault.empty() && HasChangedSince(session_.Services, edits)) ++changed;
     names.push_back(edits.Fault.empty() ? edits.Path : edits.File);
   }
@@ -104,7 +106,7 @@ void frmRWS::ShowRecoveredBar() {
   if (readable < recovery_.Offered.size())
     text += u' ' + tr("%1 of the files cannot be read: %2")
                        .arg(recovery_.Offered.size() - readable)
-                       .arg(FromPath(recovery_.Offered.back().Fault));
+                       .arg(FromPath(fault));
   BarContent bar{BarKind::Info, text + u' ' + NameList(names), {}, {}};
   if (readable > 0) {
     bar.Buttons.push_back({tr("Restore"), [this] { RestoreEdits(); }});

@@ -134,7 +134,11 @@ TEST_F(RecoveryTest, TheNextStartOffersWhatTheMenuLeftUnasked) {
     EXPECT_EQ(Bars(), "");
     EXPECT_EQ(Kept(), 1U);
   }
+  Box.Write("program/Recovery/x.edits", "");
   StartAnew();
+  EXPECT_EQ(Bars(),
+            "Unsaved edits of 2 missions were kept. 1 of the files cannot be read: The file is "
+            "damaged. x.edits, b.mis");
   EXPECT_EQ(Press("Discard"), "");
   EXPECT_EQ(Bars(), "");
   EXPECT_EQ(Kept(), 0U);
