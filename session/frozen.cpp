@@ -9,6 +9,7 @@
 #include "mission/flight_values.h"
 #include "mission/kept_bases.h"
 #include "mission/kept_flights.h"
+#include "session/patched_route.h"
 
 namespace rws {
 
@@ -80,11 +81,6 @@ void PatchLines(LineArray& now, const LineArray& from, const LineArray& to) {
   patched.AddRange(to, next.First, next.Last);
   patched.AddRange(now, at + size, now.size());
   now = std::move(patched);
-}
-
-/** True if a step has not touched what belongs behind a waypoint. */
-bool SameSettings(const Waypoint& from, const Waypoint& to) {
-  return from.KeptTriggers == to.KeptTriggers && NeedsTriggers(from.Type) == NeedsTriggers(to.Type);
 }
 
 /** Waypoints that were moved about, taken out or put in bring the number of their line along. Where
@@ -232,29 +228,6 @@ void PatchNames(std::vector<std::string>& now, std::vector<std::string> from,
       now.insert(now.begin() + static_cast<std::ptrdiff_t>(std::min(i, now.size())), to[i]);
 }
 
-/** Takes a step's changes over into a route that others have made longer or shorter: each waypoint
-   is known by what the step started from. Null where one that it changed is not there. */
-std::optional<std::vector<Waypoint>> PatchedRoute(std::vector<Waypoint> now,
-                                                  const std::vector<Waypoint>& from,
-                                                  const std::vector<Waypoint>& to) {
-  if (now.size() == from.size() || from.size() != to.size()) return {};
-  auto next = now.begin();
-  for (std::size_t i = 0; i < from.size(); ++i) {
-    const auto found = std::find_if(
-        next, now.end(), [&](const Waypoint& one) { return !WaypointDiffers(one, from[i]); });
-    const bool isChanged = !SameRecord(from[i], to[i], false);
-    if (found == now.end() && isChanged) return {};
-    if (found == now.end()) continue;
-    next = found + 1;
-    if (!isChanged) continue;
-    const Waypoint old = *found;
-    PatchRecord(*found, from[i], to[i], false);
-    found->Line = EditedWaypoint(old.Line, from[i], to[i]);
-    if (!SameSettings(from[i], to[i])) found->KeptTriggers = to[i].KeptTriggers;
-  }
-  return now;
-}
-
 /** The same for a record that stands for itself, with where its rows stand. */
 template <class Record>
 void PatchWhole(Record& now, const Record& from, const Record& to) {
@@ -263,12 +236,12 @@ void PatchWhole(Record& now, const Record& from, const Record& to) {
     PatchRecord(now, from, to, false);
     BringSlotsBack(now, from, to);
     if (SameValue(from.Waypoints, to.Waypoints, true)) return;
-    auto route = now.KeptIn.empty() ? std::nullopt
-                                    : PatchedRoute(before.Waypoints, from.Waypoints, to.Waypoints);
-    if (route)
-      now.Waypoints = *std::move(route);
-    else
-      PatchRows(now, before, from, to);
+    auto route = now.KeptIn.empty() || !(from.KeptIn == to.KeptIn)
+                     ? std::nullopt
+                     : PatchedRoute(before.Waypoints, from.Waypoints, to.Waypoints);
+    if (!route) return PatchRows(now, before, from, to);
+    now.Waypoints = *std::move(route);
+    now.LastWaypoint = std::to_string(static_cast<std::ptrdiff_t>(now.Waypoints.size()) - 1);
   } else {
     const BornPlace before = now;
     PatchRecord(now, from, to, false);

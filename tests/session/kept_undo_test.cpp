@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "mission/kept_merge.h"
+#include "mission/kept_reader.h"
 #include "services/text.h"
 #include "session/doors.h"
 #include "session/lines_rule.h"
@@ -152,15 +153,25 @@ TEST_F(KeptUndo, LeavesWhatOthersWroteSince) {
     std::vector<std::pair<const char*, const char*>> Others;
   };
   const auto point = [](Mission& mission) -> Waypoint& { return mission.Flights[0].Waypoints[3]; };
-  const std::pair<const char*, const char*> remark = {" 500 300 &0", " 500.75 300 &0 // theirs"};
+  const auto route = [](Mission & mission) -> auto& { return mission.Flights[0].Waypoints; };
+  using Change = std::pair<const char*, const char*>;
+  const Change remark = {" 500 300 &0", " 500.75 300 &0 // theirs"};
+  const Change added = {"  LANDING_104",
+                        "  NORMFLY_403 1 2 3 4 &0\r\n  TRIGGERS 5 5 5 5 5\r\n  LANDING_104"};
   const std::string second = CrlfText(
       "[r0101]|  Planes 1|[r0101_Way]|  NORMFLY_401 1 2 3 4 &0|  TRIGGERS 1 1 1 1 1|"
       "  NORMFLY 5 6 7 8 &0");
   const std::string moved = second + "[r0100]\r\n";
   const Row rows[] = {
       {[&](Mission& mission) { point(mission).Type = "LANDING"; }, {remark}},
-      {[&](Mission& mission) { point(mission).Type = "LANDING"; },
-       {{"  LANDING_104", "  NORMFLY_403 1 2 3 4 &0\r\n  TRIGGERS 5 5 5 5 5\r\n  LANDING_104"}}},
+      {[&](Mission& mission) { point(mission).Type = "LANDING"; }, {added}},
+      {[&](Mission& mission) { route(mission).erase(route(mission).begin() + 3); }, {added}},
+      {[&](Mission& mission) { std::swap(route(mission)[1], route(mission)[3]); },
+       {added, {" 5 6 0 0", " 5 6 70 0"}}},
+      {[&](Mission& mission) {
+         route(mission).insert(route(mission).begin() + 2, ReadKeptWaypoint("NORMFLY 7 7 7 7"));
+       },
+       {{" 5 6 0 0", " 5 6 70 0"}}},
       {[&](Mission& mission) {
          point(mission).X = 7;
          point(mission).Line = Replace(point(mission).Line, " 1.00 ", " 7.00 ");
