@@ -128,9 +128,13 @@ void EditAircraft(const KeptText& text, LinePatch& patch, std::size_t base,
   if (section) return EditList(text, patch, *section, edited, known);
   // A section that comes back does so as a whole.
   LineArray lines = known.Text().Lines();
-  if (!known.Section()) lines.Add("[BornPlace" + std::to_string(base) + "]");
+  const std::string name = "BornPlace" + std::to_string(base);
+  if (!known.Section()) lines.Add("[" + name + "]");
   const KeptText whole(lines);
   LinePatch own(lines);
+  // Others may have put bases ahead of it since.
+  if (!EqualNoCase(whole.Sections().front().Name, name))
+    RenameSection(whole, own, whole.Sections().front(), name);
   EditList(whole, own, whole.Sections().front(), edited, known);
   const LineArray result = own.Result();
   for (std::size_t i = 0; i < result.size(); ++i)

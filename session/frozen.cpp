@@ -1,6 +1,9 @@
 #include "session/frozen.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <deque>
+#include <map>
 #include <optional>
 #include <type_traits>
 #include <utility>
@@ -211,9 +214,9 @@ bool SameParts(const Parts<Record>& a, const Parts<Record>& b) {
 void PatchNames(std::vector<std::string>& now, std::vector<std::string> from,
                 const std::vector<std::string>& to) {
   const auto take = [](std::vector<std::string>& names, const std::string& name) {
-    const auto found = std::find(names.begin(), names.end(), name);
-    if (found == names.end()) return false;
-    names.erase(found);
+    const auto found = std::find(names.rbegin(), names.rend(), name);
+    if (found == names.rend()) return false;
+    names.erase(std::next(found).base());
     return true;
   };
   std::vector<std::size_t> added;
@@ -303,9 +306,35 @@ void PatchNamed(std::vector<Record>& now, const Parts<Record>& from, const Parts
       now.insert(now.begin() + static_cast<std::ptrdiff_t>(std::min(i, now.size())), *to[i]);
 }
 
+/** Others have put bases in, moved them about or taken some out since: each is known by its place
+    then. One that they gave another place is known by its row, if they left all rows. */
+void PatchPlaced(std::vector<BornPlace>& now, const Parts<BornPlace>& from,
+                 const Parts<BornPlace>& to) {
+  const auto placeOf = [](const BornPlace& base) { return std::pair(base.X, base.Y); };
+  std::map<std::pair<std::int32_t, std::int32_t>, std::deque<std::size_t>> left;
+  for (std::size_t i = 0; i < now.size(); ++i) left[placeOf(now[i])].push_back(i);
+  std::vector<bool> isTaken(now.size());
+  std::vector<std::size_t> moved;
+  for (std::size_t i = 0; i < from.size(); ++i) {
+    auto& rows = left[placeOf(*from[i])];
+    if (rows.empty()) {
+      moved.push_back(i);
+      continue;
+    }
+    if (from[i] != to[i]) PatchWhole(now[rows.front()], *from[i], *to[i]);
+    isTaken[rows.front()] = true;
+    rows.pop_front();
+  }
+  for (const std::size_t i : moved)
+    if (now.size() == from.size() && !isTaken[i] && from[i] != to[i])
+      PatchWhole(now[i], *from[i], *to[i]);
+}
+
 template <class Record>
 void PatchParts(std::vector<Record>& now, const Parts<Record>& from, const Parts<Record>& to) {
   if (from == to) return;
+  if constexpr (std::is_same_v<Record, BornPlace>)
+    if (from.size() == to.size()) return PatchPlaced(now, from, to);
   bool follows = now.size() == from.size();
   if constexpr (requires { now[0].Name; }) {
     follows = std::equal(now.begin(), now.end(), from.begin(), from.end(),

@@ -181,6 +181,17 @@ TEST_F(KeptUndo, LeavesWhatOthersWroteSince) {
          mission.BornPlaces[0].Planes.erase(mission.BornPlaces[0].Planes.begin());
        },
        {{"  Hs-129 0", "  Hs-129 1\r\n  + bb"}, {" 4xSC50\r\n", " 4xSC50\r\n  D 5\r\n"}}},
+      {[](Mission& mission) { mission.BornPlaces[0].Planes.push_back("Hs-129"); },
+       {{"  Hs-129 0", "  Hs-129 1\r\n  D 5"}}},
+      {[](Mission& mission) {
+         mission.BornPlaces[0].Planes.pop_back();
+         mission.BornPlaces[1].Planes.clear();
+         mission.BornPlaces[1].X = 7;
+       },
+       {{"[BornPlace]\r\n", "[BornPlace]\r\n  2 9 5 6\r\n"},
+        {"[BornPlace1]", "[BornPlace2]"},
+        {"[BornPlace0]", "[BornPlace0]\r\n  D 5\r\n[BornPlace1]"},
+        {"Countries0", "Countries1"}}},
       {[&](Mission& mission) { point(mission).Alt = "900"; },
        {{"  r0100\r\n  r0101\r\n", "  r0101\r\n  r0100\r\n"},
         {second.c_str(), ""},
