@@ -12,6 +12,7 @@
 #include "mission/flight_values.h"
 #include "mission/kept_bases.h"
 #include "mission/kept_flights.h"
+#include "services/text.h"
 #include "session/patched_route.h"
 
 namespace rws {
@@ -210,11 +211,13 @@ bool SameParts(const Parts<Record>& a, const Parts<Record>& b) {
   });
 }
 
-/** Takes out of a list what a step did, and puts in what it did; all else stays. */
+/** Takes out of a list what a step did, and puts in what it did; all else stays. The file may spell
+    a name in another letter case than the record that was written. */
 void PatchNames(std::vector<std::string>& now, std::vector<std::string> from,
                 const std::vector<std::string>& to) {
   const auto take = [](std::vector<std::string>& names, const std::string& name) {
-    const auto found = std::find(names.rbegin(), names.rend(), name);
+    const auto found = std::find_if(names.rbegin(), names.rend(),
+                                    [&](const std::string& one) { return EqualNoCase(one, name); });
     if (found == names.rend()) return false;
     names.erase(std::next(found).base());
     return true;
@@ -224,7 +227,8 @@ void PatchNames(std::vector<std::string>& now, std::vector<std::string> from,
     if (!take(from, to[i])) added.push_back(i);
   for (const auto& name : from) take(now, name);
   const auto count = [](const std::vector<std::string>& names, const std::string& name) {
-    return std::count(names.begin(), names.end(), name);
+    return std::count_if(names.begin(), names.end(),
+                         [&](const std::string& one) { return EqualNoCase(one, name); });
   };
   for (const std::size_t i : added)
     if (count(now, to[i]) < count(to, to[i]))

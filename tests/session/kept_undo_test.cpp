@@ -181,7 +181,11 @@ TEST_F(KeptUndo, LeavesWhatOthersWroteSince) {
          mission.BornPlaces[0].Planes.erase(mission.BornPlaces[0].Planes.begin());
        },
        {{"  Hs-129 0", "  Hs-129 1\r\n  + bb"}, {" 4xSC50\r\n", " 4xSC50\r\n  D 5\r\n"}}},
-      {[](Mission& mission) { mission.BornPlaces[0].Planes.push_back("Hs-129"); },
+      {[](Mission& mission) {
+         auto& planes = mission.BornPlaces[0].Planes;
+         planes.push_back("Hs-129");
+         planes.insert(planes.begin(), "bf-109e-4");
+       },
        {{"  Hs-129 0", "  Hs-129 1\r\n  D 5"}}},
       {[](Mission& mission) {
          mission.BornPlaces[0].Planes.pop_back();
