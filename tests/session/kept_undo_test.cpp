@@ -171,7 +171,7 @@ TEST_F(KeptUndo, LeavesWhatOthersWroteSince) {
       {[&](Mission& mission) {
          route(mission).insert(route(mission).begin() + 2, ReadKeptWaypoint("NORMFLY 7 7 7 7"));
        },
-       {{" 5 6 0 0", " 5 6 70 0"}}},
+       {{" 7 7 7 7", " 7 7 9 7"}, {" 5 6 0 0", " 5 6 70 0"}}},
       {[&](Mission& mission) {
          point(mission).X = 7;
          point(mission).Line = Replace(point(mission).Line, " 1.00 ", " 7.00 ");
