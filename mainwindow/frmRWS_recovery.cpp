@@ -59,6 +59,8 @@ void frmRWS::ConnectRecovery() {
 /** False if they are in memory only. */
 bool frmRWS::KeepEdits() {
   Record(session_, nullptr);
+  // The run that held it may have ended: a third one is not to take the edits of this one.
+  if (!recoveredHeld_) HoldRecovered(session_.Services, recoveredHeld_);
   const std::string reason = KeepUnsaved(session_, recovery_);
   recoveryTimer_->setInterval(reason.empty() ? kKeepMilliseconds : kTryAgainMilliseconds);
   if (!reason.empty()) recoveryTimer_->start();

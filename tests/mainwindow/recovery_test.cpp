@@ -134,11 +134,14 @@ TEST_F(RecoveryTest, TheNextStartOffersWhatTheMenuLeftUnasked) {
     EXPECT_EQ(Bars(), "");
     EXPECT_EQ(Kept(), 1U);
   }
+  EditDark();
+  Tick();
+  EXPECT_ANY_THROW(World_.Services.Files.Hold(Box.Path("program/Recovery.lock"), 0));
   Box.Write("program/Recovery/x.edits", "");
   StartAnew();
   EXPECT_EQ(Bars(),
-            "Unsaved edits of 2 missions were kept. 1 of the files cannot be read: The file is "
-            "damaged. x.edits, b.mis");
+            "Unsaved edits of 3 missions were kept. 1 of the files cannot be read: The file is "
+            "damaged. x.edits, a.mis, b.mis");
   EXPECT_EQ(Press("Discard"), "");
   EXPECT_EQ(Bars(), "");
   EXPECT_EQ(Kept(), 0U);
