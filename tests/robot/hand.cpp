@@ -272,7 +272,8 @@ void OpenMenu(Stage& stage, QWidget* window, const Action& action) {
 }
 
 void Resize(Stage&, QWidget* window, const Action& action) {
-  if (qobject_cast<QMenu*>(window) || !window->isWindow()) return;
+  // No user can resize a popup; the arrows of a list in one do not come to rest at some sizes.
+  if (window->windowType() == Qt::Popup || !window->isWindow()) return;
   constexpr int kSizes[] = {1, 60, 400, 800, 1100, 3000};
   Tell(window, "resize");
   window->resize(kSizes[action.N[0] % std::size(kSizes)], kSizes[action.N[1] % std::size(kSizes)]);
