@@ -115,6 +115,13 @@ bool IsOfFile(std::string_view line) {
   return words.size() > 0 && (isIndented || isWhole);
 }
 
+/** One that is beyond all numbers stays as it is, and keeps no other value from being written. */
+std::string WholeOf(const std::string& value) {
+  std::string whole = value;
+  ResumeNext([&] { whole = WholeNumberWord(value); });
+  return whole;
+}
+
 }  // namespace
 
 std::string EditedWaypoint(std::string_view text, const Waypoint& read, const Waypoint& edited) {
@@ -125,13 +132,12 @@ std::string EditedWaypoint(std::string_view text, const Waypoint& read, const Wa
   for (const auto place : {RouteLine::kX, RouteLine::kY})
     if (before.Word(place) != after.Word(place)) line.Set(place, std::string(after.Word(place)));
   const auto setNumber = [&](std::size_t place, const std::string& was, const std::string& is) {
-    const auto wanted = WholeNumberWord(is);
-    if (WholeNumberWord(was) == wanted) return;
+    const auto wanted = WholeOf(is);
+    if (WholeOf(was) == wanted) return;
     // An undo brings back how it was spelled.
     const std::string known(isSpelled ? after.Word(place) : "");
-    line.Set(place, !known.empty() && WholeNumberWord(known) == wanted
-                        ? known
-                        : NumberLike(line.Word(place), is));
+    line.Set(place,
+             !known.empty() && WholeOf(known) == wanted ? known : NumberLike(line.Word(place), is));
   };
   setNumber(RouteLine::kAlt, read.Alt, edited.Alt);
   setNumber(RouteLine::kSpeed, read.Speed, edited.Speed);
@@ -294,8 +300,8 @@ std::vector<std::string> RouteTail(std::string_view line) {
 
 bool WaypointDiffers(const Waypoint& a, const Waypoint& b) {
   if (a.Type != b.Type || a.Marker != b.Marker) return true;
-  if (WholeNumberWord(a.Alt) != WholeNumberWord(b.Alt)) return true;
-  if (WholeNumberWord(a.Speed) != WholeNumberWord(b.Speed)) return true;
+  if (WholeOf(a.Alt) != WholeOf(b.Alt)) return true;
+  if (WholeOf(a.Speed) != WholeOf(b.Speed)) return true;
   if (a.Line == b.Line) return false;
   const WordLine one(a.Line), other(b.Line);
   // One that is missing counts as 0.

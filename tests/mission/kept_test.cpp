@@ -74,10 +74,10 @@ TEST_F(Kept, ReadsAsTheGameDoes) {
   EXPECT_EQ(m.BornPlaces[0].Planes, (std::vector<string>{"Bf-109E-4", "Unknown-1"}));
   const BornPlace& base = m.BornPlaces[1];
   EXPECT_TRUE(base.Army == 2 && base.Radius == 5000 && base.X == 1 && base.Y == 2);
-  const Mission beyond = Read("[a]\nPlanes 1\n[a_Way]\nT 1 2 1e999 300\n");
+  const string text = "[a]\nPlanes 1\n[a_Way]\nT 1 2 1e999 1e999.x,3\n";
+  const Mission beyond = Read(text);
   ASSERT_TRUE(beyond.Loaded);
-  EXPECT_EQ(beyond.Flights.at(0).Waypoints.at(0).Alt + "|" + Written(beyond),
-            "0|[a]\nPlanes 1\n[a_Way]\nT 1 2 1e999 300\n");
+  EXPECT_EQ(beyond.Flights.at(0).Waypoints.at(0).Alt + "|" + Written(beyond), "0|" + text);
 }
 
 TEST_F(Kept, EditsWhatFilesHoldTwiceOrLeaveOpen) {
