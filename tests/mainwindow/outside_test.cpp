@@ -28,6 +28,11 @@ TEST_F(OutsideTest, AMissionWithEditsStaysStruckAndCanBeSavedAgain) {
   Save();
   EXPECT_EQ(Rows(), "a|b|c");
   EXPECT_NE(FileText("a").find("numberOn0 0"), std::string::npos);
+  for (const char* name : {"a", "b"}) Box.Remove(std::string("missions/") + name + ".mis");
+  Box.Write("missions/c.mis", MissionText("1750.0"));
+  LookOutside();
+  EXPECT_EQ(Rows(), "c");
+  EXPECT_EQ(Panel().txtWeather->text(), "1750") << "the next one is shown";
 }
 
 TEST_F(OutsideTest, AChangedFileIsOfferedAndReloadIsAStep) {
