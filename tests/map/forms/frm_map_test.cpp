@@ -247,6 +247,10 @@ TEST_F(MapWindowTest, PointsComeAndGo) {
             "TAKEOFF 1000.00 2000.00|GATTACK 8000.00 6000.00|NORMFLY 4000.25 6000.50|"
             "LANDING 1000.00 2500.00");
   Map().mnuWholeRoute->trigger();
+  const double scale = Map().view->Shown().Projection.MetresPerPixel;
+  Map().mnuZoomOut->trigger();
+  EXPECT_GT(Map().view->Shown().Projection.MetresPerPixel, scale);
+  Map().mnuZoomIn->trigger();
   Key(Qt::Key_Up);
   EXPECT_EQ(Places(),
             "TAKEOFF 1000.00 2000.00|GATTACK 8000.00 6100.00|NORMFLY 4000.25 6100.50|"
