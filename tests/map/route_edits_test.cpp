@@ -167,6 +167,8 @@ TEST(RouteEdits, KeepOnePointAndKnowTheirLimits) {
   other.Own(0).Waypoints[3].Speed = "0";
   const std::size_t added = InsertWaypoint(other.W.Doc, 0, 2, {1, 1});
   EXPECT_EQ(other.Own(0).Waypoints[added].Speed, "350");
+  EXPECT_EQ(InsertWaypoint(other.W.Doc, 0, 0, {1, 1}), 1U);
+  EXPECT_EQ(other.Own(0).Waypoints[1].Alt, "500") << "the ground has no height to give";
 }
 
 TEST(RouteEdits, CoordinatesHaveTwoDecimals) {
