@@ -13,6 +13,7 @@
 #include "mission/kept_bases.h"
 #include "mission/kept_flights.h"
 #include "services/text.h"
+#include "session/patched_lines.h"
 #include "session/patched_route.h"
 
 namespace rws {
@@ -48,43 +49,6 @@ bool SameRecord(const Record& a, const Record& b, bool stateToo) {
     same = SameValue(a.*field.Pointer, b.*field.Pointer, stateToo);
   });
   return same;
-}
-
-/** Lines `first` to `last` - 1. */
-struct Range {
-  std::size_t First, Last;
-};
-
-bool SameLines(const LineArray& a, Range range, const LineArray& b, std::size_t at) {
-  if (at + (range.Last - range.First) > b.size()) return false;
-  for (std::size_t i = range.First; i < range.Last; ++i)
-    if (a[i] != b[at + i - range.First]) return false;
-  return true;
-}
-
-/** What is different between `from` and `to` is one stretch of lines. In `now` it is looked for at
-    its distance from the end, before which flights may have come and gone, then at that from the
-    beginning; a text that has it at neither becomes `to`. */
-void PatchLines(LineArray& now, const LineArray& from, const LineArray& to) {
-  const std::size_t shorter = std::min(from.size(), to.size());
-  std::size_t before = 0, behind = 0;
-  while (before < shorter && from[before] == to[before]) ++before;
-  while (before + behind < shorter && from[from.size() - 1 - behind] == to[to.size() - 1 - behind])
-    ++behind;
-  const Range old{before, from.size() - behind}, next{before, to.size() - behind};
-  const std::size_t size = old.Last - old.First;
-  std::size_t at = now.size() - std::min(now.size(), behind + size);
-  if (!SameLines(from, old, now, at)) at = before;
-  if (!SameLines(from, old, now, at)) {
-    now = to;
-    return;
-  }
-  LineArray patched;
-  patched.Reserve(now.FileText().size() + to.FileText().size(), now.size() + to.size());
-  patched.AddRange(now, 0, at);
-  patched.AddRange(to, next.First, next.Last);
-  patched.AddRange(now, at + size, now.size());
-  now = std::move(patched);
 }
 
 /** Waypoints that were moved about, taken out or put in bring the number of their line along. Where
@@ -126,7 +90,10 @@ template <class Value>
 void PatchValue(Value& now, const Value& from, const Value& to, bool careful) {
   if (SameValue(from, to, false)) return;
   if constexpr (std::is_same_v<Value, LineArray>) {
-    if (!careful && !(now == from)) return PatchLines(now, from, to);
+    if (!careful && !(now == from)) {
+      now = PatchedLines(now, from, to);
+      return;
+    }
   }
   if constexpr (RecordArray<Value>) {
     if (now.size() == from.size() && from.size() == to.size()) {

@@ -196,6 +196,12 @@ TEST_F(KeptUndo, LeavesWhatOthersWroteSince) {
         {"[BornPlace1]", "[BornPlace2]"},
         {"[BornPlace0]", "[BornPlace0]\r\n  D 5\r\n[BornPlace1]"},
         {"Countries0", "Countries1"}}},
+      {[](Mission& mission) {
+         for (std::size_t i = 0; i < mission.Lines.size(); ++i)
+           mission.Lines.Set(
+               i, Replace(Replace(mission.Lines[i], "  de", "  ru"), "Target", "Bridge"));
+       },
+       {{"[MAIN]\r\n", "[MAIN]\r\n  theirs 1\r\n"}, {"Hs-129 5", "Hs-129 6"}}},
       {[&](Mission& mission) { point(mission).Alt = "900"; },
        {{"  r0100\r\n  r0101\r\n", "  r0101\r\n  r0100\r\n"},
         {second.c_str(), ""},
