@@ -70,6 +70,21 @@ bool TakesAway(const std::vector<FileChange>& changes, const std::string& path) 
   });
 }
 
+/** Edits of missions whose files have gone, and whose names others get, go with the step. */
+void NoteTakenOver(const Session& session, Step& step,
+                   const std::vector<std::pair<std::string, std::string>>& moves) {
+  const auto& known = session.History.Known;
+  for (const auto& path : UnsavedMissions(session)) {
+    const auto names = [&](const auto& move) {
+      return move.second == path && known.contains(move.first);
+    };
+    const auto leaves = [&](const auto& move) { return move.first == path; };
+    if (std::any_of(moves.begin(), moves.end(), names) &&
+        std::none_of(moves.begin(), moves.end(), leaves))
+      step.Missions.push_back({path, known.at(path), {}});
+  }
+}
+
 }  // namespace
 
 Journaling::Journaling(Session& session) : session_(session) {
@@ -91,6 +106,7 @@ void AddFileStep(Session& session, const std::string& title, bool apart) {
   step.Files = std::exchange(session.History.Journal.Changes, {});
   if (step.Files.empty()) return;
   auto moves = NetRenames(step.Files);
+  NoteTakenOver(session, step, moves);
   NoteMoved(session, moves);
   // Most commands have moved the rows themselves; a new name may be the old one of another row.
   const auto& rows = session.Doc.MissionFiles;

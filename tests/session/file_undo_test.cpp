@@ -263,6 +263,19 @@ TEST(FileUndo, ADeletedMissionWithATwinKeepsItsEdits) {
   EXPECT_EQ(desk.State("a"), "5,100,100/2^100*!");
 }
 
+TEST(FileUndo, EditsOfAMissionThatHasGoneComeBackFromUnderItsNewNamesake) {
+  SessionDesk desk({"a", "b"});
+  desk.Run("fuel0=5 go=b gone=a");
+  RecordFiles(desk.World, "Rename",
+              [&] { desk.World.Services.Files.MoveFile(desk.Path("b"), desk.Path("a")); });
+  desk.Reread("Rename");
+  EXPECT_EQ(UnsavedMissions(desk.World), std::vector<std::string>());
+  desk.Run("undo redo");
+  EXPECT_EQ(desk.State("a"), "100,100,100/2^100");
+  desk.Run("undo");
+  EXPECT_EQ(desk.State("a") + " " + desk.State("b"), "5,100,100/2^100*! 100,100,100/2^100");
+}
+
 /** Steps before a rename that was left out follow the names. */
 TEST(FileUndo, ARenameThatIsLeftOutHandsItsNamesOn) {
   SessionDesk desk({"n00", "n01", "n02"});
