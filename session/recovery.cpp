@@ -295,7 +295,9 @@ std::vector<std::string> RestoreRecovered(Session& session, RecoveryState& state
         // From now on it is this run's file.
         auto& kept = state.Written[edits->Path];
         if (!kept.File.empty()) kept.Earlier.push_back(kept.File);
-        if (!edits->Renamed) kept.Own = session.History.Known[edits->Path].Own;
+        // On top of this run's edits it is written anew: after a crash the latest comes last.
+        const bool asWritten = kept.Earlier.empty() && !edits->Renamed;
+        if (asWritten) kept.Own = session.History.Known[edits->Path].Own;
         kept.File = edits->File;
       }
     });

@@ -38,6 +38,14 @@ struct NextStart {
     Found = FindRecovered(W.Services);
   }
   std::vector<std::string> Restore() { return RestoreRecovered(W, State, Found); }
+  /** A later edit of the first mission. */
+  void EditAnew() {
+    W.Clock.Day = 5;
+    LoadMission(W.Doc, W.Services, 0);
+    NoteRead(W, 0);
+    Edit(W, {nullptr, "Fuel"}, [&] { W.Doc.Missions[0].Flights[0].Fuel = "77"; });
+    EXPECT_EQ(KeepUnsaved(W, State), "");
+  }
   bool Save(const std::string& path) {
     W.Doc.CurMission = static_cast<int>(MissionAt(W.Doc, path));
     return SaveOne(W, path, {});
@@ -322,6 +330,19 @@ TEST(Recovery, OddNamesAreKept) {
   }
 }
 
+TEST(Recovery, EditsThatWereRestoredOntoOthersComeBackOnTop) {
+  SessionDesk desk({"a"});
+  desk.Run("fuel0=5 keep");
+  NextStart second(desk);
+  second.EditAnew();
+  second.Restore();
+  second.W.Clock.Day = 6;
+  EXPECT_EQ(KeepUnsaved(second.W, second.State), "");
+  NextStart third(desk);
+  third.Restore();
+  EXPECT_EQ(third.W.Doc.Missions[0].Flights[0].Fuel, "5");
+}
+
 /** A run that does not restore what an earlier one has left writes beside it. */
 TEST(Recovery, EditsOfAnEarlierRunStay) {
   SessionDesk desk({"a"}, "out/a.mis=" + TaggedMission("out"));
@@ -333,12 +354,7 @@ TEST(Recovery, EditsOfAnEarlierRunStay) {
   for (const char* folder : {"in", "out"}) {
     OpenFolderKeeping(second.W, desk.Box.Path(folder));
     RestoreRecovered(second.W, second.State, {});
-    second.W.Clock.Day = 5;
-    Mission& mission = second.W.Doc.Missions[0];
-    LoadMission(second.W.Doc, second.W.Services, 0);
-    NoteRead(second.W, 0);
-    Edit(second.W, {nullptr, "Fuel"}, [&] { mission.Flights[0].Fuel = "77"; });
-    EXPECT_EQ(KeepUnsaved(second.W, second.State), "");
+    second.EditAnew();
   }
   EXPECT_EQ(desk.Box.Read(std::string(kFolder) + "/" + first), bytes);
   ASSERT_EQ(FindRecovered(desk.World.Services).size(), 3u);
