@@ -266,12 +266,15 @@ void PatchNamed(std::vector<Record>& now, const Parts<Record>& from, const Parts
     return std::any_of(parts.begin(), parts.end(),
                        [&](const auto& part) { return part->Name == name; });
   };
-  for (std::size_t i = 0; i < from.size(); ++i) {
-    const auto found = Named(now, from[i]->Name);
-    if (found == now.end()) continue;
-    if (paired && from[i] != to[i]) PatchWhole(*found, *from[i], *to[i]);
-    if (!paired && !has(to, from[i]->Name)) now.erase(found);
-  }
+  // One may get the name that another one has had: all are found first.
+  std::vector<std::size_t> places;
+  for (const auto& part : from)
+    places.push_back(static_cast<std::size_t>(Named(now, part->Name) - now.begin()));
+  for (std::size_t i = 0; i < from.size() && paired; ++i)
+    if (places[i] < now.size() && from[i] != to[i]) PatchWhole(now[places[i]], *from[i], *to[i]);
+  for (std::size_t i = 0; i < from.size() && !paired; ++i)
+    if (const auto found = Named(now, from[i]->Name); found != now.end() && !has(to, from[i]->Name))
+      now.erase(found);
   for (std::size_t i = 0; i < to.size() && !paired; ++i)
     if (!has(from, to[i]->Name) && Named(now, to[i]->Name) == now.end())
       now.insert(now.begin() + static_cast<std::ptrdiff_t>(std::min(i, now.size())), *to[i]);

@@ -202,6 +202,12 @@ TEST_F(KeptUndo, LeavesWhatOthersWroteSince) {
                i, Replace(Replace(mission.Lines[i], "  de", "  ru"), "Target", "Bridge"));
        },
        {{"[MAIN]\r\n", "[MAIN]\r\n  theirs 1\r\n"}, {"Hs-129 5", "Hs-129 6"}}},
+      {[](Mission& mission) {
+         mission.Flights[0].Name = "r0102";
+         mission.Flights[1].Name = "r0100";
+       },
+       {{"[Wing]\r\n", "[Wing]\r\n  x0100\r\n"},
+        {"[NStationary]", "[x0100]\r\n  Planes 1\r\n[NStationary]"}}},
       {[&](Mission& mission) { point(mission).Alt = "900"; },
        {{"  r0100\r\n  r0101\r\n", "  r0101\r\n  r0100\r\n"},
         {second.c_str(), ""},
