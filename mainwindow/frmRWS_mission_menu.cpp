@@ -57,6 +57,7 @@ void frmRWS::RunFileCommand(const std::string& name,
     lstMission->MarkGone(session_.Doc.CurMission);
   else if (outcome != ToolOutcome::Nothing)
     EndMissionCommand(outcome == ToolOutcome::Reread, name);
+  KeepRenamed();
   ShowHistory();
 }
 

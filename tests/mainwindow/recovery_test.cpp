@@ -153,6 +153,11 @@ TEST_F(RecoveryTest, EditsFollowRenamesOfTheirMission) {
   Edit();
   Window->mnuExit->trigger();
   StartAnew();
+  ClickRow(1);
+  World_.Script.Expect("Are you sure you want to delete\nb?", Answer::Yes);
+  Window->mnuMissionPop[frmRWS::kDelete]->trigger();
+  EXPECT_NE(Bars().find("has changed or gone"), std::string::npos);
+  Undo();
   World_.Services.Ask.InputBox = [](auto&&...) { return std::optional<std::string>("1"); };
   Window->mnuTools[frmRWS::kRenameAll]->trigger();
   EXPECT_EQ(Rows() + Bars(), "101|102|103Unsaved edits of 1 mission were kept. 102.mis");
