@@ -75,8 +75,10 @@ class Driver {
     ask.Folder = [](auto&&...) { return std::string(); };
   }
 
-  /** Each text of a mission is in the diary before the first of its bytes is on disk. */
+  /** Each text of a mission is in the diary before the first of its bytes is on disk, and what an
+      edit has taken back before what was kept of it is deleted. */
   void Watch(const FileStep& step) {
+    if (step.Action == "delete" && step.Path.ends_with(".edits")) NoteClean();
     if (step.Action == "create") written_.clear();
     if (step.Action == "write") written_ += step.Bytes;
     if (step.Action != "flush" || !IsMission(step.Path)) return;
@@ -99,11 +101,12 @@ class Driver {
   /** What is unsaved may be kept by what comes next, and what no longer is, forgotten. */
   void MayKeep() {
     Record(session_, nullptr);
+    for (const auto& [mark, sum] : UnsavedTexts()) diary_.Keeps(mark, sum);
+    NoteClean();
+  }
+  void NoteClean() {
     std::set<std::string> unsaved;
-    for (const auto& [mark, sum] : UnsavedTexts()) {
-      unsaved.insert(mark);
-      diary_.Keeps(mark, sum);
-    }
+    for (const auto& [mark, sum] : UnsavedTexts()) unsaved.insert(mark);
     for (const auto& mark : dirty_)
       if (!unsaved.contains(mark)) diary_.Clean(mark);
     std::erase_if(dirty_, [&](const auto& mark) { return !unsaved.contains(mark); });
