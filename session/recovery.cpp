@@ -51,14 +51,20 @@ void Unpack(std::string_view bytes, Recovered& recovered) {
   recovered.Mission = UnpackMission(bytes);
 }
 
-/** A name of its own for each run: what an earlier one has left is not written over. */
-std::string NewFile(const Services& services, const std::string& path) {
+/** A name of its own for each run: what an earlier one has left is not written over. Nor is one
+    taken that another mission has had since it was called so, and could not be written yet. */
+std::string NewFile(const Services& services, const RecoveryState& state, const std::string& path) {
   MakeFolder(services, RecoveryFolder(services));
+  const auto isTaken = [&](const std::string& file) {
+    return services.Files.FileExists(file) ||
+           std::any_of(state.Written.begin(), state.Written.end(),
+                       [&](const auto& written) { return written.second.File == file; });
+  };
   for (int i = 1;; ++i) {
     const std::string file = BuildPath(
         RecoveryFolder(services), ShortName(GetBaseName(path)) + "-" + Sha1(path).substr(0, 8) +
                                       "-" + std::to_string(i) + kExtension);
-    if (!services.Files.FileExists(file)) return file;
+    if (!isTaken(file)) return file;
   }
 }
 
@@ -127,10 +133,24 @@ void FollowRenames(const Services& services, std::vector<Recovered>& found) {
   }
 }
 
+/** What is kept of missions that have gone, and whose names others get, goes: their edits are of
+   the step now. No mission has the name that it waits by. */
+void PutAside(RecoveryState& state, const std::vector<std::pair<std::string, std::string>>& moves) {
+  for (const auto& [from, to] : moves) {
+    const auto kept = state.Written.find(to);
+    const auto leaves = [&path = to](const auto& move) { return move.first == path; };
+    if (kept == state.Written.end() || std::any_of(moves.begin(), moves.end(), leaves)) continue;
+    auto node = state.Written.extract(kept);
+    node.key() = node.mapped().File;
+    state.Written.insert(std::move(node));
+  }
+}
+
 /** Renames of this run: a mission may have got the name that another one had. */
 void TakeMoves(Session& session, RecoveryState& state) {
   const FileSystem& files = session.Services.Files;
   for (const auto& moves : std::exchange(session.History.Moves, {})) {
+    PutAside(state, moves);
     MoveKeys(state.Written, moves);
     for (const auto& [from, to] : moves)
       if (const auto kept = state.Written.find(to); kept != state.Written.end())
@@ -158,7 +178,7 @@ void WriteChanged(Session& session, RecoveryState& state, const std::string& pat
   const FrozenMission own = session.History.Known.at(path).Own;
   auto& kept = state.Written[path];
   if (kept.Own == own) return;
-  if (kept.File.empty()) kept.File = NewFile(session.Services, path);
+  if (kept.File.empty()) kept.File = NewFile(session.Services, state, path);
   const std::string time = TimeText(session.Services.System.Now());
   session.Services.Files.ReplaceFile(kept.File, Packed(time, path, Thaw(*own)));
   kept.Own = own;

@@ -304,7 +304,7 @@ TEST(Recovery, AFailureLeavesWhatWasKept) {
 
 /** One that cannot be kept is no reason not to keep the others. */
 TEST(Recovery, EachMissionIsKeptWhateverBecomesOfTheOthers) {
-  SessionDesk desk({"a", "b"});
+  SessionDesk desk({"a", "b", "c"});
   desk.Run("base=x go=b base=x");
   desk.World.Services.Files.BeforeStep = [](const FileStep& step) {
     if (GetFileName(step.Path).starts_with("a-"))
@@ -314,6 +314,26 @@ TEST(Recovery, EachMissionIsKeptWhateverBecomesOfTheOthers) {
   EXPECT_TRUE(Contains(Joined(desk.World.Log), "odd name"));
   ASSERT_EQ(FindRecovered(desk.World.Services).size(), 1u);
   EXPECT_EQ(FindRecovered(desk.World.Services)[0].Path, desk.Path("b"));
+  // Nor does it take the file of one that has got its name.
+  desk.Run("go=c base=y");
+  RecordFiles(desk.World, "Rename", [&] {
+    desk.World.Services.Files.MoveFile(desk.Path("a"), desk.Path("z"));
+    desk.World.Services.Files.MoveFile(desk.Path("c"), desk.Path("a"));
+  });
+  desk.World.Services.Files.BeforeStep = nullptr;
+  desk.Run("keep");
+  EXPECT_EQ(FindRecovered(desk.World.Services).size(), 3u);
+}
+
+TEST(Recovery, EditsOfAMissionThatHasGoneAreNotForItsNamesake) {
+  SessionDesk desk({"a", "b"});
+  desk.Run("fuel0=5 go=b fuel0=7 keep gone=a");
+  RecordFiles(desk.World, "Rename",
+              [&] { desk.World.Services.Files.MoveFile(desk.Path("b"), desk.Path("a")); });
+  desk.Run("keep");
+  const auto found = FindRecovered(desk.World.Services);
+  ASSERT_EQ(found.size(), 1u);
+  EXPECT_EQ(found[0].Mission.Flights[0].Fuel, "7");
 }
 
 TEST(Recovery, OddNamesAreKept) {
