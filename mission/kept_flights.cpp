@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <utility>
 
 #include "mission/flight_values.h"
@@ -325,11 +326,18 @@ std::vector<const Flight*> BecomesOfFlights(const KeptText& text, const Mission&
   const auto sections = FlightSections(text);
   std::map<std::string, std::size_t> byName;
   for (std::size_t i = 0; i < sections.size(); ++i) byName[LowerKey(sections[i]->Name)] = i;
+  // One that comes back with the lines of an earlier text may have been read by a name that another
+  // one bears by now.
+  const auto isOfText = [&](const Flight& flight) { return flight.KeptIn == edited.AsRead; };
+  std::set<std::string> read;
+  for (const auto& flight : edited.Flights)
+    if (isOfText(flight)) read.insert(LowerKey(flight.KeptName));
   std::vector<const Flight*> becomes(sections.size());
   std::size_t last = 0;
   for (const auto& flight : edited.Flights) {
     const auto found = byName.find(LowerKey(flight.KeptName));
     if (found == byName.end() || becomes[found->second]) continue;
+    if (!isOfText(flight) && read.contains(found->first)) continue;
     if (found->second < last && !EqualNoCase(flight.Name, flight.KeptName)) continue;
     last = std::max(last, found->second);
     becomes[found->second] = &flight;
