@@ -210,9 +210,9 @@ void PatchWhole(Record& now, const Record& from, const Record& to) {
     PatchRecord(now, from, to, false);
     BringSlotsBack(now, from, to);
     if (SameValue(from.Waypoints, to.Waypoints, true)) return;
-    auto route = now.KeptIn.empty() || !(from.KeptIn == to.KeptIn)
-                     ? std::nullopt
-                     : PatchedRoute(before.Waypoints, from.Waypoints, to.Waypoints);
+    auto route = from.KeptIn == to.KeptIn
+                     ? PatchedRoute(before.Waypoints, from.Waypoints, to.Waypoints)
+                     : std::nullopt;
     if (!route) return PatchRows(now, before, from, to);
     now.Waypoints = *std::move(route);
     now.LastWaypoint = std::to_string(static_cast<std::ptrdiff_t>(now.Waypoints.size()) - 1);
@@ -262,16 +262,23 @@ auto Named(std::vector<Record>& records, const std::string& name) {
 template <class Record>
 void PatchNamed(std::vector<Record>& now, const Parts<Record>& from, const Parts<Record>& to) {
   const bool paired = from.size() == to.size();
-  const auto has = [](const Parts<Record>& parts, const std::string& name) {
-    return std::any_of(parts.begin(), parts.end(),
-                       [&](const auto& part) { return part->Name == name; });
+  const auto named = [](const Parts<Record>& parts, const std::string& name) {
+    return std::find_if(parts.begin(), parts.end(),
+                        [&](const auto& part) { return part->Name == name; });
+  };
+  const auto has = [&](const Parts<Record>& parts, const std::string& name) {
+    return named(parts, name) != parts.end();
   };
   // One may get the name that another one has had: all are found first.
   std::vector<std::size_t> places;
   for (const auto& part : from)
     places.push_back(static_cast<std::size_t>(Named(now, part->Name) - now.begin()));
-  for (std::size_t i = 0; i < from.size() && paired; ++i)
-    if (places[i] < now.size() && from[i] != to[i]) PatchWhole(now[places[i]], *from[i], *to[i]);
+  for (std::size_t i = 0; i < from.size(); ++i) {
+    const auto next =
+        paired ? to.begin() + static_cast<std::ptrdiff_t>(i) : named(to, from[i]->Name);
+    if (places[i] < now.size() && next != to.end() && from[i] != *next)
+      PatchWhole(now[places[i]], *from[i], **next);
+  }
   for (std::size_t i = 0; i < from.size() && !paired; ++i)
     if (const auto found = Named(now, from[i]->Name); found != now.end() && !has(to, from[i]->Name))
       now.erase(found);
@@ -426,6 +433,18 @@ std::vector<std::string> ChangedFlights(const Frozen& a, const Frozen& b) {
     if (a.Flights[i] != b.Flights[i] && !SameRecord(*a.Flights[i], *b.Flights[i], false))
       names.push_back(a.Flights[i]->Name);
   return names;
+}
+
+std::string FlightInTheWay(const Mission& now, const Frozen& from, const Frozen& to) {
+  for (const auto& flight : to.Flights) {
+    const std::string& name = flight->Name;
+    const auto isKnown = [&](const auto& part) { return EqualNoCase(part->Name, name); };
+    const auto isThere = [&](const Flight& one) { return EqualNoCase(one.Name, name); };
+    if (std::none_of(from.Flights.begin(), from.Flights.end(), isKnown) &&
+        std::any_of(now.Flights.begin(), now.Flights.end(), isThere))
+      return name;
+  }
+  return "";
 }
 
 Mission Patched(const Mission& now, const Frozen& from, const Frozen& to) {

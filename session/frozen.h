@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "mission/records.h"
@@ -29,6 +30,10 @@ bool SameContent(const Frozen& a, const Frozen& b);
 
 /** The names of the flights whose content differs, as far as both have them. */
 std::vector<std::string> ChangedFlights(const Frozen& a, const Frozen& b);
+
+/** The name of a flight that `to` has and `from` has not, where others have given it to one of
+    `now`; "" for none. */
+std::string FlightInTheWay(const Mission& now, const Frozen& from, const Frozen& to);
 
 /** `now` with what is different between `from` and `to`: fields that are the same in both stay as
     they are in `now`, also those that came later. State is not touched. */

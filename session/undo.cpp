@@ -228,12 +228,15 @@ std::string Missing(Session& session, const std::vector<Turn>& turns) {
     const std::ptrdiff_t mission = MissionAt(session.Doc, path);
     if (mission < 0 || !ReadForUndo(session, static_cast<std::size_t>(mission)))
       return "\"" + GetFileName(path) + "\" is no longer in this folder or cannot be read.";
+    Mission record = session.Doc.Missions[static_cast<std::size_t>(mission)];
+    if (const std::string name = FlightInTheWay(record, *from.Own, *to.Own); !name.empty())
+      return "\"" + GetFileName(path) + "\" has a flight \"" + session.Services.Page.ToUtf8(name) +
+             "\" by now.";
     if (TurnsLines(turn)) {
       std::string reason = WhyNotTurned(session, static_cast<std::size_t>(mission), turn);
       if (!reason.empty()) return reason;
       continue;
     }
-    Mission record = session.Doc.Missions[static_cast<std::size_t>(mission)];
     if (!IsOtherReading(record, from, to)) continue;
     if (const std::string left = CarryEdits(Thaw(*from.Own), Thaw(*to.Own), record); !left.empty())
       return "\"" + GetFileName(path) + "\" has been read in another way since, in which " +

@@ -5,7 +5,9 @@
 #include <functional>
 #include <numeric>
 
+#include "services/text.h"
 #include "session/doors.h"
+#include "session/saving.h"
 #include "session/undo.h"
 #include "tests/support/session_desk.h"
 
@@ -176,6 +178,47 @@ TEST(History, UndoKeepsWhatOthersHaveAdded) {
   ASSERT_EQ(desk.State("a"), "77,5,100,100/2^77");
   desk.Run("undo");
   EXPECT_EQ(desk.State("a"), "77,100,100,100/2^77*!");
+}
+
+TEST(History, AStepWithoutPlaceForItsFlightIsRefused) {
+  SessionDesk desk({"a"});
+  auto& flights = desk.World.Doc.Missions[0].Flights;
+  Edit(desk.World, {"x", "Name"}, [&] { flights[0].Name = "q0100"; });
+  desk.Run("save");
+  const std::string own = desk.Box.Read("in/a.mis"), mine = CrlfText("  q0100");
+  desk.Box.Write(
+      "in/a.mis",
+      Replace(Replace(own, mine, mine + CrlfText("  r0100")), "[q0100]\r\n",
+              CrlfText("[r0100]|  Planes 1|[r0100_Way]|  TAKEOFF 1.00 2.00 0 0 &0|[q0100]")));
+  desk.Run("reread undo");
+  EXPECT_FALSE(desk.Last.Done);
+  EXPECT_NE(desk.Last.Reason.find("\"r0100\""), std::string::npos) << desk.Last.Reason;
+  EXPECT_EQ(flights.size(), 4u);
+  EXPECT_EQ(flights[1].Name, "q0100");
+}
+
+/** A step of a whole mission, and a route in a mission that is written anew. */
+TEST(History, UndoKeepsWhatOthersHaveAddedToTheRestOfAMission) {
+  SessionDesk desk({"a"});
+  const std::string route = "[r0100_Way]\r\n";
+  Edit(desk.World, {"x", "Altitude"},
+       [&] { desk.World.Doc.Missions[0].Flights[0].Waypoints[0].Alt = "90"; });
+  desk.Run("save");
+  std::string text = desk.Box.Read("in/a.mis");
+  desk.Box.Write("in/a.mis", Replace(Replace(text, "  r0102\r\n", ""), "Fuel 100", "Fuel 5"));
+  ASSERT_TRUE(RevertOne(desk.World, 0, "Reload"));
+  text = desk.Box.Read("in/a.mis");
+  const std::string theirs = CrlfText("  NORMFLY 9.00 9.00 900.0 300.0 &0");
+  text = Replace(Replace(text, route, route + theirs), "[Wing]\r\n", CrlfText("[Wing]|  g0100"));
+  desk.Box.Write(
+      "in/a.mis",
+      text + CrlfText("[g0100]|  Planes 1|  Fuel 77|[g0100_Way]|  TAKEOFF 1.00 2.00 0 0 &0"));
+  desk.Run("reread undo");
+  EXPECT_EQ(desk.State("a").substr(0, 14), "100,100,100,77");
+  desk.Run("undo");
+  const auto& waypoints = desk.World.Doc.Missions[0].Flights[0].Waypoints;
+  ASSERT_EQ(waypoints.size(), 2u);
+  EXPECT_EQ(waypoints[1].Alt, "0");
 }
 
 TEST(History, IsBoundedTheOldestStepsGoFirst) {
