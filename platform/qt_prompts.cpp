@@ -129,7 +129,8 @@ std::optional<std::string> AskText(const std::string& prompt, const std::string&
       QInputDialog::getText(QApplication::activeWindow(), FromPath(title), FromPath(prompt),
                             QLineEdit::Normal, FromPath(initial), &accepted);
   if (!accepted) return {};
-  return ToPath(text);
+  // A name that is no UTF-8 stays as it is where it was not changed.
+  return text == FromPath(initial) ? initial : ToPath(text);
 }
 
 }  // namespace
