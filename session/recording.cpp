@@ -68,19 +68,6 @@ const MissionState* LeftBefore(const History& history, const Step& step, const s
   return left;
 }
 
-void Weigh(History& history, Step& step) {
-  history.Bytes -= step.Bytes;
-  step.Bytes = sizeof step + step.Title.size() + step.Merges.size();
-  for (const auto& mission : step.Missions)
-    step.Bytes += sizeof mission + mission.Path.size() +
-                  BytesOf(mission.Before, LeftBefore(history, step, mission.Path)) +
-                  BytesOf(mission.After, &mission.Before);
-  for (const auto& file : step.Files)
-    step.Bytes += sizeof file + file.Path.size() + file.To.size() + file.Stored.size() +
-                  file.StoredNew.size() + file.OldSum.size() + file.NewSum.size();
-  history.Bytes += step.Bytes;
-}
-
 /** What the oldest step shares with the next one of its mission stays with that one. */
 void DropOldest(History& history) {
   while (history.Bytes > history.MostBytes && history.Done > 1) {
@@ -177,6 +164,19 @@ std::size_t RowFor(Document& doc, const std::string& path) {
     NameMission(missions->emplace_back(), path);
   }
   return row;
+}
+
+void Weigh(History& history, Step& step) {
+  history.Bytes -= step.Bytes;
+  step.Bytes = sizeof step + step.Title.size() + step.Merges.size();
+  for (const auto& mission : step.Missions)
+    step.Bytes += sizeof mission + mission.Path.size() +
+                  BytesOf(mission.Before, LeftBefore(history, step, mission.Path)) +
+                  BytesOf(mission.After, &mission.Before);
+  for (const auto& file : step.Files)
+    step.Bytes += sizeof file + file.Path.size() + file.To.size() + file.Stored.size() +
+                  file.StoredNew.size() + file.OldSum.size() + file.NewSum.size();
+  history.Bytes += step.Bytes;
 }
 
 void AddStep(Session& session, Step step) {

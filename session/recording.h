@@ -35,6 +35,9 @@ void NoteDrops(Session& session, const std::string& by);
 void RecordWhole(Session& session, const std::vector<std::string>& paths, const std::string& title,
                  const std::function<void()>& change);
 
+/** Counts the bytes of a step of the history anew. */
+void Weigh(History& history, Step& step);
+
 /** The next edit begins a step of its own. */
 void CloseStep(Session& session);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <unordered_set>
 #include <utility>
 
@@ -290,6 +291,19 @@ void TurnFiles(const Services& services, Step& step, bool undo, UndoResult& resu
   if (result.LeftOut.size() == step.Files.size()) result.Reason = result.LeftOut.front();
 }
 
+/** What a mission was before a step is patched into it that was made on another reading: turned
+    round, the step brings that back, with what others have written into it. */
+std::optional<MissionState> StateToPatch(const Session& session, std::size_t mission,
+                                         const Turn& turn) {
+  const auto& [path, from, to, wasChoice, isChoice] = turn;
+  const Mission& record = session.Doc.Missions[mission];
+  const auto known = session.History.Known.find(path);
+  if (!from.Own || !to.Own || !record.Loaded || known == session.History.Known.end() ||
+      known->second.Reading == from.Reading || TurnsLines(turn) || IsOtherReading(record, from, to))
+    return std::nullopt;
+  return known->second;
+}
+
 UndoResult Take(Session& session, Step& step, bool undo) {
   UndoResult result;
   result.Files = !step.Files.empty();
@@ -299,15 +313,23 @@ UndoResult Take(Session& session, Step& step, bool undo) {
   if (result.Reason.empty() && result.Files) TurnFiles(session.Services, step, undo, result);
   if (!result.Reason.empty()) return result;
   if (result.Files) FollowFiles(session, step, turns, undo);
-  for (const auto& turn : turns) {
+  for (std::size_t i = 0; i < turns.size(); ++i) {
+    const Turn& turn = turns[i];
     const bool listed = MissionAt(session.Doc, turn.Path) >= 0;
     if (!listed && !turn.To.Own) continue;
     const std::size_t mission = RowFor(session.Doc, turn.Path);
     result.Files |= !listed;
     if (turn.To.Own) ReadForUndo(session, mission);
     PutChoice(session.Doc, turn);
+    const auto before = StateToPatch(session, mission, turn);
     Apply(session, mission, turn);
     if (result.Mission.empty()) result.Mission = turn.Path;
+    if (!before) continue;
+    const MissionState& now = session.History.Known.at(turn.Path);
+    StepMission& patched = step.Missions[i];
+    (undo ? patched.After : patched.Before) = *before;
+    (undo ? patched.Before : patched.After) = now;
+    Weigh(session.History, step);
   }
   result.Flight = undo ? step.FlightBefore : step.FlightAfter;
   result.Done = true;

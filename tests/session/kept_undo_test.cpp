@@ -152,6 +152,8 @@ TEST_F(KeptUndo, LeavesWhatOthersWroteSince) {
   struct Row {
     std::function<void(Mission&)> Edit;
     std::vector<std::pair<const char*, const char*>> Others;
+    /** What they write is gone with the edit. */
+    bool GoesAlong = false;
   };
   const auto point = [](Mission& mission) -> Waypoint& { return mission.Flights[0].Waypoints[3]; };
   const auto route = [](Mission & mission) -> auto& { return mission.Flights[0].Waypoints; };
@@ -164,6 +166,8 @@ TEST_F(KeptUndo, LeavesWhatOthersWroteSince) {
       "  NORMFLY 5 6 7 8 &0");
   const std::string moved = second + "[r0100]\r\n";
   const Row rows[] = {
+      {[](Mission& mission) { mission.Flights.erase(mission.Flights.begin()); }, {remark}, true},
+      {[&](Mission& mission) { route(mission).erase(route(mission).begin() + 3); }, {remark}, true},
       {[&](Mission& mission) { point(mission).Type = "LANDING"; }, {remark}},
       {[&](Mission& mission) { point(mission).Type = "LANDING"; }, {added}},
       {[&](Mission& mission) { route(mission).erase(route(mission).begin() + 3); }, {added}},
@@ -220,13 +224,20 @@ TEST_F(KeptUndo, LeavesWhatOthersWroteSince) {
       return text;
     };
     const std::string start = CrlfText(kSettings);
-    Open(start);
-    CloseStep(Desk.World);
-    Edit(Desk.World, {nullptr, "Edit"}, [&] { row.Edit(Now()); });
-    Desk.Run("save");
-    Desk.Box.Write("in/a.mis", withOthers(Desk.Box.Read("in/a.mis")));
-    Desk.Run("reread go=a undo save");
-    EXPECT_EQ(Desk.Box.Read("in/a.mis"), withOthers(start));
+    for (const bool undone : {false, true}) {
+      if (row.GoesAlong && !undone) continue;
+      Open(start);
+      CloseStep(Desk.World);
+      Edit(Desk.World, {nullptr, "Edit"}, [&] { row.Edit(Now()); });
+      Desk.Run(undone ? "undo" : "save");
+      const std::string theirs = withOthers(Desk.Box.Read("in/a.mis"));
+      Desk.Box.Write("in/a.mis", theirs);
+      Desk.Run(undone ? "reread go=a redo save undo save" : "reread go=a undo save");
+      EXPECT_EQ(Desk.Box.Read("in/a.mis"), withOthers(start)) << undone;
+      if (undone) continue;
+      Desk.Run("redo save");
+      EXPECT_EQ(Desk.Box.Read("in/a.mis"), theirs);
+    }
   }
 }
 
