@@ -85,6 +85,21 @@ void NoteTakenOver(const Session& session, Step& step,
   }
 }
 
+/** Where a command has given the name to a row, there are two of it; that of the mission which has
+    gone holds nothing any more. */
+void ForgetTakenOver(Document& doc, const StepMission& gone) {
+  const auto& rows = doc.MissionFiles;
+  if (std::count(rows.begin(), rows.end(), gone.Path) < 2) return;
+  for (std::size_t row = 0; row < doc.Missions.size(); ++row) {
+    Mission& record = doc.Missions[row];
+    const bool isIt = rows[row] == gone.Path && record.Loaded &&
+                      SameContent(*Freeze(record, gone.Before.Own), *gone.Before.Own);
+    if (!isIt) continue;
+    NameMission(record = Mission(), gone.Path);
+    return;
+  }
+}
+
 }  // namespace
 
 Journaling::Journaling(Session& session) : session_(session) {
@@ -107,6 +122,7 @@ void AddFileStep(Session& session, const std::string& title, bool apart) {
   if (step.Files.empty()) return;
   auto moves = NetRenames(step.Files);
   NoteTakenOver(session, step, moves);
+  for (const auto& gone : step.Missions) ForgetTakenOver(session.Doc, gone);
   NoteMoved(session, moves);
   // Most commands have moved the rows themselves; a new name may be the old one of another row.
   const auto& rows = session.Doc.MissionFiles;

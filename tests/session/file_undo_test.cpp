@@ -263,6 +263,17 @@ TEST(FileUndo, ADeletedMissionWithATwinKeepsItsEdits) {
   EXPECT_EQ(desk.State("a"), "5,100,100/2^100*!");
 }
 
+TEST(FileUndo, EditsStayWithTheirMissionUnderTheNameOfAGoneTwin) {
+  if (!kPosixFiles) GTEST_SKIP() << kNeedsPosixFiles;
+  SessionDesk desk({"a+", "A"});
+  desk.Run("go=A fuel0=5 go=a fuel0=7 gone=A relist go=a");
+  RecordFiles(desk.World, "Rename", [&] { RenameCase(desk.World.Doc, desk.World.Services, 3); });
+  desk.Run("relist");
+  EXPECT_EQ(desk.State("A"), "7,100,100/2^7*!");
+  desk.Run("undo");
+  EXPECT_EQ(desk.State("a") + " " + desk.State("A"), "7,100,100/2^7*! 5,100,100/2^100*!");
+}
+
 TEST(FileUndo, EditsOfAMissionThatHasGoneComeBackFromUnderItsNewNamesake) {
   SessionDesk desk({"a", "b"});
   desk.Run("fuel0=5 go=b gone=a");
