@@ -326,6 +326,8 @@ UndoResult Take(Session& session, Step& step, bool undo) {
     if (result.Mission.empty()) result.Mission = turn.Path;
     if (!before) continue;
     const MissionState& now = session.History.Known.at(turn.Path);
+    // What it changes may be gone for now, and come back.
+    if (SameContent(*before->Own, *now.Own)) continue;
     StepMission& patched = step.Missions[i];
     (undo ? patched.After : patched.Before) = *before;
     (undo ? patched.Before : patched.After) = now;

@@ -178,6 +178,16 @@ TEST(History, UndoKeepsWhatOthersHaveAdded) {
   ASSERT_EQ(desk.State("a"), "77,5,100,100/2^77");
   desk.Run("undo");
   EXPECT_EQ(desk.State("a"), "77,100,100,100/2^77*!");
+  // A step whose flight is gone for now is done again once it is back.
+  desk.Run("redo go=b");
+  const std::size_t flight = text.find("[r0100]");
+  std::string without = Replace(text, "  r0100\r\n", "");
+  without.erase(without.find("[r0100]"), text.find("[r0101]") - flight);
+  desk.Box.Write("in/a.mis", without);
+  desk.Run("reread go=a undo go=b");
+  desk.Box.Write("in/a.mis", text);
+  desk.Run("reread go=a redo undo");
+  EXPECT_EQ(desk.State("a").substr(0, 14), "77,100,100,100");
 }
 
 TEST(History, AStepWithoutPlaceForItsFlightIsRefused) {
