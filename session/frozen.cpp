@@ -5,6 +5,7 @@
 #include <deque>
 #include <map>
 #include <optional>
+#include <set>
 #include <type_traits>
 #include <utility>
 
@@ -229,26 +230,38 @@ void PatchWhole(Record& now, const Record& from, const Record& to) {
   }
 }
 
-/** What a record of `to` becomes in `now`, which has the records of `from` as they are today. */
+constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
+/** True for records at one place that are one, also by another name. */
 template <class Record>
-Record PatchedPart(const std::vector<Record>& now, const Parts<Record>& from,
-                   const Parts<Record>& to, std::size_t index) {
-  const auto same = index < from.size() && from[index] == to[index]
-                        ? from.begin() + static_cast<std::ptrdiff_t>(index)
-                        : std::find(from.begin(), from.end(), to[index]);
-  if (same != from.end()) return now[static_cast<std::size_t>(same - from.begin())];
-  std::size_t at = from.size() == to.size() ? index : from.size();
-  // With others gone or come, what showing has written into one that stays is not lost.
-  if constexpr (requires { now[0].Name; })
-    if (from.size() != to.size())
-      at = static_cast<std::size_t>(
-          std::find_if(from.begin(), from.end(),
-                       [&](const auto& part) { return part->Name == to[index]->Name; }) -
-          from.begin());
-  if (at == from.size()) return *to[index];
-  Record patched = now[at];
-  PatchWhole(patched, *from[at], *to[index]);
-  return patched;
+bool IsOne(const Record& a, const Record& b) {
+  if constexpr (requires { a.KeptName; })
+    return a.Name == b.Name || EqualNoCase(a.KeptName, b.KeptName);
+  return true;
+}
+
+/** For each record of `to` the one of `from` that it was. With others gone or come, what showing
+    has written into one that stays is not lost. */
+template <class Record>
+std::vector<std::size_t> OriginsIn(const Parts<Record>& from, const Parts<Record>& to) {
+  std::vector<std::size_t> origins(to.size(), kNone);
+  std::vector<bool> isTaken(from.size());
+  const auto find = [&](const auto& isIt) {
+    for (std::size_t i = 0; i < to.size(); ++i) {
+      std::size_t place = i < from.size() && isIt(i, i) ? i : 0;
+      if (origins[i] != kNone) continue;
+      while (place < from.size() && (isTaken[place] || !isIt(place, i))) ++place;
+      if (place == from.size()) continue;
+      isTaken[place] = true;
+      origins[i] = place;
+    }
+  };
+  find([&](std::size_t was, std::size_t is) { return from[was] == to[is]; });
+  if (from.size() == to.size())
+    find([&](std::size_t was, std::size_t is) { return was == is && IsOne(*from[was], *to[is]); });
+  if constexpr (requires { to[0]->Name; })
+    find([&](std::size_t was, std::size_t is) { return from[was]->Name == to[is]->Name; });
+  return origins;
 }
 
 template <class Record>
@@ -261,29 +274,27 @@ auto Named(std::vector<Record>& records, const std::string& name) {
  */
 template <class Record>
 void PatchNamed(std::vector<Record>& now, const Parts<Record>& from, const Parts<Record>& to) {
-  const bool paired = from.size() == to.size();
-  const auto named = [](const Parts<Record>& parts, const std::string& name) {
-    return std::find_if(parts.begin(), parts.end(),
-                        [&](const auto& part) { return part->Name == name; });
-  };
-  const auto has = [&](const Parts<Record>& parts, const std::string& name) {
-    return named(parts, name) != parts.end();
-  };
+  const auto origins = OriginsIn(from, to);
   // One may get the name that another one has had: all are found first.
   std::vector<std::size_t> places;
-  for (const auto& part : from)
-    places.push_back(static_cast<std::size_t>(Named(now, part->Name) - now.begin()));
-  for (std::size_t i = 0; i < from.size(); ++i) {
-    const auto next =
-        paired ? to.begin() + static_cast<std::ptrdiff_t>(i) : named(to, from[i]->Name);
-    if (places[i] < now.size() && next != to.end() && from[i] != *next)
-      PatchWhole(now[places[i]], *from[i], **next);
+  std::set<std::size_t> goes;
+  for (const auto& part : from) {
+    const auto found = Named(now, part->Name);
+    places.push_back(found == now.end() ? kNone : static_cast<std::size_t>(found - now.begin()));
+    goes.insert(places.back());
   }
-  for (std::size_t i = 0; i < from.size() && !paired; ++i)
-    if (const auto found = Named(now, from[i]->Name); found != now.end() && !has(to, from[i]->Name))
-      now.erase(found);
-  for (std::size_t i = 0; i < to.size() && !paired; ++i)
-    if (!has(from, to[i]->Name) && Named(now, to[i]->Name) == now.end())
+  for (std::size_t i = 0; i < to.size(); ++i) {
+    if (origins[i] == kNone) continue;
+    const std::size_t place = places[origins[i]];
+    goes.erase(place);
+    if (place != kNone && from[origins[i]] != to[i])
+      PatchWhole(now[place], *from[origins[i]], *to[i]);
+  }
+  goes.erase(kNone);
+  for (auto place = goes.rbegin(); place != goes.rend(); ++place)
+    now.erase(now.begin() + static_cast<std::ptrdiff_t>(*place));
+  for (std::size_t i = 0; i < to.size(); ++i)
+    if (origins[i] == kNone && Named(now, to[i]->Name) == now.end())
       now.insert(now.begin() + static_cast<std::ptrdiff_t>(std::min(i, now.size())), *to[i]);
 }
 
@@ -324,8 +335,12 @@ void PatchParts(std::vector<Record>& now, const Parts<Record>& from, const Parts
   }
   std::vector<Record> patched;
   patched.reserve(to.size());
-  for (std::size_t i = 0; i < to.size(); ++i)
-    patched.push_back(follows ? PatchedPart(now, from, to, i) : *to[i]);
+  const auto origins = OriginsIn(from, to);
+  for (std::size_t i = 0; i < to.size(); ++i) {
+    const bool stays = follows && origins[i] != kNone;
+    patched.push_back(stays ? now[origins[i]] : *to[i]);
+    if (stays && from[origins[i]] != to[i]) PatchWhole(patched[i], *from[origins[i]], *to[i]);
+  }
   now = std::move(patched);
 }
 

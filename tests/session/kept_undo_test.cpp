@@ -12,6 +12,7 @@
 #include "session/doors.h"
 #include "session/lines_rule.h"
 #include "session/recording.h"
+#include "session/saving.h"
 #include "tests/support/session_desk.h"
 
 namespace rws::test {
@@ -238,6 +239,21 @@ TEST_F(KeptUndo, LeavesWhatOthersWroteSince) {
       Desk.Run("redo save");
       EXPECT_EQ(Desk.Box.Read("in/a.mis"), theirs);
     }
+  }
+}
+
+TEST_F(KeptUndo, GivesEachFlightItsOwnLinesWhenAReloadIsTakenBack) {
+  const std::string start = Replace(CrlfText(kSettings), "[r0101]", "[r0101]\r\n  unknown 1");
+  const std::size_t second = start.find("[r0101]"), end = start.find("[NStationary]");
+  std::string moved = Replace(start, "  r0100\r\n  r0101", "  r0101\r\n  r0100");
+  moved.erase(second, end - second).insert(start.find("[r0100]"), start, second, end - second);
+  for (const auto& others : {moved, Replace(moved, "r0101", "x0101")}) {
+    Open(start);
+    Edit(Desk.World, {nullptr, "Edit"}, [&] { Now().Army = "2"; });
+    Desk.Box.Write("in/a.mis", others);
+    ASSERT_TRUE(RevertOne(Desk.World, Desk.Row("a"), "Reload"));
+    Desk.Run("undo undo save");
+    EXPECT_EQ(Desk.Box.Read("in/a.mis"), start);
   }
 }
 
