@@ -75,14 +75,7 @@ void DropOldest(History& history) {
     history.Bytes -= oldest.Bytes;
     history.Steps.pop_front();
     --history.Done;
-    for (const auto& mission : oldest.Missions) {
-      const auto next =
-          std::find_if(history.Steps.begin(), history.Steps.end(), [&](const Step& step) {
-            return std::any_of(step.Missions.begin(), step.Missions.end(),
-                               [&](const auto& other) { return other.Path == mission.Path; });
-          });
-      if (next != history.Steps.end()) Weigh(history, *next);
-    }
+    WeighNext(history, 0, oldest);
   }
 }
 
@@ -177,6 +170,16 @@ void Weigh(History& history, Step& step) {
     step.Bytes += sizeof file + file.Path.size() + file.To.size() + file.Stored.size() +
                   file.StoredNew.size() + file.OldSum.size() + file.NewSum.size();
   history.Bytes += step.Bytes;
+}
+
+void WeighNext(History& history, std::size_t first, const Step& changed) {
+  std::unordered_set<std::string> paths;
+  for (const auto& mission : changed.Missions) paths.insert(mission.Path);
+  for (std::size_t i = first; i < history.Steps.size() && !paths.empty(); ++i) {
+    std::size_t found = 0;
+    for (const auto& mission : history.Steps[i].Missions) found += paths.erase(mission.Path);
+    if (found > 0) Weigh(history, history.Steps[i]);
+  }
 }
 
 void AddStep(Session& session, Step step) {

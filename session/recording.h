@@ -38,6 +38,10 @@ void RecordWhole(Session& session, const std::vector<std::string>& paths, const 
 /** Counts the bytes of a step of the history anew. */
 void Weigh(History& history, Step& step);
 
+/** The same, of those from `first` on that come next for the missions of a step that has changed or
+    gone: what they share with it is counted once. */
+void WeighNext(History& history, std::size_t first, const Step& changed);
+
 /** The next edit begins a step of its own. */
 void CloseStep(Session& session);
 

@@ -313,6 +313,7 @@ UndoResult Take(Session& session, Step& step, bool undo) {
   if (result.Reason.empty() && result.Files) TurnFiles(session.Services, step, undo, result);
   if (!result.Reason.empty()) return result;
   if (result.Files) FollowFiles(session, step, turns, undo);
+  bool isPatched = false;
   for (std::size_t i = 0; i < turns.size(); ++i) {
     const Turn& turn = turns[i];
     const bool listed = MissionAt(session.Doc, turn.Path) >= 0;
@@ -331,7 +332,11 @@ UndoResult Take(Session& session, Step& step, bool undo) {
     StepMission& patched = step.Missions[i];
     (undo ? patched.After : patched.Before) = *before;
     (undo ? patched.Before : patched.After) = now;
+    isPatched = true;
+  }
+  if (isPatched) {
     Weigh(session.History, step);
+    WeighNext(session.History, session.History.Done + (undo ? 0 : 1), step);
   }
   result.Flight = undo ? step.FlightBefore : step.FlightAfter;
   result.Done = true;
@@ -383,7 +388,7 @@ void SkipStep(Session& session) {
   const Step step = history.Steps[history.Done - 1];
   history.Bytes -= step.Bytes;
   history.Steps.erase(history.Steps.begin() + static_cast<std::ptrdiff_t>(history.Done - 1));
-  --history.Done;
+  WeighNext(history, --history.Done, step);
   history.Closed = true;
   // Update cannot be lit again as it was before the step.
   for (const auto& mission : step.Missions)

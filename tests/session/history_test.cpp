@@ -262,6 +262,16 @@ TEST(History, CountsTheTextsThatItKeepsAlive) {
   for (int fuel = 10; fuel < 40; ++fuel) desk.Run("fuel0=" + std::to_string(fuel) + " save");
   EXPECT_LE(history.Steps.size(), 10u);
   EXPECT_GE(history.Steps.size(), 3u);
+  // One that others have written is kept once, whatever is taken back in it.
+  for (int fuel = 10; fuel < 30; ++fuel) desk.Run("close fuel0=" + std::to_string(fuel));
+  desk.Run("save");
+  const std::size_t kept = history.Steps.size();
+  desk.Box.Write("in/a.mis", desk.Box.Read("in/a.mis") + "  theirs\r\n");
+  desk.Run("reread");
+  for (const char* turn : {"undo", "redo"})
+    for (int i = 0; i < 20; ++i) desk.Run(turn);
+  desk.Run("close fuel0=30");
+  EXPECT_EQ(history.Steps.size(), kept + 1);
 }
 
 }  // namespace
