@@ -4,11 +4,13 @@
 #include <iterator>
 #include <unordered_set>
 
+#include "mission/untouched.h"
 #include "services/checksum.h"
 #include "services/error_log.h"
 #include "services/paths.h"
 #include "session/file_store.h"
 #include "session/file_undo.h"
+#include "session/half_renamed.h"
 #include "session/recording.h"
 
 namespace rws {
@@ -70,33 +72,52 @@ bool TakesAway(const std::vector<FileChange>& changes, const std::string& path) 
   });
 }
 
-/** Edits of missions whose files have gone, and whose names others get, go with the step. */
-void NoteTakenOver(const Session& session, Step& step,
-                   const std::vector<std::pair<std::string, std::string>>& moves) {
+/** Missions whose files have gone, and whose names others get. */
+std::vector<std::string> TakenOver(const Session& session,
+                                   const std::vector<std::pair<std::string, std::string>>& moves) {
   const auto& known = session.History.Known;
-  for (const auto& path : UnsavedMissions(session)) {
-    const auto names = [&](const auto& move) {
-      return move.second == path && known.contains(move.first);
-    };
-    const auto leaves = [&](const auto& move) { return move.first == path; };
-    if (std::any_of(moves.begin(), moves.end(), names) &&
-        std::none_of(moves.begin(), moves.end(), leaves))
-      step.Missions.push_back({path, known.at(path), {}});
+  // What was not read may be the mission itself, on its way back to its name.
+  const auto isOther = [&](const std::string& path) {
+    bool is = false;
+    ResumeNext(
+        [&] { is = !IsAsRead(known.at(path).Own->Head, session.Services.Files.ReadFile(path)); });
+    return is;
+  };
+  std::vector<std::string> paths;
+  for (const auto& [from, to] : moves) {
+    const auto leaves = [&path = to](const auto& move) { return move.first == path; };
+    if (known.contains(to) && std::none_of(moves.begin(), moves.end(), leaves) &&
+        (known.contains(from) || (WantedName(from).empty() && isOther(to))))
+      paths.push_back(to);
   }
+  return paths;
 }
 
 /** Where a command has given the name to a row, there are two of it; that of the mission which has
     gone holds nothing any more. */
-void ForgetTakenOver(Document& doc, const StepMission& gone) {
+void ForgetRecord(Document& doc, const std::string& path, const MissionState& gone) {
   const auto& rows = doc.MissionFiles;
-  if (std::count(rows.begin(), rows.end(), gone.Path) < 2) return;
+  if (std::count(rows.begin(), rows.end(), path) < 2) return;
   for (std::size_t row = 0; row < doc.Missions.size(); ++row) {
     Mission& record = doc.Missions[row];
-    const bool isIt = rows[row] == gone.Path && record.Loaded &&
-                      SameContent(*Freeze(record, gone.Before.Own), *gone.Before.Own);
+    const bool isIt =
+        rows[row] == path && record.Loaded && SameContent(*Freeze(record, gone.Own), *gone.Own);
     if (!isIt) continue;
-    NameMission(record = Mission(), gone.Path);
+    NameMission(record = Mission(), path);
     return;
+  }
+}
+
+/** Their edits go with the step. */
+void ForgetTakenOver(Session& session, Step& step, const std::vector<std::string>& paths) {
+  const auto unsaved = UnsavedMissions(session);
+  for (const auto& path : paths) {
+    const auto node = session.History.Known.extract(path);
+    if (!node) continue;
+    const MissionState& gone = node.mapped();
+    if (std::binary_search(unsaved.begin(), unsaved.end(), path))
+      step.Missions.push_back({path, gone, {}});
+    ForgetRecord(session.Doc, path, gone);
   }
 }
 
@@ -121,8 +142,7 @@ void AddFileStep(Session& session, const std::string& title, bool apart) {
   step.Files = std::exchange(session.History.Journal.Changes, {});
   if (step.Files.empty()) return;
   auto moves = NetRenames(step.Files);
-  NoteTakenOver(session, step, moves);
-  for (const auto& gone : step.Missions) ForgetTakenOver(session.Doc, gone);
+  ForgetTakenOver(session, step, TakenOver(session, moves));
   NoteMoved(session, moves);
   // Most commands have moved the rows themselves; a new name may be the old one of another row.
   const auto& rows = session.Doc.MissionFiles;

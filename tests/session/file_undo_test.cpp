@@ -275,16 +275,29 @@ TEST(FileUndo, EditsStayWithTheirMissionUnderTheNameOfAGoneTwin) {
 }
 
 TEST(FileUndo, EditsOfAMissionThatHasGoneComeBackFromUnderItsNewNamesake) {
+  for (const bool isRead : {true, false}) {
+    SessionDesk desk({"a", "b"});
+    desk.Run(std::string("fuel0=5 gone=a") + (isRead ? " go=b" : ""));
+    RecordFiles(desk.World, "Rename",
+                [&] { desk.World.Services.Files.MoveFile(desk.Path("b"), desk.Path("a")); });
+    EXPECT_EQ(UnsavedMissions(desk.World), std::vector<std::string>());
+    desk.Reread("Rename");
+    desk.Run("undo redo");
+    EXPECT_EQ(desk.State("a"), "100,100,100/2^100");
+    desk.Run("undo go=b");
+    EXPECT_EQ(desk.State("a") + " " + desk.State("b"), "5,100,100/2^100*! 100,100,100/2^100");
+  }
+}
+
+TEST(FileUndo, AGoneMissionIsNotShownForItsNewNamesake) {
   SessionDesk desk({"a", "b"});
-  desk.Run("fuel0=5 go=b gone=a");
-  RecordFiles(desk.World, "Rename",
-              [&] { desk.World.Services.Files.MoveFile(desk.Path("b"), desk.Path("a")); });
-  desk.Reread("Rename");
-  EXPECT_EQ(UnsavedMissions(desk.World), std::vector<std::string>());
-  desk.Run("undo redo");
-  EXPECT_EQ(desk.State("a"), "100,100,100/2^100");
-  desk.Run("undo");
-  EXPECT_EQ(desk.State("a") + " " + desk.State("b"), "5,100,100/2^100*! 100,100,100/2^100");
+  desk.Run("gone=a");
+  RecordFiles(desk.World, "Rename", [&] {
+    desk.World.Services.Files.MoveFile(desk.Path("b"), desk.Path("a"));
+    desk.World.Doc.MissionFiles[1] = desk.Path("a");
+  });
+  desk.Run("relist go=a fuel0=5 save");
+  EXPECT_TRUE(Contains(desk.Box.Read("in/a.mis"), "  Year b\r\n"));
 }
 
 /** Steps before a rename that was left out follow the names. */
