@@ -265,6 +265,12 @@ LineArray LinesOfFlight(const KeptText& text, std::string_view name) {
   return lines;
 }
 
+/** False where another flight has been written by the name that this one was read by. */
+bool HasLinesOf(const KeptText& text, const Flight& flight) {
+  return flight.KeptIn.empty() || LinesOfFlight(text, flight.KeptName) ==
+                                      LinesOfFlight(KeptText(flight.KeptIn), flight.KeptName);
+}
+
 }  // namespace
 
 bool SameSkills(const Flight& a, const Flight& b) {
@@ -337,7 +343,7 @@ std::vector<const Flight*> BecomesOfFlights(const KeptText& text, const Mission&
   for (const auto& flight : edited.Flights) {
     const auto found = byName.find(LowerKey(flight.KeptName));
     if (found == byName.end() || becomes[found->second]) continue;
-    if (!isOfText(flight) && read.contains(found->first)) continue;
+    if (!isOfText(flight) && (read.contains(found->first) || !HasLinesOf(text, flight))) continue;
     if (found->second < last && !EqualNoCase(flight.Name, flight.KeptName)) continue;
     last = std::max(last, found->second);
     becomes[found->second] = &flight;

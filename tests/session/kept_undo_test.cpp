@@ -242,6 +242,23 @@ TEST_F(KeptUndo, LeavesWhatOthersWroteSince) {
   }
 }
 
+TEST_F(KeptUndo, AFlightComesBackFromUnderACopyOfItsName) {
+  const std::string start = Replace(CrlfText(kSettings), "[r0101]", "[r0101]\r\n  unknown 1");
+  Open(start);
+  const auto edit = [&](const std::function<void()>& change) {
+    CloseStep(Desk.World);
+    Edit(Desk.World, {nullptr, "Edit"}, change);
+    Desk.Run("save");
+  };
+  edit([&] { Now().Flights.pop_back(); });
+  edit([&] {
+    Now().Flights.push_back(Now().Flights[0]);
+    Now().Flights[1].Name = "r0101";
+  });
+  Desk.Run("undo undo save");
+  EXPECT_EQ(Desk.Box.Read("in/a.mis"), start);
+}
+
 TEST_F(KeptUndo, GivesEachFlightItsOwnLinesWhenAReloadIsTakenBack) {
   const std::string start = Replace(CrlfText(kSettings), "[r0101]", "[r0101]\r\n  unknown 1");
   const std::size_t second = start.find("[r0101]"), end = start.find("[NStationary]");
