@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <set>
 #include <utility>
 
@@ -265,11 +266,23 @@ LineArray LinesOfFlight(const KeptText& text, std::string_view name) {
   return lines;
 }
 
-/** False where another flight has been written by the name that this one was read by. */
-bool HasLinesOf(const KeptText& text, const Flight& flight) {
-  return flight.KeptIn.empty() || LinesOfFlight(text, flight.KeptName) ==
-                                      LinesOfFlight(KeptText(flight.KeptIn), flight.KeptName);
-}
+/** Tells flights whose lines still are what they were read from. */
+class EarlierLines {
+ public:
+  explicit EarlierLines(const KeptText& text) : text_(text) {}
+
+  /** False where another flight has been written by the name that this one was read by. */
+  bool Stand(const Flight& flight) {
+    if (flight.KeptIn.empty()) return true;
+    // Those that come back together mostly do so from one text.
+    if (!earlier_ || !earlier_->Lines().SharesWith(flight.KeptIn)) earlier_.emplace(flight.KeptIn);
+    return LinesOfFlight(text_, flight.KeptName) == LinesOfFlight(*earlier_, flight.KeptName);
+  }
+
+ private:
+  const KeptText& text_;
+  std::optional<KeptText> earlier_;
+};
 
 }  // namespace
 
@@ -338,12 +351,13 @@ std::vector<const Flight*> BecomesOfFlights(const KeptText& text, const Mission&
   std::set<std::string> read;
   for (const auto& flight : edited.Flights)
     if (isOfText(flight)) read.insert(LowerKey(flight.KeptName));
+  EarlierLines earlier(text);
   std::vector<const Flight*> becomes(sections.size());
   std::size_t last = 0;
   for (const auto& flight : edited.Flights) {
     const auto found = byName.find(LowerKey(flight.KeptName));
     if (found == byName.end() || becomes[found->second]) continue;
-    if (!isOfText(flight) && (read.contains(found->first) || !HasLinesOf(text, flight))) continue;
+    if (!isOfText(flight) && (read.contains(found->first) || !earlier.Stand(flight))) continue;
     if (found->second < last && !EqualNoCase(flight.Name, flight.KeptName)) continue;
     last = std::max(last, found->second);
     becomes[found->second] = &flight;

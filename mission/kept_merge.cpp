@@ -36,6 +36,7 @@ class Merge {
  private:
   void EditMain();
   void EditFlights();
+  bool IsCopy(const Flight& flight) const;
   void EditWing(const KeptSection* wing);
   void AddFlights(const KeptSection* wing);
   std::size_t PlaceOfNewFlights(const KeptSection* wing) const;
@@ -136,6 +137,16 @@ void Merge::AddFlights(const KeptSection* wing) {
       patch_.Insert(flight.Next ? flight.Next->Header : place, line);
 }
 
+/** A flight that comes back with the lines of an earlier text is none, though another one may have
+    got the name that it was read by. */
+bool Merge::IsCopy(const Flight& flight) const {
+  if (flight.KeptIn == edited_.AsRead) return true;
+  const auto isOriginal = [&](const Flight& other) {
+    return EqualNoCase(other.KeptName, flight.KeptName) && other.KeptIn == flight.KeptIn;
+  };
+  return &*std::find_if(edited_.Flights.begin(), edited_.Flights.end(), isOriginal) != &flight;
+}
+
 void Merge::EditFlights() {
   const auto sections = FlightSections(text_);
   became_ = BecomesOfFlights(text_, edited_);
@@ -146,7 +157,7 @@ void Merge::EditFlights() {
     const bool known = found != byName.end();
     const std::size_t index = known ? found->second : sections.size();
     if (!known || became_[index] != &flight) {
-      added_.push_back({&flight, known, nullptr});
+      added_.push_back({&flight, known && IsCopy(flight), nullptr});
       continue;
     }
     EditFlight(text_, patch_, *sections[index], read_.Flights[index], flight);
