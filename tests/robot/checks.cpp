@@ -41,6 +41,7 @@ constexpr Accepted kMayLog[] = {
      "a numbered header runs it once more, over what is no home base"},
     {"Subscript out of rangeLoadWayPoint", "a line of a route is too short"},
     {"Subscript out of rangeLoadPlane", "a file was cut short", "", true},
+    {"Subscript out of rangeLoadBornPlace", "it was cut within a home base", "", true},
     {"Subscript out of rangeDisplayWeps", "it was cut ahead of a flight's aircraft", "", true},
     {"*SkinsDoes not exist! RWS will not run!", "the game's folder that was chosen is none"},
     {"Path not found: *not there\"GetMissionFiles", "a folder that is not there counts as empty"},

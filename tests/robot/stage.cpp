@@ -69,6 +69,8 @@ std::string Junk(std::mt19937& dice) {
 Stage::Stage(std::uint32_t setup) : World(Box.Path("program")), setup_(setup) {
   FillBox();
   Wire();
+  // Flights pasted over and over would take the oldest steps away, and with them the start.
+  World.History.MostBytes = std::size_t{1} << 32;
   qApp->installEventFilter(this);
   Window = std::make_unique<frmRWS>(World);
   Window->Popups.ToolStep = [this](QProgressDialog& dialog) {
